@@ -1,0 +1,34 @@
+// The program's command line.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the command line asked for. A value belongs to the pending switch before it; the window goes first.
+struct CPluginManagerCmdLine {
+    bool registerOnly = false;         // /Register
+    bool parentWndPending = false;     // /ParentWnd or /w: the next plain parameter is the window
+    bool floating = false;             // /Float
+    bool inventoryKeyPending = false;  // /VSTInventoryRegKey: the next plain parameter is the key
+    bool useDatabase = false;          // /UseDatabase
+    std::uintptr_t parentWnd = 0;      // handle of the host's main window, not checked
+    std::wstring fileParam;            // the last plain parameter that no switch asked for
+    std::wstring vstInventoryKey;      // below the current user's root; empty for the default
+
+    /// `tokens` are the arguments without the program's name. What is not understood has no effect.
+    static CPluginManagerCmdLine Parse(const std::vector<std::wstring>& tokens);
+
+  private:
+    void TakeSwitch(std::wstring_view name);
+    void TakeParameter(const std::wstring& text);
+};
+
+/// Reads a handle the way scanf's "%p" does: blanks, an optional 0x, then hexadecimal digits up to the first
+/// other character. Nothing when there is no digit, or more than a pointer holds.
+std::optional<std::uintptr_t> ParsePointer(std::wstring_view text);
+
+/// Case of Latin letters is ignored.
+bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b);

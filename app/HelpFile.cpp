@@ -1,0 +1,66 @@
+#include "HelpFile.h"
+
+#include <htmlhelp.h>
+
+#include <utility>
+
+namespace {
+
+UINT EngineCommand(HelpCommand command) {
+    switch (command) {
+        case HelpCommand::Context:
+            return HH_HELP_CONTEXT;
+        case HelpCommand::Quit:
+            return HH_CLOSE_ALL;
+        case HelpCommand::Index:
+            return HH_DISPLAY_INDEX;
+        case HelpCommand::ContextPopup:
+            return HH_DISPLAY_TEXT_POPUP;
+        case HelpCommand::ContextMenu:
+            return HH_TP_HELP_CONTEXTMENU;
+        case HelpCommand::WmHelp:
+            return HH_TP_HELP_WM_HELP;
+    }
+    return HH_DISPLAY_TOPIC;
+}
+
+/// `name` beside the program; the program's own path where the two together would be too long for the engine.
+std::wstring PathBeside(const std::wstring& programPath, const std::wstring& name) {
+    if (name.find_first_of(L"\\/") != std::wstring::npos) return name;
+    if (name.size() + programPath.size() >= MAX_PATH) return programPath;
+    return programPath.substr(0, programPath.rfind(L'\\') + 1) + name;
+}
+
+}  // namespace
+
+bool CHelpFile::Prepare(const std::wstring& programPath, const std::wstring& name) {
+    ShutDown();
+    m_path = PathBeside(programPath, name);
+    // Loaded here and not linked, so that the program starts without the engine, too.
+    m_engine.Reset(::LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
+    if (!m_engine) return false;
+    m_htmlHelp = reinterpret_cast<HtmlHelpFunction*>(
+        reinterpret_cast<void*>(::GetProcAddress(m_engine.Get(), "HtmlHelpW")));
+    if (m_htmlHelp) m_htmlHelp(nullptr, nullptr, HH_INITIALIZE, reinterpret_cast<DWORD_PTR>(&m_cookie));
+    return m_cookie != 0;
+}
+
+HRESULT CHelpFile::Request(HelpCommand command, DWORD_PTR data) const {
+    return Show(m_path, EngineCommand(command), data);
+}
+
+HRESULT CHelpFile::ShowTopic(const std::wstring& topic) const {
+    return Show(m_path + L"::/" + topic, HH_DISPLAY_TOPIC, 0);
+}
+
+HRESULT CHelpFile::Show(const std::wstring& target, UINT command, DWORD_PTR data) const {
+    if (m_cookie == 0 || m_path.empty()) return E_INVALIDARG;
+    return m_htmlHelp(nullptr, target.c_str(), command, data) ? S_OK : E_FAIL;
+}
+
+void CHelpFile::ShutDown() {
+    if (const DWORD cookie = std::exchange(m_cookie, 0))
+        m_htmlHelp(nullptr, nullptr, HH_UNINITIALIZE, cookie);
+    m_htmlHelp = nullptr;
+    m_engine.Reset();
+}

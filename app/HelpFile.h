@@ -1,0 +1,47 @@
+// The compiled help file, shown by the system's help engine.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "Handles.h"
+
+/// The commands of the older help interface that requests come with.
+enum class HelpCommand : unsigned {
+    Context = 1,
+    Quit = 2,
+    Index = 3,
+    ContextPopup = 8,
+    ContextMenu = 10,
+    WmHelp = 12,
+};
+
+/// The engine is loaded when the file is prepared; where it is missing, or has nothing to show, requests fail
+/// and nothing else happens.
+class CHelpFile {
+  public:
+    CHelpFile() = default;
+    ~CHelpFile() { ShutDown(); }
+    CHelpFile(const CHelpFile&) = delete;
+    CHelpFile& operator=(const CHelpFile&) = delete;
+
+    /// A name without a separator is looked for beside `programPath`. Gives whether the engine is ready.
+    bool Prepare(const std::wstring& programPath, const std::wstring& name);
+    /// E_INVALIDARG before the engine is ready, E_FAIL when it shows nothing.
+    HRESULT Request(HelpCommand command, DWORD_PTR data) const;
+    /// Shows one page of the file, as in "presets.htm".
+    HRESULT ShowTopic(const std::wstring& topic) const;
+    void ShutDown();
+
+    const std::wstring& Path() const { return m_path; }
+
+  private:
+    using HtmlHelpFunction = HWND WINAPI(HWND caller, const wchar_t* file, UINT command, DWORD_PTR data);
+    HRESULT Show(const std::wstring& target, UINT command, DWORD_PTR data) const;
+
+    std::wstring m_path;
+    UniqueLibrary m_engine;
+    HtmlHelpFunction* m_htmlHelp = nullptr;
+    DWORD m_cookie = 0;  // 0: the engine is not initialised
+};

@@ -1,0 +1,44 @@
+#include "InstanceSearch.h"
+
+#include <string>
+
+#include "CmdLine.h"
+#include "ManagerSettings.h"
+#include "RegKey.h"
+#include "Resources.h"
+#include "resource.h"
+
+namespace {
+
+/// Room for the text of a handle, in bytes.
+constexpr std::size_t kHandleTextBytes = 64;
+
+HWND FindInside(HWND host, const std::wstring& title) {
+    return ::IsWindow(host) ? ::FindWindowExW(host, nullptr, nullptr, title.c_str()) : nullptr;
+}
+
+HWND StoredHost() {
+    const auto key = CRegKey::Create(HKEY_CURRENT_USER, kManagerKey);
+    const auto text = key ? key->ReadUnterminated(L"ParentWindow", kHandleTextBytes) : std::nullopt;
+    return reinterpret_cast<HWND>(text ? ParsePointer(*text).value_or(0) : 0);
+}
+
+HWND FindRunningCopy(HWND host) {
+    // Kept: the bare title is looked for, without the suffix that the dialog's own caption carries.
+    const std::wstring title = LoadText(IDS_TITLE);
+    if (const HWND found = ::FindWindowW(nullptr, title.c_str())) return found;
+    if (const HWND found = FindInside(host, title)) return found;
+    return FindInside(StoredHost(), title);
+}
+
+}  // namespace
+
+bool BringRunningCopyForward(HWND host) {
+    const HWND copy = FindRunningCopy(host);
+    if (!copy) return false;
+    if (::IsIconic(copy)) ::ShowWindow(copy, SW_RESTORE);
+    // Only a top-level window can come to the foreground: for a docked copy that is its host.
+    ::SetForegroundWindow(::GetAncestor(copy, GA_ROOT));
+    ::BringWindowToTop(copy);
+    return true;
+}

@@ -1,0 +1,91 @@
+#include "PluginManagerApp.h"
+
+#include <objbase.h>
+#include <shellapi.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "InstanceSearch.h"
+#include "InterfaceLanguage.h"
+#include "MessageCaption.h"
+#include "PluginManagerDlg.h"
+#include "ProgramPath.h"
+#include "RegKey.h"
+#include "Resources.h"
+#include "TextFormat.h"
+
+namespace {
+
+constexpr wchar_t kCompanyKey[] = L"Software\\Corvane Music Software";
+constexpr wchar_t kHelpFileName[] = L"PluginManager.chm";
+
+/// Room for the name of a language, in bytes.
+constexpr std::size_t kLanguageBytes = 64;
+
+std::vector<std::wstring> Arguments() {
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> list(
+        ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
+    if (!list || count < 1) return {};
+    return {list.get() + 1, list.get() + count};
+}
+
+/// A text that the logging service allocated.
+std::wstring TakeTaskText(wchar_t* text) {
+    std::wstring copy = text ? text : L"";
+    ::CoTaskMemFree(text);
+    return copy;
+}
+
+}  // namespace
+
+void CPluginManagerApp::InitInstance() {
+    // Libraries come from the system's folder, never from the current one or from that of a planted file.
+    ::SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    SetResourceLanguage(NearestInterfaceLanguage(::GetUserDefaultUILanguage()));
+
+    m_cmdLine = CPluginManagerCmdLine::Parse(Arguments());
+    const auto host = reinterpret_cast<HWND>(m_cmdLine.parentWnd);
+    if (BringRunningCopyForward(host)) return;
+    ChooseLanguage();
+    m_comReady = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+    m_log.Open(L"PluginManager");
+    m_help.Prepare(ProgramPath(), kHelpFileName);
+    m_mainWindow = ::GetActiveWindow();
+
+    CPluginManagerDlg dialog(*this);
+    dialog.RunModal(nullptr);
+}
+
+void CPluginManagerApp::ChooseLanguage() const {
+    const auto key = CRegKey::Open(HKEY_LOCAL_MACHINE, kCompanyKey);
+    const auto name = key ? key->ReadUnterminated(L"Language", kLanguageBytes) : std::nullopt;
+    const auto language = name ? FindInterfaceLanguage(*name) : std::nullopt;
+    if (!language) return;
+    ::SetThreadUILanguage(*language);
+    SetResourceLanguage(*language);
+}
+
+HRESULT CPluginManagerApp::ShowHelp(DWORD_PTR context) {
+    m_mainWindow = ::GetActiveWindow();
+    return m_help.Request(HelpCommand::Context, context);
+}
+
+void CPluginManagerApp::ReportLoggedErrors() const {
+    ILoggingService* service = m_log.Service();
+    const int errors = service ? service->Query(kQueryErrorCount) : 0;
+    if (errors == 0) return;
+    const std::wstring path = TakeTaskText(service->LogFilePath());
+    ShowMessage(nullptr, FormatText(LoadText(IDS_ERRORS_LOGGED), errors, path), kMessageCaption,
+                MB_OK | MB_ICONEXCLAMATION);
+}
+
+int CPluginManagerApp::ExitInstance() {
+    m_help.ShutDown();
+    ReportLoggedErrors();
+    m_log.Close();
+    if (m_comReady) ::CoUninitialize();
+    return 0;
+}

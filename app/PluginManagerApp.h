@@ -1,0 +1,30 @@
+// The program from start to exit.
+#pragma once
+
+#include <windows.h>
+
+#include "CmdLine.h"
+#include "DebugLog.h"
+#include "HelpFile.h"
+
+/// One object; InitInstance runs the whole program, ExitInstance cleans up, also after a start that found a
+/// running copy. No failure of a start is reported to the user.
+class CPluginManagerApp {
+  public:
+    void InitInstance();
+    int ExitInstance();
+
+    const CPluginManagerCmdLine& CmdLine() const { return m_cmdLine; }
+    /// The help of one dialog or control, by its number in the help file.
+    HRESULT ShowHelp(DWORD_PTR context);
+
+  private:
+    void ChooseLanguage() const;
+    void ReportLoggedErrors() const;
+
+    CPluginManagerCmdLine m_cmdLine;
+    CHelpFile m_help;
+    HWND m_mainWindow = nullptr;  // of the thread, as of the last help request
+    CDebugLog m_log;
+    bool m_comReady = false;
+};

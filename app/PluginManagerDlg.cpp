@@ -1,0 +1,337 @@
+#include "PluginManagerDlg.h"
+
+#include "AboutDlg.h"
+#include "PluginManagerApp.h"
+#include "ProgramPath.h"
+#include "Resources.h"
+#include "resource.h"
+
+namespace {
+
+// Commands of the system menu; the system keeps the low four bits.
+constexpr UINT kCommandAbout = 0x10;
+constexpr UINT kCommandDock = 0x20;
+constexpr UINT kCommandFloat = 0x30;
+
+constexpr UINT_PTR kFirstFillTimer = 1;
+constexpr UINT kFirstFillDelay = 500;  // ms
+
+/// Where the help file's numbers of dialogs begin.
+constexpr DWORD_PTR kHelpOfDialogs = 0x20000;
+
+constexpr int kKeyHandled = -2;
+constexpr int kKeyDefault = -1;
+
+struct Tip {
+    int control;
+    UINT text;
+};
+constexpr Tip kTips[] = {
+    {IDC_LAYOUT_NEW, IDS_TIP_NEW},
+    {IDC_LAYOUT_SAVE, IDS_TIP_SAVE},
+    {IDC_LAYOUT_DELETE, IDS_TIP_DELETE},
+    {IDC_LAYOUT_OPEN, IDS_TIP_OPEN},
+};
+
+std::wstring VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
+    return cmdLine.vstInventoryKey.empty() ? kDefaultVstKey : cmdLine.vstInventoryKey;
+}
+
+}  // namespace
+
+CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
+    : CDialog(IDD_PLUGIN_MANAGER),
+      m_app(app),
+      m_host(reinterpret_cast<HWND>(app.CmdLine().parentWnd)),
+      m_vstKey(VstKeyOf(app.CmdLine())),
+      m_settings(LoadManagerSettings(app.CmdLine().registerOnly, m_host.Handle())),
+      m_inventory(m_vstKey, m_database),
+      m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
+      m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
+      m_tree(*this),
+      m_files(*this, m_settings.layoutFolder) {
+    if (app.CmdLine().useDatabase && !app.CmdLine().registerOnly) {
+        m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
+    }
+}
+
+CPluginManagerDlg::~CPluginManagerDlg() { ForgetParentWindow(); }
+
+std::span<const CRoute> CPluginManagerDlg::Routes() const {
+    using Frame = CPluginManagerDlg;
+    using List = CPluginListView;
+    using Exclusion = CExclusionView;
+    using Names = CFriendlyNameView;
+    using Presets = CPresetView;
+    using VstTools = CVstToolsView;
+    using Tree = CLayoutTreeView;
+    using Files = CLayoutFilesView;
+    using R = CRoutesOf<CPluginManagerDlg>;
+    static constexpr CRoute kRoutes[] = {
+        R::OnMessage<WM_SYSCOMMAND, &Frame::OnSysCommand>(),
+        R::OnMessage<WM_PAINT, &Frame::OnPaint>(),
+        R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
+        R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
+        R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
+        R::OnMessage<WM_SIZE, &Frame::OnSize>(),
+        R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
+        R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
+        R::OnMessage<WM_HELP, &Frame::OnHelp>(),
+        R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
+        R::OnNotify<TTN_GETDISPINFOW, &Frame::OnNeedTipText>(),
+
+        R::OnCommand<LBN_SELCHANGE, &List::RefreshPluginList>(IDC_CATEGORIES),
+        R::OnCommand<LBN_SELCHANGE, &List::OnSelectionChanged>(IDC_PLUGINS),
+        R::OnCommand<LBN_DBLCLK, &Names::OnRename>(IDC_PLUGINS),
+
+        R::OnCommand<BN_CLICKED, &Exclusion::OnShowEnabled>(IDC_SHOW_ENABLED),
+        R::OnCommand<BN_CLICKED, &Exclusion::OnShowExcluded>(IDC_SHOW_EXCLUDED),
+        R::OnCommand<BN_CLICKED, &Exclusion::OnShowPermanent>(IDC_SHOW_PERMANENT),
+        R::OnCommand<BN_CLICKED, &Frame::OnExclude>(IDC_EXCLUDE),
+
+        R::OnCommand<BN_CLICKED, &Presets::OnImport>(IDC_IMPORT),
+        R::OnCommand<BN_CLICKED, &Presets::OnExport>(IDC_EXPORT),
+        R::OnCommand<BN_CLICKED, &Presets::OnManage>(IDC_MANAGE),
+
+        R::OnCommand<BN_CLICKED, &VstTools::OnOptions>(IDC_VST_OPTIONS),
+        R::OnCommand<BN_CLICKED, &VstTools::OnPluginProperties>(IDC_VST_PROPERTIES),
+        R::OnCommand<BN_CLICKED, &VstTools::OnScan>(IDC_VST_SCAN),
+        R::OnCommand<BN_CLICKED, &VstTools::OnAdapterWizard>(IDC_ADAPTER_WIZARD),
+        R::OnCommand<BN_CLICKED, &VstTools::OnAdapterProperties>(IDC_ADAPTER_PROPERTIES),
+
+        R::OnCommand<BN_CLICKED, &Tree::OnAddPlugin>(IDC_ADD_PLUGIN),
+        R::OnCommand<BN_CLICKED, &Tree::OnNewFolder>(IDC_NEW_FOLDER),
+        R::OnCommand<BN_CLICKED, &Tree::OnAddSeparator>(IDC_ADD_SEPARATOR),
+        R::OnCommand<BN_CLICKED, &Tree::OnExpandAll>(IDC_EXPAND_ALL),
+        R::OnCommand<BN_CLICKED, &Tree::OnCollapseAll>(IDC_COLLAPSE_ALL),
+        R::OnCommand<BN_CLICKED, &Tree::OnSortAll>(IDC_SORT_ALL),
+        R::OnCommand<BN_CLICKED, &Tree::OnRemove>(IDC_REMOVE),
+        R::OnCommand<BN_CLICKED, &Tree::OnMoveUp>(IDC_MOVE_UP),
+        R::OnCommand<BN_CLICKED, &Tree::OnMoveDown>(IDC_MOVE_DOWN),
+        R::OnCommand<BN_CLICKED, &Tree::OnPromote>(IDC_PROMOTE),
+
+        R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
+        R::OnCommand<BN_CLICKED, &Files::OnOpen>(IDC_LAYOUT_OPEN),
+        R::OnCommand<BN_CLICKED, &Files::OnSave>(IDC_LAYOUT_SAVE),
+        R::OnCommand<BN_CLICKED, &Files::OnDelete>(IDC_LAYOUT_DELETE),
+        R::OnCommand<CBN_SELCHANGE, &Files::OnPick>(IDC_LAYOUTS),
+        R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
+
+        R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
+        R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
+        R::OnNotify<NM_RCLICK, &Tree::OnRightClick>(IDC_LAYOUT_TREE),
+        R::OnNotify<NM_DBLCLK, &Tree::OnDoubleClick>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_SELCHANGEDW, &Tree::OnSelectionChanged>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_ITEMEXPANDINGW, &Tree::OnItemExpanding>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_KEYDOWN, &Tree::OnKeyDown>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_BEGINDRAGW, &Tree::OnBeginDrag>(IDC_LAYOUT_TREE),
+        R::OnNotify<NM_CLICK, &Frame::OnAnyClick>(),
+    };
+    return kRoutes;
+}
+
+bool CPluginManagerDlg::OnInitDialog() {
+    if (m_app.CmdLine().registerOnly) {
+        End(0);
+        return false;
+    }
+    const CWaitCursor wait;
+    SetText(LoadText(IDS_TITLE) + L" x64");
+    AddSystemCommands();
+    m_tips.Create(m_hwnd);
+    for (const Tip& tip : kTips) m_tips.Add(Item(tip.control).Handle());
+    m_minimum = {WindowRect().Width(), WindowRect().Height()};
+    SetIcons();
+    m_placement.Record(*this);
+    m_placement.Apply(*this);
+    m_tools = VstToolPaths::Read(m_vstKey);
+
+    m_tree.OnInitDialog();
+    m_files.OnInitDialog();
+    m_list.OnInitDialog();
+    Item(IDC_ADD_PLUGIN).Enable(false);
+    m_tree.UpdateButtons();
+    m_exclusion.OnInitDialog();
+
+    if (StartsDocked()) Dock();
+    ::SetTimer(m_hwnd, kFirstFillTimer, kFirstFillDelay, nullptr);
+    return true;
+}
+
+void CPluginManagerDlg::AddSystemCommands() {
+    const HMENU menu = ::GetSystemMenu(m_hwnd, FALSE);
+    const std::wstring about = LoadText(IDS_ABOUT_COMMAND);
+    if (!about.empty()) {
+        ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+        ::AppendMenuW(menu, MF_STRING, kCommandAbout, about.c_str());
+    }
+    if (!m_host.IsLive()) return;
+    for (const int command : {SC_MAXIMIZE, SC_MINIMIZE, SC_RESTORE})
+        ::DeleteMenu(menu, static_cast<UINT>(command), MF_BYCOMMAND);
+    const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
+    ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, style & ~LONG_PTR{WS_MAXIMIZEBOX | WS_MINIMIZEBOX});
+    if (m_app.CmdLine().floating) return;
+    ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    ::AppendMenuW(menu, MF_STRING, kCommandFloat, LoadText(IDS_ENABLE_FLOATING).c_str());
+}
+
+void CPluginManagerDlg::SetIcons() {
+    m_icon =
+        LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
+    m_smallIcon = LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetrics(SM_CXSMICON),
+                                   ::GetSystemMetrics(SM_CYSMICON));
+    Send(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_icon.Get()));
+    Send(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
+}
+
+void CPluginManagerDlg::OnTimer(UINT_PTR timer) {
+    if (timer != kFirstFillTimer) return;
+    ::KillTimer(m_hwnd, kFirstFillTimer);
+    FirstFill();
+}
+
+void CPluginManagerDlg::FirstFill() {
+    m_exclusions.Load();
+    m_list.EnumeratePlugins();
+    m_list.Refill();
+    m_files.ListLayouts();
+    const std::wstring& file = m_app.CmdLine().fileParam;
+    if (!file.empty()) m_files.OpenByPath(file);
+}
+
+bool CPluginManagerDlg::OnSysCommand(UINT command) {
+    switch (command) {
+        case kCommandAbout:
+            CAboutDlg().RunModal(m_hwnd);
+            return true;
+        case kCommandFloat:
+            OfferFloating(false);
+            Float();
+            return true;
+        case kCommandDock:
+            OfferFloating(true);
+            if (m_host.IsLive()) Dock();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void CPluginManagerDlg::OfferFloating(bool enable) {
+    const HMENU menu = ::GetSystemMenu(m_hwnd, FALSE);
+    const UINT offered = enable ? kCommandFloat : kCommandDock;
+    const UINT shown = enable ? kCommandDock : kCommandFloat;
+    const std::wstring text = LoadText(enable ? IDS_ENABLE_FLOATING : IDS_DISABLE_FLOATING);
+    ::ModifyMenuW(menu, shown, MF_BYCOMMAND | MF_STRING, offered, text.c_str());
+}
+
+bool CPluginManagerDlg::StartsDocked() const { return !m_app.CmdLine().floating && m_host.IsLive(); }
+
+void CPluginManagerDlg::Dock() {
+    // A window with a parent other than the desktop has to be a child before it gets it, else it has no place
+    // there.
+    const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
+    ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_POPUP}) | WS_CHILD);
+    ::SetParent(m_hwnd, m_host.Handle());
+    const HMONITOR primary = ::MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
+    if (::MonitorFromWindow(m_host.Handle(), MONITOR_DEFAULTTONEAREST) != primary) {
+        ::SetWindowPos(m_hwnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+void CPluginManagerDlg::Float() {
+    const Rect place = WindowRect();
+    ::SetParent(m_hwnd, nullptr);
+    const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
+    ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_CHILD}) | WS_POPUP);
+    // A new parent takes the old coordinates for its own; on the screen the dialog stays where it was.
+    ::SetWindowPos(m_hwnd, HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE);
+}
+
+bool CPluginManagerDlg::OnPaint() {
+    if (!::IsIconic(m_hwnd)) return false;
+    PAINTSTRUCT paint;
+    const HDC dc = ::BeginPaint(m_hwnd, &paint);
+    const Rect client = ClientRect();
+    Send(WM_ICONERASEBKGND, reinterpret_cast<WPARAM>(dc));
+    ::DrawIcon(dc, (client.Width() - ::GetSystemMetrics(SM_CXICON) + 1) / 2,
+               (client.Height() - ::GetSystemMetrics(SM_CYICON) + 1) / 2, m_icon.Get());
+    ::EndPaint(m_hwnd, &paint);
+    return true;
+}
+
+void CPluginManagerDlg::OnSize(Size /*client*/) {
+    if (::GetWindow(m_hwnd, GW_CHILD)) m_placement.Apply(*this);
+}
+
+void CPluginManagerDlg::OnSizing(UINT edge, RECT& proposed) {
+    proposed = ToSystem(HoldMinimumSize(static_cast<SizingEdge>(edge), FromSystem(proposed), m_minimum));
+}
+
+bool CPluginManagerDlg::PreTranslate(const MSG& message) {
+    if (message.message != WM_KEYDOWN) return false;
+    const bool editing = m_tree.IsEditingLabel();
+    switch (message.wParam) {
+        case VK_ESCAPE:
+            m_tree.CancelDrag();
+            if (editing) m_tree.EndLabelEdit();
+            return true;  // Escape never closes the dialog
+        case VK_RETURN:
+            if (editing) {
+                m_tree.EndLabelEdit();
+                return true;
+            }
+            // The system would take Enter on the Close button for a click, which only closes; it means OK
+            // here.
+            if (!Item(IDC_CLOSE).HasFocus()) return false;
+            Send(WM_COMMAND, IDOK);
+            return true;
+        default:
+            return false;
+    }
+}
+
+int CPluginManagerDlg::OnVKeyToItem(UINT key, HWND list) {
+    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return kKeyDefault;
+    m_names.OnRename();
+    return kKeyHandled;
+}
+
+void CPluginManagerDlg::OnNeedTipText(NMTTDISPINFOW& tip) {
+    if (!(tip.uFlags & TTF_IDISHWND)) return;
+    const int control = ::GetDlgCtrlID(reinterpret_cast<HWND>(tip.hdr.idFrom));
+    for (const Tip& known : kTips) {
+        if (known.control != control) continue;
+        const std::wstring text = LoadText(known.text);
+        tip.szText[text.copy(tip.szText, std::size(tip.szText) - 1)] = L'\0';
+        tip.lpszText = tip.szText;
+    }
+}
+
+void CPluginManagerDlg::OnHelp() { m_app.ShowHelp(kHelpOfDialogs + IDD_PLUGIN_MANAGER); }
+
+void CPluginManagerDlg::OnExclude() {
+    m_tree.CancelDrag();
+    m_exclusion.OnExclude();
+}
+
+void CPluginManagerDlg::OnOK() {
+    // Enter anywhere else than on the Close button must not close the dialog.
+    if (!Item(IDC_CLOSE).HasFocus()) return;
+    m_tree.CancelDrag();
+    if (m_files.AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    // Kept: closing with OK does to the selected plug-ins what the Exclude or Enable button would do.
+    m_exclusion.TogglePluginExclusion();
+    m_host.Tell(kLayoutsChanged);
+    End(IDOK);
+}
+
+void CPluginManagerDlg::OnDestroy() {
+    if (m_app.CmdLine().registerOnly) return;
+    if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
+    m_list.OnDestroy();
+    m_tree.OnDestroy();
+}

@@ -1,0 +1,92 @@
+// The program's one window: its frame, and the table of who serves what.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <tuple>
+
+#include "ControlPlacement.h"
+#include "Dialog.h"
+#include "ExclusionList.h"
+#include "ExclusionView.h"
+#include "Handles.h"
+#include "HostWindow.h"
+#include "LayoutFilesView.h"
+#include "LayoutTreeView.h"
+#include "ManagerSettings.h"
+#include "PluginDatabase.h"
+#include "PluginInventory.h"
+#include "PluginListView.h"
+#include "PresetView.h"
+#include "VisibilityRule.h"
+#include "VstToolPaths.h"
+#include "VstToolsView.h"
+
+class CPluginManagerApp;
+
+class CPluginManagerDlg : public CDialog {
+  public:
+    explicit CPluginManagerDlg(CPluginManagerApp& app);
+    ~CPluginManagerDlg() override;
+
+    /// The view that serves rows of the route table.
+    template <typename TView>
+    TView& View() {
+        return std::get<TView&>(m_views);
+    }
+
+  private:
+    std::span<const CRoute> Routes() const override;
+    bool OnInitDialog() override;
+    bool PreTranslate(const MSG& message) override;
+    void OnOK() override;
+
+    bool OnSysCommand(UINT command);
+    bool OnPaint();
+    HICON OnQueryDragIcon() { return m_icon.Get(); }
+    void OnDestroy();
+    int OnVKeyToItem(UINT key, HWND list);
+    void OnSize(Size client);
+    void OnSizing(UINT edge, RECT& proposed);
+    void OnTimer(UINT_PTR timer);
+    void OnHelp();
+    void OnExclude();
+    void OnNeedTipText(NMTTDISPINFOW& tip);
+    void OnAnyClick() { m_tree.UpdateButtons(); }
+
+    void AddSystemCommands();
+    void SetIcons();
+    void FirstFill();
+    bool StartsDocked() const;
+    void Dock();
+    void Float();
+    void OfferFloating(bool enable);
+
+    CPluginManagerApp& m_app;
+    const CHostWindow m_host;
+    const std::wstring m_vstKey;
+    const ManagerSettings m_settings;
+    UniqueIcon m_icon;
+    UniqueIcon m_smallIcon;
+    Size m_minimum;
+    CToolTips m_tips;
+    CControlPlacement m_placement;
+
+    CPluginDatabase m_database;
+    CPluginInventory m_inventory;
+    CExclusionList m_exclusions;
+    Visibility m_visibility;
+    VstToolPaths m_tools;
+
+    CPluginListView m_list;
+    CExclusionView m_exclusion;
+    CFriendlyNameView m_names;
+    CPresetView m_presets;
+    CVstToolsView m_vstTools;
+    CLayoutTreeView m_tree;
+    CLayoutFilesView m_files;
+    std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CPresetView&, CVstToolsView&,
+               CLayoutTreeView&, CLayoutFilesView&>
+        m_views{m_list, m_exclusion, m_names, m_presets, m_vstTools, m_tree, m_files};
+};

@@ -1,0 +1,13 @@
+# The rule files include no Windows header, so they compile here, where the sanitizers can reach them.
+add_library(rules STATIC)
+file(STRINGS ${CMAKE_SOURCE_DIR}/cmake/RuleFiles.txt rule_files REGEX "^[^#]")
+list(TRANSFORM rule_files PREPEND ${CMAKE_SOURCE_DIR}/)
+target_sources(rules PRIVATE ${rule_files})
+foreach(room framework util presets inventory layouts app res)
+    target_include_directories(rules PUBLIC ${CMAKE_SOURCE_DIR}/${room})
+endforeach()
+add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+add_link_options(-fsanitize=address,undefined)
+target_link_libraries(rules PUBLIC warnings)
+
+add_subdirectory(tests)

@@ -1,0 +1,48 @@
+# The Windows program: one static library per room, each with an include folder of its own. A room links the
+# rooms to its right only, so an include in the wrong direction does not compile.
+#
+#     app -> layouts -> inventory -> presets -> util -> framework
+
+add_library(windows_settings INTERFACE)
+target_link_libraries(windows_settings INTERFACE warnings)
+target_compile_definitions(windows_settings INTERFACE
+    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00 _GLIBCXX_ASSERTIONS)
+target_compile_options(windows_settings INTERFACE -fstack-protector-strong)
+target_link_options(windows_settings INTERFACE -fstack-protector-strong)
+# Only the resource ids: any room may name a control or a text.
+target_include_directories(windows_settings INTERFACE ${CMAKE_SOURCE_DIR}/res)
+
+function(add_room name)
+    cmake_parse_arguments(ROOM "" "" "NEXT;LIBRARIES" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp ${CMAKE_SOURCE_DIR}/${name}/*.h)
+    list(FILTER sources EXCLUDE REGEX "/app/Main\\.cpp$")
+    add_library(${name} STATIC ${sources})
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/${name})
+    target_link_libraries(${name} PUBLIC windows_settings ${ROOM_NEXT} ${ROOM_LIBRARIES})
+endfunction()
+
+add_room(framework LIBRARIES comctl32 comdlg32 shlwapi advapi32 user32 gdi32)
+add_room(util      NEXT framework LIBRARIES ole32 uuid)
+add_room(presets   NEXT util)
+add_room(inventory NEXT presets LIBRARIES strmiids msdmo dmoguids oleaut32)
+add_room(layouts   NEXT inventory)
+add_room(app       NEXT layouts)
+target_compile_definitions(app PRIVATE APP_VERSION_TEXT="${PROJECT_VERSION}")
+
+# Objects, not a library: a linker takes resources from a library only when something asks for them by name.
+file(GLOB resource_scripts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/*.rc)
+file(GLOB_RECURSE resource_parts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/*)
+set_source_files_properties(${resource_scripts} PROPERTIES OBJECT_DEPENDS "${resource_parts}")
+add_library(resources OBJECT ${resource_scripts})
+target_include_directories(resources PRIVATE ${CMAKE_SOURCE_DIR}/res)
+string(REPLACE "." "," version_numbers ${PROJECT_VERSION})
+target_compile_definitions(resources PRIVATE APP_VERSION=${PROJECT_VERSION} APP_VERSION_NUMBERS=${version_numbers})
+
+add_executable(PluginManager WIN32 app/Main.cpp)
+target_link_libraries(PluginManager PRIVATE app resources)
+target_link_options(PluginManager PRIVATE -municode -s)
+
+add_subdirectory(samples)
+add_subdirectory(tests)
+add_subdirectory(bench)

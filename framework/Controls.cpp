@@ -1,0 +1,106 @@
+#include "Controls.h"
+
+#include <array>
+
+namespace {
+
+constexpr int kMaxItemText = 1024;
+
+/// Reads a row's text with the control's own pair of length and text messages.
+std::wstring TextByMessages(const CWindow& control, UINT lengthMessage, UINT textMessage, int row) {
+    const int length = control.SendInt(lengthMessage, static_cast<WPARAM>(row));
+    if (length < 0) return {};
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    control.Send(textMessage, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
+    return text;
+}
+
+std::optional<int> RowOrNothing(int row) { return row < 0 ? std::nullopt : std::optional(row); }
+
+}  // namespace
+
+void CListBox::Reserve(int rows, int charactersPerRow) const {
+    Send(LB_INITSTORAGE, static_cast<WPARAM>(rows),
+         static_cast<LPARAM>(rows) * charactersPerRow * static_cast<LPARAM>(sizeof(wchar_t)));
+}
+
+std::wstring CListBox::RowText(int row) const {
+    return TextByMessages(*this, LB_GETTEXTLEN, LB_GETTEXT, row);
+}
+
+std::optional<int> CListBox::CurrentRow() const { return RowOrNothing(SendInt(LB_GETCURSEL)); }
+
+std::vector<int> CListBox::SelectedRows() const {
+    const int count = SelectedCount();
+    if (count <= 0) return {};
+    std::vector<int> rows(static_cast<std::size_t>(count));
+    const int got = SendInt(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
+    rows.resize(got < 0 ? 0U : static_cast<std::size_t>(got));
+    return rows;
+}
+
+std::wstring CComboBox::RowText(int row) const {
+    return TextByMessages(*this, CB_GETLBTEXTLEN, CB_GETLBTEXT, row);
+}
+
+std::optional<int> CComboBox::FindExact(const std::wstring& text) const {
+    return RowOrNothing(SendInt(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), Pointer(text)));
+}
+
+std::optional<int> CComboBox::CurrentRow() const { return RowOrNothing(SendInt(CB_GETCURSEL)); }
+
+HTREEITEM CTreeView::Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,
+                            LPARAM data) const {
+    TVINSERTSTRUCTW insert{};
+    insert.hParent = parent ? parent : TVI_ROOT;
+    insert.hInsertAfter = after ? after : TVI_FIRST;
+    insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
+    insert.item.pszText = const_cast<wchar_t*>(text.c_str());  // the control only reads it
+    insert.item.iImage = image;
+    insert.item.iSelectedImage = image;
+    insert.item.lParam = data;
+    return reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+}
+
+std::wstring CTreeView::ItemText(HTREEITEM item) const {
+    std::array<wchar_t, kMaxItemText> buffer{};
+    TVITEMW query{};
+    query.mask = TVIF_TEXT;
+    query.hItem = item;
+    query.pszText = buffer.data();
+    query.cchTextMax = kMaxItemText;
+    if (!Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query))) return {};
+    return query.pszText;
+}
+
+void CTreeView::SetItemText(HTREEITEM item, const std::wstring& text) const {
+    TVITEMW change{};
+    change.mask = TVIF_TEXT;
+    change.hItem = item;
+    change.pszText = const_cast<wchar_t*>(text.c_str());  // the control only reads it
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+}
+
+LPARAM CTreeView::Data(HTREEITEM item) const {
+    TVITEMW query{};
+    query.mask = TVIF_PARAM;
+    query.hItem = item;
+    return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query)) ? query.lParam : 0;
+}
+
+void CToolTips::Create(HWND dialog) {
+    m_dialog = dialog;
+    m_hwnd = ::CreateWindowExW(
+        WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, ::GetModuleHandleW(nullptr), nullptr);
+}
+
+void CToolTips::Add(HWND control) const {
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = m_dialog;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = LPSTR_TEXTCALLBACKW;
+    ::SendMessageW(m_hwnd, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}

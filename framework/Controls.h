@@ -1,0 +1,134 @@
+// The standard controls, as typed views of a window handle.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Window.h"
+
+class CButton : public CWindow {
+  public:
+    using CWindow::CWindow;
+    bool IsChecked() const { return SendInt(BM_GETCHECK) == BST_CHECKED; }
+    void Check(bool checked = true) const { Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED); }
+    void SetIcon(HICON icon) const { Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon)); }
+};
+
+class CStatic : public CWindow {
+  public:
+    using CWindow::CWindow;
+    void SetIcon(HICON icon) const { Send(STM_SETICON, reinterpret_cast<WPARAM>(icon)); }
+};
+
+class CEdit : public CWindow {
+  public:
+    using CWindow::CWindow;
+    void SelectAll() const { Send(EM_SETSEL, 0, -1); }
+};
+
+/// Rows are counted from 0. An item's data is a number or a pointer that somebody else owns.
+class CListBox : public CWindow {
+  public:
+    using CWindow::CWindow;
+
+    int Count() const { return SendInt(LB_GETCOUNT); }
+    void Clear() const { Send(LB_RESETCONTENT); }
+    /// Makes room for further rows of about that many characters each.
+    void Reserve(int rows, int charactersPerRow) const;
+    /// Adds where the box's style puts it: in order when it sorts, else last. Gives the row, negative on
+    /// failure.
+    int Add(const std::wstring& text) const { return SendInt(LB_ADDSTRING, 0, Pointer(text)); }
+    int InsertAt(int row, const std::wstring& text) const {
+        return SendInt(LB_INSERTSTRING, static_cast<WPARAM>(row), Pointer(text));
+    }
+    std::wstring RowText(int row) const;
+
+    LPARAM Data(int row) const { return Send(LB_GETITEMDATA, static_cast<WPARAM>(row)); }
+    void SetData(int row, LPARAM data) const { Send(LB_SETITEMDATA, static_cast<WPARAM>(row), data); }
+    /// The pointer that was set for the row; null for none, or for a row that is not there.
+    template <typename T>
+    const T* ItemOf(int row) const {
+        const LPARAM data = Data(row);
+        return data == LB_ERR ? nullptr : reinterpret_cast<const T*>(data);
+    }
+
+    /// Single selection, or the row with the caret where several can be selected; nothing when there is none.
+    std::optional<int> CurrentRow() const;
+    /// No notification is sent. False when there is no such row; then nothing is selected.
+    bool SetCurrentRow(int row) const { return SendInt(LB_SETCURSEL, static_cast<WPARAM>(row)) >= 0; }
+
+    bool IsSelected(int row) const { return SendInt(LB_GETSEL, static_cast<WPARAM>(row)) > 0; }
+    void Select(int row, bool selected = true) const { Send(LB_SETSEL, selected, row); }
+    int SelectedCount() const { return SendInt(LB_GETSELCOUNT); }
+    std::vector<int> SelectedRows() const;
+
+  private:
+    static LPARAM Pointer(const std::wstring& text) { return reinterpret_cast<LPARAM>(text.c_str()); }
+};
+
+class CComboBox : public CWindow {
+  public:
+    using CWindow::CWindow;
+
+    int Count() const { return SendInt(CB_GETCOUNT); }
+    void Clear() const { Send(CB_RESETCONTENT); }
+    int Add(const std::wstring& text) const { return SendInt(CB_ADDSTRING, 0, Pointer(text)); }
+    void Remove(int row) const { Send(CB_DELETESTRING, static_cast<WPARAM>(row)); }
+    std::wstring RowText(int row) const;
+    /// Whole text, case ignored; nothing when no row has it.
+    std::optional<int> FindExact(const std::wstring& text) const;
+    LPARAM Data(int row) const { return Send(CB_GETITEMDATA, static_cast<WPARAM>(row)); }
+    void SetData(int row, LPARAM data) const { Send(CB_SETITEMDATA, static_cast<WPARAM>(row), data); }
+    std::optional<int> CurrentRow() const;
+    void SetCurrentRow(std::optional<int> row) const {
+        Send(CB_SETCURSEL, static_cast<WPARAM>(row.value_or(-1)));
+    }
+
+  private:
+    static LPARAM Pointer(const std::wstring& text) { return reinterpret_cast<LPARAM>(text.c_str()); }
+};
+
+class CTreeView : public CWindow {
+  public:
+    using CWindow::CWindow;
+
+    int Count() const { return SendInt(TVM_GETCOUNT); }
+    HTREEITEM Root() const { return Next(TVGN_ROOT, nullptr); }
+    HTREEITEM Caret() const { return Next(TVGN_CARET, nullptr); }
+    HTREEITEM Child(HTREEITEM item) const { return Next(TVGN_CHILD, item); }
+    HTREEITEM NextSibling(HTREEITEM item) const { return Next(TVGN_NEXT, item); }
+    HTREEITEM PreviousSibling(HTREEITEM item) const { return Next(TVGN_PREVIOUS, item); }
+    HTREEITEM Parent(HTREEITEM item) const { return Next(TVGN_PARENT, item); }
+    /// Null parent means the top level, null `after` the first place. Null when it fails.
+    HTREEITEM Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,
+                     LPARAM data) const;
+    void Delete(HTREEITEM item) const { Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item)); }
+    void Select(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item)); }
+    std::wstring ItemText(HTREEITEM item) const;
+    void SetItemText(HTREEITEM item, const std::wstring& text) const;
+    LPARAM Data(HTREEITEM item) const;
+    /// The edit field of a label that is being edited, else a null window.
+    CWindow LabelEdit() const { return CWindow(reinterpret_cast<HWND>(Send(TVM_GETEDITCONTROL))); }
+    void EndLabelEdit(bool cancel) const { Send(TVM_ENDEDITLABELNOW, cancel); }
+
+  private:
+    HTREEITEM Next(UINT which, HTREEITEM item) const {
+        return reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(item)));
+    }
+};
+
+/// Tooltips for the controls of one dialog, whose texts are asked for with TTN_NEEDTEXT when they are shown.
+class CToolTips {
+  public:
+    void Create(HWND dialog);
+    void Add(HWND control) const;
+
+  private:
+    HWND m_hwnd = nullptr;  // ends with the dialog that owns it
+    HWND m_dialog = nullptr;
+};

@@ -1,0 +1,141 @@
+#include "Dialog.h"
+
+#include "Resources.h"
+
+namespace {
+
+/// The dialog procedure's answer to these is the message's answer itself; for all others it only says
+/// "handled".
+constexpr bool AnswersDirectly(UINT message) {
+    return message == WM_INITDIALOG || message == WM_VKEYTOITEM || message == WM_CHARTOITEM ||
+           message == WM_COMPAREITEM || message == WM_QUERYDRAGICON ||
+           (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC);
+}
+
+/// The loop waits for a message, and the end of its dialog may have come inside one that was sent.
+void WakeLoop() { ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0); }
+
+/// Disables the owner of a modal dialog, and enables it again on every way out.
+class COwnerLock {
+  public:
+    explicit COwnerLock(HWND owner) : m_owner(owner && ::IsWindowEnabled(owner) ? owner : nullptr) {
+        if (m_owner) ::EnableWindow(m_owner, FALSE);
+    }
+    ~COwnerLock() { Release(); }
+    COwnerLock(const COwnerLock&) = delete;
+    COwnerLock& operator=(const COwnerLock&) = delete;
+    void Release() {
+        if (m_owner) ::EnableWindow(m_owner, TRUE);
+        m_owner = nullptr;
+    }
+
+  private:
+    HWND m_owner;
+};
+
+}  // namespace
+
+CDialog::~CDialog() {
+    if (m_hwnd) ::DestroyWindow(m_hwnd);
+}
+
+bool CDialog::CreateModeless(HWND owner) {
+    const DLGTEMPLATE* dialogTemplate = LoadDialogTemplate(m_templateId);
+    if (!dialogTemplate) return false;
+    ::CreateDialogIndirectParamW(::GetModuleHandleW(nullptr), dialogTemplate, owner, &CDialog::Procedure,
+                                 reinterpret_cast<LPARAM>(this));
+    return m_hwnd != nullptr;
+}
+
+INT_PTR CDialog::RunModal(HWND owner) {
+    m_modal = true;
+    m_ended = false;
+    m_result = -1;
+    COwnerLock ownerLock(owner);
+    if (!CreateModeless(owner)) return m_result;
+    if (!m_ended) {
+        ::ShowWindow(m_hwnd, SW_SHOW);
+        RunLoop();
+    }
+    // The owner must be able to take the activation before the dialog's window goes.
+    ownerLock.Release();
+    if (m_hwnd) ::DestroyWindow(m_hwnd);
+    return m_result;
+}
+
+void CDialog::RunLoop() {
+    MSG message;
+    while (!m_ended) {
+        const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
+        if (got == 0) ::PostQuitMessage(static_cast<int>(message.wParam));
+        if (got <= 0) return;
+        if (Translate(message)) continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+}
+
+bool CDialog::Translate(MSG& message) {
+    if (!m_hwnd) return false;
+    const bool ours = message.hwnd == m_hwnd || ::IsChild(m_hwnd, message.hwnd);
+    return (ours && PreTranslate(message)) || ::IsDialogMessageW(m_hwnd, &message);
+}
+
+void CDialog::End(INT_PTR result) {
+    m_result = result;
+    m_ended = true;
+    if (m_modal) {
+        WakeLoop();
+    } else {
+        ::DestroyWindow(m_hwnd);
+    }
+}
+
+INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        reinterpret_cast<CDialog*>(lParam)->m_hwnd = hwnd;
+        ::SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
+    }
+    auto* dialog = reinterpret_cast<CDialog*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (!dialog) return FALSE;
+    Answer answer;
+    try {
+        answer = dialog->Dispatch(message, wParam, lParam);
+    } catch (...) {
+        ::OutputDebugStringW(L"A dialog handler failed.\n");
+    }
+    if (message == WM_NCDESTROY) {
+        ::SetWindowLongPtrW(hwnd, DWLP_USER, 0);
+        dialog->m_hwnd = nullptr;
+        dialog->m_ended = true;
+        WakeLoop();
+    }
+    if (!answer) return FALSE;
+    if (AnswersDirectly(message)) return static_cast<INT_PTR>(*answer);
+    ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, static_cast<LONG_PTR>(*answer));
+    return TRUE;
+}
+
+Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) return OnInitDialog();
+    if (message == WM_NOTIFY) {
+        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+        return DispatchRoutes(message, header.code, static_cast<UINT>(header.idFrom), wParam, lParam);
+    }
+    if (message != WM_COMMAND) return DispatchRoutes(message, 0, kAnyControl, wParam, lParam);
+
+    const UINT id = LOWORD(wParam);
+    const UINT code = HIWORD(wParam);
+    if (const Answer answer = DispatchRoutes(message, code, id, wParam, lParam)) return answer;
+    if (code != BN_CLICKED || (id != IDOK && id != IDCANCEL)) return std::nullopt;
+    id == IDOK ? OnOK() : OnCancel();
+    return 0;
+}
+
+Answer CDialog::DispatchRoutes(UINT message, UINT code, UINT id, WPARAM wParam, LPARAM lParam) {
+    for (const CRoute& route : Routes()) {
+        if (!route.Serves(message, code, id)) continue;
+        if (const Answer answer = route.invoke(*this, wParam, lParam)) return answer;
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,114 @@
+#include "FileDialog.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "Resources.h"
+
+namespace {
+
+/// Long paths are possible where the user switched them on.
+constexpr std::size_t kMaxPathCharacters = 32768;
+
+/// The dialog wants a template from memory, so that the language is ours to choose.
+UniqueGlobal CopyOfTemplate(UINT id) {
+    const auto bytes = LoadResourceBytes(RT_DIALOG, id);
+    UniqueGlobal copy(bytes.empty() ? nullptr : ::GlobalAlloc(GPTR, bytes.size()));
+    if (copy) std::memcpy(copy.Get(), bytes.data(), bytes.size());
+    return copy;
+}
+
+/// Pairs of text and pattern, each ended by a zero, and one more zero at the end.
+std::wstring FilterOf(const std::wstring& text, const std::wstring& extension) {
+    std::wstring filter = text;
+    filter += L'\0';
+    filter += L"*." + extension;
+    filter += L'\0';
+    filter += L'\0';
+    return filter;
+}
+
+}  // namespace
+
+std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*)) {
+    std::vector<wchar_t> path(kMaxPathCharacters, L'\0');
+    m_settings.proposedName.copy(path.data(), path.size() - 1);
+    const std::wstring filter = FilterOf(m_settings.filterText, m_settings.defaultExtension);
+    const UniqueGlobal addedTemplate = CopyOfTemplate(m_settings.templateId);
+
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.hInstance = static_cast<HINSTANCE>(addedTemplate.Get());
+    dialog.lpstrFilter = filter.c_str();
+    dialog.nFilterIndex = 1;
+    dialog.lpstrFile = path.data();
+    dialog.nMaxFile = static_cast<DWORD>(path.size());
+    dialog.lpstrInitialDir = m_settings.initialFolder.empty() ? nullptr : m_settings.initialFolder.c_str();
+    dialog.lpstrTitle = m_settings.title.c_str();
+    dialog.lpstrDefExt = m_settings.defaultExtension.c_str();
+    // The program's own folder stays current: relative names must not follow the user's last choice.
+    dialog.Flags = m_settings.flags | OFN_EXPLORER | OFN_ENABLESIZING | OFN_ENABLEHOOK | OFN_NOCHANGEDIR;
+    if (addedTemplate) dialog.Flags |= OFN_ENABLETEMPLATEHANDLE;
+    dialog.lCustData = reinterpret_cast<LPARAM>(this);
+    dialog.lpfnHook = &CFileDialog::Hook;
+    if (!show(&dialog)) return std::nullopt;
+    return std::wstring(path.data());
+}
+
+std::wstring CFileDialog::Query(UINT message) const {
+    const CWindow dialog(::GetParent(m_window.Handle()));
+    const int needed = dialog.SendInt(message);
+    if (needed <= 0) return {};
+    std::wstring text(static_cast<std::size_t>(needed), L'\0');
+    dialog.Send(message, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    return text.c_str();
+}
+
+UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        const auto& settings = *reinterpret_cast<const OPENFILENAMEW*>(lParam);
+        ::SetWindowLongPtrW(window, DWLP_USER, settings.lCustData);
+        reinterpret_cast<CFileDialog*>(settings.lCustData)->m_window = CWindow(window);
+        return TRUE;
+    }
+    auto* dialog = reinterpret_cast<CFileDialog*>(::GetWindowLongPtrW(window, DWLP_USER));
+    if (!dialog) return FALSE;
+    try {
+        const auto answer = dialog->Handle(message, wParam, lParam);
+        if (!answer) return FALSE;
+        ::SetWindowLongPtrW(window, DWLP_MSGRESULT, *answer);
+        return TRUE;
+    } catch (...) {
+        ::OutputDebugStringW(L"A file dialog handler failed.\n");
+        return FALSE;
+    }
+}
+
+std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COMMAND) {
+        OnCommand(LOWORD(wParam), HIWORD(wParam));
+        return std::nullopt;
+    }
+    if (message != WM_NOTIFY) return std::nullopt;
+    switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
+        case CDN_INITDONE:
+            OnInitDone();
+            break;
+        case CDN_FOLDERCHANGE:
+            OnFolderChange();
+            break;
+        case CDN_SELCHANGE:
+            OnSelectionChange();
+            break;
+        case CDN_FILEOK:
+            if (!OnFileOk()) return TRUE;
+            break;
+        default:
+            break;
+    }
+    return std::nullopt;
+}

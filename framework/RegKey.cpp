@@ -1,0 +1,148 @@
+#include "RegKey.h"
+
+#include <shlwapi.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr DWORD kMaxKeyName = 260;
+
+const BYTE* AsBytes(const void* data) { return static_cast<const BYTE*>(data); }
+
+bool IsTerminated(const std::wstring& characters) { return characters.empty() || characters.back() == L'\0'; }
+
+std::wstring UpToZero(const std::wstring& characters) { return characters.c_str(); }
+
+std::wstring Expanded(const std::wstring& text) {
+    std::wstring expanded(MAX_PATH, L'\0');
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const DWORD needed =
+            ::ExpandEnvironmentStringsW(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+        if (needed == 0) return text;
+        if (needed <= expanded.size()) return expanded.c_str();
+        expanded.resize(needed);
+    }
+    return text;
+}
+
+}  // namespace
+
+std::optional<CRegKey> CRegKey::Open(HKEY root, const std::wstring& path, REGSAM access) {
+    HKEY key = nullptr;
+    if (::RegOpenKeyExW(root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) return std::nullopt;
+    return CRegKey(key);
+}
+
+std::optional<CRegKey> CRegKey::Create(HKEY root, const std::wstring& path, REGSAM access, bool* existed) {
+    HKEY key = nullptr;
+    DWORD disposition = 0;
+    if (::RegCreateKeyExW(root, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, &key,
+                          &disposition) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    if (existed) *existed = disposition == REG_OPENED_EXISTING_KEY;
+    return CRegKey(key);
+}
+
+std::optional<CRegKey> CRegKey::OpenSubkey(const std::wstring& name, REGSAM access) const {
+    return Open(m_key.Get(), name, access);
+}
+
+std::optional<CRegKey> CRegKey::CreateSubkey(const std::wstring& name, REGSAM access, bool* existed) const {
+    return Create(m_key.Get(), name, access, existed);
+}
+
+std::optional<CRegKey::Text> CRegKey::ReadText(const wchar_t* name, std::size_t maxBytes) const {
+    // One call serves nearly every text; only a long one is asked for again with the room that it needs.
+    std::array<wchar_t, 260> local;
+    Text text;
+    DWORD size = static_cast<DWORD>(std::min(maxBytes, sizeof local));
+    LSTATUS status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &text.type,
+                                        reinterpret_cast<BYTE*>(local.data()), &size);
+    if (status == ERROR_SUCCESS && size % sizeof(wchar_t) == 0)
+        text.characters.assign(local.data(), size / sizeof(wchar_t));
+    while (status == ERROR_MORE_DATA && size <= maxBytes && size % sizeof(wchar_t) == 0) {
+        text.characters.resize(size / sizeof(wchar_t));
+        status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &text.type,
+                                    reinterpret_cast<BYTE*>(text.characters.data()), &size);
+        if (status == ERROR_SUCCESS) text.characters.resize(size / sizeof(wchar_t));
+    }
+    const bool isText = text.type == REG_SZ || text.type == REG_EXPAND_SZ;
+    if (status != ERROR_SUCCESS || size % sizeof(wchar_t) != 0 || !isText) return std::nullopt;
+    return text;
+}
+
+std::optional<std::wstring> CRegKey::ReadString(const wchar_t* name, std::size_t maxBytes) const {
+    const auto text = ReadText(name, maxBytes);
+    if (!text || !IsTerminated(text->characters)) return std::nullopt;
+    return UpToZero(text->characters);
+}
+
+std::optional<std::wstring> CRegKey::ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const {
+    const auto text = ReadText(name, maxBytes);
+    if (!text) return std::nullopt;
+    return UpToZero(text->characters);
+}
+
+std::optional<std::wstring> CRegKey::ReadPath(const wchar_t* name, std::size_t maxBytes) const {
+    const auto text = ReadText(name, maxBytes);
+    if (!text || !IsTerminated(text->characters)) return std::nullopt;
+    const std::wstring path = UpToZero(text->characters);
+    return text->type == REG_EXPAND_SZ ? Expanded(path) : path;
+}
+
+std::optional<DWORD> CRegKey::ReadDword(const wchar_t* name) const {
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    DWORD type = REG_NONE;
+    const LSTATUS status =
+        ::RegQueryValueExW(m_key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
+    if (status != ERROR_SUCCESS || type != REG_DWORD || size != sizeof value) return std::nullopt;
+    return value;
+}
+
+bool CRegKey::WriteString(const wchar_t* name, const std::wstring& text) const {
+    const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+    return ::RegSetValueExW(m_key.Get(), name, 0, REG_SZ, AsBytes(text.c_str()), size) == ERROR_SUCCESS;
+}
+
+bool CRegKey::WriteDword(const wchar_t* name, DWORD value) const {
+    return ::RegSetValueExW(m_key.Get(), name, 0, REG_DWORD, AsBytes(&value), sizeof value) == ERROR_SUCCESS;
+}
+
+bool CRegKey::DeleteValue(const wchar_t* name) const {
+    return ::RegDeleteValueW(m_key.Get(), name) == ERROR_SUCCESS;
+}
+
+std::vector<std::wstring> CRegKey::SubkeyNames() const {
+    std::vector<std::wstring> names;
+    std::array<wchar_t, kMaxKeyName> name;
+    for (DWORD index = 0;; ++index) {
+        DWORD length = kMaxKeyName;
+        if (::RegEnumKeyExW(m_key.Get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS) {
+            return names;
+        }
+        names.emplace_back(name.data(), length);
+    }
+}
+
+unsigned CRegKey::CountValues(DWORD maxNameLength) const {
+    std::wstring name(maxNameLength + 1, L'\0');
+    unsigned count = 0;
+    for (DWORD index = 0;; ++index) {
+        DWORD length = maxNameLength + 1;
+        const LSTATUS status =
+            ::RegEnumValueW(m_key.Get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
+        if (status == ERROR_NO_MORE_ITEMS) return count;
+        if (status == ERROR_SUCCESS) ++count;
+        // Anything else than a name that is too long would come back for every further index.
+        if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return count;
+    }
+}
+
+bool CRegKey::DeleteTree(HKEY root, const std::wstring& path) {
+    return ::SHDeleteKeyW(root, path.c_str()) == ERROR_SUCCESS;
+}

@@ -1,0 +1,66 @@
+// One opened registry key.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Handles.h"
+
+/// Sizes of the buffers that the registry texts of this product are read into; a longer text is not there.
+inline constexpr std::size_t kPathBytes = 520;
+inline constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+
+/// Failure contract: an opening or a read gives nothing for what is not there or not usable, a write or a
+/// deletion gives false. Nothing is reported or thrown, and nothing is left half-filled.
+///
+/// A text is usable when its type is REG_SZ or REG_EXPAND_SZ, its size is even and within the given limit,
+/// and it ends with a zero or is empty. It is cut at its first zero. Variables in it are left as they stand,
+/// but for ReadPath.
+class CRegKey {
+  public:
+    static std::optional<CRegKey> Open(HKEY root, const std::wstring& path, REGSAM access = KEY_READ);
+    /// Opens the key, or creates it with all keys on the way. `existed` tells which of the two it was.
+    static std::optional<CRegKey> Create(HKEY root, const std::wstring& path,
+                                         REGSAM access = KEY_READ | KEY_WRITE, bool* existed = nullptr);
+    std::optional<CRegKey> OpenSubkey(const std::wstring& name, REGSAM access = KEY_READ) const;
+    std::optional<CRegKey> CreateSubkey(const std::wstring& name, REGSAM access,
+                                        bool* existed = nullptr) const;
+
+    std::optional<std::wstring> ReadString(const wchar_t* name, std::size_t maxBytes = kNoLimit) const;
+    /// As ReadString, but takes a text without its terminator, too: what a zeroed buffer of that size would
+    /// hold.
+    std::optional<std::wstring> ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const;
+    /// As ReadString, with the variables of a REG_EXPAND_SZ filled in.
+    std::optional<std::wstring> ReadPath(const wchar_t* name, std::size_t maxBytes = kPathBytes) const;
+    /// Only a REG_DWORD counts.
+    std::optional<DWORD> ReadDword(const wchar_t* name) const;
+    /// The value is there and not zero.
+    bool IsSet(const wchar_t* name) const { return ReadDword(name).value_or(0) != 0; }
+
+    /// Writes a REG_SZ with its terminator counted. A null name means the default value.
+    bool WriteString(const wchar_t* name, const std::wstring& text) const;
+    bool WriteDword(const wchar_t* name, DWORD value) const;
+    bool DeleteValue(const wchar_t* name) const;
+
+    /// In the registry's order; ends at the first error.
+    std::vector<std::wstring> SubkeyNames() const;
+    /// Values that can be enumerated; an index that gives an error is passed over.
+    unsigned CountValues(DWORD maxNameLength) const;
+
+    /// Removes a key with everything below it.
+    static bool DeleteTree(HKEY root, const std::wstring& path);
+
+  private:
+    explicit CRegKey(HKEY key) : m_key(key) {}
+    struct Text {
+        DWORD type = REG_NONE;
+        std::wstring characters;  // as stored, with terminators
+    };
+    std::optional<Text> ReadText(const wchar_t* name, std::size_t maxBytes) const;
+
+    UniqueKey m_key;
+};

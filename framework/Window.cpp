@@ -1,0 +1,37 @@
+#include "Window.h"
+
+std::wstring CWindow::Text() const {
+    std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(m_hwnd)), L'\0');
+    const int length = ::GetWindowTextW(m_hwnd, text.data(), static_cast<int>(text.size()) + 1);
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+Rect CWindow::WindowRect() const {
+    RECT rect{};
+    ::GetWindowRect(m_hwnd, &rect);
+    return FromSystem(rect);
+}
+
+Rect CWindow::ClientRect() const {
+    RECT rect{};
+    ::GetClientRect(m_hwnd, &rect);
+    return FromSystem(rect);
+}
+
+Rect CWindow::RectIn(HWND ancestor) const {
+    RECT rect{};
+    ::GetWindowRect(m_hwnd, &rect);
+    ::MapWindowPoints(nullptr, ancestor, reinterpret_cast<POINT*>(&rect), 2);
+    return FromSystem(rect);
+}
+
+int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags) {
+    return ::MessageBoxW(owner, text.c_str(), caption.c_str(), flags);
+}
+
+void CGeometryBatch::Move(HWND window, const Rect& place) {
+    if (!m_batch) return;
+    m_batch = ::DeferWindowPos(m_batch, window, nullptr, place.left, place.top, place.Width(), place.Height(),
+                               SWP_NOZORDER | SWP_NOACTIVATE);
+}

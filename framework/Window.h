@@ -1,0 +1,92 @@
+// A window handle with verbs. Not an owner: the system's windows end with their dialog.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "Geometry.h"
+
+constexpr RECT ToSystem(const Rect& r) { return {r.left, r.top, r.right, r.bottom}; }
+constexpr Rect FromSystem(const RECT& r) {
+    return {static_cast<int>(r.left), static_cast<int>(r.top), static_cast<int>(r.right),
+            static_cast<int>(r.bottom)};
+}
+
+class CWindow {
+  public:
+    CWindow() = default;
+    explicit CWindow(HWND hwnd) : m_hwnd(hwnd) {}
+
+    HWND Handle() const { return m_hwnd; }
+    bool IsLive() const { return ::IsWindow(m_hwnd) != FALSE; }
+
+    std::wstring Text() const;
+    void SetText(const std::wstring& text) const { ::SetWindowTextW(m_hwnd, text.c_str()); }
+    void Enable(bool enabled = true) const { ::EnableWindow(m_hwnd, enabled); }
+    bool IsEnabled() const { return ::IsWindowEnabled(m_hwnd) != FALSE; }
+    void Show(bool shown = true) const { ::ShowWindow(m_hwnd, shown ? SW_SHOW : SW_HIDE); }
+    bool HasFocus() const { return ::GetFocus() == m_hwnd; }
+    void Focus() const { ::SetFocus(m_hwnd); }
+
+    Rect WindowRect() const;
+    Rect ClientRect() const;
+    /// The window's rectangle in the client coordinates of `ancestor`.
+    Rect RectIn(HWND ancestor) const;
+
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        return ::SendMessageW(m_hwnd, message, wParam, lParam);
+    }
+    int SendInt(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        return static_cast<int>(Send(message, wParam, lParam));
+    }
+
+  protected:
+    HWND m_hwnd = nullptr;
+};
+
+/// Keeps a control from painting while it is filled, and paints it whole at the end.
+class CRedrawLock {
+  public:
+    explicit CRedrawLock(CWindow window) : m_window(window) { m_window.Send(WM_SETREDRAW, FALSE); }
+    ~CRedrawLock() {
+        m_window.Send(WM_SETREDRAW, TRUE);
+        ::InvalidateRect(m_window.Handle(), nullptr, TRUE);
+    }
+    CRedrawLock(const CRedrawLock&) = delete;
+    CRedrawLock& operator=(const CRedrawLock&) = delete;
+
+  private:
+    CWindow m_window;
+};
+
+class CWaitCursor {
+  public:
+    CWaitCursor() : m_previous(::SetCursor(::LoadCursorW(nullptr, IDC_WAIT))) {}
+    ~CWaitCursor() { ::SetCursor(m_previous); }
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+
+  private:
+    HCURSOR m_previous;
+};
+
+/// Shows a message box; returns the button's id. `flags` are MB_...
+int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags);
+
+/// Moves many child windows in one batch, keeping Z order and activation.
+class CGeometryBatch {
+  public:
+    explicit CGeometryBatch(int expectedWindows) : m_batch(::BeginDeferWindowPos(expectedWindows)) {}
+    ~CGeometryBatch() {
+        if (m_batch) ::EndDeferWindowPos(m_batch);
+    }
+    CGeometryBatch(const CGeometryBatch&) = delete;
+    CGeometryBatch& operator=(const CGeometryBatch&) = delete;
+
+    /// `place` is in the client coordinates of the window's parent.
+    void Move(HWND window, const Rect& place);
+
+  private:
+    HDWP m_batch;
+};

@@ -1,0 +1,21 @@
+// The plug-ins that the user hides from the host, in a key that the host reads, too.
+#pragma once
+
+#include <string>
+#include <unordered_set>
+
+#include "Guid.h"
+
+class CExclusionList {
+  public:
+    /// Reads the key anew. A subkey that is no class id ends the list there; it never holds more than 4,096.
+    void Load();
+    bool Contains(const Guid& clsid) const { return m_clsids.contains(clsid); }
+
+    // These write to the registry only; Load shows the change. A failure leaves the plug-in as it was.
+    static void Exclude(const Guid& clsid, const std::wstring& name);
+    static void Enable(const Guid& clsid);
+
+  private:
+    std::unordered_set<Guid, GuidHash> m_clsids;
+};

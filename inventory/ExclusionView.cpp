@@ -1,0 +1,77 @@
+#include "ExclusionView.h"
+
+#include <shlwapi.h>
+
+#include "MessageCaption.h"
+#include "PermanentExclusions.h"
+#include "PluginRemoval.h"
+#include "Resources.h"
+#include "TextFormat.h"
+
+CExclusionView::CExclusionView(CDialog& dialog, CExclusionList& exclusions, const CPluginInventory& inventory,
+                               CPluginListView& list, const CHostWindow& host, Visibility& visibility)
+    : m_dialog(dialog),
+      m_exclusions(exclusions),
+      m_inventory(inventory),
+      m_list(list),
+      m_host(host),
+      m_visibility(visibility) {}
+
+void CExclusionView::OnInitDialog() const {
+    m_dialog.Control<CButton>(IDC_SHOW_ENABLED).Check();
+    m_dialog.Item(IDC_EXCLUDE).SetText(LoadText(IDS_EXCLUDE_PLUGIN));
+    m_dialog.Item(IDC_EXCLUDE).Enable(m_list.CanExcludeSelection());
+    m_dialog.Item(IDC_SHOW_PERMANENT).Enable(false);
+}
+
+void CExclusionView::SetMode(VisibilityMode mode) {
+    const bool enabledShown = mode == VisibilityMode::Enabled;
+    m_visibility.mode = mode;
+    m_dialog.Item(IDC_EXCLUDE).SetText(LoadText(enabledShown ? IDS_EXCLUDE_PLUGIN : IDS_ENABLE_PLUGIN));
+    m_dialog.Item(IDC_SHOW_PERMANENT).Enable(!enabledShown);
+    m_list.Refill();
+}
+
+void CExclusionView::OnShowPermanent() {
+    m_visibility.showPermanent = m_dialog.Control<CButton>(IDC_SHOW_PERMANENT).IsChecked();
+    m_list.Refill();
+}
+
+void CExclusionView::OnExclude() {
+    TogglePluginExclusion();
+    m_exclusions.Load();
+    m_list.Refill();
+    m_host.Tell(kPluginsChanged);
+}
+
+bool CExclusionView::AskToRemoveMissing(const PluginListItem& item, const std::wstring& name,
+                                        Category category) const {
+    const std::wstring path = m_inventory.PathOf(item.clsid, category).value_or(L"");
+    if (::PathFileExistsW(path.c_str())) return false;
+    const std::wstring question = FormatText(LoadText(IDS_MISSING_FILE_QUESTION), name, path);
+    return ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+}
+
+bool CExclusionView::TogglePluginExclusion() {
+    const auto category = m_list.SelectedCategory();
+    if (!category) return false;
+    bool removed = false;
+    const CListBox plugins = m_list.Plugins();
+    // The rows are counted again each time: the question below lets other messages in.
+    for (int row = 0; row < plugins.Count(); ++row) {
+        const PluginListItem* item = plugins.IsSelected(row) ? m_list.ItemOf(row) : nullptr;
+        if (!item || IsPermanentlyExcluded(item->clsid)) continue;
+        const Guid clsid = item->clsid;
+        const std::wstring name = plugins.RowText(row);
+        if (AskToRemoveMissing(*item, name, *category)) {
+            UnregisterPlugin(clsid, *category);
+            removed = true;
+        } else if (m_visibility.mode == VisibilityMode::Enabled) {
+            CExclusionList::Exclude(clsid, name);
+        } else {
+            CExclusionList::Enable(clsid);
+        }
+    }
+    if (removed) m_list.EnumeratePlugins();
+    return true;
+}

@@ -1,0 +1,37 @@
+// The exclusion pane: what the list shows, and the button that excludes or enables.
+#pragma once
+
+#include "Dialog.h"
+#include "ExclusionList.h"
+#include "HostWindow.h"
+#include "PluginInventory.h"
+#include "PluginListView.h"
+#include "VisibilityRule.h"
+
+class CExclusionView {
+  public:
+    CExclusionView(CDialog& dialog, CExclusionList& exclusions, const CPluginInventory& inventory,
+                   CPluginListView& list, const CHostWindow& host, Visibility& visibility);
+
+    void OnInitDialog() const;
+    void OnExclude();
+    void OnShowEnabled() { SetMode(VisibilityMode::Enabled); }
+    void OnShowExcluded() { SetMode(VisibilityMode::Excluded); }
+    void OnShowPermanent();
+
+    /// Excludes or enables the selected plug-ins, asking about those whose file is gone. The list is not
+    /// refilled, unless a registration was removed. False when no category is selected.
+    bool TogglePluginExclusion();
+
+  private:
+    void SetMode(VisibilityMode mode);
+    /// Whether the plug-in's file is gone and the user wants its registration removed.
+    bool AskToRemoveMissing(const PluginListItem& item, const std::wstring& name, Category category) const;
+
+    CDialog& m_dialog;
+    CExclusionList& m_exclusions;
+    const CPluginInventory& m_inventory;
+    CPluginListView& m_list;
+    const CHostWindow& m_host;
+    Visibility& m_visibility;
+};

@@ -1,0 +1,53 @@
+#include "PluginDatabase.h"
+
+#include <utility>
+
+namespace {
+
+class CNameCollector final : public INames {
+  public:
+    explicit CNameCollector(NameMap& names) : m_names(names) {}
+
+    void STDMETHODCALLTYPE Add(const wchar_t* key, const wchar_t* name) override {
+        if (!key || !name) return;
+        try {
+            m_names.insert_or_assign(key, name);
+        } catch (...) {
+            // The caller is another module: it must not see an exception. The name is then missing.
+            ::OutputDebugStringW(L"A plug-in name was lost.\n");
+        }
+    }
+
+  private:
+    NameMap& m_names;
+};
+
+}  // namespace
+
+void CPluginDatabase::Open(const std::wstring& libraryPath) {
+    Close();
+    // Its own libraries may lie beside it, but nothing is looked for in the current folder.
+    m_library.Reset(::LoadLibraryExW(libraryPath.c_str(), nullptr,
+                                     LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32));
+    if (!m_library) return;
+    using CreateDatabaseFunction = IPluginDatabase*();
+    const auto create = reinterpret_cast<CreateDatabaseFunction*>(
+        reinterpret_cast<void*>(::GetProcAddress(m_library.Get(), "CreateDatabase")));
+    if (!create) {
+        m_library.Reset();
+        return;
+    }
+    m_database = create();
+}
+
+void CPluginDatabase::Close() {
+    if (auto* database = std::exchange(m_database, nullptr)) database->Destroy();
+    m_library.Reset();
+}
+
+NameMap CPluginDatabase::Names() const {
+    NameMap names;
+    CNameCollector collector(names);
+    if (m_database) m_database->FillNames(&collector);
+    return names;
+}

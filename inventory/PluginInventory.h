@@ -1,0 +1,42 @@
+// Everything that was found: the system's plug-ins and the VST inventory.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "PluginDatabase.h"
+#include "RegistrationIndex.h"
+#include "SystemSources.h"
+#include "VstInventory.h"
+
+class CPluginInventory {
+  public:
+    CPluginInventory(const std::wstring& vstKey, const CPluginDatabase& database)
+        : m_database(database), m_vst(vstKey) {}
+
+    /// The first step of an enumeration; whether the legacy adapter has an inventory.
+    bool ReadAdapterInventory() { return m_index.Adapter().Read(); }
+
+    /// Finds all plug-ins anew. Without `classified` nothing gets a category, and so nothing is listed. A
+    /// class id that does not parse ends it there: what was found before stays, and the VST records are those
+    /// of the time before.
+    void Enumerate(bool classified);
+
+    const std::vector<PluginEntry>& Entries() const { return m_entries; }
+    const CVstInventory& Vst() const { return m_vst; }
+    void Clear();
+
+    /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
+    std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
+
+  private:
+    /// False when the source broke off.
+    bool Append(FoundPlugins found, const NameMap& names, bool classified);
+
+    const CPluginDatabase& m_database;
+    CRegistrationIndex m_index;
+    std::vector<MonikerPtr> m_filters;   // one for each of the first entries
+    std::vector<PluginEntry> m_entries;  // filters, media objects, MIDI effects, control surfaces
+    CVstInventory m_vst;
+};

@@ -1,0 +1,212 @@
+#include "PluginListView.h"
+
+#include "PermanentExclusions.h"
+#include "PluginDetails.h"
+#include "PresetListMgr.h"
+#include "Resources.h"
+#include "TextFormat.h"
+
+namespace {
+
+/// About the length of a plug-in's name, for the list box's storage.
+constexpr int kTypicalNameCharacters = 24;
+
+}  // namespace
+
+void CCountedCaption::Attach(CWindow control) {
+    m_control = control;
+    m_caption = control.Text();
+}
+
+void CCountedCaption::ShowCount(unsigned count) const {
+    m_control.SetText(FormatText(L"%s (%d %s)", m_caption, count, LoadText(IDS_FOUND)));
+}
+
+CPluginListView::CPluginListView(CDialog& dialog, CPluginInventory& inventory,
+                                 const CExclusionList& exclusions, const Visibility& visibility,
+                                 const VstToolPaths& tools)
+    : m_dialog(dialog),
+      m_inventory(inventory),
+      m_exclusions(exclusions),
+      m_visibility(visibility),
+      m_tools(tools) {}
+
+void CPluginListView::OnInitDialog() {
+    m_categoriesCaption.Attach(m_dialog.Item(IDC_CATEGORIES_LABEL));
+    m_pluginsCaption.Attach(m_dialog.Item(IDC_PLUGINS_LABEL));
+    m_presetsCaption.Attach(m_dialog.Item(IDC_PRESETS_GROUP));
+}
+
+void CPluginListView::OnDestroy() {
+    ClearPlugins();
+    m_inventory.Clear();
+}
+
+void CPluginListView::EnumeratePlugins() {
+    const CWaitCursor wait;
+    const int selected = Categories().CurrentRow().value_or(0);
+    Categories().Clear();
+    m_categoriesCaption.ShowCount(0);
+    ClearPlugins();
+
+    FillCategories(m_inventory.ReadAdapterInventory());
+    const bool classified = Categories().SetCurrentRow(selected);
+    // Kept: the caption tells the size of the table, not the number of rows.
+    m_categoriesCaption.ShowCount(kCategories.size());
+    m_inventory.Enumerate(classified);
+}
+
+void CPluginListView::FillCategories(bool withLegacy) const {
+    const std::size_t rows = kCategoryListOrder.size() - (withLegacy ? 0 : kLegacyCategories);
+    for (std::size_t i = 0; i < rows; ++i) {
+        const int row = Categories().Add(LoadText(RowOf(kCategoryListOrder[i]).captionId));
+        Categories().SetData(row, static_cast<LPARAM>(kCategoryListOrder[i]));
+    }
+}
+
+std::optional<Category> CPluginListView::SelectedCategory() const {
+    const auto row = Categories().CurrentRow();
+    if (!row) return std::nullopt;
+    return static_cast<Category>(Categories().Data(*row));
+}
+
+void CPluginListView::ClearPlugins() {
+    Plugins().Clear();
+    m_items.clear();
+    m_pluginsCaption.ShowPlain();
+    CPluginDetails(m_dialog).Clear();
+}
+
+void CPluginListView::Refill() {
+    m_shown.reset();
+    RefreshPluginList();
+}
+
+void CPluginListView::RefreshPluginList() {
+    const auto category = SelectedCategory();
+    if (!category || category == m_shown) return;
+    m_shown = category;
+    IsVstCategory(*category) ? FillFromInventory(*category) : FillFromEntries(*category);
+    for (const int id : {IDC_IMPORT, IDC_EXPORT, IDC_MANAGE, IDC_ADD_PLUGIN}) m_dialog.Item(id).Enable(false);
+    CPluginDetails(m_dialog).ShowFieldsOf(*category);
+    ShowPanesOf(*category);
+    m_presetsCaption.ShowPlain();
+}
+
+bool CPluginListView::ShowsClsid(const Guid& clsid) const {
+    return IsListed(m_visibility, IsPermanentlyExcluded(clsid), m_exclusions.Contains(clsid));
+}
+
+void CPluginListView::AddRow(const std::wstring& name, const PluginListItem& item) {
+    const int row = Plugins().Add(name);
+    if (row >= 0) Plugins().SetData(row, reinterpret_cast<LPARAM>(&m_items.emplace_back(item)));
+}
+
+void CPluginListView::FillFromEntries(Category category) {
+    ClearPlugins();
+    const auto& entries = m_inventory.Entries();
+    if (entries.empty()) {
+        Plugins().Add(LoadText(IDS_NO_ENTRIES));
+        return;
+    }
+    const CRedrawLock noRedraw(Plugins());
+    const CWaitCursor wait;
+    Plugins().Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const PluginEntry& entry = entries[i];
+        if (entry.clsid.IsNull() || !entry.name || entry.category != category || !ShowsClsid(entry.clsid))
+            continue;
+        AddRow(*entry.name, {.sourceIndex = static_cast<unsigned>(i),
+                             .clsid = entry.clsid,
+                             .md5Clsid = {},
+                             .fromInventory = false,
+                             .isX64 = false,
+                             .category = category});
+    }
+    m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
+}
+
+void CPluginListView::FillFromInventory(Category category) {
+    ClearPlugins();
+    const auto& records = m_inventory.Vst().Records();
+    if (records.empty()) {
+        Plugins().Add(LoadText(IDS_NO_ENTRIES));
+        return;
+    }
+    // A VST stands in the map under both its ids and is listed under its plug-in id; a VST3 is listed under
+    // each.
+    const bool skipMd5 = category == Category::VstEffects || category == Category::VstInstruments;
+    const CRedrawLock noRedraw(Plugins());
+    const CWaitCursor wait;
+    Plugins().Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
+    for (const auto& [clsid, record] : records) {
+        if (clsid.IsNull() || record.name.empty() || (skipMd5 && clsid == record.md5Clsid)) continue;
+        if (record.category != category || !ShowsClsid(clsid)) continue;
+        AddRow(record.name, {.sourceIndex = 0,
+                             .clsid = clsid,
+                             .md5Clsid = record.md5Clsid,
+                             .fromInventory = true,
+                             .isX64 = record.isX64,
+                             .category = category});
+    }
+    m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
+}
+
+PaneState CPluginListView::StateOf(Category category) const {
+    return {.category = category,
+            .mode = m_visibility.mode,
+            .selectedRows = Plugins().SelectedCount(),
+            .presets = 0,
+            .scannerExists = m_tools.ScannerExists(),
+            .adapterProgramExists = m_tools.AdapterProgramExists()};
+}
+
+bool CPluginListView::CanExcludeSelection() const {
+    const auto category = SelectedCategory();
+    return category && CanExclude(StateOf(*category));
+}
+
+void CPluginListView::ShowPanesOf(Category category) const {
+    const bool legacy = IsLegacyWrapped(category);
+    for (const int id : {IDC_VST_GROUP, IDC_VST_OPTIONS, IDC_VST_PROPERTIES, IDC_VST_SCAN}) {
+        m_dialog.Item(id).Show(!legacy);
+    }
+    for (const int id : {IDC_ADAPTER_GROUP, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES})
+        m_dialog.Item(id).Show(legacy);
+
+    const ButtonsAfterFill buttons = AfterFill(StateOf(category));
+    m_dialog.Item(IDC_VST_OPTIONS).Enable(buttons.vstOptions);
+    m_dialog.Item(IDC_VST_SCAN).Enable(buttons.vstScan);
+    m_dialog.Item(IDC_VST_PROPERTIES).Enable(buttons.vstProperties);
+    m_dialog.Item(IDC_ADAPTER_WIZARD).Enable(buttons.adapterWizard);
+    m_dialog.Item(IDC_ADAPTER_PROPERTIES).Enable(buttons.adapterProperties);
+    m_dialog.Item(IDC_EXCLUDE).Enable(buttons.exclude);
+}
+
+void CPluginListView::OnSelectionChanged() {
+    const auto category = SelectedCategory();
+    if (!category) return;
+    std::vector<const PluginListItem*> items;
+    for (const int row : Plugins().SelectedRows()) {
+        if (const PluginListItem* item = ItemOf(row)) items.push_back(item);
+    }
+    if (items.empty()) return;
+
+    PaneState state = StateOf(*category);
+    for (const PluginListItem* item : items) {
+        state.presets += CPresetListMgr(item->clsid, RowOf(*category).guid, {}).CountPresets();
+    }
+    const ButtonsAfterSelection buttons = AfterSelection(state);
+    m_dialog.Item(IDC_IMPORT).Enable();
+    m_dialog.Item(IDC_EXPORT).Enable(buttons.exportPresets);
+    m_dialog.Item(IDC_MANAGE).Enable(buttons.managePresets);
+    m_dialog.Item(IDC_EXCLUDE).Enable(buttons.exclude);
+    m_dialog.Item(IDC_VST_PROPERTIES).Enable(buttons.vstProperties);
+    m_dialog.Item(IDC_ADAPTER_PROPERTIES).Enable(buttons.adapterProperties);
+    m_dialog.Item(IDC_ADD_PLUGIN).Enable(buttons.addPlugin);
+
+    const CPluginDetails details(m_dialog);
+    items.size() == 1 ? details.ShowPlugin(m_inventory, *items.front(), *category)
+                      : details.ShowSeveral(*category);
+    m_presetsCaption.Show(state.presets);
+}

@@ -1,0 +1,77 @@
+// The category list and the plug-in list, their captions, and which panes go with a category.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ButtonRules.h"
+#include "Dialog.h"
+#include "ExclusionList.h"
+#include "PluginInventory.h"
+#include "PluginRecords.h"
+#include "VisibilityRule.h"
+#include "VstToolPaths.h"
+
+/// A caption as the template has it, and with a count: "Registered Plug-ins (12 found)".
+class CCountedCaption {
+  public:
+    void Attach(CWindow control);
+    void ShowPlain() const { m_control.SetText(m_caption); }
+    void ShowCount(unsigned count) const;
+    /// The count when there is anything to count, else the plain caption.
+    void Show(unsigned count) const { count == 0 ? ShowPlain() : ShowCount(count); }
+
+  private:
+    CWindow m_control;
+    std::wstring m_caption;
+};
+
+class CPluginListView {
+  public:
+    CPluginListView(CDialog& dialog, CPluginInventory& inventory, const CExclusionList& exclusions,
+                    const Visibility& visibility, const VstToolPaths& tools);
+
+    void OnInitDialog();
+    void OnDestroy();
+
+    /// Finds all plug-ins anew and fills the category list; the plug-in list stays empty until it is
+    /// refilled.
+    void EnumeratePlugins();
+    /// The user chose a category; the one that is shown already is not filled again.
+    void RefreshPluginList();
+    /// Fills the plug-in list even if its category is shown already.
+    void Refill();
+    /// The user selected plug-ins.
+    void OnSelectionChanged();
+
+    std::optional<Category> SelectedCategory() const;
+    CListBox Plugins() const { return m_dialog.Control<CListBox>(IDC_PLUGINS); }
+    /// Null for the row that says that there are no entries.
+    const PluginListItem* ItemOf(int row) const { return Plugins().ItemOf<PluginListItem>(row); }
+    bool CanExcludeSelection() const;
+
+  private:
+    CListBox Categories() const { return m_dialog.Control<CListBox>(IDC_CATEGORIES); }
+    void FillCategories(bool withLegacy) const;
+    void ClearPlugins();
+    bool ShowsClsid(const Guid& clsid) const;
+    void AddRow(const std::wstring& name, const PluginListItem& item);
+    void FillFromEntries(Category category);
+    void FillFromInventory(Category category);
+    void ShowPanesOf(Category category) const;
+    PaneState StateOf(Category category) const;
+
+    CDialog& m_dialog;
+    CPluginInventory& m_inventory;
+    const CExclusionList& m_exclusions;
+    const Visibility& m_visibility;
+    const VstToolPaths& m_tools;
+
+    CCountedCaption m_categoriesCaption;
+    CCountedCaption m_pluginsCaption;
+    CCountedCaption m_presetsCaption;
+    std::optional<Category> m_shown;     // nothing: the next refresh fills, whatever is selected
+    std::deque<PluginListItem> m_items;  // the rows' data; a deque keeps its places
+};

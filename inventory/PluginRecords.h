@@ -1,0 +1,45 @@
+// What is known of the plug-ins that were found.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "Classification.h"
+#include "Guid.h"
+
+/// A plug-in registered with the system: a filter, a media object, a MIDI effect or a control surface.
+struct PluginEntry {
+    Guid clsid;
+    std::optional<std::wstring> name;
+    std::optional<Category> category;  // nothing: listed nowhere
+};
+
+/// A usable entry of the VST inventory.
+struct VstInventoryRecord {
+    std::wstring path;
+    std::wstring name;
+    std::wstring vendor;
+    int uniqueId = 0;
+    bool isX64 = false;
+    VstKind kind;
+    Guid clsid;
+    Guid md5Clsid;
+    std::optional<Category> category;
+};
+
+/// Each record stands here twice, under its plug-in class id and under its MD5 class id.
+using VstInventoryMap = std::map<Guid, VstInventoryRecord, GuidByteOrder>;
+
+/// Display names of the host's database, by class id text.
+using NameMap = std::map<std::wstring, std::wstring>;
+
+/// What a row of the plug-in list stands for.
+struct PluginListItem {
+    unsigned sourceIndex = 0;  // in the entry array; 0 for inventory rows
+    Guid clsid;
+    Guid md5Clsid;  // null for rows that are not of the inventory
+    bool fromInventory = false;
+    bool isX64 = false;
+    Category category = Category::DirectXEffects;  // the one shown when the row was added
+};

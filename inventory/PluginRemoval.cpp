@@ -1,0 +1,30 @@
+#include "PluginRemoval.h"
+
+#include <windows.h>
+
+#include <dmo.h>
+#include <strmif.h>
+#include <uuids.h>
+
+#include <string>
+#include <wrl/client.h>
+
+#include "ClsidText.h"
+#include "RegKey.h"
+#include "RegistrationIndex.h"
+
+void UnregisterPlugin(const Guid& clsid, Category category) {
+    if (category == Category::MediaObjects) {
+        ::DMOUnregister(ToSystem(clsid), DMOCATEGORY_AUDIO_EFFECT);
+        return;
+    }
+    // The older interface of the mapper: it removes a filter from every category at once.
+    Microsoft::WRL::ComPtr<IFilterMapper> mapper;
+    if (SUCCEEDED(
+            ::CoCreateInstance(CLSID_FilterMapper, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper)))) {
+        mapper->UnregisterFilter(ToSystem(clsid));
+    }
+    if (category == Category::DirectXInstruments) {
+        CRegKey::DeleteTree(HKEY_CLASSES_ROOT, std::wstring(kSoftSynthsKey) + L"\\" + ClsidText(clsid));
+    }
+}

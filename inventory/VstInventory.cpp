@@ -1,0 +1,92 @@
+#include "VstInventory.h"
+
+#include <vector>
+
+#include "ClsidText.h"
+#include "SystemSources.h"
+#include "VstEntryRules.h"
+
+namespace {
+
+/// The longest name or vendor, in bytes.
+constexpr std::size_t kNameBytes = 2048;
+
+/// Every value once; an absent or malformed one leaves its field empty.
+VstEntry ReadEntry(const CRegKey& key) {
+    return {
+        .kind = {.isVst = key.IsSet(L"isVst"),
+                 .isVst3 = key.IsSet(L"isVst3"),
+                 .registerAsSynth = key.IsSet(L"registerAsSynth")},
+        .isShell = key.IsSet(L"isShell"),
+        .isShellRoot = key.IsSet(L"isShellRoot"),
+        .isBad = key.IsSet(L"isBad"),
+        .isX64 = key.IsSet(L"isX64"),
+        .uniqueId = static_cast<int>(key.ReadDword(L"uniqueId").value_or(0)),
+        .clsidPlug = key.ReadString(L"clsidPlug"),
+        .clsidPlugMd5 = key.ReadString(L"clsidPlugMD5"),
+        .fullPath = key.ReadPath(L"FullPath"),
+        .fullName = key.ReadString(L"FullName", kNameBytes).value_or(L""),
+        .vendor = key.ReadString(L"Vendor", kNameBytes).value_or(L""),
+    };
+}
+
+/// A text that is no class id gives the null id.
+Guid ClsidOrNull(const std::optional<std::wstring>& text) {
+    return text ? ParseClsid(*text).value_or(Guid{}) : Guid{};
+}
+
+VstInventoryRecord RecordOf(const VstEntry& entry, const NameMap& names, bool classified) {
+    const auto known = entry.clsidPlugMd5 ? FindName(names, *entry.clsidPlugMd5) : std::nullopt;
+    VstInventoryRecord record{
+        .path = *entry.fullPath,
+        .name = known.value_or(entry.fullName),
+        .vendor = entry.vendor,
+        .uniqueId = entry.uniqueId,
+        .isX64 = entry.isX64,
+        .kind = entry.kind,
+        .clsid = ClsidOrNull(entry.clsidPlug),
+        .md5Clsid = ClsidOrNull(entry.clsidPlugMd5),
+        .category = std::nullopt,
+    };
+    if (classified) record.category = ClassifyPluginCategory(entry.kind);
+    return record;
+}
+
+}  // namespace
+
+void CVstInventory::Read(const NameMap& names, bool classified) {
+    m_records.clear();
+    const auto inventory = CRegKey::Open(HKEY_CURRENT_USER, m_path, KEY_ALL_ACCESS);
+    if (!inventory) return;
+    std::vector<VstEntry> entries;
+    CTwinIndex twins;
+    for (const std::wstring& name : inventory->SubkeyNames()) {
+        const auto key = inventory->OpenSubkey(name, KEY_ALL_ACCESS);
+        if (!key) continue;
+        twins.Add(entries.emplace_back(ReadEntry(*key)));
+    }
+    for (const VstEntry& entry : entries) {
+        if (!IsUsable(entry) || twins.Hides(entry)) continue;
+        const VstInventoryRecord record = RecordOf(entry, names, classified);
+        m_records.insert_or_assign(record.md5Clsid, record);
+        m_records.insert_or_assign(record.clsid, record);
+    }
+}
+
+const VstInventoryRecord* CVstInventory::Find(const Guid& clsid) const {
+    const auto found = m_records.find(clsid);
+    return found == m_records.end() ? nullptr : &found->second;
+}
+
+std::optional<CRegKey> CVstInventory::OpenEntry(const std::wstring& clsid) const {
+    const auto inventory = CRegKey::Open(HKEY_CURRENT_USER, m_path);
+    if (!inventory) return std::nullopt;
+    for (const std::wstring& name : inventory->SubkeyNames()) {
+        auto entry = inventory->OpenSubkey(name, KEY_ALL_ACCESS);
+        if (entry &&
+            (entry->ReadString(L"clsidPlugMD5") == clsid || entry->ReadString(L"clsidPlug") == clsid)) {
+            return entry;
+        }
+    }
+    return std::nullopt;
+}

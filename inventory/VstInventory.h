@@ -1,0 +1,31 @@
+// The VST plug-ins that the host's scanner recorded in the current user's registry.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "PluginRecords.h"
+#include "RegKey.h"
+
+inline constexpr wchar_t kDefaultVstKey[] = L"Software\\Corvane Music Software\\Corvane VST";
+
+class CVstInventory {
+  public:
+    /// `vstKey` is below the current user's root; the inventory is its subkey "Inventory".
+    explicit CVstInventory(const std::wstring& vstKey) : m_path(vstKey + L"\\Inventory") {}
+
+    /// Replaces the records by the usable entries of the key. A name in `names` under an entry's MD5 class id
+    /// goes before the entry's own. Without `classified` the records get no category.
+    void Read(const NameMap& names, bool classified);
+
+    const VstInventoryMap& Records() const { return m_records; }
+    /// Under either of its class ids; null when there is none.
+    const VstInventoryRecord* Find(const Guid& clsid) const;
+
+    /// The entry in the registry with this class id text as its MD5 or plug-in class id, usable or not.
+    std::optional<CRegKey> OpenEntry(const std::wstring& clsid) const;
+
+  private:
+    std::wstring m_path;
+    VstInventoryMap m_records;
+};

@@ -1,0 +1,57 @@
+#include "PresetListMgr.h"
+
+#include "ClsidText.h"
+
+namespace {
+
+constexpr REGSAM kReadWrite = KEY_READ | KEY_WRITE;
+
+/// The longest preset name that is read back.
+constexpr DWORD kMaxPresetName = 519;
+
+constexpr wchar_t kAudioRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets";
+constexpr wchar_t kMidiRoot[] = L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\Presets";
+constexpr wchar_t kSurfaceRoot[] = L"SOFTWARE\\Corvane Music Software\\ControlSurfaces\\Presets";
+
+struct StoreRoot {
+    Guid category;
+    const wchar_t* path;
+};
+
+constexpr StoreRoot kStoreRoots[] = {
+    {"{083863F1-70DE-11D0-BD40-00A0C911CE86}"_guid, kAudioRoot},    // DirectX effects
+    {"{F2B30048-71CC-4182-A042-5F9719265B2D}"_guid, kAudioRoot},    // DirectX instruments
+    {"{018A6D0F-344A-40DF-864C-3D83A94844E4}"_guid, kAudioRoot},    // DirectX media objects
+    {"{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid, kAudioRoot},    // VST effects
+    {"{FDB0F208-FD06-4195-BC36-4BC5AFC89581}"_guid, kAudioRoot},    // VST instruments
+    {"{5B3CB5A1-2452-4C7B-A445-0A84580F9D7C}"_guid, kAudioRoot},    // VST3 effects
+    {"{8D3D44A4-FB4A-4E34-AF6D-910531720233}"_guid, kAudioRoot},    // VST3 instruments
+    {"{2BB55B37-EAF2-434F-B82E-AEA2156366CF}"_guid, kAudioRoot},    // legacy wrapped VST effects
+    {"{A21768E5-211E-4A57-98D6-F32D57061A1A}"_guid, kAudioRoot},    // legacy wrapped VST instruments
+    {"{EA928480-B8A3-43C0-8FA0-CCAD36569849}"_guid, kMidiRoot},     // MIDI effects
+    {"{E26F299E-B4BC-49E6-99BF-275210DDC844}"_guid, kSurfaceRoot},  // control surfaces
+};
+
+}  // namespace
+
+std::optional<CRegKey> CPresetListMgr::OpenStoreRoot(bool create) const {
+    for (const StoreRoot& root : kStoreRoots) {
+        if (root.category != m_category) continue;
+        return create ? CRegKey::Create(HKEY_CURRENT_USER, root.path, kReadWrite)
+                      : CRegKey::Open(HKEY_CURRENT_USER, root.path, kReadWrite);
+    }
+    return std::nullopt;
+}
+
+std::optional<CRegKey> CPresetListMgr::OpenPluginKey(bool create) const {
+    const auto root = OpenStoreRoot(create);
+    if (!root) return std::nullopt;
+    return create ? root->CreateSubkey(ClsidText(m_clsid), kReadWrite)
+                  : root->OpenSubkey(ClsidText(m_clsid), kReadWrite);
+}
+
+unsigned CPresetListMgr::CountPresets() {
+    const auto key = OpenPluginKey(false);
+    m_count = key ? key->CountValues(kMaxPresetName) : 0;
+    return m_count;
+}
