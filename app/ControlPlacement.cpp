@@ -27,7 +27,13 @@ void CControlPlacement::Record(const CDialog& dialog) {
 void CControlPlacement::Apply(const CDialog& dialog) const {
     if (!Recorded()) return;
     const auto places = PlaceControls(*Recorded(), ClientSize(dialog));
-    CGeometryBatch batch(kExpectedControls);
-    for (std::size_t i = 0; i < places.size(); ++i)
-        batch.Move(dialog.Item(PlacedControls()[i]).Handle(), places[i]);
+    {
+        CGeometryBatch batch(kExpectedControls);
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            batch.Move(dialog.Item(PlacedControls()[i]).Handle(), places[i]);
+        }
+    }
+    // Group boxes show the dialog's background, so the dialog does not clip its children, and what it erases
+    // where it has grown takes controls with it.
+    ::RedrawWindow(dialog.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

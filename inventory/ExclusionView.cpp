@@ -59,7 +59,7 @@ bool CExclusionView::TogglePluginExclusion() {
     const CListBox plugins = m_list.Plugins();
     // The rows are counted again each time: the question below lets other messages in.
     for (int row = 0; row < plugins.Count(); ++row) {
-        const PluginListItem* item = plugins.IsSelected(row) ? m_list.ItemOf(row) : nullptr;
+        const auto* item = plugins.IsSelected(row) ? plugins.ItemOf<PluginListItem>(row) : nullptr;
         if (!item || IsPermanentlyExcluded(item->clsid)) continue;
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);

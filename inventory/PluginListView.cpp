@@ -97,31 +97,33 @@ bool CPluginListView::ShowsClsid(const Guid& clsid) const {
     return IsListed(m_visibility, IsPermanentlyExcluded(clsid), m_exclusions.Contains(clsid));
 }
 
-void CPluginListView::AddRow(const std::wstring& name, const PluginListItem& item) {
-    const int row = Plugins().Add(name);
-    if (row >= 0) Plugins().SetData(row, reinterpret_cast<LPARAM>(&m_items.emplace_back(item)));
+void CPluginListView::AddRow(CListBox plugins, const std::wstring& name, const PluginListItem& item) {
+    const int row = plugins.Add(name);
+    if (row >= 0) plugins.SetData(row, reinterpret_cast<LPARAM>(&m_items.emplace_back(item)));
 }
 
 void CPluginListView::FillFromEntries(Category category) {
     ClearPlugins();
     const auto& entries = m_inventory.Entries();
+    const CListBox plugins = Plugins();  // looked up once: that costs more than adding a row
     if (entries.empty()) {
-        Plugins().Add(LoadText(IDS_NO_ENTRIES));
+        plugins.Add(LoadText(IDS_NO_ENTRIES));
         return;
     }
-    const CRedrawLock noRedraw(Plugins());
+    const CRedrawLock noRedraw(plugins);
     const CWaitCursor wait;
-    Plugins().Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
+    plugins.Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const PluginEntry& entry = entries[i];
         if (entry.clsid.IsNull() || !entry.name || entry.category != category || !ShowsClsid(entry.clsid))
             continue;
-        AddRow(*entry.name, {.sourceIndex = static_cast<unsigned>(i),
-                             .clsid = entry.clsid,
-                             .md5Clsid = {},
-                             .fromInventory = false,
-                             .isX64 = false,
-                             .category = category});
+        AddRow(plugins, *entry.name,
+               {.sourceIndex = static_cast<unsigned>(i),
+                .clsid = entry.clsid,
+                .md5Clsid = {},
+                .fromInventory = false,
+                .isX64 = false,
+                .category = category});
     }
     m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
 }
@@ -129,25 +131,27 @@ void CPluginListView::FillFromEntries(Category category) {
 void CPluginListView::FillFromInventory(Category category) {
     ClearPlugins();
     const auto& records = m_inventory.Vst().Records();
+    const CListBox plugins = Plugins();
     if (records.empty()) {
-        Plugins().Add(LoadText(IDS_NO_ENTRIES));
+        plugins.Add(LoadText(IDS_NO_ENTRIES));
         return;
     }
     // A VST stands in the map under both its ids and is listed under its plug-in id; a VST3 is listed under
     // each.
     const bool skipMd5 = category == Category::VstEffects || category == Category::VstInstruments;
-    const CRedrawLock noRedraw(Plugins());
+    const CRedrawLock noRedraw(plugins);
     const CWaitCursor wait;
-    Plugins().Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
+    plugins.Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
     for (const auto& [clsid, record] : records) {
         if (clsid.IsNull() || record.name.empty() || (skipMd5 && clsid == record.md5Clsid)) continue;
         if (record.category != category || !ShowsClsid(clsid)) continue;
-        AddRow(record.name, {.sourceIndex = 0,
-                             .clsid = clsid,
-                             .md5Clsid = record.md5Clsid,
-                             .fromInventory = true,
-                             .isX64 = record.isX64,
-                             .category = category});
+        AddRow(plugins, record.name,
+               {.sourceIndex = 0,
+                .clsid = clsid,
+                .md5Clsid = record.md5Clsid,
+                .fromInventory = true,
+                .isX64 = record.isX64,
+                .category = category});
     }
     m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
 }
@@ -187,8 +191,9 @@ void CPluginListView::OnSelectionChanged() {
     const auto category = SelectedCategory();
     if (!category) return;
     std::vector<const PluginListItem*> items;
-    for (const int row : Plugins().SelectedRows()) {
-        if (const PluginListItem* item = ItemOf(row)) items.push_back(item);
+    const CListBox plugins = Plugins();
+    for (const int row : plugins.SelectedRows()) {
+        if (const auto* item = plugins.ItemOf<PluginListItem>(row)) items.push_back(item);
     }
     if (items.empty()) return;
 

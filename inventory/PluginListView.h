@@ -47,9 +47,8 @@ class CPluginListView {
     void OnSelectionChanged();
 
     std::optional<Category> SelectedCategory() const;
+    /// An item of a row is a PluginListItem, null for the row that says that there are no entries.
     CListBox Plugins() const { return m_dialog.Control<CListBox>(IDC_PLUGINS); }
-    /// Null for the row that says that there are no entries.
-    const PluginListItem* ItemOf(int row) const { return Plugins().ItemOf<PluginListItem>(row); }
     bool CanExcludeSelection() const;
 
   private:
@@ -57,7 +56,7 @@ class CPluginListView {
     void FillCategories(bool withLegacy) const;
     void ClearPlugins();
     bool ShowsClsid(const Guid& clsid) const;
-    void AddRow(const std::wstring& name, const PluginListItem& item);
+    void AddRow(CListBox plugins, const std::wstring& name, const PluginListItem& item);
     void FillFromEntries(Category category);
     void FillFromInventory(Category category);
     void ShowPanesOf(Category category) const;

@@ -18,11 +18,13 @@ void UnregisterPlugin(const Guid& clsid, Category category) {
         ::DMOUnregister(ToSystem(clsid), DMOCATEGORY_AUDIO_EFFECT);
         return;
     }
-    // The older interface of the mapper: it removes a filter from every category at once.
     Microsoft::WRL::ComPtr<IFilterMapper> mapper;
     if (SUCCEEDED(
             ::CoCreateInstance(CLSID_FilterMapper, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper)))) {
         mapper->UnregisterFilter(ToSystem(clsid));
+        // Not every mapper's older interface sees what was registered through the newer one.
+        Microsoft::WRL::ComPtr<IFilterMapper2> newer;
+        if (SUCCEEDED(mapper.As(&newer))) newer->UnregisterFilter(nullptr, nullptr, ToSystem(clsid));
     }
     if (category == Category::DirectXInstruments) {
         CRegKey::DeleteTree(HKEY_CLASSES_ROOT, std::wstring(kSoftSynthsKey) + L"\\" + ClsidText(clsid));

@@ -1,0 +1,230 @@
+#include "EnumerationBench.h"
+
+#include <windows.h>
+
+#include <dmo.h>
+#include <strmif.h>
+#include <uuids.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <ole2.h>
+#include <string>
+#include <vector>
+#include <wrl/client.h>
+
+#include "Dialog.h"
+#include "ExclusionList.h"
+#include "Measure.h"
+#include "PluginInventory.h"
+#include "PluginListView.h"
+#include "Studio.h"
+#include "VstToolPaths.h"
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+constexpr int kRuns = 7;
+constexpr std::array kSizes = {500, 1000, 2000, 4000};
+
+// The floor: the same questions to the system, each once, with nothing done to the answers.
+
+HKEY BareOpen(HKEY root, const wchar_t* path, REGSAM access = KEY_READ) {
+    HKEY key = nullptr;
+    ::RegOpenKeyExW(root, path, 0, access, &key);
+    return key;
+}
+
+template <typename TWork>
+void BareSubkeys(HKEY key, TWork&& work) {
+    std::array<wchar_t, 260> name;
+    for (DWORD index = 0;; ++index) {
+        DWORD length = name.size();
+        if (::RegEnumKeyExW(key, index, name.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS)
+            return;
+        work(name.data());
+    }
+}
+
+template <std::size_t N>
+void BareValues(HKEY parent, const wchar_t* subkey, REGSAM access,
+                const std::array<const wchar_t*, N>& values) {
+    const HKEY key = BareOpen(parent, subkey, access);
+    std::array<BYTE, 520> data;
+    for (const wchar_t* value : values) {
+        DWORD size = data.size();
+        ::RegQueryValueExW(key, value, nullptr, nullptr, data.data(), &size);
+    }
+    ::RegCloseKey(key);
+}
+
+void BareDmoName(const GUID& clsid) {
+    std::array<wchar_t, 80> name;
+    ::DMOGetName(clsid, name.data());
+}
+
+void BareKeyNames(HKEY root, const wchar_t* path, bool asPlugins) {
+    const HKEY key = BareOpen(root, path);
+    BareSubkeys(key, [asPlugins](const wchar_t* name) {
+        GUID clsid{};
+        ::CLSIDFromString(name, &clsid);
+        if (asPlugins) BareDmoName(clsid);
+    });
+    ::RegCloseKey(key);
+}
+
+void BareFilters() {
+    ComPtr<IFilterMapper2> mapper;
+    ::CoCreateInstance(CLSID_FilterMapper2, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper));
+    const std::array<GUID, 2> audio = {MEDIATYPE_Audio, GUID{}};
+    ComPtr<IEnumMoniker> enumerator;
+    mapper->EnumMatchingFilters(&enumerator, 0, FALSE, 0, TRUE, 1, audio.data(), nullptr, nullptr, FALSE,
+                                TRUE, 0, nullptr, nullptr, nullptr);
+    std::vector<IMoniker*> monikers(kMaxEntries);
+    ULONG count = 0;
+    enumerator->Next(static_cast<ULONG>(monikers.size()), monikers.data(), &count);
+    for (ULONG i = 0; i < count; ++i) {
+        ComPtr<IMoniker> moniker;
+        moniker.Attach(monikers[i]);
+        ComPtr<IPropertyBag> bag;
+        moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag));
+        GUID clsid{};
+        for (const wchar_t* property : {L"FriendlyName", L"CLSID"}) {
+            VARIANT value;
+            ::VariantInit(&value);
+            if (SUCCEEDED(bag->Read(property, &value, nullptr)) && value.vt == VT_BSTR && *property == L'C') {
+                ::CLSIDFromString(value.bstrVal, &clsid);
+            }
+            ::VariantClear(&value);
+        }
+        BareDmoName(clsid);
+    }
+}
+
+void BareMediaObjects() {
+    ComPtr<IEnumDMO> enumerator;
+    ::DMOEnum(DMOCATEGORY_AUDIO_EFFECT, DMO_ENUMF_INCLUDE_KEYED, 0, nullptr, 0, nullptr, &enumerator);
+    std::vector<CLSID> clsids(kMaxEntries);
+    std::vector<wchar_t*> names(kMaxEntries);
+    DWORD count = 0;
+    enumerator->Next(static_cast<DWORD>(clsids.size()), clsids.data(), names.data(), &count);
+    for (DWORD i = 0; i < count; ++i) {
+        ::CoTaskMemFree(names[i]);
+        BareDmoName(clsids[i]);
+    }
+}
+
+void BareMidiNames() {
+    const HKEY key = BareOpen(HKEY_LOCAL_MACHINE, kMidiFiltersKey);
+    BareSubkeys(key, [](const wchar_t* name) {
+        GUID clsid{};
+        ::CLSIDFromString(name, &clsid);
+        wchar_t* userType = nullptr;
+        ::OleRegGetUserType(clsid, USERCLASSTYPE_FULL, &userType);
+        ::CoTaskMemFree(userType);
+        BareDmoName(clsid);
+    });
+    ::RegCloseKey(key);
+}
+
+void BareControlSurfaces() {
+    const HKEY key = BareOpen(HKEY_CLASSES_ROOT, kControlSurfacesKey);
+    BareSubkeys(key, [key](const wchar_t* name) {
+        BareValues(key, name, KEY_READ, std::array{L"Description"});
+        GUID clsid{};
+        ::CLSIDFromString(name, &clsid);
+        BareDmoName(clsid);
+    });
+    ::RegCloseKey(key);
+}
+
+void BareInventory(HKEY root, const std::wstring& path, REGSAM access, const auto& values) {
+    const HKEY key = BareOpen(root, path.c_str(), access);
+    BareSubkeys(key, [&](const wchar_t* name) { BareValues(key, name, access, values); });
+    ::RegCloseKey(key);
+}
+
+void BareEnumeration() {
+    static constexpr std::array kAdapterValues = {L"clsidPlug", L"FullPath", L"isVst", L"registerAsSynth"};
+    static constexpr std::array kVstValues = {
+        L"isVst",    L"isVst3",    L"registerAsSynth", L"isShell",  L"isShellRoot", L"isBad", L"isX64",
+        L"uniqueId", L"clsidPlug", L"clsidPlugMD5",    L"FullPath", L"FullName",    L"Vendor"};
+    BareInventory(HKEY_LOCAL_MACHINE, std::wstring(kAdapterKey) + L"\\Inventory", KEY_READ, kAdapterValues);
+    BareKeyNames(HKEY_CLASSES_ROOT, kSoftSynthsKey, false);
+    BareFilters();
+    BareMediaObjects();
+    BareMidiNames();
+    BareControlSurfaces();
+    BareInventory(HKEY_CURRENT_USER, std::wstring(kDefaultVstKey) + L"\\Inventory", KEY_ALL_ACCESS,
+                  kVstValues);
+}
+
+class CHiddenDialog : public CDialog {
+  public:
+    CHiddenDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
+};
+
+void FillBare(CListBox list, const std::vector<std::wstring>& names) {
+    list.Clear();
+    const CRedrawLock noRedraw(list);
+    list.Reserve(static_cast<int>(names.size()), 24);
+    for (const std::wstring& name : names) list.SetData(list.Add(name), 1);
+}
+
+}  // namespace
+
+void BenchEnumeration() {
+    const CPluginDatabase noDatabase;
+    CPluginInventory inventory(kDefaultVstKey, noDatabase);
+    std::vector<double> perItem;
+    double lastRatio = 0;
+    for (const int size : kSizes) {
+        GrowStudio(size);
+        const auto result = Compare(
+            kRuns,
+            [&] {
+                inventory.ReadAdapterInventory();
+                inventory.Enumerate(true);
+            },
+            BareEnumeration);
+        PrintRow("EnumeratePlugins", size, result);
+        perItem.push_back(result.ours / size);
+        lastRatio = result.Ratio();
+    }
+    std::printf(
+        "  %zu entries, %zu VST records; ratio at %d: %.2f (aim 1.50); time per plug-in, %d to %d: %.2f (aim "
+        "1.20)\n",
+        inventory.Entries().size(), inventory.Vst().Records().size(), kSizes.back(), lastRatio, kSizes.back(),
+        kSizes.front(), perItem.back() / perItem.front());
+}
+
+void BenchCategorySwitch() {
+    constexpr int kRows = 2000;
+    GrowVstInventory(kRows * 20 / 19 + 20);
+    const CPluginDatabase noDatabase;
+    CPluginInventory inventory(kDefaultVstKey, noDatabase);
+    const CExclusionList exclusions;
+    const Visibility visibility;
+    const VstToolPaths tools;
+    CHiddenDialog dialog;
+    CPluginListView view(dialog, inventory, exclusions, visibility, tools);
+    if (!dialog.CreateModeless(nullptr)) return;
+    view.OnInitDialog();
+    view.EnumeratePlugins();
+    const auto categories = dialog.Control<CListBox>(IDC_CATEGORIES);
+    categories.SetCurrentRow(1);
+    view.Refill();
+    std::vector<std::wstring> names;
+    for (const auto& [clsid, record] : inventory.Vst().Records()) {
+        if (clsid != record.md5Clsid) names.push_back(record.name);
+    }
+    const int rows = view.Plugins().Count();
+    const auto result = Compare(
+        kRuns, [&] { view.Refill(); }, [&] { FillBare(view.Plugins(), names); });
+    PrintRow("category switch", rows, result);
+    std::printf("  ratio %.2f (aim 1.30)\n", result.Ratio());
+    view.OnDestroy();
+}

@@ -1,0 +1,23 @@
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <cstdio>
+
+#include "EnumerationBench.h"
+#include "Measure.h"
+#include "Studio.h"
+
+int wmain() {
+    if (!IsBenchRegistry()) {
+        std::puts(
+            "The bench fills the registry: it runs only in a prefix that scripts/bench.sh has made for it.");
+        return 1;
+    }
+    if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+    PrintHeader();
+    BenchEnumeration();
+    BenchCategorySwitch();
+    ::CoUninitialize();
+    return 0;
+}

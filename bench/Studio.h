@@ -1,0 +1,14 @@
+// Registrations to measure with. They go to the machine's real registry, so the bench runs in a prefix of its
+// own.
+#pragma once
+
+/// Whether this registry was marked as one that may be filled.
+bool IsBenchRegistry();
+
+/// Adds registrations until there are `total`: an eighth each of filters, media objects, MIDI effects and
+/// control surfaces, half VST inventory entries, every twentieth of which is the hidden 32-bit twin of the
+/// one before. With the first call, an adapter inventory of 200.
+void GrowStudio(int total);
+
+/// Adds VST effects until the inventory has this many entries.
+void GrowVstInventory(int entries);

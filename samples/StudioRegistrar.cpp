@@ -1,0 +1,188 @@
+// Registers the sample studio's filters and media objects, and lays down placeholders for the files that the
+// studio's registrations name. Load studio.reg first. "--remove" takes all of that away again.
+#include <windows.h>
+
+#include <dmo.h>
+#include <dshow.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <vector>
+#include <wrl/client.h>
+
+#include "StudioTables.h"
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using studio::Kind;
+using studio::Plugin;
+
+constexpr wchar_t kAdapterInventory[] = L"Software\\Corvane Music Software\\Corvane VST Adapter\\Inventory\\";
+constexpr wchar_t kClasses[] = L"Software\\Classes\\CLSID\\";
+constexpr wchar_t kSoftSynths[] = L"Software\\Classes\\QtzSoftSynths\\";
+constexpr wchar_t kFiles[] = L"Software\\Corvane Sample Studio\\Files";
+
+bool IsWrapped(const Plugin& plugin) {
+    return plugin.kind == Kind::WrappedEffect || plugin.kind == Kind::WrappedInstrument;
+}
+
+DWORD UniqueId(const Plugin& plugin) {
+    DWORD id = 0;
+    for (const char* letter = plugin.code; *letter != '\0'; ++letter)
+        id = id << 8U | static_cast<unsigned char>(*letter);
+    return id;
+}
+
+GUID ClassId(const Plugin& plugin) {
+    return {UniqueId(plugin), 0x4458, 0x4600, {0x8A, 0x01, 0x5A, 0x3C, 0x1E, 0x90, 0xB7, 0x64}};
+}
+
+std::wstring ToText(const GUID& guid) {
+    std::array<wchar_t, 39> text{};
+    StringFromGUID2(guid, text.data(), static_cast<int>(text.size()));
+    return text.data();
+}
+
+std::filesystem::path FileOf(const Plugin& plugin) {
+    const std::filesystem::path root = IsWrapped(plugin) ? L"C:\\Program Files\\Corvane Studio\\Wrapped"
+                                                         : L"C:\\Program Files\\Common Files\\DirectX";
+    return root / plugin.maker / (std::wstring(plugin.name) + L".dll");
+}
+
+bool SetText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
+    const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_SZ, text.c_str(), size) ==
+           ERROR_SUCCESS;
+}
+
+bool SetNumber(const std::wstring& key, const wchar_t* name, DWORD number) {
+    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_DWORD, &number, sizeof number) ==
+           ERROR_SUCCESS;
+}
+
+bool AddPlaceholder(const std::filesystem::path& file) {
+    std::error_code error;
+    if (std::filesystem::exists(file, error)) return true;
+    std::filesystem::create_directories(file.parent_path(), error);
+    std::ofstream stream(file, std::ios::binary);
+    stream << "Placeholder of the sample studio\n";
+    return stream.good();
+}
+
+bool RemoveFile(const std::filesystem::path& file) {
+    std::error_code error;
+    std::filesystem::remove(file, error);
+    return !error;
+}
+
+// The adapter stores the name without the "VST " that it puts before it.
+bool AddToAdapterInventory(const Plugin& plugin, const std::wstring& clsid) {
+    const std::wstring key = kAdapterInventory + clsid;
+    return SetText(key, L"clsidPlug", clsid) && SetText(key, L"FullPath", FileOf(plugin).wstring()) &&
+           SetText(key, L"FullName", std::wstring(plugin.name).substr(4)) &&
+           SetText(key, L"Vendor", plugin.maker) && SetNumber(key, L"addVstPrefix", 1) &&
+           SetNumber(key, L"uniqueId", UniqueId(plugin)) && SetNumber(key, L"isVst", 1) &&
+           SetNumber(key, L"registerAsSynth", plugin.kind == Kind::WrappedInstrument ? 1 : 0);
+}
+
+bool RegisterFilter(IFilterMapper2& mapper, const Plugin& plugin) {
+    REGPINTYPES type{&MEDIATYPE_Audio, &MEDIASUBTYPE_PCM};
+    std::array<REGFILTERPINS2, 2> pins{};
+    for (auto& pin : pins) {
+        pin.cInstances = 1;
+        pin.nMediaTypes = 1;
+        pin.lpMediaType = &type;
+    }
+    pins[1].dwFlags = REG_PINFLAG_B_OUTPUT;
+    REGFILTER2 filter{};
+    filter.dwVersion = 2;
+    filter.dwMerit = MERIT_DO_NOT_USE;
+    filter.cPins2 = static_cast<ULONG>(pins.size());
+    filter.rgPins2 = pins.data();
+    return SUCCEEDED(mapper.RegisterFilter(ClassId(plugin), plugin.name, nullptr,
+                                           &CLSID_LegacyAmFilterCategory, nullptr, &filter));
+}
+
+bool RegisterMediaObject(const Plugin& plugin) {
+    DMO_PARTIAL_MEDIATYPE type{MEDIATYPE_Audio, MEDIASUBTYPE_PCM};
+    return SUCCEEDED(
+        DMORegister(plugin.name, ClassId(plugin), DMOCATEGORY_AUDIO_EFFECT, 0, 1, &type, 1, &type));
+}
+
+bool Add(IFilterMapper2& mapper, const Plugin& plugin) {
+    const std::wstring clsid = ToText(ClassId(plugin));
+    const std::wstring server = kClasses + clsid;
+    if (plugin.hasFile && !AddPlaceholder(FileOf(plugin))) return false;
+    if (!SetText(server, nullptr, plugin.name)) return false;
+    if (!SetText(server + L"\\InprocServer32", nullptr, FileOf(plugin).wstring())) return false;
+    if (plugin.kind == Kind::Instrument && !SetText(kSoftSynths + clsid, L"Description", plugin.name))
+        return false;
+    if (IsWrapped(plugin) && !AddToAdapterInventory(plugin, clsid)) return false;
+    return plugin.kind == Kind::MediaObject ? RegisterMediaObject(plugin) : RegisterFilter(mapper, plugin);
+}
+
+// What is already gone counts as removed.
+bool Remove(IFilterMapper2& mapper, const Plugin& plugin) {
+    const GUID id = ClassId(plugin);
+    if (plugin.kind == Kind::MediaObject)
+        DMOUnregister(id, DMOCATEGORY_AUDIO_EFFECT);
+    else
+        mapper.UnregisterFilter(&CLSID_LegacyAmFilterCategory, nullptr, id);
+    for (const wchar_t* parent : {kClasses, kSoftSynths, kAdapterInventory})
+        RegDeleteTreeW(HKEY_LOCAL_MACHINE, (parent + ToText(id)).c_str());
+    return RemoveFile(FileOf(plugin));
+}
+
+// The files that studio.reg names, one value each.
+std::vector<std::filesystem::path> ListedFiles() {
+    std::vector<std::filesystem::path> files;
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, kFiles, 0, KEY_READ, &key) != ERROR_SUCCESS) return files;
+    for (DWORD index = 0;; ++index) {
+        std::array<wchar_t, 64> name{};
+        std::array<wchar_t, MAX_PATH> path{};
+        auto nameLength = static_cast<DWORD>(name.size());
+        DWORD size = (MAX_PATH - 1) * sizeof(wchar_t);
+        if (RegEnumValueW(key, index, name.data(), &nameLength, nullptr, nullptr,
+                          reinterpret_cast<BYTE*>(path.data()), &size) != ERROR_SUCCESS)
+            break;
+        files.emplace_back(path.data());
+    }
+    RegCloseKey(key);
+    return files;
+}
+
+int Complain(const wchar_t* what) {
+    std::fwprintf(stderr, L"studio_registrar: %ls\n", what);
+    return 1;
+}
+
+int Run(bool remove) {
+    ComPtr<IFilterMapper2> mapper;
+    if (FAILED(CoCreateInstance(CLSID_FilterMapper2, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper))))
+        return Complain(L"there is no filter mapper");
+    for (const Plugin& plugin : studio::kPlugins)
+        if (!(remove ? Remove(*mapper.Get(), plugin) : Add(*mapper.Get(), plugin)))
+            return Complain(plugin.name);
+    const auto files = ListedFiles();
+    if (files.empty()) return Complain(L"studio.reg is to be loaded first");
+    for (const auto& file : files)
+        if (!(remove ? RemoveFile(file) : AddPlaceholder(file))) return Complain(file.c_str());
+    return 0;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    const bool remove = argc == 2 && std::wstring(argv[1]) == L"--remove";
+    if (argc > 1 && !remove) return Complain(L"the only argument is --remove");
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return Complain(L"COM can't be used");
+    const int result = Run(remove);
+    CoUninitialize();
+    return result;
+}

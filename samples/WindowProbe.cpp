@@ -1,0 +1,125 @@
+// Works the program's main window from a script:
+//   --wait SECONDS     until the plug-in list is filled; then its first row is selected, so that the details
+//   show
+//   --category ROW     chooses a row of the category list (and again the first plug-in)
+//   --size WxH         gives the window this size
+//   --geometry         prints the window's place as WIDTHxHEIGHT+LEFT+TOP
+//   --close            closes it and waits until it is gone
+//   --sleep            only keeps the Windows session alive
+#include <windows.h>
+
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "resource.h"
+
+namespace {
+
+constexpr wchar_t kTitle[] = L"Corvane Plug-in Manager x64";
+constexpr DWORD kPollInterval = 100;
+constexpr UINT kAnswerLimit = 5000;
+constexpr DWORD kActionLimit = 20000;
+
+std::optional<LRESULT> Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    DWORD_PTR answer = 0;
+    if (SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kAnswerLimit, &answer) == 0)
+        return std::nullopt;
+    return static_cast<LRESULT>(answer);
+}
+
+template <typename Condition>
+bool WaitFor(DWORD milliseconds, Condition condition) {
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    while (!condition()) {
+        if (GetTickCount64() >= end) return false;
+        Sleep(kPollInterval);
+    }
+    return true;
+}
+
+HWND MainWindow() { return FindWindowW(nullptr, kTitle); }
+
+HWND Control(int id) { return GetDlgItem(MainWindow(), id); }
+
+LRESULT RowCount(int list) { return Send(Control(list), LB_GETCOUNT).value_or(0); }
+
+void Notify(int list) {
+    Send(MainWindow(), WM_COMMAND, MAKEWPARAM(list, LBN_SELCHANGE), reinterpret_cast<LPARAM>(Control(list)));
+}
+
+// A list that is still being filled has another count a moment later.
+bool IsFilled() {
+    static LRESULT seen = 0;
+    const LRESULT rows = RowCount(IDC_CATEGORIES) > 0 ? RowCount(IDC_PLUGINS) : 0;
+    const bool settled = rows > 0 && rows == seen;
+    seen = rows;
+    return settled;
+}
+
+bool SelectFirstPlugin() {
+    Send(Control(IDC_PLUGINS), LB_SETSEL, FALSE, -1);
+    if (Send(Control(IDC_PLUGINS), LB_SETSEL, TRUE, 0).value_or(LB_ERR) == LB_ERR) return false;
+    Notify(IDC_PLUGINS);
+    return true;
+}
+
+bool Wait(const std::wstring& seconds) {
+    if (!WaitFor(std::stoul(seconds) * 1000, IsFilled)) return false;
+    // Without a window manager Wine leaves the caption of the active window painted as inactive.
+    Send(MainWindow(), WM_NCACTIVATE, TRUE);
+    return SelectFirstPlugin();
+}
+
+bool ChooseCategory(const std::wstring& row) {
+    if (Send(Control(IDC_CATEGORIES), LB_SETCURSEL, std::stoul(row)).value_or(LB_ERR) == LB_ERR) return false;
+    Notify(IDC_CATEGORIES);
+    return SelectFirstPlugin();
+}
+
+bool Resize(const std::wstring& size) {
+    const size_t times = size.find(L'x');
+    if (times == std::wstring::npos) return false;
+    return SetWindowPos(MainWindow(), nullptr, 20, 20, std::stoi(size), std::stoi(size.substr(times + 1)),
+                        SWP_NOZORDER | SWP_NOACTIVATE) != FALSE &&
+           Send(MainWindow(), WM_NULL).has_value();
+}
+
+bool PrintGeometry() {
+    RECT place{};
+    if (GetWindowRect(MainWindow(), &place) == FALSE) return false;
+    return std::printf("%ldx%ld+%ld+%ld\n", place.right - place.left, place.bottom - place.top, place.left,
+                       place.top) > 0;
+}
+
+bool Close() {
+    const HWND window = MainWindow();
+    return PostMessageW(window, WM_CLOSE, 0, 0) != FALSE &&
+           WaitFor(kActionLimit, [window] { return IsWindow(window) == FALSE; });
+}
+
+// Takes the option's value, if it has one, from the arguments.
+bool Do(std::wstring_view option, wchar_t**& argument) {
+    const auto value = [&argument] { return std::wstring(*argument != nullptr ? *argument++ : L""); };
+    if (option == L"--wait") return Wait(value());
+    if (option == L"--category") return ChooseCategory(value());
+    if (option == L"--size") return Resize(value());
+    if (option == L"--geometry") return PrintGeometry();
+    if (option == L"--close") return Close();
+    if (option == L"--sleep") Sleep(INFINITE);
+    return false;
+}
+
+}  // namespace
+
+int wmain(int, wchar_t** argv) {
+    wchar_t** argument = argv + 1;
+    while (*argument != nullptr) {
+        const wchar_t* option = *argument++;
+        if (Do(option, argument)) continue;
+        std::fwprintf(stderr, L"window_probe: %ls failed\n", option);
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Builds the program and the sample studio; prints the program's path.
+set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+"$root/scripts/setup.sh"
+build_preset release PluginManager studio_registrar window_probe || die "the build failed"
+echo "$bin/PluginManager.exe"

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs what building, running and testing need and this machine lacks: Debian packages, nothing else.
+#   scripts/setup.sh [--lint]     --lint: also what the format and lint checks need
+set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+packages=(g++-mingw-w64-x86-64-posix cmake ninja-build g++ googletest wine wine64 xvfb xauth xdotool imagemagick
+    fonts-wine)
+[ "${1:-}" != --lint ] || packages+=(clang-format clang-tidy)
+
+is_installed() {
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+missing=()
+for package in "${packages[@]}"; do
+    is_installed "$package" || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" != 0 ]; then
+    as_root=(sudo -n)
+    sudo -n true 2>/dev/null || die "these packages are missing and need root to install: ${missing[*]}"
+fi
+command -v apt-get >/dev/null || die "this is no Debian; these packages are missing: ${missing[*]}"
+
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+apt_get() {
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@" >>"$log" 2>&1 </dev/null
+}
+apt_get update || true  # a broken list may still leave the packages at hand
+apt_get install -y --no-install-recommends "${missing[@]}" ||
+    die "these packages are missing and could not be installed ($(grep -m1 '^E:' "$log" || echo "no reason given")): ${missing[*]}"

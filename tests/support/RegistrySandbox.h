@@ -1,0 +1,58 @@
+// A registry of the test's own, and short ways to fill and read it.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+/// While it lives, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE and HKEY_CLASSES_ROOT of this process are empty
+/// scratch keys, but for what the system's filter mapper can't do without; HKEY_CLASSES_ROOT is the same key
+/// as Software\Classes of HKEY_LOCAL_MACHINE. CoCreateInstance and OleRegGetUserType go on reading the user's
+/// real registry.
+///
+/// One sandbox at a time; another test process waits for its turn. What a crashed run left is removed first.
+/// Throws when the roots can't be redirected, because the test would then write into the user's registry.
+class RegistrySandbox {
+  public:
+    RegistrySandbox();
+    ~RegistrySandbox();
+    RegistrySandbox(const RegistrySandbox&) = delete;
+    RegistrySandbox& operator=(const RegistrySandbox&) = delete;
+
+  private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+// These work on whatever `root` is at the moment, redirected or not. Keys are created as needed, a null name
+// is the default value, and a write that fails throws.
+
+void CreateKey(HKEY root, const std::wstring& path);
+void SetText(HKEY root, const std::wstring& path, const wchar_t* name, const std::wstring& text);
+void SetDword(HKEY root, const std::wstring& path, const wchar_t* name, DWORD value);
+void SetRaw(HKEY root, const std::wstring& path, const wchar_t* name, DWORD type,
+            const std::vector<BYTE>& bytes);
+/// The characters alone, without a terminator: for a text that is malformed on purpose.
+std::vector<BYTE> Bytes(std::wstring_view text);
+
+bool Exists(HKEY root, const std::wstring& path);
+/// Nothing unless the value is a REG_SZ whose size counts exactly one terminator, at its end.
+std::optional<std::wstring> Text(HKEY root, const std::wstring& path, const wchar_t* name);
+std::optional<DWORD> Dword(HKEY root, const std::wstring& path, const wchar_t* name);
+std::vector<std::wstring> Subkeys(HKEY root, const std::wstring& path);
+void DeleteTree(HKEY root, const std::wstring& path);
+
+/// Registers an audio filter with one input and one output. `clsid` is the text in braces.
+void RegisterAudioFilter(const std::wstring& clsid, const std::wstring& name);
+/// Registers an audio effect with the media object registry.
+void RegisterAudioDmo(const std::wstring& clsid, const std::wstring& name);
+/// Registers the file and the user-type name of a class.
+void RegisterServer(const std::wstring& clsid, const std::wstring& name, const std::wstring& file);
+
+}  // namespace support

@@ -1,0 +1,50 @@
+// A window that plays the host of the program.
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/WaitFor.h"
+
+namespace support {
+
+inline constexpr UINT kLayoutsChanged = 0x8081;
+inline constexpr UINT kPluginsChanged = 0x8082;
+
+/// A large top-level window with a thread of its own, so that it answers while the test waits. It notes the
+/// program's messages. A dialog docked into it is destroyed with it.
+class StandInHost {
+  public:
+    struct Message {
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+        bool operator==(const Message&) const = default;
+    };
+
+    StandInHost();
+    ~StandInHost();
+    StandInHost(const StandInHost&) = delete;
+    StandInHost& operator=(const StandInHost&) = delete;
+
+    HWND Window() const;
+    /// The window's handle as the program expects it on its command line.
+    std::wstring HandleText() const;
+
+    std::vector<Message> Messages() const;
+    std::size_t MessageCount(UINT message) const;
+    /// Whether the message has come, before the call or within the limit.
+    bool WaitForMessage(UINT message, std::chrono::milliseconds limit = kLimit) const;
+    void ForgetMessages();
+
+  private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+}  // namespace support
