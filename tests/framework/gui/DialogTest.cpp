@@ -1,0 +1,92 @@
+#include <functional>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+#include "Dialog.h"
+#include "resource.h"
+
+namespace {
+
+/// Runs a test's work from inside the dialog's own loop, one step for each timer message.
+class CScriptedDialog : public CDialog {
+  public:
+    using Step = std::function<void(CScriptedDialog&)>;
+
+    explicit CScriptedDialog(std::vector<Step> steps) : CDialog(IDD_ABOUT), m_steps(std::move(steps)) {}
+
+    bool m_swallowKeys = false;
+    int m_keysSeen = 0;
+    int m_oks = 0;
+    bool m_endAtInit = false;
+
+  private:
+    std::span<const CRoute> Routes() const override {
+        using R = CRoutesOf<CScriptedDialog>;
+        static constexpr CRoute kRoutes[] = {
+            R::OnMessage<WM_TIMER, &CScriptedDialog::OnTimer>(),
+            R::OnCommand<BN_CLICKED, &CScriptedDialog::OnIcon>(IDC_ABOUT_ICON),
+        };
+        return kRoutes;
+    }
+    bool OnInitDialog() override {
+        m_endAtInit ? End(7) : static_cast<void>(::SetTimer(m_hwnd, 1, 10, nullptr));
+        return true;
+    }
+    void OnOK() override { ++m_oks; }
+    bool PreTranslate(const MSG& message) override {
+        if (message.message != WM_KEYDOWN) return false;
+        ++m_keysSeen;
+        return m_swallowKeys;
+    }
+    void OnTimer(UINT_PTR) {
+        if (m_next == m_steps.size()) return End(IDCANCEL);
+        m_steps[m_next++](*this);
+    }
+    void OnIcon() { throw std::runtime_error("a handler that fails"); }
+
+    std::vector<Step> m_steps;
+    std::size_t m_next = 0;
+};
+
+TEST(Dialog, EndGivesTheResultAndAnEndAtTheStartShowsNothing) {
+    CScriptedDialog dialog({[](auto& d) { d.End(42); }});
+    EXPECT_EQ(dialog.RunModal(nullptr), 42);
+    EXPECT_FALSE(dialog.IsLive());
+    CScriptedDialog atOnce({});
+    atOnce.m_endAtInit = true;
+    EXPECT_EQ(atOnce.RunModal(nullptr), 7);
+    EXPECT_EQ(CDialog(9999).RunModal(nullptr), -1) << "there is no such template";
+}
+
+TEST(Dialog, AWindowThatIsTakenAwayEndsTheLoop) {
+    CScriptedDialog dialog({[](auto& d) { ::DestroyWindow(d.Handle()); }});
+    EXPECT_EQ(dialog.RunModal(nullptr), -1);
+}
+
+TEST(Dialog, AFailingHandlerEndsItselfOnly) {
+    CScriptedDialog dialog({[](auto& d) { d.Send(WM_COMMAND, IDC_ABOUT_ICON); }, [](auto& d) { d.End(1); }});
+    EXPECT_EQ(dialog.RunModal(nullptr), 1);
+}
+
+TEST(Dialog, TheKeyHookComesBeforeTheSystemsKeys) {
+    const auto pressEnter = [](auto& d) { ::PostMessageW(d.Item(IDOK).Handle(), WM_KEYDOWN, VK_RETURN, 0); };
+    const auto swallow = [](auto& d) { d.m_swallowKeys = true; };
+    CScriptedDialog dialog({pressEnter, swallow, pressEnter});
+    EXPECT_EQ(dialog.RunModal(nullptr), IDCANCEL);
+    EXPECT_EQ(dialog.m_keysSeen, 2);
+    EXPECT_EQ(dialog.m_oks, 1) << "the swallowed key must not press the default button";
+}
+
+TEST(Dialog, TheOwnerIsDisabledMeanwhileAndEnabledOnTheWayOut) {
+    CDialog owner(IDD_ABOUT);
+    ASSERT_TRUE(owner.CreateModeless(nullptr));
+    bool enabledMeanwhile = true;
+    CScriptedDialog dialog({[&](auto&) { enabledMeanwhile = owner.IsEnabled(); }});
+    dialog.RunModal(owner.Handle());
+    EXPECT_FALSE(enabledMeanwhile);
+    EXPECT_TRUE(owner.IsEnabled());
+    owner.End(0);
+    EXPECT_FALSE(owner.IsLive()) << "a modeless dialog's window goes with End";
+}
+
+}  // namespace
