@@ -11,7 +11,7 @@ namespace {
 
 /// Hexadecimal, padded with zeros to the width of a pointer, as "%p" prints it.
 std::wstring HandleText(HWND window) {
-    std::array<wchar_t, sizeof(window) * 2> digits{};
+    std::array<wchar_t, sizeof(UINT_PTR) * 2> digits{};
     auto value = reinterpret_cast<UINT_PTR>(window);
     for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, value >>= 4) {
         *digit = L"0123456789ABCDEF"[value & 0xF];

@@ -47,8 +47,7 @@ void CPluginManagerApp::InitInstance() {
     SetResourceLanguage(NearestInterfaceLanguage(::GetUserDefaultUILanguage()));
 
     m_cmdLine = CPluginManagerCmdLine::Parse(Arguments());
-    const auto host = reinterpret_cast<HWND>(m_cmdLine.parentWnd);
-    if (BringRunningCopyForward(host)) return;
+    if (BringRunningCopyForward(reinterpret_cast<HWND>(m_cmdLine.parentWnd))) return;
     ChooseLanguage();
     m_comReady = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     m_log.Open(L"PluginManager");

@@ -29,6 +29,8 @@ class CPluginManagerDlg : public CDialog {
   public:
     explicit CPluginManagerDlg(CPluginManagerApp& app);
     ~CPluginManagerDlg() override;
+    CPluginManagerDlg(const CPluginManagerDlg&) = delete;
+    CPluginManagerDlg& operator=(const CPluginManagerDlg&) = delete;
 
     /// The view that serves rows of the route table.
     template <typename TView>

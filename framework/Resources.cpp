@@ -28,7 +28,7 @@ std::wstring TextIn(LANGID language, UINT id) {
     const auto* text = reinterpret_cast<const wchar_t*>(bundle.data());
     std::size_t left = bundle.size() / sizeof(wchar_t);
     for (UINT entry = 0; left > 0; ++entry) {
-        const std::size_t length = static_cast<std::size_t>(*text);
+        const auto length = static_cast<std::size_t>(*text);
         if (length >= left) return {};
         if (entry == (id & 15U)) return {text + 1, length};
         text += 1 + length;

@@ -14,10 +14,11 @@ namespace support {
 namespace {
 
 constexpr wchar_t kScratch[] = L"Software\\CorvaneTestSandbox";
-constexpr const wchar_t* kMapperKeys[] = {
-    L"DirectShow",
-    L"CLSID\\{083863F1-70DE-11d0-BD40-00A0C911CE86}",
-    L"CLSID\\{DA4E3DA0-D07D-11d0-BD50-00A0C911CE86}",
+// The filter mapper wants a list of categories, and the categories themselves; empty ones will do.
+constexpr wchar_t kCategoryList[] = L"CLSID\\{DA4E3DA0-D07D-11d0-BD50-00A0C911CE86}";
+constexpr const wchar_t* kEmptyCategories[] = {
+    L"CLSID\\{083863F1-70DE-11d0-BD40-00A0C911CE86}\\Instance",
+    L"DirectShow\\MediaObjects\\Categories",
 };
 
 void Require(bool done, const char* what) {
@@ -70,10 +71,9 @@ class Turn {
 
 struct Scratch {
     Scratch() {
-        for (const wchar_t* path : kMapperKeys) {
-            if (const Key source = Open(HKEY_CLASSES_ROOT, path))
-                RegCopyTreeW(source.get(), nullptr, Create(classes.get(), path).get());
-        }
+        if (const Key list = Open(HKEY_CLASSES_ROOT, kCategoryList))
+            RegCopyTreeW(list.get(), nullptr, Create(classes.get(), kCategoryList).get());
+        for (const wchar_t* path : kEmptyCategories) Create(classes.get(), path);
     }
     ~Scratch() { RegDeleteTreeW(HKEY_CURRENT_USER, kScratch); }
     Scratch(const Scratch&) = delete;

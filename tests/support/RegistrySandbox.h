@@ -12,9 +12,9 @@
 namespace support {
 
 /// While it lives, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE and HKEY_CLASSES_ROOT of this process are empty
-/// scratch keys, but for what the system's filter mapper can't do without; HKEY_CLASSES_ROOT is the same key
-/// as Software\Classes of HKEY_LOCAL_MACHINE. CoCreateInstance and OleRegGetUserType go on reading the user's
-/// real registry.
+/// scratch keys, but for the categories of plug-ins that the system's filter mapper can't do without: what a
+/// test registers is all that it lists. HKEY_CLASSES_ROOT is the same key as Software\Classes of
+/// HKEY_LOCAL_MACHINE. CoCreateInstance and OleRegGetUserType go on reading the user's real registry.
 ///
 /// One sandbox at a time; another test process waits for its turn. What a crashed run left is removed first.
 /// Throws when the roots can't be redirected, because the test would then write into the user's registry.

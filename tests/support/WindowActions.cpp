@@ -266,6 +266,7 @@ void TypeKey(WORD virtualKey) { Input({Key(virtualKey, true), Key(virtualKey, fa
 void Click(POINT place, const std::vector<WORD>& heldKeys) {
     SettleAt(place);
     std::vector<INPUT> inputs;
+    inputs.reserve(2 * heldKeys.size() + 2);
     for (const WORD key : heldKeys) inputs.push_back(Key(key, true));
     inputs.insert(inputs.end(), {Mouse(MOUSEEVENTF_LEFTDOWN), Mouse(MOUSEEVENTF_LEFTUP)});
     for (const WORD key : heldKeys) inputs.push_back(Key(key, false));

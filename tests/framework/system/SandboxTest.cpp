@@ -3,7 +3,7 @@
 
 #include <dshow.h>
 
-#include <algorithm>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <wrl/client.h>
 
@@ -12,6 +12,10 @@
 namespace {
 
 using support::RegistrySandbox;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
 
 constexpr wchar_t kScratch[] = L"Software\\CorvaneTestSandbox";
 constexpr wchar_t kMark[] = L"Software\\CorvaneSandboxMark";
@@ -67,19 +71,20 @@ TEST(Sandbox, RefusesASecondOneThatWouldUndoTheFirst) {
     EXPECT_TRUE(support::Exists(HKEY_CURRENT_USER, kMark));
 }
 
-TEST(Sandbox, HoldsFiltersAndMediaObjectsThatOnlyItsOwnProcessSees) {
-    const auto isListed = [] { return std::ranges::count(AudioFilterNames(), L"Sandboxed filter") == 1; };
+TEST(Sandbox, ListsOnlyItsOwnFiltersAndMediaObjects) {
+    const auto systemFilters = AudioFilterNames();
+    EXPECT_THAT(systemFilters, Not(Contains(L"Sandboxed filter")));
     {
         const RegistrySandbox sandbox;
-        EXPECT_FALSE(isListed());
+        EXPECT_THAT(AudioFilterNames(), IsEmpty());
         support::RegisterAudioFilter(kPlugin, L"Sandboxed filter");
-        EXPECT_TRUE(isListed());
+        EXPECT_THAT(AudioFilterNames(), ElementsAre(L"Sandboxed filter"));
         support::RegisterAudioDmo(kPlugin, L"Sandboxed media object");
         EXPECT_EQ(support::Text(HKEY_CLASSES_ROOT,
                                 L"DirectShow\\MediaObjects\\" + std::wstring(kPlugin).substr(1, 36), nullptr),
                   L"Sandboxed media object");
     }
-    EXPECT_FALSE(isListed());
+    EXPECT_EQ(AudioFilterNames(), systemFilters);
 }
 
 }  // namespace
