@@ -50,14 +50,14 @@ std::optional<int> CComboBox::FindExact(const std::wstring& text) const {
 std::optional<int> CComboBox::CurrentRow() const { return RowOrNothing(SendInt(CB_GETCURSEL)); }
 
 HTREEITEM CTreeView::Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,
-                            LPARAM data) const {
+                            int selectedImage, LPARAM data) const {
     TVINSERTSTRUCTW insert{};
     insert.hParent = parent ? parent : TVI_ROOT;
-    insert.hInsertAfter = after ? after : TVI_FIRST;
+    insert.hInsertAfter = after;
     insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
     insert.item.pszText = const_cast<wchar_t*>(text.c_str());  // the control only reads it
     insert.item.iImage = image;
-    insert.item.iSelectedImage = image;
+    insert.item.iSelectedImage = selectedImage;
     insert.item.lParam = data;
     return reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
@@ -86,6 +86,20 @@ LPARAM CTreeView::Data(HTREEITEM item) const {
     query.mask = TVIF_PARAM;
     query.hItem = item;
     return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query)) ? query.lParam : 0;
+}
+
+void CTreeView::SetItemImages(HTREEITEM item, int image, int selectedImage) const {
+    TVITEMW change{};
+    change.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    change.hItem = item;
+    change.iImage = image;
+    change.iSelectedImage = selectedImage;
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+}
+
+void CTreeView::SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const {
+    TVSORTCB sort{parent ? parent : TVI_ROOT, compare, context};
+    Send(TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
 }
 
 void CToolTips::Create(HWND dialog) {

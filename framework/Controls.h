@@ -112,6 +112,18 @@ class CTreeView : public CWindow {
     std::wstring ItemText(HTREEITEM item) const;
     void SetItemText(HTREEITEM item, const std::wstring& text) const;
     LPARAM Data(HTREEITEM item) const;
+    void SetItemImages(HTREEITEM item, int image, int selectedImage) const;
+    /// The list stays the caller's.
+    void SetImages(HIMAGELIST images) const { Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images)); }
+    void Expand(HTREEITEM item, bool expand) const {
+        Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(item));
+    }
+    void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item)); }
+    /// `compare` gets the data of two items and `context`. Null parent sorts the top level.
+    void SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const;
+    HWND EditLabel(HTREEITEM item) const {
+        return reinterpret_cast<HWND>(Send(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item)));
+    }
     /// The edit field of a label that is being edited, else a null window.
     CWindow LabelEdit() const { return CWindow(reinterpret_cast<HWND>(Send(TVM_GETEDITCONTROL))); }
     void EndLabelEdit(bool cancel) const { Send(TVM_ENDEDITLABELNOW, cancel); }

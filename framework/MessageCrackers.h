@@ -70,6 +70,10 @@ struct Cracker<WM_MOUSEMOVE> {
 template <>
 struct Cracker<WM_LBUTTONUP> : Cracker<WM_MOUSEMOVE> {};
 
+/// handler(): somebody else has the mouse now
+template <>
+struct Cracker<WM_CAPTURECHANGED> : Cracker<WM_DESTROY> {};
+
 /// handler(UINT virtualKey, HWND list) -> int: -2 handled whole, -1 default action, else the row to act on
 template <>
 struct Cracker<WM_VKEYTOITEM> {
@@ -135,6 +139,11 @@ struct Notification<TVN_ENDLABELEDITW> : Notification<TVN_BEGINLABELEDITW> {};
 template <>
 struct Notification<TVN_KEYDOWN> {
     using Type = const NMTVKEYDOWN;
+};
+/// A tree view's; other controls' must be told apart by the row's id.
+template <>
+struct Notification<NM_CUSTOMDRAW> {
+    using Type = NMTVCUSTOMDRAW;
 };
 template <>
 struct Notification<TTN_GETDISPINFOW> {

@@ -3,6 +3,13 @@
 #include "ClsidText.h"
 #include "RegKey.h"
 
+namespace {
+
+/// The longest name of a class, in bytes.
+constexpr std::size_t kRegisteredNameBytes = 256;
+
+}  // namespace
+
 void CPluginInventory::Clear() {
     m_entries.clear();
     m_clsids.clear();
@@ -49,4 +56,22 @@ std::optional<std::wstring> CPluginInventory::PathOf(const Guid& clsid, Category
     const auto server =
         CRegKey::Open(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + clsidText + L"\\InprocServer32");
     return server ? server->ReadPath(nullptr) : std::nullopt;
+}
+
+std::optional<std::wstring> CPluginInventory::RegisteredNameOf(const Guid& clsid, Category category) const {
+    if (IsVstCategory(category)) {
+        const auto* record = m_vst.Find(clsid);
+        return record ? std::optional(record->name) : std::nullopt;
+    }
+    const std::wstring text = ClsidText(clsid);
+    const auto read = [](const std::wstring& path, const wchar_t* name) -> std::optional<std::wstring> {
+        const auto key = CRegKey::Open(HKEY_CLASSES_ROOT, path);
+        return key ? key->ReadString(name, kRegisteredNameBytes) : std::nullopt;
+    };
+    if (category == Category::MediaObjects) {
+        // The media object registry names its keys without the braces.
+        return read(L"DirectShow\\MediaObjects\\" + text.substr(1, text.size() - 2), nullptr);
+    }
+    if (category == Category::ControlSurfaces) return read(std::wstring(kControlSurfacesKey) + L"\\" + text, L"Description");
+    return read(L"CLSID\\" + text, nullptr);
 }

@@ -34,6 +34,9 @@ class CPluginInventory {
     /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
     std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
 
+    /// Name of a plug-in where the host reads it; nothing when it is registered under none.
+    std::optional<std::wstring> RegisteredNameOf(const Guid& clsid, Category category) const;
+
   private:
     /// False when the source broke off.
     bool Append(FoundPlugins found, const NameMap& names, bool classified);

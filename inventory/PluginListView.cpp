@@ -192,6 +192,15 @@ void CPluginListView::ShowPanesOf(Category category) const {
     m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
 }
 
+std::vector<SelectedPlugin> CPluginListView::SelectedPlugins() const {
+    const CListBox plugins = Plugins();
+    std::vector<SelectedPlugin> selected;
+    for (const int row : plugins.SelectedRows()) {
+        if (const auto* item = plugins.ItemOf<PluginListItem>(row)) selected.push_back({*item, plugins.RowText(row)});
+    }
+    return selected;
+}
+
 void CPluginListView::OnSelectionChanged() {
     const auto category = SelectedCategory();
     if (!category) return;

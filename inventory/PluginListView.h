@@ -28,6 +28,11 @@ class CCountedCaption {
     std::wstring m_caption;
 };
 
+struct SelectedPlugin {
+    PluginListItem item;
+    std::wstring name;  // as shown
+};
+
 class CPluginListView {
   public:
     CPluginListView(CDialog& dialog, CPluginInventory& inventory, const CExclusionList& exclusions,
@@ -47,6 +52,8 @@ class CPluginListView {
     void OnSelectionChanged();
 
     std::optional<Category> SelectedCategory() const;
+    /// The selected plug-ins, as they are listed.
+    std::vector<SelectedPlugin> SelectedPlugins() const;
     /// An item of a row is a PluginListItem, null for the row that says that there are no entries.
     CListBox Plugins() const { return m_dialog.Control<CListBox>(IDC_PLUGINS); }
     bool CanExcludeSelection() const;

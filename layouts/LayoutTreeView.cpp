@@ -1,25 +1,324 @@
 #include "LayoutTreeView.h"
 
+#include <windowsx.h>
+
+#include "MessageCaption.h"
+#include "Resources.h"
+#include "SinglePropDlg.h"
+#include "TextFormat.h"
+#include "TreeItemPropDlg.h"
 #include "resource.h"
+
+class CLayoutTreeView::CUpdateLock {
+  public:
+    explicit CUpdateLock(CLayoutTreeView& view) : m_view(view) { m_view.m_mayUpdate = false; }
+    ~CUpdateLock() {
+        m_view.m_mayUpdate = true;
+        m_view.UpdateButtons();
+    }
+    CUpdateLock(const CUpdateLock&) = delete;
+    CUpdateLock& operator=(const CUpdateLock&) = delete;
+
+  private:
+    CLayoutTreeView& m_view;
+};
+
+CLayoutTreeView::CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory, const CPluginListView& plugins)
+    : m_dialog(dialog), m_inventory(inventory), m_plugins(plugins), m_drag(dialog, m_layout) {}
 
 void CLayoutTreeView::OnInitDialog() {
     const CWindow placeholder = m_dialog.Item(IDC_LAYOUT_TREE);
     const Rect place = placeholder.RectIn(m_dialog.Handle());
     ::DestroyWindow(placeholder.Handle());
-    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_LINESATROOT |
-                             TVS_EDITLABELS | TVS_SHOWSELALWAYS;
-    m_tree = CTreeView(::CreateWindowExW(WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"", kStyle, place.left, place.top,
-                                         place.Width(), place.Height(), m_dialog.Handle(),
-                                         reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_LAYOUT_TREE)),
-                                         ::GetModuleHandleW(nullptr), nullptr));
-    ::SetWindowPos(m_tree.Handle(), m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
+    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_LINESATROOT | TVS_EDITLABELS |
+                             TVS_SHOWSELALWAYS;
+    const HWND tree = ::CreateWindowExW(
+        WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"", kStyle, place.left, place.top, place.Width(), place.Height(),
+        m_dialog.Handle(), reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_LAYOUT_TREE)),
+        ::GetModuleHandleW(nullptr), nullptr);
+    m_tree.Attach(tree, {.isGrey =
+                             [this](HTREEITEM item) {
+                                 const LayoutItem* record = m_layout.Find(item);
+                                 return record && record->kind == LayoutKind::Plugin && !record->installed;
+                             },
+                         .onLeftButton =
+                             [this](bool down) {
+                                 m_mayUpdate = !down;
+                                 UpdateButtons();
+                             }});
+    ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_tree.Send(WM_SETFONT, static_cast<WPARAM>(m_dialog.Send(WM_GETFONT)));
+    m_layout.Clear();
 }
 
 void CLayoutTreeView::UpdateButtons() const {
-    const bool hasItems = m_tree.Count() > 0;
-    for (const int id : {IDC_EXPAND_ALL, IDC_COLLAPSE_ALL, IDC_SORT_ALL}) m_dialog.Item(id).Enable(hasItems);
-    for (const int id : {IDC_REMOVE, IDC_MOVE_UP, IDC_MOVE_DOWN, IDC_PROMOTE})
-        m_dialog.Item(id).Enable(false);
+    if (!m_mayUpdate) return;
+    const bool canActOnAll = m_tree.Root() && !m_drag.IsDragging();
+    for (const int id : {IDC_EXPAND_ALL, IDC_COLLAPSE_ALL, IDC_SORT_ALL}) m_dialog.Item(id).Enable(canActOnAll);
+    const auto selected = m_tree.SelectedItems();
+    const bool allInFolders =
+        std::ranges::all_of(selected, [this](HTREEITEM item) { return m_tree.Parent(item) != nullptr; });
+    const HTREEITEM only = selected.size() == 1 ? selected.front() : nullptr;
+    m_dialog.Item(IDC_PROMOTE).Enable(!selected.empty() && allInFolders);
+    m_dialog.Item(IDC_REMOVE).Enable(!selected.empty());
+    m_dialog.Item(IDC_MOVE_UP).Enable(m_layout.CanMoveUp(only));
+    m_dialog.Item(IDC_MOVE_DOWN).Enable(m_layout.CanMoveDown(only));
+}
+
+int CLayoutTreeView::Ask(UINT textId) const {
+    return ShowMessage(m_dialog.Handle(), LoadText(textId), kMessageCaption, MB_YESNO | MB_ICONWARNING);
+}
+
+LayoutItem CLayoutTreeView::PluginItem(const SelectedPlugin& plugin) const {
+    LayoutItem item = NewPlugin();
+    item.name = plugin.name;
+    item.clsid = plugin.item.clsid;
+    item.category = static_cast<int>(plugin.item.category);
+    item.originalName = m_inventory.RegisteredNameOf(item.clsid, plugin.item.category).value_or(plugin.name);
+    const VstInventoryRecord* record = plugin.item.fromInventory ? m_inventory.Vst().Find(item.clsid) : nullptr;
+    if (record) item.vendor = record->vendor;
+    item.inventoryFlag = plugin.item.fromInventory;
+    item.installed = true;
+    return item;
+}
+
+void CLayoutTreeView::OnAddPlugin() {
+    const CUpdateLock lock(*this);
+    const CRedrawLock noRedraw(m_tree);
+    // Kept: the target stays the same for all, so behind a plug-in they end up in reverse order.
+    const HTREEITEM target = m_tree.Caret();
+    HTREEITEM last = nullptr;
+    for (const SelectedPlugin& plugin : m_plugins.SelectedPlugins()) {
+        if (const HTREEITEM item = m_layout.Insert(target, IntoFolder::Yes, PluginItem(plugin))) last = item;
+    }
+    // The caret goes to each in turn, which leaves it on the last.
+    if (last) m_tree.SelectOnly(last);
+}
+
+void CLayoutTreeView::InsertFolder(HTREEITEM target, IntoFolder into) {
+    const HTREEITEM folder = m_layout.Insert(target, into, NewFolder(LoadText(IDS_NEW_FOLDER)));
+    if (!folder) return;
+    m_tree.SelectOnly(folder);
+    UpdateButtons();
+    Rename(folder);
+}
+
+void CLayoutTreeView::OnNewFolder() { InsertFolder(m_tree.Caret(), IntoFolder::No); }
+
+void CLayoutTreeView::OnAddSeparator() {
+    const HTREEITEM separator = m_layout.Insert(m_tree.Caret(), IntoFolder::No, NewSeparator());
+    if (separator) m_tree.SelectOnly(separator);
+    UpdateButtons();
+}
+
+void CLayoutTreeView::Rename(HTREEITEM item) const {
+    if (!item) return;
+    m_tree.Focus();
+    m_tree.EditLabel(item);
+}
+
+void CLayoutTreeView::ExpandAll(bool expand) {
+    const CUpdateLock lock(*this);
+    m_layout.ExpandAll(expand);
+}
+
+void CLayoutTreeView::OnSortAll() {
+    const CUpdateLock lock(*this);
+    const CRedrawLock noRedraw(m_tree);
+    m_layout.Sort(nullptr);
+}
+
+void CLayoutTreeView::SortSelected() {
+    const CUpdateLock lock(*this);
+    const CRedrawLock noRedraw(m_tree);
+    for (const HTREEITEM item : m_tree.SelectedItems()) m_layout.Sort(item);
+}
+
+void CLayoutTreeView::OnRemove() {
+    if (m_layout.SelectionHasFolder() && Ask(IDS_DELETE_FOLDER_QUESTION) != IDYES) return;
+    const CUpdateLock lock(*this);
+    m_layout.DeleteSelection();
+}
+
+void CLayoutTreeView::OnMoveUp() {
+    const CUpdateLock lock(*this);
+    m_layout.MoveUp(m_tree.Caret());
+}
+
+void CLayoutTreeView::OnMoveDown() {
+    const CUpdateLock lock(*this);
+    m_layout.MoveDown(m_tree.Caret());
+}
+
+void CLayoutTreeView::OnPromote() {
+    const CUpdateLock lock(*this);
+    const CRedrawLock noRedraw(m_tree);
+    for (const LayoutItemId id : m_layout.SelectedIds()) {
+        const HTREEITEM item = m_layout.HandleOf(id);
+        // Kept: an item of the top level goes to its end.
+        m_layout.MoveTo(item, m_tree.Parent(item), IntoFolder::No);
+    }
+}
+
+void CLayoutTreeView::OnBeginDrag(const NMTREEVIEWW& item) {
+    m_mayUpdate = false;
+    m_drag.Begin(item.itemNew.hItem, item.ptDrag);
+}
+
+void CLayoutTreeView::CancelDrag() {
+    m_drag.Cancel();
+    m_mayUpdate = true;
+    UpdateButtons();
+}
+
+void CLayoutTreeView::OnCaptureChanged() {
+    if (m_drag.IsDragging()) CancelDrag();
+}
+
+void CLayoutTreeView::OnButtonUp(POINT client) {
+    if (m_drag.IsDragging()) {
+        m_drag.OnMouseMove(client);
+        m_drag.Drop();
+    }
+    if (m_mayUpdate) return;
+    m_mayUpdate = true;
+    UpdateButtons();
+}
+
+BOOL CLayoutTreeView::OnBeginLabelEdit(const NMTVDISPINFOW& item) const {
+    const LayoutItem* record = m_layout.Find(item.item.hItem);
+    if (!record || record->kind == LayoutKind::Separator) return TRUE;
+    // The label is cut where the name is long; what is edited is the name.
+    const CWindow edit = m_tree.LabelEdit();
+    edit.Send(EM_LIMITTEXT, 0);
+    edit.SetText(record->name);
+    return FALSE;
+}
+
+BOOL CLayoutTreeView::OnEndLabelEdit(const NMTVDISPINFOW& item) {
+    if (!item.item.pszText || !*item.item.pszText) return FALSE;
+    const std::wstring name = item.item.pszText;
+    m_layout.Change(item.item.hItem, [&](LayoutItem& record) { record.name = name; });
+    return TRUE;
+}
+
+void CLayoutTreeView::OnDoubleClick() {
+    POINT client{};
+    ::GetCursorPos(&client);
+    ::ScreenToClient(m_tree.Handle(), &client);
+    UINT flags = 0;
+    const HTREEITEM item = m_tree.HitTest(client, &flags);
+    const LayoutItem* record = (flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) != 0 ? m_layout.Find(item) : nullptr;
+    if (record && record->kind != LayoutKind::Folder) ShowProperties(item);
+}
+
+void CLayoutTreeView::OnRightClick() {
+    POINT screen{};
+    ::GetCursorPos(&screen);
+    POINT client = screen;
+    ::ScreenToClient(m_tree.Handle(), &client);
+    ShowContextMenu(m_tree.HitTest(client), screen);
+}
+
+void CLayoutTreeView::OnKeyDown(const NMTVKEYDOWN& key) {
+    const HTREEITEM caret = m_tree.Caret();
+    if (key.wVKey == VK_DELETE) {
+        OnRemove();
+    } else if (key.wVKey == VK_F2) {
+        Rename(caret);
+    } else if (key.wVKey == VK_APPS) {
+        RECT row{};
+        if (caret) m_tree.RowOf(caret, row);
+        POINT place{row.left, row.bottom};
+        ::ClientToScreen(m_tree.Handle(), &place);
+        ShowContextMenu(caret, place);
+    }
+}
+
+void CLayoutTreeView::ShowContextMenu(HTREEITEM item, POINT screen) {
+    const LayoutItem* record = m_layout.Find(item);
+    if (record && record->kind == LayoutKind::Separator) return;
+    const UINT menuId = !record                              ? IDM_LAYOUT
+                        : record->kind == LayoutKind::Folder ? IDM_LAYOUT_FOLDER
+                                                             : IDM_LAYOUT_PLUGIN;
+    const UniqueMenu menu = LoadMenuResource(menuId);
+    const auto command = static_cast<UINT>(::TrackPopupMenu(::GetSubMenu(menu.Get(), 0), TPM_RETURNCMD | TPM_RIGHTBUTTON,
+                                                            screen.x, screen.y, 0, m_dialog.Handle(), nullptr));
+    if (command == 0) return;
+    Run(command, item ? item : m_tree.Root());
+}
+
+void CLayoutTreeView::Run(UINT command, HTREEITEM target) {
+    switch (command) {
+        case ID_ITEM_DELETE:
+            // Kept: unlike the Remove button, the menu does not ask about folders.
+            m_layout.DeleteSelection();
+            break;
+        case ID_ITEM_PROPERTIES:
+            ShowProperties(target);
+            break;
+        case ID_CLEAR_LAYOUT:
+            ClearLayout();
+            break;
+        case ID_NEW_FOLDER_AT_END:
+            InsertFolder(nullptr, IntoFolder::No);
+            break;
+        case ID_ITEM_RENAME:
+            Rename(target);
+            break;
+        case ID_NEW_FOLDER_HERE:
+            InsertFolder(target, IntoFolder::No);
+            break;
+        case ID_MOVE_TO_TOP:
+            if (const HTREEITEM caret = m_tree.Caret()) m_layout.MoveInto(caret, m_tree.Parent(caret), true);
+            break;
+        case ID_MOVE_TO_BOTTOM:
+            if (const HTREEITEM caret = m_tree.Caret()) m_layout.MoveInto(caret, m_tree.Parent(caret), false);
+            break;
+        case ID_SORT_FOLDERS:
+            SortSelected();
+            break;
+        case ID_NEW_SUBFOLDER:
+            InsertFolder(target, IntoFolder::Yes);
+            break;
+        default:
+            break;
+    }
+    UpdateButtons();
+}
+
+void CLayoutTreeView::ClearLayout() {
+    const std::wstring name = m_dialog.Item(IDC_LAYOUTS).Text();
+    const std::wstring question = FormatText(LoadText(IDS_CLEAR_LAYOUT_QUESTION), name);
+    if (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONWARNING) != IDYES) return;
+    m_layout.Clear();
+    m_layout.SetModified(true);
+}
+
+void CLayoutTreeView::ShowProperties(HTREEITEM item) {
+    const LayoutItem* record = m_layout.Find(item);
+    if (!record || record->kind == LayoutKind::Separator) return;
+    // A copy, because the dialog lets messages in that may change the layout.
+    const LayoutItem copy = *record;
+    copy.kind == LayoutKind::Folder ? ShowFolderProperties(item, copy) : ShowPluginProperties(item, copy);
+}
+
+void CLayoutTreeView::ShowFolderProperties(HTREEITEM item, const LayoutItem& folder) {
+    std::wstring name = folder.name;
+    CSinglePropDlg dialog(IDS_FOLDER_PROPERTIES, IDS_FOLDER_NAME_PROMPT, name);
+    if (dialog.RunModal(m_dialog.Handle()) != IDOK || name.empty() || name == folder.name) return;
+    m_layout.Change(item, [&](LayoutItem& record) { record.name = name; });
+}
+
+void CLayoutTreeView::ShowPluginProperties(HTREEITEM item, const LayoutItem& plugin) {
+    CTreeItemPropDlg dialog(m_inventory, plugin);
+    if (dialog.RunModal(m_dialog.Handle()) != IDOK) return;
+    const bool presetChanged = dialog.DefaultPreset() != plugin.defaultPreset;
+    if ((dialog.Name().empty() || dialog.Name() == plugin.name) && !presetChanged) return;
+    m_layout.Change(item, [&](LayoutItem& record) {
+        // Kept: with another preset an empty name is taken, too.
+        record.name = dialog.Name();
+        record.defaultPreset = dialog.DefaultPreset();
+    });
 }

@@ -1,52 +1,83 @@
-// The layout tree and the buttons that edit it. The editing commands are to come: until then the tree stays
-// empty and the handlers without effect.
+// The layout tree and the buttons, menus and keys that edit it.
 #pragma once
 
 #include <windows.h>
 
 #include <commctrl.h>
 
-#include "Controls.h"
+#include <string>
+
 #include "Dialog.h"
+#include "LayoutDrag.h"
+#include "PluginInventory.h"
+#include "PluginListView.h"
+#include "TreeCtrlEx.h"
+#include "TreeCtrlWrapper.h"
 
 class CLayoutTreeView {
   public:
-    explicit CLayoutTreeView(CDialog& dialog) : m_dialog(dialog) {}
+    CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory, const CPluginListView& plugins);
 
     /// Puts the tree in the place of the template's one, directly after the layout list in the tab order.
     void OnInitDialog();
-    void OnDestroy() { m_tree = CTreeView(); }
+    void OnDestroy() { m_tree.Detach(); }
 
-    /// Enables the buttons that can act on the tree as it is.
+    CTreeCtrlWrapper& Layout() { return m_layout; }
+    /// Enables the buttons that can act on the tree as it is; does nothing while that is suspended.
     void UpdateButtons() const;
-    void CancelDrag() {}
+    void CancelDrag();
     bool IsEditingLabel() const { return m_tree.IsLive() && m_tree.LabelEdit().Handle(); }
-    void EndLabelEdit() const { m_tree.EndLabelEdit(true); }
+    void EndLabelEdit(bool cancel) const { m_tree.EndLabelEdit(cancel); }
 
-    void OnAddPlugin() {}
-    void OnNewFolder() {}
-    void OnAddSeparator() {}
-    void OnExpandAll() {}
-    void OnCollapseAll() {}
-    void OnSortAll() {}
-    void OnRemove() {}
-    void OnMoveUp() {}
-    void OnMoveDown() {}
-    void OnPromote() {}
+    void OnAddPlugin();
+    void OnNewFolder();
+    void OnAddSeparator();
+    void OnExpandAll() { ExpandAll(true); }
+    void OnCollapseAll() { ExpandAll(false); }
+    void OnSortAll();
+    /// Deletes the selection; a folder is asked about first.
+    void OnRemove();
+    void OnMoveUp();
+    void OnMoveDown();
+    void OnPromote();
 
-    void OnMouseMove(POINT /*client*/) {}
-    void OnButtonUp(POINT /*client*/) {}
-    void OnRightClick() {}
-    void OnDoubleClick() {}
+    void OnMouseMove(POINT client) { m_drag.OnMouseMove(client); }
+    void OnButtonUp(POINT client);
+    void OnCaptureChanged();
+    void OnRightClick();
+    void OnDoubleClick();
     void OnSelectionChanged() const { UpdateButtons(); }
-    BOOL OnBeginLabelEdit(const NMTVDISPINFOW& /*item*/) { return FALSE; }
-    BOOL OnEndLabelEdit(const NMTVDISPINFOW& /*item*/) { return FALSE; }
-    BOOL OnItemExpanding(const NMTREEVIEWW& /*item*/) { return FALSE; }
-    void OnDeleteItem(const NMTREEVIEWW& /*item*/) {}
-    void OnKeyDown(const NMTVKEYDOWN& /*key*/) {}
-    void OnBeginDrag(const NMTREEVIEWW& /*item*/) {}
+    BOOL OnBeginLabelEdit(const NMTVDISPINFOW& item) const;
+    BOOL OnEndLabelEdit(const NMTVDISPINFOW& item);
+    void OnDeleteItem(const NMTREEVIEWW& item) { m_layout.OnDeleteItem(static_cast<LayoutItemId>(item.itemOld.lParam)); }
+    void OnKeyDown(const NMTVKEYDOWN& key);
+    void OnBeginDrag(const NMTREEVIEWW& item);
+    LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const { return m_tree.OnCustomDraw(draw, draw.clrText); }
+
+    /// A command of the context menus, for the item that it was opened for.
+    void Run(UINT command, HTREEITEM target);
 
   private:
+    /// Keeps the buttons as they are while many items change, and sets them anew at the end.
+    class CUpdateLock;
+
+    LayoutItem PluginItem(const SelectedPlugin& plugin) const;
+    void InsertFolder(HTREEITEM target, IntoFolder into);
+    void Rename(HTREEITEM item) const;
+    void ExpandAll(bool expand);
+    void SortSelected();
+    void ClearLayout();
+    void ShowProperties(HTREEITEM item);
+    void ShowFolderProperties(HTREEITEM item, const LayoutItem& folder);
+    void ShowPluginProperties(HTREEITEM item, const LayoutItem& plugin);
+    void ShowContextMenu(HTREEITEM item, POINT screen);
+    int Ask(UINT textId) const;
+
     CDialog& m_dialog;
-    CTreeView m_tree;
+    const CPluginInventory& m_inventory;
+    const CPluginListView& m_plugins;
+    CTreeCtrlEx m_tree;
+    CTreeCtrlWrapper m_layout{m_tree};
+    CLayoutDrag m_drag;
+    bool m_mayUpdate = true;
 };

@@ -41,6 +41,8 @@ class CTreeCtrlEx : public CTreeView {
     void MoveCaret(HTREEITEM item) const;
     /// The next item in display order, into folders whether they are open or not; null behind the last.
     HTREEITEM NextInOrder(HTREEITEM item) const;
+    /// The same, but not into the item.
+    HTREEITEM NextBehind(HTREEITEM item) const;
 
     HTREEITEM HitTest(POINT client, UINT* flags = nullptr) const;
     /// The row of a visible item in client coordinates.

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "Handles.h"
 #include "LayoutItem.h"
 #include "LayoutOrder.h"
 #include "TreeCtrlEx.h"
@@ -30,15 +31,18 @@ class CTreeCtrlWrapper {
 
     /// Null when the item has none.
     const LayoutItem* Find(HTREEITEM item) const;
+    /// The item with this id. Ids outlive moves, handles don't.
+    HTREEITEM HandleOf(LayoutItemId id) const;
+    std::vector<LayoutItemId> SelectedIds() const;
     /// Changes an item's record, its label and image with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
     /// Marks each plug-in as installed or not; nothing counts as modified.
     void UpdateInstalled(const std::function<void(LayoutItem&)>& update);
 
-    /// Adds as the last child; for reading a layout. Null when it fails.
-    HTREEITEM Append(HTREEITEM parent, LayoutItem record, bool select);
-    /// Adds by the rule for the user's commands, and makes the new item the caret item.
-    HTREEITEM Insert(HTREEITEM target, IntoFolder into, LayoutItem record);
+    /// Adds as the last child; for reading a layout, where nothing else is selected. Null when it fails.
+    HTREEITEM Append(HTREEITEM parent, const LayoutItem& record, bool select);
+    /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
+    HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
     /// Removes all items and builds the image list anew; the layout then is not modified.
     void Clear();
 
@@ -46,8 +50,8 @@ class CTreeCtrlWrapper {
     HTREEITEM FirstTopLevel() const { return m_tree.Root(); }
     HTREEITEM FirstChild(HTREEITEM parent) const { return parent ? m_tree.Child(parent) : m_tree.Root(); }
     HTREEITEM NextSibling(HTREEITEM item) const { return m_tree.NextSibling(item); }
+    HTREEITEM Parent(HTREEITEM item) const { return m_tree.Parent(item); }
     std::vector<HTREEITEM> Children(HTREEITEM parent) const;
-    std::vector<HTREEITEM> Selection() const { return m_tree.SelectedItems(); }
 
     // Moves keep an item's children, its id and whether it is expanded. A move into the item itself or below
     // it is refused. Each gives the item's new handle, or the old one when nothing was moved.
@@ -71,11 +75,20 @@ class CTreeCtrlWrapper {
     void OnDeleteItem(LayoutItemId id);
 
   private:
+    struct Entry {
+        LayoutItem record;
+        HTREEITEM item;
+    };
+    Entry* EntryOf(HTREEITEM item);
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
     HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    bool GoesInside(HTREEITEM target, IntoFolder into) const;
     bool IsWithin(HTREEITEM item, HTREEITEM ancestor) const;
 
     CTreeCtrlEx& m_tree;
-    std::map<LayoutItemId, LayoutItem> m_records;
+    std::map<LayoutItemId, Entry> m_records;
+    UniqueImageList m_images;
     bool m_modified = false;
+    bool m_keepRecords = false;  // an item goes whose record lives on in a copy
 };

@@ -4,6 +4,23 @@
 // Dialogs
 #define IDD_ABOUT 100
 #define IDD_PLUGIN_MANAGER 102
+#define IDD_TREE_ITEM_PROPERTIES 148
+
+// Context menus of the layout tree, and their commands
+#define IDM_LAYOUT 140
+#define IDM_LAYOUT_PLUGIN 141
+#define IDM_LAYOUT_ROOT 142
+#define IDM_LAYOUT_FOLDER 143
+#define ID_ITEM_DELETE 32777
+#define ID_ITEM_PROPERTIES 32782
+#define ID_CLEAR_LAYOUT 32783
+#define ID_NEW_FOLDER_AT_END 32784
+#define ID_ITEM_RENAME 32787
+#define ID_NEW_FOLDER_HERE 32790
+#define ID_MOVE_TO_TOP 32793
+#define ID_MOVE_TO_BOTTOM 32794
+#define ID_SORT_FOLDERS 32797
+#define ID_NEW_SUBFOLDER 32802
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -73,6 +90,15 @@
 #define IDC_ABOUT_ICON 1100
 #define IDC_ABOUT_NAME 1101
 #define IDC_ABOUT_TEXT 1102
+
+// The properties of a plug-in in a layout
+#define IDC_PROP_NAME 1110
+#define IDC_PROP_ID_LABEL 1111
+#define IDC_PROP_ID 1112
+#define IDC_PROP_FILE 1113
+#define IDC_PROP_CATEGORY 1114
+#define IDC_PROP_FRIENDLY_NAME 1115
+#define IDC_PROP_PRESET 1116
 
 // Texts
 #define IDS_ABOUT_COMMAND 101

@@ -1,0 +1,288 @@
+#include "TreeCtrlEx.h"
+
+#include <windowsx.h>
+
+#include <utility>
+
+namespace {
+
+constexpr UINT_PTR kSubclassId = 1;
+
+/// Text of an item that is drawn in grey.
+constexpr COLORREF kGreyText = RGB(0xCD, 0xCD, 0xCD);
+
+bool IsDown(int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; }
+
+/// Keys that move the caret.
+bool MovesCaret(UINT key) {
+    return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END || key == VK_PRIOR || key == VK_NEXT ||
+           key == VK_LEFT || key == VK_RIGHT;
+}
+
+}  // namespace
+
+void CTreeCtrlEx::Attach(HWND tree, Hooks hooks) {
+    Detach();
+    m_hwnd = tree;
+    m_hooks = std::move(hooks);
+    m_anchor = nullptr;
+    ::SetWindowSubclass(m_hwnd, &CTreeCtrlEx::Procedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+}
+
+void CTreeCtrlEx::Detach() {
+    if (m_hwnd) ::RemoveWindowSubclass(m_hwnd, &CTreeCtrlEx::Procedure, kSubclassId);
+    m_hwnd = nullptr;
+}
+
+UINT CTreeCtrlEx::State(HTREEITEM item) const {
+    return static_cast<UINT>(
+        Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_SELECTED | TVIS_EXPANDED));
+}
+
+void CTreeCtrlEx::SetSelected(HTREEITEM item, bool selected) const {
+    TVITEMW change{};
+    change.mask = TVIF_STATE;
+    change.hItem = item;
+    change.stateMask = TVIS_SELECTED;
+    change.state = selected ? TVIS_SELECTED : 0;
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+}
+
+HTREEITEM CTreeCtrlEx::NextInOrder(HTREEITEM item) const {
+    const HTREEITEM child = Child(item);
+    return child ? child : NextBehind(item);
+}
+
+HTREEITEM CTreeCtrlEx::NextBehind(HTREEITEM item) const {
+    for (; item; item = Parent(item)) {
+        if (const HTREEITEM sibling = NextSibling(item)) return sibling;
+    }
+    return nullptr;
+}
+
+std::vector<HTREEITEM> CTreeCtrlEx::SelectedItems() const {
+    std::vector<HTREEITEM> items;
+    for (HTREEITEM item = Root(); item; item = NextInOrder(item)) {
+        if (IsSelected(item)) items.push_back(item);
+    }
+    return items;
+}
+
+void CTreeCtrlEx::ClearSelection() const {
+    for (const HTREEITEM item : SelectedItems()) SetSelected(item, false);
+}
+
+void CTreeCtrlEx::SelectAll() const {
+    const CRedrawLock noRedraw(*this);
+    for (HTREEITEM item = Root(); item; item = NextInOrder(item)) SetSelected(item, true);
+}
+
+void CTreeCtrlEx::SelectOnly(HTREEITEM item) const {
+    ClearSelection();
+    Select(item);
+    // The control does nothing for an item that was the caret before.
+    if (item) SetSelected(item, true);
+}
+
+void CTreeCtrlEx::MoveCaret(HTREEITEM item) const {
+    const HTREEITEM old = Caret();
+    if (old == item) return;
+    const bool oldSelected = old && IsSelected(old);
+    const bool itemSelected = item && IsSelected(item);
+    Select(item);
+    // The control takes the caret for the one selected item.
+    if (old) SetSelected(old, oldSelected);
+    if (item) SetSelected(item, itemSelected);
+}
+
+HTREEITEM CTreeCtrlEx::HitTest(POINT client, UINT* flags) const {
+    TVHITTESTINFO hit{};
+    hit.pt = client;
+    const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    if (flags) *flags = hit.flags;
+    return item;
+}
+
+bool CTreeCtrlEx::RowOf(HTREEITEM item, RECT& row) const {
+    // The message takes the item from where it puts the rectangle.
+    *reinterpret_cast<HTREEITEM*>(&row) = item;
+    return Send(TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&row)) != 0;
+}
+
+LRESULT CTreeCtrlEx::OnCustomDraw(const NMTVCUSTOMDRAW& draw, COLORREF& text) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    const bool drawsItem = draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT;
+    if (drawsItem && m_hooks.isGrey(reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec))) text = kGreyText;
+    return CDRF_DODEFAULT;
+}
+
+LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                        DWORD_PTR self) noexcept {
+    auto* tree = reinterpret_cast<CTreeCtrlEx*>(self);
+    if (message == WM_NCDESTROY) {
+        tree->Detach();
+        return ::DefSubclassProc(hwnd, message, wParam, lParam);
+    }
+    try {
+        return tree->Dispatch(message, wParam, lParam);
+    } catch (...) {
+        ::OutputDebugStringW(L"A tree handler failed.\n");
+        return 0;
+    }
+}
+
+LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            m_hooks.onLeftButton(true);
+            if (OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0)) {
+                // The button's release may have gone to whoever followed the pointer meanwhile.
+                if (!IsDown(VK_LBUTTON)) m_hooks.onLeftButton(false);
+                return 0;
+            }
+            break;
+        case WM_LBUTTONUP: {
+            const LRESULT result = Default(message, wParam, lParam);
+            m_hooks.onLeftButton(false);
+            return result;
+        }
+        case WM_RBUTTONDOWN:
+            if (OnRightDown(client)) return 0;
+            break;
+        case WM_KEYDOWN:
+            if (OnKeyDown(static_cast<UINT>(wParam))) return 0;
+            break;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            // All selected items show whether the tree has the focus; the control repaints the caret item only.
+            ::InvalidateRect(m_hwnd, nullptr, FALSE);
+            break;
+        default:
+            break;
+    }
+    return Default(message, wParam, lParam);
+}
+
+bool CTreeCtrlEx::OnLeftDown(POINT client, bool shift, bool control) {
+    UINT flags = 0;
+    const HTREEITEM item = HitTest(client, &flags);
+    if (!item || (flags & TVHT_ONITEM) == 0) {
+        if (!item) {
+            m_anchor = nullptr;
+            ClearSelection();
+        }
+        return false;
+    }
+    // These two leave the control out: it knows of one selected item only.
+    if (shift || control) {
+        Focus();
+        shift ? ExtendTo(item) : Toggle(item);
+        return true;
+    }
+    if (!IsSelected(item)) {
+        m_anchor = nullptr;
+        ClearSelection();
+        return false;
+    }
+    if (item == Caret()) return false;  // the control starts a drag of the selection, or renaming
+    Focus();
+    PressOnSelected(item, client);
+    return true;
+}
+
+void CTreeCtrlEx::PressOnSelected(HTREEITEM item, POINT client) {
+    MoveCaret(item);
+    if (::DragDetect(m_hwnd, client)) {
+        NMTREEVIEWW drag{};
+        drag.itemNew.mask = TVIF_HANDLE | TVIF_PARAM;
+        drag.itemNew.hItem = item;
+        drag.itemNew.lParam = Data(item);
+        drag.ptDrag = client;
+        NotifyParent(drag.hdr, TVN_BEGINDRAGW);
+        return;
+    }
+    // A click: the selection shrinks to the item, and its label is edited as after a second click.
+    m_anchor = nullptr;
+    SelectOnly(item);
+    UINT flags = 0;
+    HitTest(client, &flags);
+    if ((flags & TVHT_ONITEMLABEL) == 0) return;
+    NMTVKEYDOWN key{};
+    key.wVKey = VK_F2;
+    NotifyParent(key.hdr, TVN_KEYDOWN);
+}
+
+void CTreeCtrlEx::NotifyParent(NMHDR& header, UINT code) const {
+    header.hwndFrom = m_hwnd;
+    header.idFrom = static_cast<UINT_PTR>(::GetDlgCtrlID(m_hwnd));
+    header.code = code;
+    ::SendMessageW(::GetParent(m_hwnd), WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+}
+
+void CTreeCtrlEx::ExtendTo(HTREEITEM item) {
+    if (!m_anchor) m_anchor = Caret() ? Caret() : item;
+    MoveCaret(item);
+    SelectRange(m_anchor, item);
+}
+
+bool CTreeCtrlEx::IsBefore(HTREEITEM a, HTREEITEM b) const {
+    for (; a; a = NextInOrder(a)) {
+        if (a == b) return true;
+    }
+    return false;
+}
+
+void CTreeCtrlEx::SelectRange(HTREEITEM from, HTREEITEM to) const {
+    if (!IsBefore(from, to)) std::swap(from, to);
+    ClearSelection();
+    // What is hidden in a closed folder is not what the user sees between the two.
+    for (HTREEITEM item = from; item; item = reinterpret_cast<HTREEITEM>(Send(
+                                          TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)))) {
+        SetSelected(item, true);
+        if (item == to) return;
+    }
+}
+
+void CTreeCtrlEx::Toggle(HTREEITEM item) {
+    m_anchor = nullptr;
+    const bool selected = !IsSelected(item);
+    SetSelected(item, selected);
+    const HTREEITEM caret = Caret();
+    if (selected) {
+        MoveCaret(item);
+    } else if (item == caret) {
+        const auto left = SelectedItems();
+        MoveCaret(left.empty() ? nullptr : left.front());
+    } else if (!caret || !IsSelected(caret)) {
+        MoveCaret(item);
+    }
+}
+
+bool CTreeCtrlEx::OnRightDown(POINT client) {
+    UINT flags = 0;
+    const HTREEITEM item = HitTest(client, &flags);
+    m_anchor = nullptr;
+    SelectOnly(item);
+    return item && (flags & TVHT_ONITEM) == 0;
+}
+
+bool CTreeCtrlEx::OnKeyDown(UINT key) {
+    if (key == 'A' && IsDown(VK_CONTROL)) {
+        SelectAll();
+        return true;
+    }
+    if (!MovesCaret(key) || IsDown(VK_CONTROL)) return false;
+    if (!IsDown(VK_SHIFT)) {
+        m_anchor = nullptr;
+        const HTREEITEM caret = Caret();
+        ClearSelection();
+        if (caret) SetSelected(caret, true);
+        return false;
+    }
+    if (!m_anchor) m_anchor = Caret();
+    // The control finds the item that the key leads to, and then it is the range up to there that is selected.
+    Default(WM_KEYDOWN, key, 0);
+    if (m_anchor && Caret()) SelectRange(m_anchor, Caret());
+    return true;
+}

@@ -1,0 +1,217 @@
+#include "TreeCtrlWrapper.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+namespace {
+
+int CompareIgnoringCase(std::wstring_view a, std::wstring_view b) {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) -
+           CSTR_EQUAL;
+}
+
+}  // namespace
+
+const LayoutItem* CTreeCtrlWrapper::Find(HTREEITEM item) const {
+    if (!item) return nullptr;
+    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
+    return found == m_records.end() ? nullptr : &found->second.record;
+}
+
+CTreeCtrlWrapper::Entry* CTreeCtrlWrapper::EntryOf(HTREEITEM item) {
+    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
+    return found == m_records.end() ? nullptr : &found->second;
+}
+
+HTREEITEM CTreeCtrlWrapper::HandleOf(LayoutItemId id) const {
+    const auto found = m_records.find(id);
+    return found == m_records.end() ? nullptr : found->second.item;
+}
+
+std::vector<LayoutItemId> CTreeCtrlWrapper::SelectedIds() const {
+    std::vector<LayoutItemId> ids;
+    for (const HTREEITEM item : m_tree.SelectedItems()) ids.push_back(static_cast<LayoutItemId>(m_tree.Data(item)));
+    return ids;
+}
+
+void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change) {
+    Entry* entry = item ? EntryOf(item) : nullptr;
+    if (!entry) return;
+    change(entry->record);
+    m_tree.SetItemText(item, entry->record.name);
+    m_modified = true;
+}
+
+void CTreeCtrlWrapper::UpdateInstalled(const std::function<void(LayoutItem&)>& update) {
+    const CRedrawLock noRedraw(m_tree);
+    for (auto& [id, entry] : m_records) {
+        if (entry.record.kind != LayoutKind::Plugin) continue;
+        update(entry.record);
+        const LayoutImages images = ImagesOf(entry.record);
+        m_tree.SetItemImages(entry.item, images.normal, images.selected);
+    }
+}
+
+HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record) {
+    if (record.id == kInvalidItemId) return nullptr;
+    const LayoutImages images = ImagesOf(record);
+    const HTREEITEM item = m_tree.Insert(parent, after, record.name, images.normal, images.selected,
+                                         static_cast<LPARAM>(record.id));
+    if (!item) return nullptr;
+    m_modified = true;
+    const auto found = m_records.find(record.id);
+    if (found != m_records.end()) {
+        found->second.item = item;
+    } else {
+        m_records.emplace(record.id, Entry{record, item});
+    }
+    return item;
+}
+
+HTREEITEM CTreeCtrlWrapper::Append(HTREEITEM parent, const LayoutItem& record, bool select) {
+    const HTREEITEM item = InsertItem(parent, TVI_LAST, record);
+    if (item && select) m_tree.Select(item);
+    return item;
+}
+
+HTREEITEM CTreeCtrlWrapper::Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record) {
+    const bool inside = GoesInside(target, into);
+    return InsertItem(inside ? target : m_tree.Parent(target), inside ? TVI_LAST : target, record);
+}
+
+/// The top level is inside of no item.
+bool CTreeCtrlWrapper::GoesInside(HTREEITEM target, IntoFolder into) const {
+    if (!target) return true;
+    const LayoutItem* record = Find(target);
+    return into == IntoFolder::Yes && record && record->kind == LayoutKind::Folder;
+}
+
+void CTreeCtrlWrapper::Clear() {
+    const CRedrawLock noRedraw(m_tree);
+    m_tree.Select(nullptr);
+    m_tree.Delete(TVI_ROOT);
+    m_records.clear();
+    m_images = BuildLayoutImageList();
+    m_tree.SetImages(m_images.Get());
+    m_modified = false;
+}
+
+std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
+    std::vector<HTREEITEM> children;
+    for (HTREEITEM item = FirstChild(parent); item; item = m_tree.NextSibling(item)) children.push_back(item);
+    return children;
+}
+
+bool CTreeCtrlWrapper::IsWithin(HTREEITEM item, HTREEITEM ancestor) const {
+    for (; item; item = m_tree.Parent(item)) {
+        if (item == ancestor) return true;
+    }
+    return false;
+}
+
+HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
+    const LayoutItem* record = Find(item);
+    const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
+    if (!copy) return nullptr;
+    for (HTREEITEM child = m_tree.Child(item); child; child = m_tree.NextSibling(child)) CopySubtree(child, copy, TVI_LAST);
+    if (m_tree.IsExpanded(item)) m_tree.Expand(copy, true);
+    return copy;
+}
+
+HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
+    if (item == after || IsWithin(parent, item)) return item;
+    const bool wasSelected = m_tree.IsSelected(item);
+    const HTREEITEM moved = CopySubtree(item, parent, after);
+    if (!moved) return item;
+    // The records belong to the copies now.
+    m_keepRecords = true;
+    m_tree.Delete(item);
+    m_keepRecords = false;
+    if (wasSelected) m_tree.SelectOnly(!parent || m_tree.IsExpanded(parent) ? moved : parent);
+    return moved;
+}
+
+HTREEITEM CTreeCtrlWrapper::MoveAfter(HTREEITEM item, HTREEITEM sibling) {
+    return MoveSubtree(item, m_tree.Parent(sibling), sibling);
+}
+
+HTREEITEM CTreeCtrlWrapper::MoveInto(HTREEITEM item, HTREEITEM parent, bool first) {
+    return MoveSubtree(item, parent, first ? TVI_FIRST : TVI_LAST);
+}
+
+HTREEITEM CTreeCtrlWrapper::MoveTo(HTREEITEM item, HTREEITEM target, IntoFolder into) {
+    return GoesInside(target, into) ? MoveInto(item, target, false) : MoveAfter(item, target);
+}
+
+void CTreeCtrlWrapper::MoveUp(HTREEITEM item) {
+    const HTREEITEM previous = m_tree.PreviousSibling(item);
+    if (!previous) return;
+    const HTREEITEM beforeThat = m_tree.PreviousSibling(previous);
+    beforeThat ? MoveAfter(item, beforeThat) : MoveInto(item, m_tree.Parent(item), true);
+}
+
+void CTreeCtrlWrapper::MoveDown(HTREEITEM item) {
+    if (const HTREEITEM next = m_tree.NextSibling(item)) MoveAfter(item, next);
+}
+
+void CTreeCtrlWrapper::Sort(HTREEITEM parent) {
+    const std::vector<HTREEITEM> children = Children(parent);
+    std::vector<SortItem> items;
+    std::vector<LayoutItemId> ids;
+    items.reserve(children.size());
+    ids.reserve(children.size());
+    for (const HTREEITEM child : children) {
+        if (m_tree.Child(child)) Sort(child);
+        const LayoutItem* record = Find(child);
+        items.push_back(record ? SortItem{record->kind, record->name} : SortItem{});
+        ids.push_back(static_cast<LayoutItemId>(m_tree.Data(child)));
+    }
+    std::unordered_map<LayoutItemId, std::size_t> ranks;
+    std::size_t rank = 0;
+    for (const std::size_t index : SortedOrder(items, CompareIgnoringCase)) ranks[ids[index]] = rank++;
+
+    const auto compare = [](LPARAM a, LPARAM b, LPARAM table) -> int {
+        const auto& order = *reinterpret_cast<const std::unordered_map<LayoutItemId, std::size_t>*>(table);
+        const auto rankA = order.find(static_cast<LayoutItemId>(a));
+        const auto rankB = order.find(static_cast<LayoutItemId>(b));
+        if (rankA == order.end() || rankB == order.end() || rankA->second == rankB->second) return 0;
+        return rankA->second < rankB->second ? -1 : 1;
+    };
+    m_tree.SortChildren(parent, compare, reinterpret_cast<LPARAM>(&ranks));
+    m_modified = true;
+}
+
+void CTreeCtrlWrapper::ExpandAll(bool expand) {
+    const CRedrawLock noRedraw(m_tree);
+    for (HTREEITEM item = m_tree.Root(); item; item = m_tree.NextInOrder(item)) {
+        if (m_tree.Child(item)) m_tree.Expand(item, expand);
+    }
+}
+
+void CTreeCtrlWrapper::DeleteSelection() {
+    const HTREEITEM caret = m_tree.Caret();
+    if (!caret) return;
+    std::vector<HTREEITEM> outermost;
+    for (HTREEITEM item = m_tree.Root(); item;) {
+        // What is in a deleted folder goes with it, and its handles with that.
+        const bool goes = item != caret && m_tree.IsSelected(item);
+        if (goes) outermost.push_back(item);
+        item = goes ? m_tree.NextBehind(item) : m_tree.NextInOrder(item);
+    }
+    const bool caretGoesAlong = std::ranges::any_of(outermost, [&](HTREEITEM item) { return IsWithin(caret, item); });
+    const CRedrawLock noRedraw(m_tree);
+    for (const HTREEITEM item : outermost) m_tree.Delete(item);
+    if (!caretGoesAlong) m_tree.Delete(caret);
+    m_modified = true;
+}
+
+bool CTreeCtrlWrapper::SelectionHasFolder() const {
+    return std::ranges::any_of(SelectedIds(), IsFolderId);
+}
+
+void CTreeCtrlWrapper::OnDeleteItem(LayoutItemId id) {
+    if (m_keepRecords) return;
+    m_records.erase(id);
+    m_modified = true;
+}

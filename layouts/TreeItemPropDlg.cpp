@@ -1,0 +1,53 @@
+#include "TreeItemPropDlg.h"
+
+#include "ClsidText.h"
+#include "PresetComboBox.h"
+#include "PresetListMgr.h"
+#include "StringRing.h"
+#include "resource.h"
+
+namespace {
+
+std::optional<Category> CategoryOf(const LayoutItem& plugin) {
+    if (plugin.category < 0 || plugin.category >= static_cast<int>(kCategories.size())) return std::nullopt;
+    return static_cast<Category>(plugin.category);
+}
+
+}  // namespace
+
+CTreeItemPropDlg::CTreeItemPropDlg(const CPluginInventory& inventory, const LayoutItem& plugin)
+    : CDialog(IDD_TREE_ITEM_PROPERTIES),
+      m_inventory(inventory),
+      m_plugin(plugin),
+      m_name(plugin.name),
+      m_preset(plugin.defaultPreset) {}
+
+bool CTreeItemPropDlg::OnInitDialog() {
+    const auto category = CategoryOf(m_plugin);
+    Item(IDC_PROP_NAME).SetText(m_plugin.name);
+    Item(IDC_PROP_ID_LABEL).SetText(LoadRingText(m_plugin.vendor ? IDS_VENDOR_LABEL : IDS_CLSID_LABEL));
+    Item(IDC_PROP_ID).SetText(m_plugin.vendor ? *m_plugin.vendor : ClsidText(m_plugin.clsid));
+    const auto registered = category ? m_inventory.RegisteredNameOf(m_plugin.clsid, *category) : std::nullopt;
+    Item(IDC_PROP_FRIENDLY_NAME).SetText(registered.value_or(m_plugin.originalName));
+    if (category) {
+        Item(IDC_PROP_FILE).SetText(m_inventory.PathOf(m_plugin.clsid, *category).value_or(L""));
+        Item(IDC_PROP_CATEGORY).SetText(LoadRingText(RowOf(*category).captionId));
+    }
+    FillPresets();
+    return true;
+}
+
+void CTreeItemPropDlg::FillPresets() {
+    auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
+    if (const auto category = CategoryOf(m_plugin)) {
+        CPresetListMgr(m_plugin.clsid, RowOf(*category).guid, m_plugin.name).FillPresetList(presets);
+    }
+    presets.SetCurrentRow(presets.FindExact(m_plugin.defaultPreset).value_or(0));
+}
+
+void CTreeItemPropDlg::OnOK() {
+    m_name = Item(IDC_PROP_NAME).Text();
+    const auto presets = Control<CComboBox>(IDC_PROP_PRESET);
+    if (const auto row = presets.CurrentRow()) m_preset = presets.RowText(*row);
+    End(IDOK);
+}

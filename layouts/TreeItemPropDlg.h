@@ -1,0 +1,27 @@
+// The properties of a plug-in in a layout.
+#pragma once
+
+#include <string>
+
+#include "Dialog.h"
+#include "LayoutItem.h"
+#include "PluginInventory.h"
+
+class CTreeItemPropDlg : public CDialog {
+  public:
+    CTreeItemPropDlg(const CPluginInventory& inventory, const LayoutItem& plugin);
+
+    // What the user left in the fields.
+    const std::wstring& Name() const { return m_name; }
+    const std::wstring& DefaultPreset() const { return m_preset; }
+
+  private:
+    bool OnInitDialog() override;
+    void OnOK() override;
+    void FillPresets();
+
+    const CPluginInventory& m_inventory;
+    const LayoutItem& m_plugin;
+    std::wstring m_name;
+    std::wstring m_preset;
+};
