@@ -21,6 +21,9 @@
 #define ID_MOVE_TO_BOTTOM 32794
 #define ID_SORT_FOLDERS 32797
 #define ID_NEW_SUBFOLDER 32802
+#define IDD_SINGLE_PROP 129
+#define IDD_PRESET_FILE 130
+#define IDD_MANAGE_PRESETS 132
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -99,6 +102,16 @@
 #define IDC_PROP_CATEGORY 1114
 #define IDC_PROP_FRIENDLY_NAME 1115
 #define IDC_PROP_PRESET 1116
+// The one-line prompt
+#define IDC_PROMPT_LABEL 1012
+#define IDC_PROMPT_VALUE 1013
+
+// The preset dialogs: managing, and what is added to the file dialogs
+#define IDC_PRESET_DELETE 1016
+#define IDC_PRESET_RENAME 1017
+#define IDC_PRESET_LIST 1018
+#define IDC_PRESET_SELECT_ALL 1019
+#define IDC_PRESET_LIST_LABEL 1022
 
 // Texts
 #define IDS_ABOUT_COMMAND 101
