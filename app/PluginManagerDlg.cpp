@@ -48,7 +48,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
       m_inventory(m_vstKey, m_database),
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
-      m_tree(*this),
+      m_tree(*this, m_inventory, m_list),
       m_files(*this, m_settings.layoutFolder) {
     if (app.CmdLine().useDatabase && !app.CmdLine().registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
@@ -119,15 +119,16 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
+        R::OnMessage<WM_CAPTURECHANGED, &Tree::OnCaptureChanged>(),
         R::OnNotify<NM_RCLICK, &Tree::OnRightClick>(IDC_LAYOUT_TREE),
         R::OnNotify<NM_DBLCLK, &Tree::OnDoubleClick>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_SELCHANGEDW, &Tree::OnSelectionChanged>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
-        R::OnNotify<TVN_ITEMEXPANDINGW, &Tree::OnItemExpanding>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_KEYDOWN, &Tree::OnKeyDown>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_BEGINDRAGW, &Tree::OnBeginDrag>(IDC_LAYOUT_TREE),
+        R::OnNotify<NM_CUSTOMDRAW, &Tree::OnCustomDraw>(IDC_LAYOUT_TREE),
         R::OnNotify<NM_CLICK, &Frame::OnAnyClick>(),
     };
     return kRoutes;
@@ -281,11 +282,11 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
     switch (message.wParam) {
         case VK_ESCAPE:
             m_tree.CancelDrag();
-            if (editing) m_tree.EndLabelEdit();
+            if (editing) m_tree.EndLabelEdit(true);
             return true;  // Escape never closes the dialog
         case VK_RETURN:
             if (editing) {
-                m_tree.EndLabelEdit();
+                m_tree.EndLabelEdit(false);
                 return true;
             }
             // The system would take Enter on the Close button for a click, which only closes; it means OK

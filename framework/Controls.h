@@ -104,9 +104,9 @@ class CTreeView : public CWindow {
     HTREEITEM NextSibling(HTREEITEM item) const { return Next(TVGN_NEXT, item); }
     HTREEITEM PreviousSibling(HTREEITEM item) const { return Next(TVGN_PREVIOUS, item); }
     HTREEITEM Parent(HTREEITEM item) const { return Next(TVGN_PARENT, item); }
-    /// Null parent means the top level, null `after` the first place. Null when it fails.
+    /// Null parent means the top level; `after` is a sibling, TVI_FIRST or TVI_LAST. Null when it fails.
     HTREEITEM Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,
-                     LPARAM data) const;
+                     int selectedImage, LPARAM data) const;
     void Delete(HTREEITEM item) const { Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item)); }
     void Select(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item)); }
     std::wstring ItemText(HTREEITEM item) const;
@@ -114,7 +114,9 @@ class CTreeView : public CWindow {
     LPARAM Data(HTREEITEM item) const;
     void SetItemImages(HTREEITEM item, int image, int selectedImage) const;
     /// The list stays the caller's.
-    void SetImages(HIMAGELIST images) const { Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images)); }
+    void SetImages(HIMAGELIST images) const {
+        Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images));
+    }
     void Expand(HTREEITEM item, bool expand) const {
         Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(item));
     }

@@ -59,6 +59,9 @@ struct Font {
 struct Icon {
     void operator()(HICON icon) const { ::DestroyIcon(icon); }
 };
+struct Bitmap {
+    void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
+};
 struct ImageList {
     void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }
 };
@@ -72,5 +75,6 @@ using UniqueLibrary = UniqueHandle<HMODULE, closers::Library>;
 using UniqueMenu = UniqueHandle<HMENU, closers::Menu>;
 using UniqueFont = UniqueHandle<HFONT, closers::Font>;
 using UniqueIcon = UniqueHandle<HICON, closers::Icon>;
+using UniqueBitmap = UniqueHandle<HBITMAP, closers::Bitmap>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, closers::ImageList>;
 using UniqueGlobal = UniqueHandle<HGLOBAL, closers::Global>;

@@ -125,8 +125,6 @@ struct Notification<TVN_SELCHANGEDW> {
     using Type = const NMTREEVIEWW;
 };
 template <>
-struct Notification<TVN_ITEMEXPANDINGW> : Notification<TVN_SELCHANGEDW> {};
-template <>
 struct Notification<TVN_DELETEITEMW> : Notification<TVN_SELCHANGEDW> {};
 template <>
 struct Notification<TVN_BEGINDRAGW> : Notification<TVN_SELCHANGEDW> {};

@@ -72,6 +72,7 @@ std::optional<std::wstring> CPluginInventory::RegisteredNameOf(const Guid& clsid
         // The media object registry names its keys without the braces.
         return read(L"DirectShow\\MediaObjects\\" + text.substr(1, text.size() - 2), nullptr);
     }
-    if (category == Category::ControlSurfaces) return read(std::wstring(kControlSurfacesKey) + L"\\" + text, L"Description");
+    if (category == Category::ControlSurfaces)
+        return read(std::wstring(kControlSurfacesKey) + L"\\" + text, L"Description");
     return read(L"CLSID\\" + text, nullptr);
 }

@@ -43,8 +43,8 @@ class CPluginInventory {
 
     const CPluginDatabase& m_database;
     CRegistrationIndex m_index;
-    std::vector<MonikerPtr> m_filters;   // one for each of the first entries
-    std::vector<PluginEntry> m_entries;  // filters, media objects, MIDI effects, control surfaces
+    std::vector<MonikerPtr> m_filters;            // one for each of the first entries
+    std::vector<PluginEntry> m_entries;           // filters, media objects, MIDI effects, control surfaces
     std::unordered_set<Guid, GuidHash> m_clsids;  // of the entries
     CVstInventory m_vst;
 };

@@ -196,7 +196,8 @@ std::vector<SelectedPlugin> CPluginListView::SelectedPlugins() const {
     const CListBox plugins = Plugins();
     std::vector<SelectedPlugin> selected;
     for (const int row : plugins.SelectedRows()) {
-        if (const auto* item = plugins.ItemOf<PluginListItem>(row)) selected.push_back({*item, plugins.RowText(row)});
+        if (const auto* item = plugins.ItemOf<PluginListItem>(row))
+            selected.push_back({*item, plugins.RowText(row)});
     }
     return selected;
 }

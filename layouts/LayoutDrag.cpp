@@ -49,8 +49,8 @@ void CLayoutDrag::Begin(HTREEITEM item, POINT client) {
     }
 }
 
-/// The tree's own drag image shows one item, and not every system draws one: this shows the icons and labels of the
-/// first few.
+/// The tree's own drag image shows one item, and not every system draws one: this shows the icons and labels
+/// of the first few.
 UniqueImageList CLayoutDrag::DrawImage() const {
     const std::size_t rows = std::min(m_items.size(), kShownItems);
     const int rowHeight = Tree().SendInt(TVM_GETITEMHEIGHT);

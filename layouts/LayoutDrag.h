@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "Dialog.h"
 #include "Handles.h"
 #include "LayoutItem.h"
 #include "TreeCtrlWrapper.h"

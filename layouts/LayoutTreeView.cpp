@@ -1,6 +1,6 @@
 #include "LayoutTreeView.h"
 
-#include <windowsx.h>
+#include <algorithm>
 
 #include "MessageCaption.h"
 #include "Resources.h"
@@ -23,19 +23,20 @@ class CLayoutTreeView::CUpdateLock {
     CLayoutTreeView& m_view;
 };
 
-CLayoutTreeView::CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory, const CPluginListView& plugins)
+CLayoutTreeView::CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory,
+                                 const CPluginListView& plugins)
     : m_dialog(dialog), m_inventory(inventory), m_plugins(plugins), m_drag(dialog, m_layout) {}
 
 void CLayoutTreeView::OnInitDialog() {
     const CWindow placeholder = m_dialog.Item(IDC_LAYOUT_TREE);
     const Rect place = placeholder.RectIn(m_dialog.Handle());
     ::DestroyWindow(placeholder.Handle());
-    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_LINESATROOT | TVS_EDITLABELS |
-                             TVS_SHOWSELALWAYS;
-    const HWND tree = ::CreateWindowExW(
-        WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"", kStyle, place.left, place.top, place.Width(), place.Height(),
-        m_dialog.Handle(), reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_LAYOUT_TREE)),
-        ::GetModuleHandleW(nullptr), nullptr);
+    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_LINESATROOT |
+                             TVS_EDITLABELS | TVS_SHOWSELALWAYS;
+    const HWND tree = ::CreateWindowExW(WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"", kStyle, place.left, place.top,
+                                        place.Width(), place.Height(), m_dialog.Handle(),
+                                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_LAYOUT_TREE)),
+                                        ::GetModuleHandleW(nullptr), nullptr);
     m_tree.Attach(tree, {.isGrey =
                              [this](HTREEITEM item) {
                                  const LayoutItem* record = m_layout.Find(item);
@@ -55,7 +56,8 @@ void CLayoutTreeView::OnInitDialog() {
 void CLayoutTreeView::UpdateButtons() const {
     if (!m_mayUpdate) return;
     const bool canActOnAll = m_tree.Root() && !m_drag.IsDragging();
-    for (const int id : {IDC_EXPAND_ALL, IDC_COLLAPSE_ALL, IDC_SORT_ALL}) m_dialog.Item(id).Enable(canActOnAll);
+    for (const int id : {IDC_EXPAND_ALL, IDC_COLLAPSE_ALL, IDC_SORT_ALL})
+        m_dialog.Item(id).Enable(canActOnAll);
     const auto selected = m_tree.SelectedItems();
     const bool allInFolders =
         std::ranges::all_of(selected, [this](HTREEITEM item) { return m_tree.Parent(item) != nullptr; });
@@ -76,7 +78,8 @@ LayoutItem CLayoutTreeView::PluginItem(const SelectedPlugin& plugin) const {
     item.clsid = plugin.item.clsid;
     item.category = static_cast<int>(plugin.item.category);
     item.originalName = m_inventory.RegisteredNameOf(item.clsid, plugin.item.category).value_or(plugin.name);
-    const VstInventoryRecord* record = plugin.item.fromInventory ? m_inventory.Vst().Find(item.clsid) : nullptr;
+    const VstInventoryRecord* record =
+        plugin.item.fromInventory ? m_inventory.Vst().Find(item.clsid) : nullptr;
     if (record) item.vendor = record->vendor;
     item.inventoryFlag = plugin.item.fromInventory;
     item.installed = true;
@@ -209,7 +212,8 @@ void CLayoutTreeView::OnDoubleClick() {
     ::ScreenToClient(m_tree.Handle(), &client);
     UINT flags = 0;
     const HTREEITEM item = m_tree.HitTest(client, &flags);
-    const LayoutItem* record = (flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) != 0 ? m_layout.Find(item) : nullptr;
+    const LayoutItem* record =
+        (flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) != 0 ? m_layout.Find(item) : nullptr;
     if (record && record->kind != LayoutKind::Folder) ShowProperties(item);
 }
 
@@ -243,8 +247,9 @@ void CLayoutTreeView::ShowContextMenu(HTREEITEM item, POINT screen) {
                         : record->kind == LayoutKind::Folder ? IDM_LAYOUT_FOLDER
                                                              : IDM_LAYOUT_PLUGIN;
     const UniqueMenu menu = LoadMenuResource(menuId);
-    const auto command = static_cast<UINT>(::TrackPopupMenu(::GetSubMenu(menu.Get(), 0), TPM_RETURNCMD | TPM_RIGHTBUTTON,
-                                                            screen.x, screen.y, 0, m_dialog.Handle(), nullptr));
+    const auto command =
+        static_cast<UINT>(::TrackPopupMenu(::GetSubMenu(menu.Get(), 0), TPM_RETURNCMD | TPM_RIGHTBUTTON,
+                                           screen.x, screen.y, 0, m_dialog.Handle(), nullptr));
     if (command == 0) return;
     Run(command, item ? item : m_tree.Root());
 }

@@ -15,8 +15,8 @@ bool IsDown(int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; 
 
 /// Keys that move the caret.
 bool MovesCaret(UINT key) {
-    return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END || key == VK_PRIOR || key == VK_NEXT ||
-           key == VK_LEFT || key == VK_RIGHT;
+    return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END || key == VK_PRIOR ||
+           key == VK_NEXT || key == VK_LEFT || key == VK_RIGHT;
 }
 
 }  // namespace
@@ -155,7 +155,8 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
-            // All selected items show whether the tree has the focus; the control repaints the caret item only.
+            // All selected items show whether the tree has the focus; the control repaints the caret item
+            // only.
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
             break;
         default:
@@ -237,8 +238,9 @@ void CTreeCtrlEx::SelectRange(HTREEITEM from, HTREEITEM to) const {
     if (!IsBefore(from, to)) std::swap(from, to);
     ClearSelection();
     // What is hidden in a closed folder is not what the user sees between the two.
-    for (HTREEITEM item = from; item; item = reinterpret_cast<HTREEITEM>(Send(
-                                          TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)))) {
+    for (HTREEITEM item = from; item;
+         item = reinterpret_cast<HTREEITEM>(
+             Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)))) {
         SetSelected(item, true);
         if (item == to) return;
     }
@@ -281,7 +283,8 @@ bool CTreeCtrlEx::OnKeyDown(UINT key) {
         return false;
     }
     if (!m_anchor) m_anchor = Caret();
-    // The control finds the item that the key leads to, and then it is the range up to there that is selected.
+    // The control finds the item that the key leads to, and then it is the range up to there that is
+    // selected.
     Default(WM_KEYDOWN, key, 0);
     if (m_anchor && Caret()) SelectRange(m_anchor, Caret());
     return true;

@@ -4,10 +4,13 @@
 #include <unordered_map>
 #include <utility>
 
+#include "LayoutImageList.h"
+
 namespace {
 
 int CompareIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) -
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                  TRUE) -
            CSTR_EQUAL;
 }
 
@@ -31,7 +34,8 @@ HTREEITEM CTreeCtrlWrapper::HandleOf(LayoutItemId id) const {
 
 std::vector<LayoutItemId> CTreeCtrlWrapper::SelectedIds() const {
     std::vector<LayoutItemId> ids;
-    for (const HTREEITEM item : m_tree.SelectedItems()) ids.push_back(static_cast<LayoutItemId>(m_tree.Data(item)));
+    for (const HTREEITEM item : m_tree.SelectedItems())
+        ids.push_back(static_cast<LayoutItemId>(m_tree.Data(item)));
     return ids;
 }
 
@@ -114,7 +118,8 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     const LayoutItem* record = Find(item);
     const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
     if (!copy) return nullptr;
-    for (HTREEITEM child = m_tree.Child(item); child; child = m_tree.NextSibling(child)) CopySubtree(child, copy, TVI_LAST);
+    for (HTREEITEM child = m_tree.Child(item); child; child = m_tree.NextSibling(child))
+        CopySubtree(child, copy, TVI_LAST);
     if (m_tree.IsExpanded(item)) m_tree.Expand(copy, true);
     return copy;
 }
@@ -199,16 +204,15 @@ void CTreeCtrlWrapper::DeleteSelection() {
         if (goes) outermost.push_back(item);
         item = goes ? m_tree.NextBehind(item) : m_tree.NextInOrder(item);
     }
-    const bool caretGoesAlong = std::ranges::any_of(outermost, [&](HTREEITEM item) { return IsWithin(caret, item); });
+    const bool caretGoesAlong =
+        std::ranges::any_of(outermost, [&](HTREEITEM item) { return IsWithin(caret, item); });
     const CRedrawLock noRedraw(m_tree);
     for (const HTREEITEM item : outermost) m_tree.Delete(item);
     if (!caretGoesAlong) m_tree.Delete(caret);
     m_modified = true;
 }
 
-bool CTreeCtrlWrapper::SelectionHasFolder() const {
-    return std::ranges::any_of(SelectedIds(), IsFolderId);
-}
+bool CTreeCtrlWrapper::SelectionHasFolder() const { return std::ranges::any_of(SelectedIds(), IsFolderId); }
 
 void CTreeCtrlWrapper::OnDeleteItem(LayoutItemId id) {
     if (m_keepRecords) return;
