@@ -200,8 +200,11 @@ BOOL CLayoutTreeView::OnBeginLabelEdit(const NMTVDISPINFOW& item) const {
 }
 
 BOOL CLayoutTreeView::OnEndLabelEdit(const NMTVDISPINFOW& item) {
-    if (!item.item.pszText || !*item.item.pszText) return FALSE;
-    const std::wstring name = item.item.pszText;
+    if (!item.item.pszText) return FALSE;
+    // The notification's text is cut like a label; the field still has all of it.
+    const CWindow edit = m_tree.LabelEdit();
+    const std::wstring name = edit.IsLive() ? edit.Text() : item.item.pszText;
+    if (name.empty()) return FALSE;
     m_layout.Change(item.item.hItem, [&](LayoutItem& record) { record.name = name; });
     return TRUE;
 }

@@ -1,0 +1,266 @@
+// The layout tree on a hidden dialog.
+#include <gtest/gtest.h>
+#include <string>
+
+#include "Dialog.h"
+#include "LayoutTreeView.h"
+#include "resource.h"
+
+namespace {
+
+class LayoutTree : public testing::Test {
+  protected:
+    class CHiddenDialog : public CDialog {
+      public:
+        CHiddenDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
+        CLayoutTreeView* m_view = nullptr;
+        template <typename T>
+        T& View() {
+            return *m_view;
+        }
+
+      private:
+        std::span<const CRoute> Routes() const override {
+            using R = CRoutesOf<CHiddenDialog>;
+            using Tree = CLayoutTreeView;
+            static constexpr CRoute kRoutes[] = {
+                R::OnNotify<TVN_SELCHANGEDW, &Tree::OnSelectionChanged>(IDC_LAYOUT_TREE),
+                R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
+                R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
+                R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),
+            };
+            return kRoutes;
+        }
+    };
+
+    void SetUp() override {
+        ASSERT_TRUE(m_dialog.CreateModeless(nullptr));
+        m_dialog.m_view = &m_view;
+        m_view.OnInitDialog();
+    }
+    void TearDown() override { m_view.OnDestroy(); }
+
+    CTreeCtrlWrapper& Layout() { return m_view.Layout(); }
+    CTreeCtrlEx& Tree() { return Layout().Tree(); }
+
+    /// Builds from a text such as "a,F(b,c),-": capitals are folders.
+    void Build(const std::wstring& text) {
+        HTREEITEM parent = nullptr;
+        for (const wchar_t c : text) {
+            if (c == L'(') parent = Last(parent);
+            if (c == L')') parent = Tree().Parent(parent);
+            if (c == L'-') Layout().Append(parent, NewSeparator(), false);
+            if (c >= L'A' && c <= L'Z') Layout().Append(parent, NewFolder({c}), false);
+            if (c >= L'a' && c <= L'z') {
+                LayoutItem plugin = NewPlugin();
+                plugin.name = c;
+                Layout().Append(parent, plugin, false);
+            }
+        }
+        Layout().SetModified(false);
+    }
+    HTREEITEM Last(HTREEITEM parent) { return Layout().Children(parent).back(); }
+    std::wstring Text(HTREEITEM parent = nullptr) {
+        std::wstring text;
+        for (const HTREEITEM item : Layout().Children(parent)) {
+            if (!text.empty()) text += L',';
+            const LayoutItem* record = Layout().Find(item);
+            text += !record ? L"?" : record->kind == LayoutKind::Separator ? L"-" : record->name;
+            if (Tree().Child(item)) text += L"(" + Text(item) + L")";
+        }
+        return text;
+    }
+    HTREEITEM Item(const wchar_t* name) {
+        for (HTREEITEM item = Tree().Root(); item; item = Tree().NextInOrder(item)) {
+            if (Tree().ItemText(item) == name) return item;
+        }
+        return nullptr;
+    }
+    void Select(std::initializer_list<const wchar_t*> names) {
+        Tree().SelectOnly(Item(*names.begin()));
+        for (const wchar_t* name : names) Tree().SetSelected(Item(name), true);
+        m_view.UpdateButtons();
+    }
+    std::wstring Selected() {
+        std::wstring text;
+        for (const HTREEITEM item : Tree().SelectedItems()) text += Tree().ItemText(item);
+        return text;
+    }
+    bool IsEnabled(int id) { return m_dialog.Item(id).IsEnabled(); }
+
+    CHiddenDialog m_dialog;
+    CPluginDatabase m_noDatabase;
+    CPluginInventory m_inventory{L"Software\\No such key", m_noDatabase};
+    CExclusionList m_exclusions;
+    Visibility m_visibility;
+    VstToolPaths m_tools;
+    CPluginListView m_plugins{m_dialog, m_inventory, m_exclusions, m_visibility, m_tools};
+    CLayoutTreeView m_view{m_dialog, m_inventory, m_plugins};
+};
+
+TEST_F(LayoutTree, MovesUpAndDownAndStopsAtTheEnds) {
+    Build(L"a,b,F(c)");
+    Select({L"b"});
+    m_view.OnMoveUp();
+    EXPECT_EQ(Text(), L"b,a,F(c)");
+    EXPECT_EQ(Selected(), L"b");
+    m_view.OnMoveUp();
+    m_view.OnMoveDown();
+    EXPECT_EQ(Text(), L"a,b,F(c)");
+    Select({L"F"});
+    Layout().SetModified(false);
+    m_view.OnMoveDown();
+    EXPECT_FALSE(Layout().IsModified()) << "the last one stays";
+    m_view.OnMoveUp();
+    EXPECT_EQ(Text(), L"a,F(c),b") << "its children go along";
+    EXPECT_TRUE(Layout().IsModified());
+    m_view.Run(ID_MOVE_TO_BOTTOM, nullptr);
+    EXPECT_EQ(Text(), L"a,b,F(c)");
+    m_view.Run(ID_MOVE_TO_TOP, nullptr);
+    EXPECT_EQ(Text(), L"F(c),a,b");
+}
+
+TEST_F(LayoutTree, PromotesOutOfItsFolderAndToTheEndOfTheTopLevel) {
+    Build(L"F(a,G(b,c)),d");
+    Select({L"b", L"c"});
+    m_view.OnPromote();
+    EXPECT_EQ(Text(), L"F(a,G,c,b),d") << "each goes directly behind the folder";
+    Select({L"F"});
+    m_view.OnPromote();
+    EXPECT_EQ(Text(), L"d,F(a,G,c,b)");
+    Select({L"G", L"a"});
+    m_view.OnPromote();
+    EXPECT_EQ(Text(), L"d,F(c,b),G,a");
+}
+
+TEST_F(LayoutTree, PromotesAFolderTogetherWithWhatIsInIt) {
+    Build(L"F(G(a))");
+    Select({L"G", L"a"});
+    m_view.OnPromote();
+    EXPECT_EQ(Text(), L"F,G,a");
+}
+
+TEST_F(LayoutTree, AMoveIntoItselfIsRefused) {
+    Build(L"F(G(a)),b");
+    const HTREEITEM folder = Item(L"F");
+    EXPECT_EQ(Layout().MoveInto(folder, Item(L"G"), false), folder);
+    EXPECT_EQ(Layout().MoveInto(folder, folder, false), folder);
+    EXPECT_EQ(Layout().MoveAfter(folder, folder), folder);
+    EXPECT_EQ(Layout().MoveAfter(folder, Item(L"a")), folder);
+    EXPECT_EQ(Text(), L"F(G(a)),b");
+    EXPECT_FALSE(Layout().IsModified());
+}
+
+TEST_F(LayoutTree, AMoveKeepsTheIdAndWhetherAFolderIsOpen) {
+    Build(L"F(a),b");
+    Tree().Expand(Item(L"F"), true);
+    const LayoutItemId id = Layout().Find(Item(L"F"))->id;
+    const HTREEITEM moved = Layout().MoveAfter(Item(L"F"), Item(L"b"));
+    EXPECT_EQ(Layout().Find(moved)->id, id);
+    EXPECT_EQ(Layout().HandleOf(id), moved);
+    EXPECT_TRUE(Tree().IsExpanded(moved));
+}
+
+TEST_F(LayoutTree, SortsFoldersFirstAtEveryDepth) {
+    Build(L"c,-,F(y,x,-),a,E");
+    m_view.OnSortAll();
+    EXPECT_EQ(Text(), L"E,F(x,-,y),a,c,-") << "separators stay behind what they followed";
+}
+
+TEST_F(LayoutTree, NewItemsGoByTheInsertionRule) {
+    Build(L"F(a),b");
+    Select({L"F"});
+    m_view.OnNewFolder();
+    EXPECT_EQ(Text(), L"F(a),New Folder,b");
+    EXPECT_TRUE(m_view.IsEditingLabel());
+    m_view.EndLabelEdit(true);
+    m_view.OnAddSeparator();
+    EXPECT_EQ(Text(), L"F(a),New Folder,-,b");
+    EXPECT_FALSE(Tree().EditLabel(Tree().Caret())) << "a separator has no name to edit";
+    m_view.Run(ID_NEW_SUBFOLDER, Item(L"F"));
+    m_view.EndLabelEdit(true);
+    EXPECT_EQ(Text(), L"F(a,New Folder),New Folder,-,b");
+    m_view.Run(ID_NEW_FOLDER_AT_END, nullptr);
+    m_view.EndLabelEdit(true);
+    EXPECT_EQ(Text(), L"F(a,New Folder),New Folder,-,b,New Folder");
+    for (const wchar_t* name : {L"x", L"y"}) {
+        LayoutItem plugin = NewPlugin();
+        plugin.name = name;
+        Layout().Insert(Item(L"b"), IntoFolder::Yes, plugin);
+    }
+    EXPECT_EQ(Text(), L"F(a,New Folder),New Folder,-,b,y,x,New Folder");
+}
+
+TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
+    Build(L"a");
+    Tree().EditLabel(Item(L"a"));
+    const CWindow edit = Tree().LabelEdit();
+    ASSERT_TRUE(edit.IsLive());
+    const std::wstring longName(300, L'n');
+    edit.SetText(longName);
+    m_view.EndLabelEdit(false);
+    EXPECT_EQ(Text(), longName);
+    Layout().SetModified(false);
+    Tree().EditLabel(Tree().Root());
+    EXPECT_EQ(Tree().LabelEdit().Text(), longName) << "the whole name is there to edit";
+    Tree().LabelEdit().SetText(L"");
+    m_view.EndLabelEdit(false);
+    EXPECT_EQ(Text(), longName);
+    EXPECT_FALSE(Layout().IsModified());
+}
+
+TEST_F(LayoutTree, DeletesTheSelectionAndTheCaretWithTheirRecords) {
+    Build(L"F(a,G(b)),c,d,e");
+    Select({L"c", L"F", L"b", L"d"});
+    Layout().DeleteSelection();
+    EXPECT_EQ(Text(), L"e");
+    EXPECT_EQ(Tree().Count(), 1);
+    Build(L"x,y");
+    Select({L"x"});
+    Tree().SetSelected(Item(L"x"), false);
+    Layout().DeleteSelection();
+    EXPECT_EQ(Text(), L"e,y") << "the caret item goes even if it is not selected";
+}
+
+TEST_F(LayoutTree, ButtonsFollowTheSelection) {
+    m_view.UpdateButtons();
+    for (const int id : {IDC_EXPAND_ALL, IDC_SORT_ALL, IDC_REMOVE, IDC_MOVE_UP, IDC_PROMOTE})
+        EXPECT_FALSE(IsEnabled(id));
+    Build(L"a,F(b,c)");
+    Select({L"a"});
+    EXPECT_TRUE(IsEnabled(IDC_EXPAND_ALL) && IsEnabled(IDC_REMOVE) && IsEnabled(IDC_MOVE_DOWN));
+    EXPECT_FALSE(IsEnabled(IDC_MOVE_UP) || IsEnabled(IDC_PROMOTE));
+    Select({L"b", L"c"});
+    EXPECT_TRUE(IsEnabled(IDC_REMOVE) && IsEnabled(IDC_PROMOTE));
+    EXPECT_FALSE(IsEnabled(IDC_MOVE_UP) || IsEnabled(IDC_MOVE_DOWN));
+    Select({L"a", L"b"});
+    EXPECT_FALSE(IsEnabled(IDC_PROMOTE)) << "one of them is in no folder";
+}
+
+TEST_F(LayoutTree, ClickingSelectsAsInAList) {
+    Build(L"a,b,c,d");
+    const auto click = [this](const wchar_t* name, WPARAM keys) {
+        RECT label{};
+        ASSERT_TRUE(TreeView_GetItemRect(Tree().Handle(), Item(name), &label, TRUE));
+        const LPARAM place = MAKELPARAM((label.left + label.right) / 2, (label.top + label.bottom) / 2);
+        Tree().Send(WM_LBUTTONDOWN, MK_LBUTTON | keys, place);
+        Tree().Send(WM_LBUTTONUP, keys, place);
+    };
+    Tree().SelectOnly(Item(L"b"));
+    click(L"d", MK_SHIFT);
+    EXPECT_EQ(Selected(), L"bcd");
+    click(L"a", MK_SHIFT);
+    EXPECT_EQ(Selected(), L"ab") << "from the same anchor";
+    click(L"d", MK_CONTROL);
+    EXPECT_EQ(Selected(), L"abd");
+    EXPECT_EQ(Tree().Caret(), Item(L"d"));
+    click(L"d", MK_CONTROL);
+    EXPECT_EQ(Selected(), L"ab");
+    EXPECT_EQ(Tree().Caret(), Item(L"a")) << "the first of those that are left";
+    click(L"a", MK_CONTROL);
+    click(L"b", MK_CONTROL);
+    EXPECT_EQ(Selected(), L"");
+    EXPECT_EQ(Tree().Caret(), nullptr);
+}
+
+}  // namespace
