@@ -5,6 +5,7 @@
 
 void CPluginInventory::Clear() {
     m_entries.clear();
+    m_clsids.clear();
     m_filters.clear();
 }
 
@@ -12,6 +13,7 @@ bool CPluginInventory::Append(FoundPlugins found, const NameMap& names, bool cla
     for (FoundPlugin& plugin : found.plugins) {
         PluginEntry& entry = m_entries.emplace_back();
         entry.clsid = plugin.clsid;
+        m_clsids.insert(entry.clsid);
         entry.name = std::move(plugin.name);
         if (auto known = names.empty() ? std::nullopt : FindName(names, ClsidText(entry.clsid)))
             entry.name = known;

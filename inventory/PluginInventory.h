@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "PluginDatabase.h"
@@ -27,6 +28,9 @@ class CPluginInventory {
     const CVstInventory& Vst() const { return m_vst; }
     void Clear();
 
+    /// Whether a class id stands in either.
+    bool IsInstalled(const Guid& clsid) const { return m_vst.Find(clsid) || m_clsids.contains(clsid); }
+
     /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
     std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
 
@@ -38,5 +42,6 @@ class CPluginInventory {
     CRegistrationIndex m_index;
     std::vector<MonikerPtr> m_filters;   // one for each of the first entries
     std::vector<PluginEntry> m_entries;  // filters, media objects, MIDI effects, control surfaces
+    std::unordered_set<Guid, GuidHash> m_clsids;  // of the entries
     CVstInventory m_vst;
 };

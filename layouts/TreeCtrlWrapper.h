@@ -1,0 +1,81 @@
+// The layout tree's items and the records behind them.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "LayoutItem.h"
+#include "LayoutOrder.h"
+#include "TreeCtrlEx.h"
+
+/// Whether an item that is put at a folder goes inside it.
+enum class IntoFolder { No, Yes };
+
+/// Each item's data is its record's id. A null item means the top level where a parent or target is asked
+/// for, and that there is none where one is given.
+class CTreeCtrlWrapper {
+  public:
+    explicit CTreeCtrlWrapper(CTreeCtrlEx& tree) : m_tree(tree) {}
+
+    CTreeCtrlEx& Tree() const { return m_tree; }
+    /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
+    bool IsModified() const { return m_modified; }
+    void SetModified(bool modified) { m_modified = modified; }
+
+    /// Null when the item has none.
+    const LayoutItem* Find(HTREEITEM item) const;
+    /// Changes an item's record, its label and image with it.
+    void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
+    /// Marks each plug-in as installed or not; nothing counts as modified.
+    void UpdateInstalled(const std::function<void(LayoutItem&)>& update);
+
+    /// Adds as the last child; for reading a layout. Null when it fails.
+    HTREEITEM Append(HTREEITEM parent, LayoutItem record, bool select);
+    /// Adds by the rule for the user's commands, and makes the new item the caret item.
+    HTREEITEM Insert(HTREEITEM target, IntoFolder into, LayoutItem record);
+    /// Removes all items and builds the image list anew; the layout then is not modified.
+    void Clear();
+
+    // Walking, in display order.
+    HTREEITEM FirstTopLevel() const { return m_tree.Root(); }
+    HTREEITEM FirstChild(HTREEITEM parent) const { return parent ? m_tree.Child(parent) : m_tree.Root(); }
+    HTREEITEM NextSibling(HTREEITEM item) const { return m_tree.NextSibling(item); }
+    std::vector<HTREEITEM> Children(HTREEITEM parent) const;
+    std::vector<HTREEITEM> Selection() const { return m_tree.SelectedItems(); }
+
+    // Moves keep an item's children, its id and whether it is expanded. A move into the item itself or below
+    // it is refused. Each gives the item's new handle, or the old one when nothing was moved.
+    HTREEITEM MoveAfter(HTREEITEM item, HTREEITEM sibling);
+    HTREEITEM MoveInto(HTREEITEM item, HTREEITEM parent, bool first);
+    /// By the insertion rule.
+    HTREEITEM MoveTo(HTREEITEM item, HTREEITEM target, IntoFolder into);
+    void MoveUp(HTREEITEM item);
+    void MoveDown(HTREEITEM item);
+    bool CanMoveUp(HTREEITEM item) const { return item && m_tree.PreviousSibling(item); }
+    bool CanMoveDown(HTREEITEM item) const { return item && m_tree.NextSibling(item); }
+
+    /// Sorts the children of `parent` and of all folders below it.
+    void Sort(HTREEITEM parent);
+    void ExpandAll(bool expand);
+    /// Deletes every selected item and then the caret item, which is deleted even if it is not selected.
+    void DeleteSelection();
+    bool SelectionHasFolder() const;
+
+    /// From the tree's notification that an item goes.
+    void OnDeleteItem(LayoutItemId id);
+
+  private:
+    HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
+    HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    bool IsWithin(HTREEITEM item, HTREEITEM ancestor) const;
+
+    CTreeCtrlEx& m_tree;
+    std::map<LayoutItemId, LayoutItem> m_records;
+    bool m_modified = false;
+};
