@@ -59,6 +59,12 @@ struct Icon {
 struct ImageList {
     void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }
 };
+struct Bitmap {
+    void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
+};
+struct Dc {
+    void operator()(HDC dc) const { ::DeleteDC(dc); }
+};
 struct Global {
     void operator()(HGLOBAL memory) const { ::GlobalFree(memory); }
 };
@@ -69,4 +75,6 @@ using UniqueLibrary = UniqueHandle<HMODULE, closers::Library>;
 using UniqueMenu = UniqueHandle<HMENU, closers::Menu>;
 using UniqueIcon = UniqueHandle<HICON, closers::Icon>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, closers::ImageList>;
+using UniqueBitmap = UniqueHandle<HBITMAP, closers::Bitmap>;
+using UniqueDc = UniqueHandle<HDC, closers::Dc>;  // of one that was created, not of a window's
 using UniqueGlobal = UniqueHandle<HGLOBAL, closers::Global>;
