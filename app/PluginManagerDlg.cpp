@@ -49,7 +49,8 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_settings.layoutFolder) {
+      m_files(*this, m_settings.layoutFolder),
+      m_toolbar(*this) {
     if (app.CmdLine().useDatabase && !app.CmdLine().registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -116,6 +117,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Files::OnDelete>(IDC_LAYOUT_DELETE),
         R::OnCommand<CBN_SELCHANGE, &Files::OnPick>(IDC_LAYOUTS),
         R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
+        R::OnMessage<WM_DRAWITEM, &CLayoutToolbar::OnDrawItem>(),
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
@@ -151,6 +153,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_tools = VstToolPaths::Read(m_vstKey);
 
     m_tree.OnInitDialog();
+    m_toolbar.OnInitDialog();
     m_files.OnInitDialog();
     m_list.OnInitDialog();
     Item(IDC_ADD_PLUGIN).Enable(false);

@@ -13,6 +13,7 @@
 #include "Handles.h"
 #include "HostWindow.h"
 #include "LayoutFilesView.h"
+#include "LayoutToolbar.h"
 #include "LayoutTreeView.h"
 #include "ManagerSettings.h"
 #include "PluginDatabase.h"
@@ -88,7 +89,8 @@ class CPluginManagerDlg : public CDialog {
     CVstToolsView m_vstTools;
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
+    CLayoutToolbar m_toolbar;
     std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CPresetView&, CVstToolsView&,
-               CLayoutTreeView&, CLayoutFilesView&>
-        m_views{m_list, m_exclusion, m_names, m_presets, m_vstTools, m_tree, m_files};
+               CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
+        m_views{m_list, m_exclusion, m_names, m_presets, m_vstTools, m_tree, m_files, m_toolbar};
 };

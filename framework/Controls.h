@@ -16,7 +16,6 @@ class CButton : public CWindow {
     using CWindow::CWindow;
     bool IsChecked() const { return SendInt(BM_GETCHECK) == BST_CHECKED; }
     void Check(bool checked = true) const { Send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED); }
-    void SetIcon(HICON icon) const { Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon)); }
 };
 
 class CStatic : public CWindow {

@@ -65,6 +65,9 @@ struct Bitmap {
 struct ImageList {
     void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }
 };
+struct Dc {
+    void operator()(HDC dc) const { ::DeleteDC(dc); }
+};
 struct Global {
     void operator()(HGLOBAL memory) const { ::GlobalFree(memory); }
 };
@@ -77,4 +80,5 @@ using UniqueFont = UniqueHandle<HFONT, closers::Font>;
 using UniqueIcon = UniqueHandle<HICON, closers::Icon>;
 using UniqueBitmap = UniqueHandle<HBITMAP, closers::Bitmap>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, closers::ImageList>;
+using UniqueDc = UniqueHandle<HDC, closers::Dc>;  // of one that was created, not of a window's
 using UniqueGlobal = UniqueHandle<HGLOBAL, closers::Global>;

@@ -100,6 +100,14 @@ struct Cracker<WM_SIZING> {
     }
 };
 
+/// handler(const DRAWITEMSTRUCT& item) -> bool: drawn
+template <>
+struct Cracker<WM_DRAWITEM> {
+    static Answer Call(auto&& handler, WPARAM, LPARAM lParam) {
+        return handler(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)) ? Answer(TRUE) : std::nullopt;
+    }
+};
+
 /// handler(UINT_PTR timer)
 template <>
 struct Cracker<WM_TIMER> {

@@ -26,5 +26,7 @@ UniqueMenu LoadMenuResource(UINT id);
 
 /// Icon of the given size in pixels.
 UniqueIcon LoadIconResource(UINT id, int width, int height);
-/// An icon from a bitmap, whose pixels of the colour `background` become transparent.
-UniqueIcon LoadBitmapAsIcon(UINT id, COLORREF background);
+/// A bitmap of 32-bit pixels with transparency, ready for alpha blending; empty when it is not one.
+UniqueBitmap LoadAlphaBitmap(UINT id);
+/// The pixels of such a bitmap, opacity in rgbReserved; none when it is not one.
+std::span<RGBQUAD> PixelsOf(HBITMAP bitmap);

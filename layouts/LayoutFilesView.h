@@ -4,11 +4,9 @@
 
 #include <windows.h>
 
-#include <array>
 #include <string>
 
 #include "Dialog.h"
-#include "Handles.h"
 
 class CLayoutFilesView {
   public:
@@ -33,5 +31,4 @@ class CLayoutFilesView {
   private:
     CDialog& m_dialog;
     std::wstring m_folder;
-    std::array<UniqueIcon, 4> m_icons;
 };

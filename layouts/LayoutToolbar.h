@@ -1,0 +1,24 @@
+// The four buttons above the layout tree, and the label beside them.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+
+#include "Dialog.h"
+#include "StaticCtrlEx.h"
+#include "XButtonXP.h"
+
+class CLayoutToolbar {
+  public:
+    explicit CLayoutToolbar(CDialog& dialog) : m_dialog(dialog) {}
+
+    void OnInitDialog();
+    /// False when the item is none of these buttons.
+    bool OnDrawItem(const DRAWITEMSTRUCT& item);
+
+  private:
+    CDialog& m_dialog;
+    std::array<CXButtonXP, 4> m_buttons;
+    CStaticCtrlEx m_label;
+};

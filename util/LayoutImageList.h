@@ -1,0 +1,8 @@
+// The images of the layout tree.
+#pragma once
+
+#include "Handles.h"
+
+/// In the size of small icons. An image's index is what a layout item's record asks for; nothing when an
+/// image can't be loaded, because all later ones would stand for something else.
+UniqueImageList BuildLayoutImageList();
