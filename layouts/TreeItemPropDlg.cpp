@@ -1,7 +1,7 @@
 #include "TreeItemPropDlg.h"
 
 #include "ClsidText.h"
-#include "PresetComboBox.h"
+#include "PresetListBox.h"
 #include "PresetListMgr.h"
 #include "StringRing.h"
 #include "resource.h"
