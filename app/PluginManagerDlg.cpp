@@ -49,7 +49,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_settings.layoutFolder) {
+      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey) {
     if (app.CmdLine().useDatabase && !app.CmdLine().registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -116,6 +116,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Files::OnDelete>(IDC_LAYOUT_DELETE),
         R::OnCommand<CBN_SELCHANGE, &Files::OnPick>(IDC_LAYOUTS),
         R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
+        R::OnMessage<crackers::kPutOff, &Files::PutNameBack>(),
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
@@ -200,7 +201,7 @@ void CPluginManagerDlg::FirstFill() {
     m_list.Refill();
     m_files.ListLayouts();
     const std::wstring& file = m_app.CmdLine().fileParam;
-    if (!file.empty()) m_files.OpenByPath(file);
+    if (!file.empty()) m_files.Open(file);
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {

@@ -66,8 +66,8 @@ bool MoveOver(const std::wstring& from, const std::wstring& to) {
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const std::wstring& path) {
-    const UniqueFile file = OpenFile(
-        path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING);
+    const UniqueFile file =
+        OpenFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING);
     LARGE_INTEGER size{};
     // A device or a pipe would be waited for.
     if (!file || ::GetFileType(file.Get()) != FILE_TYPE_DISK || !::GetFileSizeEx(file.Get(), &size) ||

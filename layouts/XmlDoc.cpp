@@ -16,8 +16,7 @@ namespace {
 // The compiler's headers stop at an earlier version of the parser.
 constexpr CLSID kDomDocument60 = {
     0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
-constexpr IID kDomDocument2 = {
-    0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+constexpr IID kDomDocument2 = {0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 struct BstrCloser {
     void operator()(BSTR text) const { ::SysFreeString(text); }
@@ -314,8 +313,7 @@ std::optional<std::wstring> CXmlDoc::HeaderValue(const std::wstring& attribute) 
     const std::wstring data = NodeName(first.Get()) == L"xml" ? NodeValue(first.Get()) : std::wstring();
     const std::wstring opening = attribute + L"=\"";
     const std::size_t begin = data.find(opening);
-    const std::size_t end =
-        begin == std::wstring::npos ? begin : data.find(L'"', begin + opening.size());
+    const std::size_t end = begin == std::wstring::npos ? begin : data.find(L'"', begin + opening.size());
     if (end != std::wstring::npos) return data.substr(begin + opening.size(), end - begin - opening.size());
     Fail(L"CXmlDoc::Get_Header() : bad value structure");
     return std::nullopt;
@@ -373,9 +371,10 @@ bool CXmlDoc::AddBeside(Kind kind, const std::wstring& text, bool after) {
     if (!m_current || m_current.Get() == m_root.Get() || m_current->get_parentNode(&parent) != S_OK) {
         if (!after)
             return Fail(L"CXmlDoc::_add_before()   : Can't add node at same level that the root node");
-        return Fail(kind == Kind::CData
-                        ? L"CXmlDoc::Add_CDataAfter(LPCTSTR)   : Can't add node at same level that the root node"
-                        : L"CXmlDoc::Add_NodeAfter(LPCTSTR)   : Can't add node at same level that the root node");
+        return Fail(
+            kind == Kind::CData
+                ? L"CXmlDoc::Add_CDataAfter(LPCTSTR)   : Can't add node at same level that the root node"
+                : L"CXmlDoc::Add_NodeAfter(LPCTSTR)   : Can't add node at same level that the root node");
     }
     const ComPtr<IXMLDOMNode> added = Create(kind, text);
     ComPtr<IXMLDOMNode> follower = m_current;
