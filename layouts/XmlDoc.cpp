@@ -273,10 +273,12 @@ bool CXmlDoc::SetTextValue(const std::wstring& text) {
 
 bool CXmlDoc::NewDocument() {
     VARIANT_BOOL loaded = VARIANT_FALSE;
-    return CreateDocument() &&
-           SUCCEEDED(m_document->loadXML(BstrOf(L"<?xml version=\"1.0\"?><root></root>").Get(), &loaded)) &&
-           loaded == VARIANT_TRUE && SUCCEEDED(m_document->get_documentElement(&m_root)) &&
-           SUCCEEDED(m_root.As(&m_current));
+    if (!CreateDocument() ||
+        FAILED(m_document->loadXML(BstrOf(L"<?xml version=\"1.0\"?><root></root>").Get(), &loaded)) ||
+        loaded != VARIANT_TRUE || FAILED(m_document->get_documentElement(&m_root)))
+        return false;
+    m_current = m_root;
+    return true;
 }
 
 bool CXmlDoc::SetHeader(const std::wstring& name, const std::wstring& attribute, const std::wstring& value) {
