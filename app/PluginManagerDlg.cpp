@@ -49,7 +49,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_settings.layoutFolder),
+      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey),
       m_toolbar(*this) {
     if (app.CmdLine().useDatabase && !app.CmdLine().registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
@@ -117,6 +117,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<CBN_SELCHANGE, &Files::OnPick>(IDC_LAYOUTS),
         R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
         R::OnMessage<WM_DRAWITEM, &CLayoutToolbar::OnDrawItem>(),
+        R::OnMessage<crackers::kPutOff, &Files::PutNameBack>(),
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
@@ -202,7 +203,7 @@ void CPluginManagerDlg::FirstFill() {
     m_list.Refill();
     m_files.ListLayouts();
     const std::wstring& file = m_app.CmdLine().fileParam;
-    if (!file.empty()) m_files.OpenByPath(file);
+    if (!file.empty()) m_files.Open(file);
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {

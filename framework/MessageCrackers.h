@@ -74,6 +74,11 @@ struct Cracker<WM_LBUTTONUP> : Cracker<WM_MOUSEMOVE> {};
 template <>
 struct Cracker<WM_CAPTURECHANGED> : Cracker<WM_DESTROY> {};
 
+/// handler(): what was put off until the controls are done with the message that caused it
+inline constexpr UINT kPutOff = WM_APP;
+template <>
+struct Cracker<kPutOff> : Cracker<WM_DESTROY> {};
+
 /// handler(UINT virtualKey, HWND list) -> int: -2 handled whole, -1 default action, else the row to act on
 template <>
 struct Cracker<WM_VKEYTOITEM> {

@@ -1,8 +1,268 @@
 #include "LayoutFilesView.h"
 
+#include "LayoutFileDlg.h"
+#include "LayoutFolder.h"
+#include "MessageCaption.h"
+#include "RegKey.h"
+#include "Resources.h"
+#include "TextFormat.h"
 #include "resource.h"
 
+namespace {
+
+bool EqualIgnoringCase(std::wstring_view a, std::wstring_view b) {
+    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                                  TRUE) == CSTR_EQUAL;
+}
+
+bool IsTemporary(std::wstring_view path) {
+    constexpr std::wstring_view kExtension = L".tmp";
+    return path.size() >= kExtension.size() &&
+           EqualIgnoringCase(path.substr(path.size() - kExtension.size()), kExtension);
+}
+
+/// A path from the command line may be relative.
+std::wstring FullPathOf(const std::wstring& path) {
+    std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+std::wstring FileNameOf(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/") + 1); }
+
+/// The null id is nobody's, though a record without a second id may stand under it.
+const VstInventoryRecord* FindVst(const CPluginInventory& inventory, const Guid& clsid) {
+    return clsid.IsNull() ? nullptr : inventory.Vst().Find(clsid);
+}
+
+LayoutPlugins PluginsOf(const CPluginInventory& inventory) {
+    return {[&inventory](const Guid& clsid) { return FindVst(inventory, clsid); },
+            [&inventory](LayoutItem& item) {
+                item.installed = !item.clsid.IsNull() && inventory.IsInstalled(item.clsid);
+                item.inventoryFlag = FindVst(inventory, item.clsid) != nullptr;
+            }};
+}
+
+}  // namespace
+
+CLayoutFilesView::CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
+                                   const CHostWindow& host, std::wstring folder, std::wstring settingsKey)
+    : m_dialog(dialog),
+      m_tree(tree),
+      m_host(host),
+      m_folder(std::move(folder)),
+      m_settingsKey(std::move(settingsKey)),
+      m_plugins(PluginsOf(inventory)) {}
+
 void CLayoutFilesView::OnInitDialog() {
-    m_dialog.Item(IDC_LAYOUT_DELETE).Enable(false);
-    m_dialog.Item(IDC_LAYOUT_FILE).SetText(L"");
+    m_list = m_dialog.Control<CComboBox>(IDC_LAYOUTS);
+    EnableDelete(false);
+    ShowFileName(L"");
+}
+
+int CLayoutFilesView::AskToSave(UINT buttons) {
+    if (!m_tree.Layout().IsModified()) return IDNO;
+    const std::wstring name = m_name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
+    const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
+    return answer == IDYES ? Save() : answer;
+}
+
+void CLayoutFilesView::ListLayouts() {
+    const CWaitCursor wait;
+    const CRedrawLock noRedraw(m_list);
+    m_list.Clear();
+    m_paths.clear();
+    for (const LayoutFile& file : ScanLayoutFolder(m_folder)) AddRow(file.name, file.path);
+    m_current.reset();
+    EnableDelete(false);
+    PutNameBack();
+}
+
+void CLayoutFilesView::Open(const std::wstring& path) {
+    if (!OpenByPath(FullPathOf(path))) Complain(IDS_NOT_A_LAYOUT);
+    m_tree.UpdateButtons();
+}
+
+bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
+    const auto name = Load(path);
+    if (!name) return false;
+    m_temporaryPath.clear();
+    if (IsTemporary(path)) {
+        m_temporaryPath = path;
+        ShowFileName(L"");
+    } else {
+        if (!RowOf(path)) AddRow(*name, path);
+        const auto row = RowOf(path);
+        m_list.SetCurrentRow(row);
+        if (row) SetName(m_list.RowText(*row));
+        EnableDelete(true);
+        ShowFileName(path);
+    }
+    m_current = m_list.CurrentRow();
+    return true;
+}
+
+/// Gives the layout's display name. What a failed load leaves behind counts as modified.
+std::optional<std::wstring> CLayoutFilesView::Load(const std::wstring& path) {
+    const CWaitCursor wait;
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    if (!document.Load(path, false)) return std::nullopt;
+    m_tree.Layout().SetModified(false);
+    return document.LayoutName();
+}
+
+void CLayoutFilesView::OnNew() {
+    if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) {
+        m_list.SetCurrentRow(std::nullopt);
+        m_current.reset();
+        m_temporaryPath.clear();
+        SetName(L"");
+        EnableDelete(false);
+        ShowFileName(L"");
+        m_tree.Layout().Clear();
+    }
+    m_tree.UpdateButtons();
+}
+
+void CLayoutFilesView::OnOpen() {
+    if (AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    RemovePlaceholder();
+    FileDialogSettings settings = LayoutDialogSettings(IDS_OPEN_LAYOUT_TITLE, m_folder);
+    settings.flags |= OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
+    if (const auto path = CFileDialog(settings).RunOpen(m_dialog.Handle())) Open(*path);
+    m_tree.UpdateButtons();
+}
+
+void CLayoutFilesView::OnPick() {
+    const auto picked = m_list.CurrentRow();
+    const std::wstring path = PathOf(picked);
+    const int answer = AskToSave(MB_YESNOCANCEL);
+    if (answer == IDCANCEL) {
+        m_list.SetCurrentRow(m_current);
+        PutNameBack();
+        ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
+        return;
+    }
+    // Saving lists the folder anew, and the rows are others then.
+    ShowPicked(answer == IDYES && !path.empty() ? RowOf(path) : picked);
+}
+
+void CLayoutFilesView::ShowPicked(std::optional<int> row) {
+    m_list.SetCurrentRow(row);
+    SetName(row ? m_list.RowText(*row) : std::wstring());
+    m_temporaryPath.clear();
+    const std::wstring path = PathOf(row);
+    if (!path.empty() && !Load(path)) Complain(IDS_NOT_A_LAYOUT);
+    ShowFileName(path);
+    RemovePlaceholder();
+    m_current = m_list.CurrentRow();
+    if (m_current) EnableDelete(true);
+    m_tree.Layout().ExpandAll(false);
+    m_tree.UpdateButtons();
+}
+
+int CLayoutFilesView::Save() {
+    const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(m_name) : m_temporaryPath;
+    CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
+    const auto path = dialog.RunSave(m_dialog.Handle());
+    if (!path) return IDCANCEL;
+    SaveTo(*path, dialog.DisplayName());
+    return IDYES;
+}
+
+void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name) {
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    document.SetLayoutName(name);
+    if (document.Save(path)) {
+        ShowSaved(path, name);
+    } else {
+        // So that the user sees which item can't be written.
+        if (document.FailedItem()) m_tree.Layout().Tree().SelectOnly(document.FailedItem());
+        Complain(IDS_LAYOUT_SAVE_ERROR);
+    }
+    NoteChange();
+    m_host.Tell(kLayoutsChanged);
+}
+
+void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& name) {
+    m_tree.Layout().SetModified(false);
+    m_temporaryPath.clear();
+    SetName(name);
+    ListLayouts();
+    ShowFileName(path);
+    // Of several layouts with one name it is the one in this file.
+    const auto row = RowOf(path);
+    if (row && m_list.RowText(*row) == name) ShowPicked(row);
+}
+
+void CLayoutFilesView::OnDelete() {
+    const std::wstring path = PathOf(m_current);
+    if (!path.empty() && Ask(LoadText(IDS_DELETE_LAYOUT_QUESTION), MB_YESNO) == IDYES) {
+        ::DeleteFileW(path.c_str());
+        m_list.Remove(*m_current);
+        m_current.reset();
+        PutNameBack();
+        OnNew();
+    }
+    NoteChange();
+    m_tree.UpdateButtons();
+}
+
+std::vector<std::wstring> CLayoutFilesView::Names() const {
+    std::vector<std::wstring> names;
+    for (int row = 0; row < m_list.Count(); ++row) names.push_back(m_list.RowText(row));
+    return names;
+}
+
+std::wstring CLayoutFilesView::PathOf(std::optional<int> row) const {
+    const LPARAM index = row ? m_list.Data(*row) : -1;
+    const bool known = index >= 0 && static_cast<std::size_t>(index) < m_paths.size();
+    return known ? m_paths[static_cast<std::size_t>(index)] : std::wstring();
+}
+
+std::optional<int> CLayoutFilesView::RowOf(const std::wstring& path) const {
+    for (int row = 0; row < m_list.Count(); ++row) {
+        if (EqualIgnoringCase(PathOf(row), path)) return row;
+    }
+    return std::nullopt;
+}
+
+void CLayoutFilesView::AddRow(const std::wstring& name, const std::wstring& path) {
+    const int row = m_list.Add(name);
+    if (row < 0) return;
+    m_list.SetData(row, static_cast<LPARAM>(m_paths.size()));
+    m_paths.push_back(path);
+}
+
+void CLayoutFilesView::RemovePlaceholder() {
+    if (m_list.Count() > 0 && m_list.Data(0) == -1) m_list.Remove(0);
+}
+
+void CLayoutFilesView::SetName(const std::wstring& name) {
+    m_name = name;
+    PutNameBack();
+}
+
+void CLayoutFilesView::ShowFileName(const std::wstring& path) const {
+    m_dialog.Item(IDC_LAYOUT_FILE).SetText(FileNameOf(path));
+}
+
+void CLayoutFilesView::EnableDelete(bool enable) const {
+    const CWindow button = m_dialog.Item(IDC_LAYOUT_DELETE);
+    // A disabled control with the focus would leave the keyboard without an addressee.
+    if (!enable && button.HasFocus()) m_list.Focus();
+    button.Enable(enable);
+}
+
+void CLayoutFilesView::NoteChange() const {
+    if (const auto key = CRegKey::Create(HKEY_CURRENT_USER, m_settingsKey))
+        key->WriteDword(L"MenuLayoutsDirty", 1);
+}
+
+int CLayoutFilesView::Ask(const std::wstring& question, UINT buttons) const {
+    return ShowMessage(m_dialog.Handle(), question, kMessageCaption, buttons | MB_ICONWARNING);
+}
+
+void CLayoutFilesView::Complain(UINT textId) const {
+    ShowMessage(m_dialog.Handle(), LoadText(textId), kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
 }

@@ -1,34 +1,73 @@
-// The layout list, the four buttons above the tree, and the layout files behind them. The file commands are
-// to come; until then there is never a layout to save, and the buttons stay without effect.
+// The layout list, the four buttons above the tree, and the layout files behind them.
 #pragma once
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "Dialog.h"
+#include "HostWindow.h"
+#include "LayoutTreeView.h"
+#include "PluginInventory.h"
+#include "XmlTreeCtrl.h"
 
 class CLayoutFilesView {
   public:
-    CLayoutFilesView(CDialog& dialog, std::wstring folder) : m_dialog(dialog), m_folder(std::move(folder)) {}
+    /// `settingsKey` is where the current user's registry notes that layouts have changed.
+    CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
+                     const CHostWindow& host, std::wstring folder, std::wstring settingsKey);
 
     void OnInitDialog();
 
-    /// Asks whether to save a modified layout, with the given MB_ buttons; gives the answer's button id, IDNO
-    /// when there is nothing to save.
-    int AskToSave(UINT /*buttons*/) const { return IDNO; }
-    /// Lists the layout files of the layouts folder.
-    void ListLayouts() {}
-    void OpenByPath(const std::wstring& /*path*/) {}
+    /// Asks whether to save a modified layout, with the given MB_ buttons. Gives the answer's button id: IDNO
+    /// when there is nothing to save, IDCANCEL also when the user says yes and then leaves the save dialog.
+    int AskToSave(UINT buttons);
+    /// Lists the layout files of the layouts folder; none of them is the current one.
+    void ListLayouts();
+    /// Shows the layout of a file; says so when it is none.
+    void Open(const std::wstring& path);
 
-    void OnNew() {}
-    void OnOpen() {}
-    void OnSave() {}
-    void OnDelete() {}
-    void OnPick() {}
-    void OnEditName() {}
+    void OnNew();
+    void OnOpen();
+    void OnSave() { Save(); }
+    void OnDelete();
+    void OnPick();
+    void OnEditName() { m_name = m_list.Text(); }
+    /// The list writes the chosen name into its field when a pick is over, even one that was taken back.
+    void PutNameBack() const { m_list.SetText(m_name); }
 
   private:
+    bool OpenByPath(const std::wstring& path);
+    std::optional<std::wstring> Load(const std::wstring& path);
+    int Save();
+    void SaveTo(const std::wstring& path, const std::wstring& name);
+    void ShowSaved(const std::wstring& path, const std::wstring& name);
+    void ShowPicked(std::optional<int> row);
+
+    std::vector<std::wstring> Names() const;
+    /// Empty when the row, if any, stands for no file.
+    std::wstring PathOf(std::optional<int> row) const;
+    std::optional<int> RowOf(const std::wstring& path) const;
+    void AddRow(const std::wstring& name, const std::wstring& path);
+    void RemovePlaceholder();
+    void SetName(const std::wstring& name);
+    void ShowFileName(const std::wstring& path) const;
+    void EnableDelete(bool enable) const;
+    void NoteChange() const;
+    int Ask(const std::wstring& question, UINT buttons) const;
+    void Complain(UINT textId) const;
+
     CDialog& m_dialog;
-    std::wstring m_folder;
+    CLayoutTreeView& m_tree;
+    const CHostWindow& m_host;
+    const std::wstring m_folder;
+    const std::wstring m_settingsKey;
+    const LayoutPlugins m_plugins;
+    CComboBox m_list;
+    std::vector<std::wstring> m_paths;  // a row's data is an index into them; -1 for a row without a file
+    std::optional<int> m_current;       // row of the layout shown; nothing for a new one
+    std::wstring m_name;                // in the list's field, before a pick changes it
+    std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
 };

@@ -4,6 +4,7 @@
 // Dialogs
 #define IDD_ABOUT 100
 #define IDD_PLUGIN_MANAGER 102
+#define IDD_LAYOUT_NAME 103
 #define IDD_TREE_ITEM_PROPERTIES 148
 
 // Context menus of the layout tree, and their commands
@@ -120,6 +121,10 @@
 
 #define IDC_HELP_BUTTON 57670
 #define IDC_CLOSE 2
+
+// The row within the dialog that saves a layout
+#define IDC_DISPLAY_NAME_LABEL 1046
+#define IDC_DISPLAY_NAME 1104
 
 // The about box
 #define IDC_ABOUT_ICON 1100

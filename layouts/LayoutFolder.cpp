@@ -1,0 +1,43 @@
+#include "LayoutFolder.h"
+
+#include <windows.h>
+
+#include "Handles.h"
+#include "XmlDoc.h"
+
+namespace {
+
+/// Kept: a compressed file is not a layout that the host reads.
+constexpr DWORD kPassedOver = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY |
+                              FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_COMPRESSED;
+
+struct FindCloser {
+    void operator()(HANDLE find) const { ::FindClose(find); }
+};
+
+std::wstring DisplayNameOf(const std::wstring& path) {
+    CXmlDoc document;
+    if (!document.Load(path, true) || !document.TagIs(L"<PluginMenuLayout>") ||
+        !document.FindAttribute(L"Name"))
+        return {};
+    return document.FoundAttribute().value_or(L"");
+}
+
+}  // namespace
+
+std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder) {
+    std::vector<LayoutFile> files;
+    if (folder.empty()) return files;  // else the root of the current drive would be meant
+    const std::wstring prefix = folder.ends_with(L'\\') ? folder : folder + L'\\';
+    WIN32_FIND_DATAW entry{};
+    const HANDLE first = ::FindFirstFileW((prefix + L"*.pgl").c_str(), &entry);
+    if (first == INVALID_HANDLE_VALUE) return files;
+    const UniqueHandle<HANDLE, FindCloser> find(first);
+    do {
+        if (entry.dwFileAttributes & kPassedOver) continue;
+        std::wstring path = prefix + entry.cFileName;
+        std::wstring name = DisplayNameOf(path);
+        if (!name.empty()) files.push_back({std::move(name), std::move(path)});
+    } while (::FindNextFileW(find.Get(), &entry));
+    return files;
+}

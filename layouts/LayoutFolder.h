@@ -1,0 +1,14 @@
+// The layout files of a folder.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct LayoutFile {
+    std::wstring name;  // the layout's display name, never empty
+    std::wstring path;
+};
+
+/// In the system's order. A file that is hidden, compressed or the like, or that has no display name, is left
+/// out.
+std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder);

@@ -1,0 +1,113 @@
+// A document object over the system's XML parser.
+#pragma once
+
+#include <windows.h>
+
+#include <msxml2.h>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+#include <wrl/client.h>
+
+/// Operations work on the current node. Failure contract: one that fails gives false, or nothing, and most
+/// leave a text in LastError. Nothing is thrown. A document with a document type is never loaded.
+class CXmlDoc {
+  public:
+    CXmlDoc() = default;
+    virtual ~CXmlDoc() = default;
+    CXmlDoc(const CXmlDoc&) = delete;
+    CXmlDoc& operator=(const CXmlDoc&) = delete;
+
+    /// Parses the file, makes its root element current and parses that; with `rootOnly` that is all, else the
+    /// root element is given to HandleNode first, whose answer is the result.
+    virtual bool Load(const std::wstring& path, bool rootOnly);
+    /// There must be a document. A file of that name stays as it was when this fails.
+    virtual bool Save(const std::wstring& path);
+
+  protected:
+    /// Told of each node that the default handler is given.
+    virtual void OnNode(IXMLDOMNode* /*node*/) {}
+    /// The default passes an element's children on, in order, until one gives false; other nodes are ignored.
+    virtual bool HandleNode(IXMLDOMNode* node);
+
+  public:
+    const std::wstring& LastError() const { return m_lastError; }
+
+    // The node parsed last.
+    /// The element's name in angle brackets; "<#TEXT#>" and "<#CDATA#>" for texts; empty for others.
+    const std::wstring& Tag() const { return m_tag; }
+    const std::wstring& Name() const { return m_name; }
+    bool TagIs(std::wstring_view tag) const { return m_tag == tag; }
+    /// Whether the default handler stands at the root, in no element.
+    bool IsPathEmpty() const { return m_path.empty(); }
+    /// An exact match; remembered for FoundAttribute.
+    bool FindAttribute(std::wstring_view name);
+    std::optional<std::wstring> FoundAttribute();
+    std::optional<std::wstring> AttributeName(int index);
+    std::optional<std::wstring> AttributeValue(int index);
+
+    // The current node.
+    void ParseNode(IXMLDOMNode* node);
+    bool HasNode() const { return m_current != nullptr; }
+    IXMLDOMNode* Current() const { return m_current.Get(); }
+    Microsoft::WRL::ComPtr<IXMLDOMElement> CurrentElement() const;
+    void ToFirstChild();
+    void ToNextSibling();
+    /// Read from the document with each call: an element's text is that of everything within it.
+    std::optional<std::wstring> TextValue();
+    bool SetTextValue(const std::wstring& text);
+
+    // Building. What is added becomes current, but for texts.
+    bool NewDocument();
+    /// The first line: version 1.0 and one more attribute, "encoding" or "standalone".
+    bool SetHeader(const std::wstring& name, const std::wstring& attribute, const std::wstring& value);
+    std::optional<std::wstring> HeaderValue(const std::wstring& attribute);
+    bool CreateRootElement(const std::wstring& name);
+    bool AppendChildElement(const std::wstring& name);
+    /// Refuses a text that XML can't hold.
+    bool SetAttribute(const std::wstring& name, const std::wstring& value);
+    enum class Kind { Element, Text, CData };
+    /// Nothing can stand beside the root element.
+    bool AddBefore(Kind kind, const std::wstring& text) { return AddBeside(kind, text, false); }
+    bool AddAfter(Kind kind, const std::wstring& text) { return AddBeside(kind, text, true); }
+
+    /// Goes back to the node that was current, and its tag, at the end of a walk.
+    class CKeepNode {
+      public:
+        explicit CKeepNode(CXmlDoc& document)
+            : m_document(document), m_node(document.m_current), m_tag(document.m_tag) {}
+        ~CKeepNode() {
+            m_document.m_current = std::move(m_node);
+            m_document.m_tag = std::move(m_tag);
+        }
+        CKeepNode(const CKeepNode&) = delete;
+        CKeepNode& operator=(const CKeepNode&) = delete;
+
+      private:
+        CXmlDoc& m_document;
+        Microsoft::WRL::ComPtr<IXMLDOMNode> m_node;
+        std::wstring m_tag;
+    };
+
+  private:
+    bool Fail(std::wstring_view error);
+    bool CreateDocument();
+    bool Parse(const std::string& bytes);
+    void ReadParseError();
+    void ReadAttributes();
+    bool AddBeside(Kind kind, const std::wstring& text, bool after);
+    Microsoft::WRL::ComPtr<IXMLDOMNode> Create(Kind kind, const std::wstring& text) const;
+
+    std::wstring m_tag;
+    std::wstring m_name;
+    std::wstring m_path;  // the tags of the elements around
+    Microsoft::WRL::ComPtr<IXMLDOMDocument2> m_document;
+    Microsoft::WRL::ComPtr<IXMLDOMElement> m_root;
+    Microsoft::WRL::ComPtr<IXMLDOMNode> m_current;
+    std::wstring m_lastError;
+    std::vector<std::wstring> m_attributeNames;
+    std::vector<std::wstring> m_attributeValues;
+    int m_found = -1;
+};

@@ -1,0 +1,59 @@
+// A menu layout as a document: reads a layout file into the tree, and writes the tree as a layout file.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "Guid.h"
+#include "LayoutItem.h"
+#include "PluginRecords.h"
+#include "TreeCtrlWrapper.h"
+#include "XmlDoc.h"
+
+/// What reading and writing ask of the plug-ins that were found.
+struct LayoutPlugins {
+    /// The VST record under either of its class ids; null when there is none.
+    std::function<const VstInventoryRecord*(const Guid&)> findVst;
+    /// Notes in a plug-in's record whether it is installed, and where it stands.
+    std::function<void(LayoutItem&)> mark;
+};
+
+/// Failure contract: Load and Save give false. A load that fails at the root leaves the tree alone; one that
+/// fails later leaves what was read before. A load marks the tree modified; whether the layout is, the caller
+/// knows.
+class CXMLTreeCtrl : public CXmlDoc {
+  public:
+    CXMLTreeCtrl(CTreeCtrlWrapper& tree, const LayoutPlugins& plugins) : m_tree(tree), m_plugins(plugins) {}
+
+    /// A layout without a name gets the name of its first item. An item with a text that XML can't hold makes
+    /// this fail.
+    bool Save(const std::wstring& path) override;
+
+    const std::wstring& LayoutName() const { return m_layoutName; }
+    void SetLayoutName(const std::wstring& name) { m_layoutName = name; }
+    /// The item at which the last save broke off; null when it was none of them.
+    HTREEITEM FailedItem() const { return m_failedItem; }
+
+  protected:
+    /// The root element handler: rebuilds the tree. Refuses everything below the root.
+    bool HandleNode(IXMLDOMNode* node) override;
+
+  private:
+    bool BuildDocument();
+    bool WriteItems(HTREEITEM first, int depth);
+    bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
+    bool WritePlugin(const LayoutItem& record);
+
+    bool ReadChildren(HTREEITEM parent, int depth);
+    bool ReadNode(HTREEITEM parent, int depth);
+    bool ReadPlugin(HTREEITEM parent);
+    bool ReadFolder(HTREEITEM parent, int depth);
+    std::wstring AttributeOr(std::wstring_view name, const std::wstring& otherwise);
+
+    CTreeCtrlWrapper& m_tree;
+    const LayoutPlugins& m_plugins;
+    std::wstring m_layoutName;
+    int m_schema = 0;
+    HTREEITEM m_lastFolder = nullptr;
+    HTREEITEM m_failedItem = nullptr;
+};
