@@ -1,5 +1,6 @@
 #include "PluginManagerApp.h"
 
+#include <commctrl.h>
 #include <objbase.h>
 #include <shellapi.h>
 
@@ -42,8 +43,10 @@ std::wstring TakeTaskText(wchar_t* text) {
 }  // namespace
 
 void CPluginManagerApp::InitInstance() {
-    // Libraries come from the system's folder, never from the current one or from that of a planted file.
+    // What is loaded from here on comes from the system's folder, never from the current one.
     ::SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+    ::InitCommonControlsEx(&controls);
     SetResourceLanguage(NearestInterfaceLanguage(::GetUserDefaultUILanguage()));
 
     m_cmdLine = CPluginManagerCmdLine::Parse(Arguments());

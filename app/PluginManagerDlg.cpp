@@ -238,7 +238,11 @@ void CPluginManagerDlg::Dock() {
     // there.
     const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
     ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_POPUP}) | WS_CHILD);
-    ::SetParent(m_hwnd, m_host.Handle());
+    if (!::SetParent(m_hwnd, m_host.Handle())) {
+        ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, style);
+        OfferFloating(false);
+        return;
+    }
     const HMONITOR primary = ::MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
     if (::MonitorFromWindow(m_host.Handle(), MONITOR_DEFAULTTONEAREST) != primary) {
         ::SetWindowPos(m_hwnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

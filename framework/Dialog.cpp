@@ -4,6 +4,9 @@
 
 namespace {
 
+/// A message of the dialog's own loop to itself. It carries a MSG.
+constexpr UINT kPreTranslate = WM_APP + 0x3FFF;
+
 /// The dialog procedure's answer to these is the message's answer itself; for all others it only says
 /// "handled".
 constexpr bool AnswersDirectly(UINT message) {
@@ -15,10 +18,11 @@ constexpr bool AnswersDirectly(UINT message) {
 /// The loop waits for a message, and the end of its dialog may have come inside one that was sent.
 void WakeLoop() { ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0); }
 
-/// Disables the owner of a modal dialog, and enables it again on every way out.
+/// Disables the top-level window that a modal dialog belongs to, and enables it again on every way out.
 class COwnerLock {
   public:
-    explicit COwnerLock(HWND owner) : m_owner(owner && ::IsWindowEnabled(owner) ? owner : nullptr) {
+    explicit COwnerLock(HWND owner) : m_owner(::GetAncestor(owner, GA_ROOT)) {
+        if (!::IsWindowEnabled(m_owner)) m_owner = nullptr;
         if (m_owner) ::EnableWindow(m_owner, FALSE);
     }
     ~COwnerLock() { Release(); }
@@ -78,7 +82,16 @@ void CDialog::RunLoop() {
 bool CDialog::Translate(MSG& message) {
     if (!m_hwnd) return false;
     const bool ours = message.hwnd == m_hwnd || ::IsChild(m_hwnd, message.hwnd);
-    return (ours && PreTranslate(message)) || ::IsDialogMessageW(m_hwnd, &message);
+    // Sent, so that the hook runs behind the exception barrier like any handler.
+    const bool swallowed = ours && Send(kPreTranslate, 0, reinterpret_cast<LPARAM>(&message)) != 0;
+    return swallowed || !m_hwnd || ::IsDialogMessageW(m_hwnd, &message);
+}
+
+void CDialog::EnableItem(int id, bool enabled, int focusTaker) const {
+    if (!enabled && Item(id).HasFocus()) {
+        Send(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(focusTaker).Handle()), TRUE);
+    }
+    Item(id).Enable(enabled);
 }
 
 void CDialog::End(INT_PTR result) {
@@ -118,6 +131,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
 
 Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) return OnInitDialog();
+    if (message == kPreTranslate) return PreTranslate(*reinterpret_cast<const MSG*>(lParam));
     if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
         return DispatchRoutes(message, header.code, static_cast<UINT>(header.idFrom), wParam, lParam);

@@ -34,6 +34,10 @@ class CDialog : public CWindow {
         return TControl(::GetDlgItem(m_hwnd, id));
     }
 
+    /// Enables or disables a control. One that has the focus first gives it to `focusTaker`: a disabled
+    /// control with the focus would leave the keyboard without effect.
+    void EnableItem(int id, bool enabled, int focusTaker) const;
+
   protected:
     virtual std::span<const CRoute> Routes() const { return {}; }
     /// True lets the system set the focus to the first control.

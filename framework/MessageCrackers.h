@@ -20,7 +20,7 @@ namespace crackers {
 template <UINT Message>
 struct Cracker;
 
-/// handler(UINT command, POINT screen) -> bool: handled
+/// handler(UINT command) -> bool: handled
 template <>
 struct Cracker<WM_SYSCOMMAND> {
     static Answer Call(auto&& handler, WPARAM wParam, LPARAM) {

@@ -80,17 +80,21 @@ std::optional<std::wstring> CRegKey::ReadString(const wchar_t* name, std::size_t
     return UpToZero(text->characters);
 }
 
-std::optional<std::wstring> CRegKey::ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const {
-    const auto text = ReadText(name, maxBytes);
-    if (!text) return std::nullopt;
-    return UpToZero(text->characters);
-}
-
 std::optional<std::wstring> CRegKey::ReadPath(const wchar_t* name, std::size_t maxBytes) const {
     const auto text = ReadText(name, maxBytes);
     if (!text || !IsTerminated(text->characters)) return std::nullopt;
-    const std::wstring path = UpToZero(text->characters);
-    return text->type == REG_EXPAND_SZ ? Expanded(path) : path;
+    return ExpandedByType(*text);
+}
+
+std::optional<std::wstring> CRegKey::ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const {
+    const auto text = ReadText(name, maxBytes);
+    if (!text) return std::nullopt;
+    return ExpandedByType(*text);
+}
+
+std::wstring CRegKey::ExpandedByType(const Text& text) {
+    const std::wstring cut = UpToZero(text.characters);
+    return text.type == REG_EXPAND_SZ ? Expanded(cut) : cut;
 }
 
 std::optional<DWORD> CRegKey::ReadDword(const wchar_t* name) const {

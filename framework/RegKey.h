@@ -12,14 +12,14 @@
 
 /// Sizes of the buffers that the registry texts of this product are read into; a longer text is not there.
 inline constexpr std::size_t kPathBytes = 520;
-inline constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+inline constexpr std::size_t kNameBytes = 2048;
 
 /// Failure contract: an opening or a read gives nothing for what is not there or not usable, a write or a
 /// deletion gives false. Nothing is reported or thrown, and nothing is left half-filled.
 ///
 /// A text is usable when its type is REG_SZ or REG_EXPAND_SZ, its size is even and within the given limit,
-/// and it ends with a zero or is empty. It is cut at its first zero. Variables in it are left as they stand,
-/// but for ReadPath.
+/// and it ends with a zero or is empty. It is cut at its first zero. Variables in it are filled in
+/// only by the reads that say so.
 class CRegKey {
   public:
     static std::optional<CRegKey> Open(HKEY root, const std::wstring& path, REGSAM access = KEY_READ);
@@ -30,12 +30,12 @@ class CRegKey {
     std::optional<CRegKey> CreateSubkey(const std::wstring& name, REGSAM access,
                                         bool* existed = nullptr) const;
 
-    std::optional<std::wstring> ReadString(const wchar_t* name, std::size_t maxBytes = kNoLimit) const;
-    /// As ReadString, but takes a text without its terminator, too: what a zeroed buffer of that size would
-    /// hold.
-    std::optional<std::wstring> ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const;
+    std::optional<std::wstring> ReadString(const wchar_t* name, std::size_t maxBytes) const;
     /// As ReadString, with the variables of a REG_EXPAND_SZ filled in.
     std::optional<std::wstring> ReadPath(const wchar_t* name, std::size_t maxBytes = kPathBytes) const;
+    /// As ReadPath, but takes a text without its terminator, too: what a zeroed buffer of that size would
+    /// hold.
+    std::optional<std::wstring> ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const;
     /// Only a REG_DWORD counts.
     std::optional<DWORD> ReadDword(const wchar_t* name) const;
     /// The value is there and not zero.
@@ -48,7 +48,8 @@ class CRegKey {
 
     /// In the registry's order; ends at the first error.
     std::vector<std::wstring> SubkeyNames() const;
-    /// Values that can be enumerated; an index that gives an error is passed over.
+    /// Values that can be enumerated; one whose name is longer is passed over, any other error ends the
+    /// count.
     unsigned CountValues(DWORD maxNameLength) const;
 
     /// Removes a key with everything below it.
@@ -60,6 +61,7 @@ class CRegKey {
         DWORD type = REG_NONE;
         std::wstring characters;  // as stored, with terminators
     };
+    static std::wstring ExpandedByType(const Text& text);
     std::optional<Text> ReadText(const wchar_t* name, std::size_t maxBytes) const;
 
     UniqueKey m_key;

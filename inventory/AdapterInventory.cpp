@@ -10,7 +10,7 @@ bool CAdapterInventory::Read() {
     if (!inventory) return false;
     for (const std::wstring& name : inventory->SubkeyNames()) {
         const auto entry = inventory->OpenSubkey(name);
-        const auto clsid = entry ? entry->ReadString(L"clsidPlug") : std::nullopt;
+        const auto clsid = entry ? entry->ReadString(L"clsidPlug", kNameBytes) : std::nullopt;
         if (!clsid) continue;
         // The first entry with an id serves; a VST is looked for among the VST entries only.
         m_paths.try_emplace(*clsid, entry->ReadPath(L"FullPath"));

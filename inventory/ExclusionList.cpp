@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include "ClsidText.h"
+#include "PluginRecords.h"
 #include "RegKey.h"
-#include "SystemSources.h"
 
 namespace {
 

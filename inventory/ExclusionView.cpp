@@ -28,7 +28,8 @@ void CExclusionView::SetMode(VisibilityMode mode) {
     const bool enabledShown = mode == VisibilityMode::Enabled;
     m_visibility.mode = mode;
     m_dialog.Item(IDC_EXCLUDE).SetText(LoadText(enabledShown ? IDS_EXCLUDE_PLUGIN : IDS_ENABLE_PLUGIN));
-    m_dialog.Item(IDC_SHOW_PERMANENT).Enable(!enabledShown);
+    m_dialog.EnableItem(IDC_SHOW_PERMANENT, !enabledShown, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_EXCLUDE, m_list.CanExcludeSelection(), IDC_PLUGINS);
     m_list.Refill();
 }
 
@@ -39,17 +40,26 @@ void CExclusionView::OnShowPermanent() {
 
 void CExclusionView::OnExclude() {
     TogglePluginExclusion();
+    if (!m_dialog.IsLive()) return;
     m_exclusions.Load();
     m_list.Refill();
     m_host.Tell(kPluginsChanged);
 }
 
-bool CExclusionView::AskToRemoveMissing(const PluginListItem& item, const std::wstring& name,
-                                        Category category) const {
+CExclusionView::Verdict CExclusionView::Judge(const PluginListItem& item, const std::wstring& name,
+                                              Category category) const {
     const std::wstring path = m_inventory.PathOf(item.clsid, category).value_or(L"");
-    if (::PathFileExistsW(path.c_str())) return false;
+    if (::PathFileExistsW(path.c_str())) return Verdict::Toggle;
     const std::wstring question = FormatText(LoadText(IDS_MISSING_FILE_QUESTION), name, path);
-    return ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+    switch (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION)) {
+        case IDYES:
+            return Verdict::Remove;
+        case IDNO:
+            return Verdict::Toggle;
+        default:
+            // Nobody answered: a host that closes takes the docked dialog and its question with it.
+            return Verdict::GiveUp;
+    }
 }
 
 bool CExclusionView::TogglePluginExclusion() {
@@ -57,13 +67,15 @@ bool CExclusionView::TogglePluginExclusion() {
     if (!category) return false;
     bool removed = false;
     const CListBox plugins = m_list.Plugins();
-    // The rows are counted again each time: the question below lets other messages in.
+    // The rows are counted again each time: the question lets other messages in.
     for (int row = 0; row < plugins.Count(); ++row) {
         const auto* item = plugins.IsSelected(row) ? plugins.ItemOf<PluginListItem>(row) : nullptr;
         if (!item || IsPermanentlyExcluded(item->clsid)) continue;
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);
-        if (AskToRemoveMissing(*item, name, *category)) {
+        const Verdict verdict = Judge(*item, name, *category);
+        if (verdict == Verdict::GiveUp) return true;
+        if (verdict == Verdict::Remove) {
             UnregisterPlugin(clsid, *category);
             removed = true;
         } else if (m_visibility.mode == VisibilityMode::Enabled) {

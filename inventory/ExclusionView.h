@@ -19,14 +19,16 @@ class CExclusionView {
     void OnShowExcluded() { SetMode(VisibilityMode::Excluded); }
     void OnShowPermanent();
 
-    /// Excludes or enables the selected plug-ins, asking about those whose file is gone. The list is not
-    /// refilled, unless a registration was removed. False when no category is selected.
+    /// Excludes or enables the selected plug-ins, asking about those whose file is gone. The list stays as it
+    /// was; where a registration was removed, all plug-ins are found anew and it is empty. False when no
+    /// category is selected.
     bool TogglePluginExclusion();
 
   private:
     void SetMode(VisibilityMode mode);
-    /// Whether the plug-in's file is gone and the user wants its registration removed.
-    bool AskToRemoveMissing(const PluginListItem& item, const std::wstring& name, Category category) const;
+    enum class Verdict { Toggle, Remove, GiveUp };
+    /// Asks about a plug-in whose file is gone.
+    Verdict Judge(const PluginListItem& item, const std::wstring& name, Category category) const;
 
     CDialog& m_dialog;
     CExclusionList& m_exclusions;

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 
 #include "Guid.h"
 #include "resource.h"

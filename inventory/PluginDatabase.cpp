@@ -26,9 +26,11 @@ class CNameCollector final : public INames {
 
 void CPluginDatabase::Open(const std::wstring& libraryPath) {
     Close();
-    // Its own libraries may lie beside it, but nothing is looked for in the current folder.
+    // Its own libraries may lie beside it or beside the program, but nothing is looked for in the current
+    // folder.
     m_library.Reset(::LoadLibraryExW(libraryPath.c_str(), nullptr,
-                                     LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32));
+                                     LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_APPLICATION_DIR |
+                                         LOAD_LIBRARY_SEARCH_SYSTEM32));
     if (!m_library) return;
     using CreateDatabaseFunction = IPluginDatabase*();
     const auto create = reinterpret_cast<CreateDatabaseFunction*>(

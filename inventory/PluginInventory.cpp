@@ -17,7 +17,8 @@ bool CPluginInventory::Append(FoundPlugins found, const NameMap& names, bool cla
         entry.name = std::move(plugin.name);
         if (auto known = names.empty() ? std::nullopt : FindName(names, ClsidText(entry.clsid)))
             entry.name = known;
-        if (classified) entry.category = ClassifyPluginCategory(m_index.FactsOf(entry.clsid));
+        const RegistrationFacts facts = m_index.FactsOf(entry.clsid);
+        if (classified || facts.answersAsDmo) entry.category = ClassifyPluginCategory(facts);
     }
     return found.complete;
 }

@@ -19,7 +19,7 @@ class CPluginInventory {
     /// The first step of an enumeration; whether the legacy adapter has an inventory.
     bool ReadAdapterInventory() { return m_index.Adapter().Read(); }
 
-    /// Finds all plug-ins anew. Without `classified` nothing gets a category, and so nothing is listed. A
+    /// Finds all plug-ins anew. Without `classified` only media objects get a category, and so are listed. A
     /// class id that does not parse ends it there: what was found before stays, and the VST records are those
     /// of the time before.
     void Enumerate(bool classified);

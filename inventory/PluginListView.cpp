@@ -87,7 +87,9 @@ void CPluginListView::RefreshPluginList() {
     if (!category || category == m_shown) return;
     m_shown = category;
     IsVstCategory(*category) ? FillFromInventory(*category) : FillFromEntries(*category);
-    for (const int id : {IDC_IMPORT, IDC_EXPORT, IDC_MANAGE, IDC_ADD_PLUGIN}) m_dialog.Item(id).Enable(false);
+    for (const int id : {IDC_IMPORT, IDC_EXPORT, IDC_MANAGE, IDC_ADD_PLUGIN}) {
+        m_dialog.EnableItem(id, false, IDC_PLUGINS);
+    }
     CPluginDetails(m_dialog).ShowFieldsOf(*category);
     ShowPanesOf(*category);
     m_presetsCaption.ShowPlain();
@@ -106,17 +108,15 @@ void CPluginListView::FillFromEntries(Category category) {
     ClearPlugins();
     const auto& entries = m_inventory.Entries();
     const CListBox plugins = Plugins();  // looked up once: that costs more than adding a row
-    if (entries.empty()) {
-        plugins.Add(LoadText(IDS_NO_ENTRIES));
-        return;
-    }
+    bool isEmpty = true;
     const CRedrawLock noRedraw(plugins);
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const PluginEntry& entry = entries[i];
-        if (entry.clsid.IsNull() || !entry.name || entry.category != category || !ShowsClsid(entry.clsid))
-            continue;
+        if (entry.clsid.IsNull() || !entry.name || entry.category != category) continue;
+        isEmpty = false;
+        if (!ShowsClsid(entry.clsid)) continue;
         AddRow(plugins, *entry.name,
                {.sourceIndex = static_cast<unsigned>(i),
                 .clsid = entry.clsid,
@@ -125,26 +125,25 @@ void CPluginListView::FillFromEntries(Category category) {
                 .isX64 = false,
                 .category = category});
     }
-    m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
+    ShowCount(plugins, isEmpty);
 }
 
 void CPluginListView::FillFromInventory(Category category) {
     ClearPlugins();
     const auto& records = m_inventory.Vst().Records();
     const CListBox plugins = Plugins();
-    if (records.empty()) {
-        plugins.Add(LoadText(IDS_NO_ENTRIES));
-        return;
-    }
     // A VST stands in the map under both its ids and is listed under its plug-in id; a VST3 is listed under
     // each.
     const bool skipMd5 = category == Category::VstEffects || category == Category::VstInstruments;
+    bool isEmpty = true;
     const CRedrawLock noRedraw(plugins);
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
     for (const auto& [clsid, record] : records) {
         if (clsid.IsNull() || record.name.empty() || (skipMd5 && clsid == record.md5Clsid)) continue;
-        if (record.category != category || !ShowsClsid(clsid)) continue;
+        if (record.category != category) continue;
+        isEmpty = false;
+        if (!ShowsClsid(clsid)) continue;
         AddRow(plugins, record.name,
                {.sourceIndex = 0,
                 .clsid = clsid,
@@ -153,6 +152,12 @@ void CPluginListView::FillFromInventory(Category category) {
                 .isX64 = record.isX64,
                 .category = category});
     }
+    ShowCount(plugins, isEmpty);
+}
+
+/// A category without any plug-in says so; one whose plug-ins are all hidden stays blank.
+void CPluginListView::ShowCount(CListBox plugins, bool isEmpty) {
+    if (isEmpty) plugins.Add(LoadText(IDS_NO_ENTRIES));
     m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
 }
 
@@ -179,12 +184,12 @@ void CPluginListView::ShowPanesOf(Category category) const {
         m_dialog.Item(id).Show(legacy);
 
     const ButtonsAfterFill buttons = AfterFill(StateOf(category));
-    m_dialog.Item(IDC_VST_OPTIONS).Enable(buttons.vstOptions);
-    m_dialog.Item(IDC_VST_SCAN).Enable(buttons.vstScan);
-    m_dialog.Item(IDC_VST_PROPERTIES).Enable(buttons.vstProperties);
-    m_dialog.Item(IDC_ADAPTER_WIZARD).Enable(buttons.adapterWizard);
-    m_dialog.Item(IDC_ADAPTER_PROPERTIES).Enable(buttons.adapterProperties);
-    m_dialog.Item(IDC_EXCLUDE).Enable(buttons.exclude);
+    m_dialog.EnableItem(IDC_VST_OPTIONS, buttons.vstOptions, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_VST_SCAN, buttons.vstScan, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_VST_PROPERTIES, buttons.vstProperties, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_ADAPTER_WIZARD, buttons.adapterWizard, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_ADAPTER_PROPERTIES, buttons.adapterProperties, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
 }
 
 void CPluginListView::OnSelectionChanged() {
@@ -203,12 +208,12 @@ void CPluginListView::OnSelectionChanged() {
     }
     const ButtonsAfterSelection buttons = AfterSelection(state);
     m_dialog.Item(IDC_IMPORT).Enable();
-    m_dialog.Item(IDC_EXPORT).Enable(buttons.exportPresets);
-    m_dialog.Item(IDC_MANAGE).Enable(buttons.managePresets);
-    m_dialog.Item(IDC_EXCLUDE).Enable(buttons.exclude);
-    m_dialog.Item(IDC_VST_PROPERTIES).Enable(buttons.vstProperties);
-    m_dialog.Item(IDC_ADAPTER_PROPERTIES).Enable(buttons.adapterProperties);
-    m_dialog.Item(IDC_ADD_PLUGIN).Enable(buttons.addPlugin);
+    m_dialog.EnableItem(IDC_EXPORT, buttons.exportPresets, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_MANAGE, buttons.managePresets, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_VST_PROPERTIES, buttons.vstProperties, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_ADAPTER_PROPERTIES, buttons.adapterProperties, IDC_PLUGINS);
+    m_dialog.EnableItem(IDC_ADD_PLUGIN, buttons.addPlugin, IDC_PLUGINS);
 
     const CPluginDetails details(m_dialog);
     items.size() == 1 ? details.ShowPlugin(m_inventory, *items.front(), *category)

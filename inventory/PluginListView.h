@@ -59,6 +59,7 @@ class CPluginListView {
     void AddRow(CListBox plugins, const std::wstring& name, const PluginListItem& item);
     void FillFromEntries(Category category);
     void FillFromInventory(Category category);
+    void ShowCount(CListBox plugins, bool isEmpty);
     void ShowPanesOf(Category category) const;
     PaneState StateOf(Category category) const;
 

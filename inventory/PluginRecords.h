@@ -1,12 +1,16 @@
 // What is known of the plug-ins that were found.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
 
 #include "Classification.h"
 #include "Guid.h"
+
+/// Neither the array of entries nor the exclusion list grows beyond this.
+inline constexpr std::size_t kMaxEntries = 4096;
 
 /// A plug-in registered with the system: a filter, a media object, a MIDI effect or a control surface.
 struct PluginEntry {

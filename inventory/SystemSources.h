@@ -13,9 +13,6 @@
 #include "Guid.h"
 #include "PluginRecords.h"
 
-/// The array of entries never grows beyond this.
-inline constexpr std::size_t kMaxEntries = 4096;
-
 using MonikerPtr = Microsoft::WRL::ComPtr<IMoniker>;
 
 struct FoundPlugin {

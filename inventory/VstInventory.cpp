@@ -8,9 +8,6 @@
 
 namespace {
 
-/// The longest name or vendor, in bytes.
-constexpr std::size_t kNameBytes = 2048;
-
 /// Every value once; an absent or malformed one leaves its field empty.
 VstEntry ReadEntry(const CRegKey& key) {
     return {
@@ -22,8 +19,8 @@ VstEntry ReadEntry(const CRegKey& key) {
         .isBad = key.IsSet(L"isBad"),
         .isX64 = key.IsSet(L"isX64"),
         .uniqueId = static_cast<int>(key.ReadDword(L"uniqueId").value_or(0)),
-        .clsidPlug = key.ReadString(L"clsidPlug"),
-        .clsidPlugMd5 = key.ReadString(L"clsidPlugMD5"),
+        .clsidPlug = key.ReadString(L"clsidPlug", kNameBytes),
+        .clsidPlugMd5 = key.ReadString(L"clsidPlugMD5", kNameBytes),
         .fullPath = key.ReadPath(L"FullPath"),
         .fullName = key.ReadString(L"FullName", kNameBytes).value_or(L""),
         .vendor = key.ReadString(L"Vendor", kNameBytes).value_or(L""),
@@ -83,8 +80,8 @@ std::optional<CRegKey> CVstInventory::OpenEntry(const std::wstring& clsid) const
     if (!inventory) return std::nullopt;
     for (const std::wstring& name : inventory->SubkeyNames()) {
         auto entry = inventory->OpenSubkey(name, KEY_ALL_ACCESS);
-        if (entry &&
-            (entry->ReadString(L"clsidPlugMD5") == clsid || entry->ReadString(L"clsidPlug") == clsid)) {
+        if (entry && (entry->ReadString(L"clsidPlugMD5", kNameBytes) == clsid ||
+                      entry->ReadString(L"clsidPlug", kNameBytes) == clsid)) {
             return entry;
         }
     }

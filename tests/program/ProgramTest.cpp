@@ -3,8 +3,8 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <gtest/gtest.h>
+#include <sstream>
 
 #include "resource.h"
 #include "support/RegistrySandbox.h"
@@ -149,8 +149,12 @@ TEST_F(Program, EscapeAndEnterKeepItOpenButOnTheCloseButton) {
     for (const int id : {IDC_CATEGORIES, IDC_PLUGINS, IDC_CLOSE}) PostKey(program.Control(id), VK_ESCAPE);
     PostKey(program.Control(IDC_CATEGORIES), VK_RETURN);
     PostKey(program.Control(IDC_PLUGINS), VK_F2);
-    // Answered only after the keys were taken.
-    EXPECT_FALSE(program.WaitForExit(500ms));
+    // The click is taken after the keys.
+    program.Press(IDC_SHOW_EXCLUDED);
+    ASSERT_TRUE(WaitFor([&] { return program.IsEnabled(IDC_SHOW_PERMANENT); })) << program.OnScreen();
+    program.Press(IDC_SHOW_ENABLED);
+    ASSERT_TRUE(WaitForRow(program, first, true));
+    program.Select(IDC_PLUGINS, {first});
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kExcluded));
     const auto closeIsNext = [&] {
         GUITHREADINFO info{};

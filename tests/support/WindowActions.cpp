@@ -176,14 +176,23 @@ std::string Utf8(const std::wstring& text) {
     return bytes;
 }
 
+/// Room for a row that grows between the question for its length and that for its text.
+constexpr std::size_t kSpareCharacters = 1024;
+
 std::vector<std::wstring> Rows(HWND list) {
     const ListMessages messages = MessagesOf(list);
     std::vector<std::wstring> rows;
     const auto count = Send(list, messages.count);
     for (LRESULT i = 0; i < count; ++i) {
         const auto index = static_cast<WPARAM>(i);
-        std::wstring row(static_cast<std::size_t>(Send(list, messages.textLength, index)) + 1, L'\0');
-        row.resize(static_cast<std::size_t>(Send(list, messages.text, index, ToLParam(row.data()))));
+        const auto length = Send(list, messages.textLength, index);
+        // Another process's list may be filled anew meanwhile: then it counts as empty, and the test looks
+        // again.
+        if (length < 0) return {};
+        std::wstring row(static_cast<std::size_t>(length) + kSpareCharacters, L'\0');
+        const auto got = Send(list, messages.text, index, ToLParam(row.data()));
+        if (got < 0) return {};
+        row.resize(static_cast<std::size_t>(got));
         rows.push_back(row);
     }
     return rows;

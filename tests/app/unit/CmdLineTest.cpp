@@ -4,7 +4,9 @@
 
 namespace {
 
-CPluginManagerCmdLine Parse(const std::vector<std::wstring>& tokens) { return CPluginManagerCmdLine::Parse(tokens); }
+CPluginManagerCmdLine Parse(const std::vector<std::wstring>& tokens) {
+    return CPluginManagerCmdLine::Parse(tokens);
+}
 
 TEST(CmdLine, ReadsWhatTheHostPasses) {
     const auto line = Parse({L"/ParentWnd", L"000000000001A2B4", L"/VSTInventoryRegKey",

@@ -1,6 +1,6 @@
 // The plug-in panes on a hidden dialog, over a registry of the test's own.
-#include <gtest/gtest.h>
 #include <algorithm>
+#include <gtest/gtest.h>
 
 #include "ClsidText.h"
 #include "Dialog.h"
@@ -103,6 +103,16 @@ TEST_F(PluginPanes, AnEmptyInventoryShowsOneRowThatIsNoPlugin) {
     Select({0});
     EXPECT_FALSE(IsEnabled(IDC_IMPORT) || IsEnabled(IDC_EXCLUDE) || IsEnabled(IDC_ADD_PLUGIN));
     EXPECT_TRUE(m_exclusion.TogglePluginExclusion()) << "it has nothing to act on";
+}
+
+TEST_F(PluginPanes, OnlyACategoryWithoutPluginsSaysSo) {
+    AddVst(1, L"Bellows");
+    Fill();
+    Choose(L"VST Instruments (VSTi)");
+    EXPECT_EQ(Listed(), Rows{L"<< No entries >>"});
+    m_exclusion.OnShowExcluded();
+    Choose(L"VST Audio Effects (VST)");
+    EXPECT_EQ(Listed(), Rows{}) << "its plug-in is hidden, not missing";
 }
 
 TEST_F(PluginPanes, AVstIsListedOnceAndAVst3UnderEachOfItsIds) {
