@@ -4,6 +4,9 @@
 //   --category ROW     chooses a row of the category list (and again the first plug-in)
 //   --size WxH         gives the window this size
 //   --geometry         prints the window's place as WIDTHxHEIGHT+LEFT+TOP
+//   --toolbar          prints the place of the layout buttons in the same way
+//   --focus ID         gives the control the keyboard focus
+//   --hover ID         puts the mouse over the control
 //   --close            closes it and waits until it is gone
 //   --sleep            only keeps the Windows session alive
 #include <windows.h>
@@ -86,11 +89,37 @@ bool Resize(const std::wstring& size) {
            Send(MainWindow(), WM_NULL).has_value();
 }
 
-bool PrintGeometry() {
-    RECT place{};
-    if (GetWindowRect(MainWindow(), &place) == FALSE) return false;
+bool Print(const RECT& place) {
     return std::printf("%ldx%ld+%ld+%ld\n", place.right - place.left, place.bottom - place.top, place.left,
                        place.top) > 0;
+}
+
+bool PrintGeometry() {
+    RECT place{};
+    return GetWindowRect(MainWindow(), &place) != FALSE && Print(place);
+}
+
+bool PrintToolbar() {
+    constexpr int kMargin = 4;
+    RECT first{};
+    RECT last{};
+    if (GetWindowRect(Control(IDC_LAYOUT_NEW), &first) == FALSE) return false;
+    if (GetWindowRect(Control(IDC_LAYOUT_DELETE), &last) == FALSE) return false;
+    return Print({first.left - kMargin, first.top - kMargin, last.right + kMargin, last.bottom + kMargin});
+}
+
+bool Focus(const std::wstring& id) {
+    return Send(MainWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(std::stoi(id))), TRUE)
+        .has_value();
+}
+
+bool Hover(const std::wstring& id) {
+    const HWND control = Control(std::stoi(id));
+    RECT place{};
+    if (GetWindowRect(control, &place) == FALSE) return false;
+    return SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2) != FALSE &&
+           Send(control, WM_MOUSEMOVE, 0, MAKELPARAM(1, 1)).has_value() &&
+           WaitFor(kActionLimit, [control] { return GetUpdateRect(control, nullptr, FALSE) == FALSE; });
 }
 
 bool Close() {
@@ -106,6 +135,9 @@ bool Do(std::wstring_view option, wchar_t**& argument) {
     if (option == L"--category") return ChooseCategory(value());
     if (option == L"--size") return Resize(value());
     if (option == L"--geometry") return PrintGeometry();
+    if (option == L"--toolbar") return PrintToolbar();
+    if (option == L"--focus") return Focus(value());
+    if (option == L"--hover") return Hover(value());
     if (option == L"--close") return Close();
     if (option == L"--sleep") Sleep(INFINITE);
     return false;

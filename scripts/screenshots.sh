@@ -13,17 +13,40 @@ probe() {
     wine "$bin/window_probe.exe" "$@" | tr -d '\r'
 }
 
+start_program() {
+    wine "$bin/PluginManager.exe" </dev/null &
+    program=$!
+    probe --wait 60
+}
+
+close_program() {
+    probe --close
+    wait "$program"
+}
+
 # picture FILE: the window alone, without the desktop around it.
 picture() {
     import -window root -crop "$(probe --geometry)" +repage "$root/docs/$1"
     echo "docs/$1"
 }
 
-wine "$bin/PluginManager.exe" </dev/null &
-program=$!
-probe --wait 60 --category 1
+# toolbar_picture FILE: the layout buttons with the focus on the first and the mouse over the second, enlarged.
+toolbar_picture() {
+    probe --focus 1031 --hover 1037
+    import -window root -crop "$(probe --toolbar)" +repage -filter point -resize 300% "$root/docs/$1"
+    echo "docs/$1"
+}
+
+start_program
+probe --category 1
 picture main-dialog.png
+toolbar_picture toolbar-themed.png
 probe --size 1200x900
 picture main-dialog-large.png
-probe --close
-wait "$program"
+close_program
+
+wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' /v ThemeActive /d 0 /f >/dev/null
+wineserver -w
+start_program
+toolbar_picture toolbar-classic.png
+close_program

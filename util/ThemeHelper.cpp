@@ -54,8 +54,8 @@ Rect CXThemeHelper::ContentRect(HTHEME theme, HDC dc, int part, int state, const
     return known ? FromSystem(content) : place;
 }
 
-void CXThemeHelper::DrawText(HTHEME theme, HDC dc, int part, int state, const std::wstring& text, UINT format,
-                             const Rect& place) const {
+void CXThemeHelper::DrawLabel(HTHEME theme, HDC dc, int part, int state, const std::wstring& text,
+                              UINT format, const Rect& place) const {
     const RECT rect = ToSystem(place);
     if (IsAvailable())
         m_drawThemeText(theme, dc, part, state, text.c_str(), static_cast<int>(text.size()), format, 0,

@@ -29,8 +29,8 @@ class CXThemeHelper {
     void DrawBackground(HTHEME theme, HDC dc, int part, int state, const Rect& place) const;
     /// The space that a background leaves for what it holds; `place` itself when that is not known.
     Rect ContentRect(HTHEME theme, HDC dc, int part, int state, const Rect& place) const;
-    void DrawText(HTHEME theme, HDC dc, int part, int state, const std::wstring& text, UINT format,
-                  const Rect& place) const;
+    void DrawLabel(HTHEME theme, HDC dc, int part, int state, const std::wstring& text, UINT format,
+                   const Rect& place) const;
 
   private:
     UniqueLibrary m_library;

@@ -142,7 +142,7 @@ void CXButtonXP::DrawCaption(HDC dc, const Look& look, const std::wstring& text,
         const int state = look.disabled ? kDisabled : ThemeState(look);
         const Rect content = m_themes.ContentRect(m_theme, dc, kButtonPart, state, look.place);
         const Rect inside{place.left, content.top, place.right, content.bottom};
-        m_themes.DrawText(m_theme, dc, kButtonPart, state, text, format, inside);
+        m_themes.DrawLabel(m_theme, dc, kButtonPart, state, text, format, inside);
     } else if (look.disabled) {
         DrawPlainText(dc, text, format, Moved(place, 1), COLOR_BTNHIGHLIGHT);
         DrawPlainText(dc, text, format, place, COLOR_BTNSHADOW);

@@ -11,6 +11,8 @@ class CXButtonXP : public COddButton {
   public:
     explicit CXButtonXP(const CXThemeHelper& themes = CXThemeHelper::Instance()) : m_themes(themes) {}
     ~CXButtonXP() override { m_themes.Close(m_theme); }
+    CXButtonXP(const CXButtonXP&) = delete;
+    CXButtonXP& operator=(const CXButtonXP&) = delete;
 
     /// One from LoadAlphaBitmap. A disabled button shows it in grey.
     void SetImage(UniqueBitmap image, ImagePlacement placement = ImagePlacement::LeftOfText);
