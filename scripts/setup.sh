@@ -1,12 +1,18 @@
 #!/usr/bin/env bash
 # Installs what building, running and testing need and this machine lacks: Debian packages, nothing else.
-#   scripts/setup.sh [--lint]     --lint: also what the format and lint checks need
+#   scripts/setup.sh [--lint] [--fuzz]     --lint: also what the format and lint checks need; --fuzz: the fuzzer
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 packages=(g++-mingw-w64-x86-64-posix cmake ninja-build g++ googletest wine wine64 xvfb xauth xdotool imagemagick
     fonts-wine)
-[ "${1:-}" != --lint ] || packages+=(clang-format clang-tidy)
+for option in "$@"; do
+    case $option in
+        --lint) packages+=(clang-format clang-tidy) ;;
+        --fuzz) packages+=(clang-14 clang libclang-rt-14-dev) ;;
+        *) die "unknown option: $option" ;;
+    esac
+done
 
 is_installed() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]

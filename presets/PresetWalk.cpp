@@ -1,0 +1,156 @@
+#include "PresetWalk.h"
+
+#include <new>
+
+namespace {
+
+/// The barrier for what the codec throws; a file that asks for more memory than there is ends here, too.
+template <typename TWork>
+int ResultOf(TWork&& work) {
+    try {
+        return work();
+    } catch (const StreamError&) {
+        return kPresetIoFailure;
+    } catch (const std::bad_alloc&) {
+        return kPresetIoFailure;
+    }
+}
+
+/// Goes through the presets of a record; a count below 0 is none.
+template <typename TVisit>
+void ForEachPreset(CPresetFileReader& reader, std::int32_t count, TVisit&& visit) {
+    for (std::int32_t position = 0; position < count; ++position) visit(reader.ReadPreset(), position);
+}
+
+void SkipPresets(CPresetFileReader& reader, std::int32_t count) {
+    ForEachPreset(reader, count,
+                  [&](const PresetRecordHead& preset, std::int32_t) { reader.SkipData(preset); });
+}
+
+int KeepPresets(CPresetFileReader& reader, std::size_t index, std::int32_t count,
+                const PresetSelection* selection, const PresetKeeper& keep, std::vector<std::byte>& data) {
+    int kept = 0;
+    ForEachPreset(reader, count, [&](const PresetRecordHead& preset, std::int32_t position) {
+        if (!IsChosen(selection, static_cast<std::size_t>(position))) return reader.SkipData(preset);
+        reader.ReadData(preset, data);
+        if (!keep(index, {.type = preset.type, .name = preset.name, .data = data})) throw StreamError();
+        ++kept;
+    });
+    return kept;
+}
+
+/// Goes through the records; `visit` reads one with its presets and gives false to end it there.
+template <typename TVisit>
+int ForEachRecord(CPresetFileReader& reader, TVisit&& visit) {
+    const auto header = reader.ReadHeader();
+    if (!header) return kNotAPresetFile;
+    for (std::int32_t i = 0; i < header->plugins; ++i) {
+        if (!visit(header->version)) break;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int ReadPluginInto(CPresetFileReader& reader, std::uint16_t version, PluginInFile& read) {
+    PresetPlugin& plugin = read.plugin;
+    PluginRecordHead head = reader.ReadPlugin(version);
+    const Guid category = head.category.value_or(plugin.category);
+    read.presets = head.presets;
+    plugin.name = std::move(head.name);
+    if (plugin.clsid.IsNull()) plugin.clsid = head.clsid;
+    if (plugin.category.IsNull()) plugin.category = category;
+    if (head.presets == 0) return kNothingForPlugin;
+    return plugin.clsid == head.clsid && plugin.category == category ? 0 : kNothingForPlugin;
+}
+
+int ImportFor(CPresetFileReader& reader, PluginInFile& plugin, const PresetSelection* selection,
+              const PresetKeeper& keep) {
+    return ResultOf([&] {
+        int kept = 0;
+        std::vector<std::byte> data;
+        const int result = ForEachRecord(reader, [&](std::uint16_t version) {
+            if (ReadPluginInto(reader, version, plugin) == 0) {
+                kept += KeepPresets(reader, 0, plugin.presets, selection, keep, data);
+            } else {
+                SkipPresets(reader, plugin.presets);
+            }
+            return true;
+        });
+        if (result != 0) return result;
+        return kept > 0 ? kept : kNothingForPlugin;
+    });
+}
+
+int ImportForSeveral(CPresetFileReader& reader, std::span<PluginInFile> plugins, const PresetKeeper& keep) {
+    return ResultOf([&] {
+        int kept = 0;
+        bool matched = false;
+        std::vector<std::byte> data;
+        const int result = ForEachRecord(reader, [&](std::uint16_t version) {
+            const std::uint64_t start = reader.Position();
+            PluginInFile any;
+            ReadPluginInto(reader, version, any);
+            bool taken = false;
+            for (std::size_t i = 0; i < plugins.size(); ++i) {
+                const PresetPlugin& wanted = plugins[i].plugin;
+                if (wanted.clsid != any.plugin.clsid || wanted.category != any.plugin.category) continue;
+                reader.Seek(start);
+                ReadPluginInto(reader, version, plugins[i]);
+                kept += KeepPresets(reader, i, plugins[i].presets, nullptr, keep, data);
+                taken = matched = true;
+            }
+            if (!taken) SkipPresets(reader, any.presets);
+            return true;
+        });
+        if (result != 0) return result;
+        return matched ? kept : kNothingForPlugin;
+    });
+}
+
+int ListForPlugin(CPresetFileReader& reader, const PresetPlugin& plugin, const PreviewList& list,
+                  const std::wstring& notAPresetFile) {
+    return ResultOf([&] {
+        int listed = 0;
+        bool matched = false;
+        const int result = ForEachRecord(reader, [&](std::uint16_t version) {
+            PluginInFile read{.plugin = plugin};
+            const int head = ReadPluginInto(reader, version, read);
+            if (head == kNotAPresetFile) {
+                list(notAPresetFile, 0);
+                return false;
+            }
+            ForEachPreset(reader, read.presets, [&](const PresetRecordHead& preset, std::int32_t position) {
+                reader.SkipData(preset);
+                if (head != 0) return;
+                list(preset.name, position);
+                ++listed;
+            });
+            matched |= head == 0;
+            return true;
+        });
+        if (result != 0) return result;
+        return matched ? listed : kNothingForPlugin;
+    });
+}
+
+int ListContents(CPresetFileReader& reader, const PreviewList& list, const std::wstring& notAPresetFile) {
+    return ResultOf([&] {
+        int listed = 0;
+        const int result = ForEachRecord(reader, [&](std::uint16_t version) {
+            PluginInFile any;
+            if (ReadPluginInto(reader, version, any) == kNotAPresetFile) {
+                list(notAPresetFile, 0);
+                return false;
+            }
+            list(L"<<" + any.plugin.name + L">>", 0);
+            ForEachPreset(reader, any.presets, [&](const PresetRecordHead& preset, std::int32_t position) {
+                reader.SkipData(preset);
+                list(preset.name, position);
+                ++listed;
+            });
+            return true;
+        });
+        return result != 0 ? result : listed;
+    });
+}
