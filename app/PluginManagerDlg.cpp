@@ -62,7 +62,6 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
     using List = CPluginListView;
     using Exclusion = CExclusionView;
     using Names = CFriendlyNameView;
-    using Presets = CPresetView;
     using VstTools = CVstToolsView;
     using Tree = CLayoutTreeView;
     using Files = CLayoutFilesView;
@@ -89,9 +88,9 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowPermanent>(IDC_SHOW_PERMANENT),
         R::OnCommand<BN_CLICKED, &Frame::OnExclude>(IDC_EXCLUDE),
 
-        R::OnCommand<BN_CLICKED, &Presets::OnImport>(IDC_IMPORT),
-        R::OnCommand<BN_CLICKED, &Presets::OnExport>(IDC_EXPORT),
-        R::OnCommand<BN_CLICKED, &Presets::OnManage>(IDC_MANAGE),
+        R::OnCommand<BN_CLICKED, &Frame::OnImportPresets>(IDC_IMPORT),
+        R::OnCommand<BN_CLICKED, &Frame::OnExportPresets>(IDC_EXPORT),
+        R::OnCommand<BN_CLICKED, &Frame::OnManagePresets>(IDC_MANAGE),
 
         R::OnCommand<BN_CLICKED, &VstTools::OnOptions>(IDC_VST_OPTIONS),
         R::OnCommand<BN_CLICKED, &VstTools::OnPluginProperties>(IDC_VST_PROPERTIES),
@@ -320,6 +319,20 @@ void CPluginManagerDlg::OnHelp() { m_app.ShowHelp(kHelpOfDialogs + IDD_PLUGIN_MA
 void CPluginManagerDlg::OnExclude() {
     m_tree.CancelDrag();
     m_exclusion.OnExclude();
+}
+
+void CPluginManagerDlg::OnImportPresets() {
+    m_presets.Import(m_list.SelectedPlugins());
+    m_list.OnSelectionChanged();
+}
+
+void CPluginManagerDlg::OnExportPresets() { m_presets.Export(m_list.SelectedPlugins()); }
+
+void CPluginManagerDlg::OnManagePresets() {
+    const auto plugin = m_list.CaretPlugin();
+    if (!plugin) return;
+    m_presets.Manage(*plugin);
+    m_list.OnSelectionChanged();
 }
 
 void CPluginManagerDlg::OnOK() {

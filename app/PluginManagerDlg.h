@@ -54,6 +54,9 @@ class CPluginManagerDlg : public CDialog {
     void OnTimer(UINT_PTR timer);
     void OnHelp();
     void OnExclude();
+    void OnImportPresets();
+    void OnExportPresets();
+    void OnManagePresets();
     void OnNeedTipText(NMTTDISPINFOW& tip);
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
@@ -84,11 +87,11 @@ class CPluginManagerDlg : public CDialog {
     CPluginListView m_list;
     CExclusionView m_exclusion;
     CFriendlyNameView m_names;
-    CPresetView m_presets;
+    CPresetView m_presets{*this};
     CVstToolsView m_vstTools;
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
-    std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CPresetView&, CVstToolsView&,
-               CLayoutTreeView&, CLayoutFilesView&>
-        m_views{m_list, m_exclusion, m_names, m_presets, m_vstTools, m_tree, m_files};
+    std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&, CLayoutTreeView&,
+               CLayoutFilesView&>
+        m_views{m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files};
 };

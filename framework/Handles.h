@@ -62,10 +62,26 @@ struct Icon {
 struct ImageList {
     void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }
 };
+struct File {
+    void operator()(HANDLE file) const { ::CloseHandle(file); }
+};
 struct Global {
     void operator()(HGLOBAL memory) const { ::GlobalFree(memory); }
 };
 }  // namespace closers
+
+/// Files have a null handle of their own; it counts as none here.
+class UniqueFile {
+  public:
+    UniqueFile() = default;
+    explicit UniqueFile(HANDLE file) : m_file(file == INVALID_HANDLE_VALUE ? nullptr : file) {}
+    HANDLE Get() const { return m_file.Get(); }
+    explicit operator bool() const { return static_cast<bool>(m_file); }
+    void Reset() { m_file.Reset(); }
+
+  private:
+    UniqueHandle<HANDLE, closers::File> m_file;
+};
 
 using UniqueKey = UniqueHandle<HKEY, closers::Key>;
 using UniqueLibrary = UniqueHandle<HMODULE, closers::Library>;

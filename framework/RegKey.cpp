@@ -107,6 +107,29 @@ std::optional<DWORD> CRegKey::ReadDword(const wchar_t* name) const {
     return value;
 }
 
+std::optional<RegValue> CRegKey::ReadValue(const wchar_t* name) const {
+    RegValue value;
+    LSTATUS status = ERROR_MORE_DATA;
+    // Somebody else may write a longer value between two calls.
+    for (DWORD size = 0; status == ERROR_MORE_DATA;) {
+        value.data.resize(size);
+        status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &value.type,
+                                    reinterpret_cast<BYTE*>(value.data.data()), &size);
+        if (status == ERROR_SUCCESS && size > value.data.size()) status = ERROR_MORE_DATA;
+        if (status == ERROR_SUCCESS) value.data.resize(size);
+    }
+    return status == ERROR_SUCCESS ? std::optional(std::move(value)) : std::nullopt;
+}
+
+bool CRegKey::HasValue(const wchar_t* name) const {
+    return ::RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+}
+
+bool CRegKey::WriteValue(const wchar_t* name, DWORD type, std::span<const std::byte> data) const {
+    return ::RegSetValueExW(m_key.Get(), name, 0, type, AsBytes(data.data()),
+                            static_cast<DWORD>(data.size())) == ERROR_SUCCESS;
+}
+
 bool CRegKey::WriteString(const wchar_t* name, const std::wstring& text) const {
     const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
     return ::RegSetValueExW(m_key.Get(), name, 0, REG_SZ, AsBytes(text.c_str()), size) == ERROR_SUCCESS;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,12 @@
 /// Sizes of the buffers that the registry texts of this product are read into; a longer text is not there.
 inline constexpr std::size_t kPathBytes = 520;
 inline constexpr std::size_t kNameBytes = 2048;
+
+/// A value of any type, as it is stored.
+struct RegValue {
+    DWORD type = REG_NONE;
+    std::vector<std::byte> data;
+};
 
 /// Failure contract: an opening or a read gives nothing for what is not there or not usable, a write or a
 /// deletion gives false. Nothing is reported or thrown, and nothing is left half-filled.
@@ -41,6 +48,10 @@ class CRegKey {
     /// The value is there and not zero.
     bool IsSet(const wchar_t* name) const { return ReadDword(name).value_or(0) != 0; }
 
+    std::optional<RegValue> ReadValue(const wchar_t* name) const;
+    bool HasValue(const wchar_t* name) const;
+    bool WriteValue(const wchar_t* name, DWORD type, std::span<const std::byte> data) const;
+
     /// Writes a REG_SZ with its terminator counted. A null name means the default value.
     bool WriteString(const wchar_t* name, const std::wstring& text) const;
     bool WriteDword(const wchar_t* name, DWORD value) const;
@@ -51,6 +62,8 @@ class CRegKey {
     /// Values that can be enumerated; one whose name is longer is passed over, any other error ends the
     /// count.
     unsigned CountValues(DWORD maxNameLength) const;
+
+    HKEY Handle() const { return m_key.Get(); }
 
     /// Removes a key with everything below it.
     static bool DeleteTree(HKEY root, const std::wstring& path);

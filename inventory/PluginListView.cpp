@@ -11,6 +11,9 @@ namespace {
 /// About the length of a plug-in's name, for the list box's storage.
 constexpr int kTypicalNameCharacters = 24;
 
+/// The preset dialogs show this much of a plug-in's name.
+constexpr std::size_t kMaxPresetTitle = 128;
+
 }  // namespace
 
 void CCountedCaption::Attach(CWindow control) {
@@ -68,6 +71,27 @@ std::optional<Category> CPluginListView::SelectedCategory() const {
     const auto row = Categories().CurrentRow();
     if (!row) return std::nullopt;
     return static_cast<Category>(Categories().Data(*row));
+}
+
+std::optional<PresetPlugin> CPluginListView::PluginOf(int row) const {
+    const auto category = SelectedCategory();
+    const auto* item = Plugins().ItemOf<PluginListItem>(row);
+    if (!category || !item || item->clsid.IsNull()) return std::nullopt;
+    return PresetPlugin{item->clsid, RowOf(*category).guid,
+                        Plugins().RowText(row).substr(0, kMaxPresetTitle)};
+}
+
+std::vector<PresetPlugin> CPluginListView::SelectedPlugins() const {
+    std::vector<PresetPlugin> plugins;
+    for (const int row : Plugins().SelectedRows()) {
+        if (auto plugin = PluginOf(row)) plugins.push_back(std::move(*plugin));
+    }
+    return plugins;
+}
+
+std::optional<PresetPlugin> CPluginListView::CaretPlugin() const {
+    const auto row = Plugins().CurrentRow();
+    return row ? PluginOf(*row) : std::nullopt;
 }
 
 void CPluginListView::ClearPlugins() {

@@ -11,6 +11,7 @@
 #include "ExclusionList.h"
 #include "PluginInventory.h"
 #include "PluginRecords.h"
+#include "PresetPlugin.h"
 #include "VisibilityRule.h"
 #include "VstToolPaths.h"
 
@@ -50,11 +51,16 @@ class CPluginListView {
     /// An item of a row is a PluginListItem, null for the row that says that there are no entries.
     CListBox Plugins() const { return m_dialog.Control<CListBox>(IDC_PLUGINS); }
     bool CanExcludeSelection() const;
+    /// The selected plug-ins as the preset commands take them, from top to bottom.
+    std::vector<PresetPlugin> SelectedPlugins() const;
+    /// The one under the caret; nothing when there is no plug-in.
+    std::optional<PresetPlugin> CaretPlugin() const;
 
   private:
     CListBox Categories() const { return m_dialog.Control<CListBox>(IDC_CATEGORIES); }
     void FillCategories(bool withLegacy) const;
     void ClearPlugins();
+    std::optional<PresetPlugin> PluginOf(int row) const;
     bool ShowsClsid(const Guid& clsid) const;
     void AddRow(CListBox plugins, const std::wstring& name, const PluginListItem& item);
     void FillFromEntries(Category category);

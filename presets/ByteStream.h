@@ -27,4 +27,5 @@ class IByteSink {
     virtual void Write(std::span<const std::byte> bytes) = 0;
     virtual void Seek(std::uint64_t position) = 0;
     virtual std::uint64_t Position() const = 0;
+    virtual void Flush() = 0;
 };

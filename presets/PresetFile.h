@@ -12,11 +12,6 @@
 #include "ByteStream.h"
 #include "Guid.h"
 
-/// Results of the operations on preset files, where a count or 0 means success.
-inline constexpr int kNotAPresetFile = -1;
-inline constexpr int kNothingForPlugin = -2;
-inline constexpr int kPresetIoFailure = -3;
-
 /// Kinds of presets, as the registry's own value types.
 inline constexpr std::int32_t kPresetInFile = 1;      // REG_SZ
 inline constexpr std::int32_t kPresetInRegistry = 3;  // REG_BINARY

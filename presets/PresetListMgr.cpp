@@ -1,13 +1,11 @@
 #include "PresetListMgr.h"
 
 #include "ClsidText.h"
+#include "PresetWriter.h"
 
 namespace {
 
 constexpr REGSAM kReadWrite = KEY_READ | KEY_WRITE;
-
-/// The longest preset name that is read back.
-constexpr DWORD kMaxPresetName = 519;
 
 constexpr wchar_t kAudioRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets";
 constexpr wchar_t kMidiRoot[] = L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\Presets";
@@ -32,26 +30,70 @@ constexpr StoreRoot kStoreRoots[] = {
     {"{E26F299E-B4BC-49E6-99BF-275210DDC844}"_guid, kSurfaceRoot},  // control surfaces
 };
 
+const wchar_t* StoreRootOf(const Guid& category) {
+    for (const StoreRoot& root : kStoreRoots) {
+        if (root.category == category) return root.path;
+    }
+    return nullptr;
+}
+
+/// Kept: the path in the store is believed, wherever it leads.
+void DeleteFileOf(DWORD type, std::span<const std::byte> data) {
+    if (type == REG_SZ) ::DeleteFileW(TextOf(data).c_str());
+}
+
 }  // namespace
 
 std::optional<CRegKey> CPresetListMgr::OpenStoreRoot(bool create) const {
-    for (const StoreRoot& root : kStoreRoots) {
-        if (root.category != m_category) continue;
-        return create ? CRegKey::Create(HKEY_CURRENT_USER, root.path, kReadWrite)
-                      : CRegKey::Open(HKEY_CURRENT_USER, root.path, kReadWrite);
-    }
-    return std::nullopt;
+    const wchar_t* path = StoreRootOf(m_inFile.plugin.category);
+    if (!path) return std::nullopt;
+    return create ? CRegKey::Create(HKEY_CURRENT_USER, path, kReadWrite)
+                  : CRegKey::Open(HKEY_CURRENT_USER, path, kReadWrite);
+}
+
+std::optional<std::wstring> CPresetListMgr::PluginKeyPath() const {
+    const wchar_t* root = StoreRootOf(m_inFile.plugin.category);
+    if (!root) return std::nullopt;
+    return std::wstring(root) + L"\\" + ClsidText(Clsid());
 }
 
 std::optional<CRegKey> CPresetListMgr::OpenPluginKey(bool create) const {
-    const auto root = OpenStoreRoot(create);
-    if (!root) return std::nullopt;
-    return create ? root->CreateSubkey(ClsidText(m_clsid), kReadWrite)
-                  : root->OpenSubkey(ClsidText(m_clsid), kReadWrite);
+    // In one step, because this is asked for each of many selected plug-ins.
+    const auto path = PluginKeyPath();
+    if (!path) return std::nullopt;
+    return create ? CRegKey::Create(HKEY_CURRENT_USER, *path, kReadWrite)
+                  : CRegKey::Open(HKEY_CURRENT_USER, *path, kReadWrite);
 }
 
 unsigned CPresetListMgr::CountPresets() {
     const auto key = OpenPluginKey(false);
-    m_count = key ? key->CountValues(kMaxPresetName) : 0;
-    return m_count;
+    const unsigned count = key ? key->CountValues(kMaxPresetName) : 0;
+    m_inFile.presets = static_cast<std::int32_t>(count);
+    return count;
+}
+
+bool CPresetListMgr::DeletePreset(const std::wstring& name) const {
+    const auto key = OpenPluginKey(false);
+    if (!key) return false;
+    if (const auto value = key->ReadValue(name.c_str())) DeleteFileOf(value->type, value->data);
+    return key->DeleteValue(name.c_str());
+}
+
+bool CPresetListMgr::DeleteAllPresets() const {
+    const auto path = PluginKeyPath();
+    const auto key = OpenPluginKey(false);
+    if (!path || !key) return false;
+    for (CRegValues values(*key, kMaxPresetName); values.Next();) DeleteFileOf(values.Type(), values.Data());
+    return CRegKey::DeleteTree(HKEY_CURRENT_USER, *path);
+}
+
+bool CPresetListMgr::RenamePreset(const std::wstring& oldName, const std::wstring& newName) const {
+    const auto key = OpenPluginKey(false);
+    const auto value = key ? key->ReadValue(oldName.c_str()) : std::nullopt;
+    if (!value || key->HasValue(newName.c_str())) return false;
+    return key->WriteValue(newName.c_str(), value->type, value->data) && key->DeleteValue(oldName.c_str());
+}
+
+bool CPresetListMgr::StoreImportedPreset(const ImportedPreset& preset) const {
+    return CPresetWriter(*this).Store(preset);
 }

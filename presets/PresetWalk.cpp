@@ -1,20 +1,6 @@
 #include "PresetWalk.h"
 
-#include <new>
-
 namespace {
-
-/// The barrier for what the codec throws; a file that asks for more memory than there is ends here, too.
-template <typename TWork>
-int ResultOf(TWork&& work) {
-    try {
-        return work();
-    } catch (const StreamError&) {
-        return kPresetIoFailure;
-    } catch (const std::bad_alloc&) {
-        return kPresetIoFailure;
-    }
-}
 
 /// Goes through the presets of a record; a count below 0 is none.
 template <typename TVisit>
@@ -82,7 +68,8 @@ int ImportFor(CPresetFileReader& reader, PluginInFile& plugin, const PresetSelec
     });
 }
 
-int ImportForSeveral(CPresetFileReader& reader, std::span<PluginInFile> plugins, const PresetKeeper& keep) {
+int ImportForSeveral(CPresetFileReader& reader, std::span<PluginInFile* const> plugins,
+                     const PresetKeeper& keep) {
     return ResultOf([&] {
         int kept = 0;
         bool matched = false;
@@ -93,11 +80,11 @@ int ImportForSeveral(CPresetFileReader& reader, std::span<PluginInFile> plugins,
             ReadPluginInto(reader, version, any);
             bool taken = false;
             for (std::size_t i = 0; i < plugins.size(); ++i) {
-                const PresetPlugin& wanted = plugins[i].plugin;
+                const PresetPlugin& wanted = plugins[i]->plugin;
                 if (wanted.clsid != any.plugin.clsid || wanted.category != any.plugin.category) continue;
                 reader.Seek(start);
-                ReadPluginInto(reader, version, plugins[i]);
-                kept += KeepPresets(reader, i, plugins[i].presets, nullptr, keep, data);
+                ReadPluginInto(reader, version, *plugins[i]);
+                kept += KeepPresets(reader, i, plugins[i]->presets, nullptr, keep, data);
                 taken = matched = true;
             }
             if (!taken) SkipPresets(reader, any.presets);
@@ -117,7 +104,7 @@ int ListForPlugin(CPresetFileReader& reader, const PresetPlugin& plugin, const P
             PluginInFile read{.plugin = plugin};
             const int head = ReadPluginInto(reader, version, read);
             if (head == kNotAPresetFile) {
-                list(notAPresetFile, 0);
+                list(notAPresetFile, kNoPreset);
                 return false;
             }
             ForEachPreset(reader, read.presets, [&](const PresetRecordHead& preset, std::int32_t position) {
@@ -140,10 +127,10 @@ int ListContents(CPresetFileReader& reader, const PreviewList& list, const std::
         const int result = ForEachRecord(reader, [&](std::uint16_t version) {
             PluginInFile any;
             if (ReadPluginInto(reader, version, any) == kNotAPresetFile) {
-                list(notAPresetFile, 0);
+                list(notAPresetFile, kNoPreset);
                 return false;
             }
-            list(L"<<" + any.plugin.name + L">>", 0);
+            list(L"<<" + any.plugin.name + L">>", kNoPreset);
             ForEachPreset(reader, any.presets, [&](const PresetRecordHead& preset, std::int32_t position) {
                 reader.SkipData(preset);
                 list(preset.name, position);

@@ -9,6 +9,7 @@
 
 #include "PresetFile.h"
 #include "PresetPlugin.h"
+#include "PresetResult.h"
 
 /// One flag a preset, by its position; 0 leaves the preset out. A position beyond the end is left out, too.
 using PresetSelection = std::vector<std::uint32_t>;
@@ -40,9 +41,11 @@ using PresetKeeper = std::function<bool(std::size_t plugin, const ImportedPreset
 /// Each gives the number of presets kept, or a result code. What was kept before a failure stays kept.
 int ImportFor(CPresetFileReader& reader, PluginInFile& plugin, const PresetSelection* selection,
               const PresetKeeper& keep);
-int ImportForSeveral(CPresetFileReader& reader, std::span<PluginInFile> plugins, const PresetKeeper& keep);
+int ImportForSeveral(CPresetFileReader& reader, std::span<PluginInFile* const> plugins,
+                     const PresetKeeper& keep);
 
-/// Takes a line of the preview, and the preset's position in its record.
+/// Takes a line of the preview, and the preset's position in its record, or that it is no preset's line.
+inline constexpr std::int32_t kNoPreset = -1;
 using PreviewList = std::function<void(const std::wstring& line, std::int32_t position)>;
 
 /// Lists the presets of one plug-in; gives their number or a result code.

@@ -54,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     visited = 0;
     WithReader(input, [&](CPresetFileReader& reader) {
-        PluginInFile plugins[] = {{.plugin = kPlugin}, {.plugin = {.clsid = {}, .category = {}, .name = {}}}};
+        PluginInFile hall{.plugin = kPlugin}, blank;
+        PluginInFile* const plugins[] = {&hall, &blank};
         CheckResult(ImportForSeveral(reader, plugins, keep), visited);
     });
     visited = 0;

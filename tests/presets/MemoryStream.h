@@ -39,6 +39,7 @@ class MemorySink : public IByteSink {
     }
     void Seek(std::uint64_t position) override { m_position = static_cast<std::size_t>(position); }
     std::uint64_t Position() const override { return m_position; }
+    void Flush() override {}
 
     Bytes m_bytes;
 

@@ -83,7 +83,8 @@ Import ImportBoth(const Bytes& file) {
     const TextConversion text = support::Latin1();
     support::MemorySource source(file);
     CPresetFileReader reader(source, text);
-    PluginInFile plugins[] = {{.plugin = kHall}, {.plugin = kRoom}};
+    PluginInFile hall{.plugin = kHall}, room{.plugin = kRoom};
+    PluginInFile* const plugins[] = {&hall, &room};
     Import import;
     import.result = ImportForSeveral(reader, plugins, KeepInto(import));
     return import;
@@ -248,12 +249,12 @@ TEST(PresetFile, Previews) {
     EXPECT_EQ(result, 2);
     EXPECT_EQ(Preview(Maker().Header(1).Head(kRoom, 1).Preset("Small", "s").bytes, &kHall, result), "");
     EXPECT_EQ(result, kNothingForPlugin);
-    EXPECT_EQ(Preview(TwoPlugins(), nullptr, result), "<<Name>>@0;Small@0;<<Name>>@0;Big@0;Wide@1;");
+    EXPECT_EQ(Preview(TwoPlugins(), nullptr, result), "<<Name>>@-1;Small@0;<<Name>>@-1;Big@0;Wide@1;");
     EXPECT_EQ(
         Preview(Maker().Header(2).Head(kRoom, 0).Head(kHall, 1).Preset("Big", "b").bytes, nullptr, result),
-        "<<Name>>@0;<<Name>>@0;Big@0;");
+        "<<Name>>@-1;<<Name>>@-1;Big@0;");
     EXPECT_EQ(Preview(Maker().Header(9).Head(kRoom, 1).Preset("Small", "s").bytes, nullptr, result),
-              "<<Name>>@0;Small@0;");
+              "<<Name>>@-1;Small@0;");
     EXPECT_EQ(result, kPresetIoFailure);
 }
 

@@ -1,0 +1,136 @@
+#include "FileStream.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t kBuffer = 0x10000;
+/// One call to the system moves at most this much.
+constexpr std::size_t kMostAtOnce = 0x40000000;
+
+UniqueFile OpenForReading(const std::wstring& path) {
+    return UniqueFile(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+UniqueFile CreateForWriting(const std::wstring& path) {
+    return UniqueFile(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+std::optional<std::uint64_t> SizeOf(const UniqueFile& file) {
+    LARGE_INTEGER size{};
+    if (!file || !::GetFileSizeEx(file.Get(), &size)) return std::nullopt;
+    return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+DWORD Piece(std::size_t size) { return static_cast<DWORD>(std::min(size, kMostAtOnce)); }
+
+bool ReadAll(HANDLE file, std::span<std::byte> bytes) {
+    while (!bytes.empty()) {
+        DWORD got = 0;
+        if (!::ReadFile(file, bytes.data(), Piece(bytes.size()), &got, nullptr) || got == 0) return false;
+        bytes = bytes.subspan(got);
+    }
+    return true;
+}
+
+bool WriteAll(HANDLE file, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        DWORD done = 0;
+        if (!::WriteFile(file, bytes.data(), Piece(bytes.size()), &done, nullptr) || done == 0) return false;
+        bytes = bytes.subspan(done);
+    }
+    return true;
+}
+
+bool MoveTo(HANDLE file, std::uint64_t position) {
+    LARGE_INTEGER place{};
+    place.QuadPart = static_cast<LONGLONG>(position);
+    return ::SetFilePointerEx(file, place, nullptr, FILE_BEGIN) != FALSE;
+}
+
+}  // namespace
+
+std::optional<CFileSource> CFileSource::Open(const std::wstring& path) {
+    UniqueFile file = OpenForReading(path);
+    const auto size = SizeOf(file);
+    if (!size) return std::nullopt;
+    return CFileSource(std::move(file), *size);
+}
+
+void CFileSource::ReadFrom(std::uint64_t place, std::span<std::byte> bytes) {
+    if (!MoveTo(m_file.Get(), place) || !ReadAll(m_file.Get(), bytes)) throw StreamError();
+}
+
+void CFileSource::Read(std::span<std::byte> bytes) {
+    if (bytes.size() > m_size - m_position) throw StreamError();
+    while (!bytes.empty()) {
+        const std::uint64_t bufferEnd = m_bufferStart + m_buffer.size();
+        if (m_position >= m_bufferStart && m_position < bufferEnd) {
+            const auto offset = static_cast<std::size_t>(m_position - m_bufferStart);
+            const std::size_t count = std::min(bytes.size(), m_buffer.size() - offset);
+            std::copy_n(m_buffer.begin() + static_cast<std::ptrdiff_t>(offset), count, bytes.begin());
+            bytes = bytes.subspan(count);
+            m_position += count;
+        } else if (bytes.size() >= kBuffer) {
+            ReadFrom(m_position, bytes);
+            m_position += bytes.size();
+            return;
+        } else {
+            m_bufferStart = m_position;
+            m_buffer.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kBuffer, m_size - m_position)));
+            ReadFrom(m_bufferStart, m_buffer);
+        }
+    }
+}
+
+void CFileSource::Seek(std::uint64_t position) {
+    if (position > m_size) throw StreamError();
+    m_position = position;
+}
+
+std::optional<CFileSink> CFileSink::Create(const std::wstring& path) {
+    UniqueFile file = CreateForWriting(path);
+    if (!file) return std::nullopt;
+    return CFileSink(std::move(file));
+}
+
+void CFileSink::WriteOut(std::span<const std::byte> bytes) {
+    if (!WriteAll(m_file.Get(), bytes)) throw StreamError();
+    m_position += bytes.size();
+}
+
+void CFileSink::Write(std::span<const std::byte> bytes) {
+    if (m_buffer.size() + bytes.size() > kBuffer) Flush();
+    if (bytes.size() > kBuffer) return WriteOut(bytes);
+    m_buffer.insert(m_buffer.end(), bytes.begin(), bytes.end());
+}
+
+void CFileSink::Flush() {
+    WriteOut(m_buffer);
+    m_buffer.clear();
+}
+
+void CFileSink::Seek(std::uint64_t position) {
+    Flush();
+    if (!MoveTo(m_file.Get(), position)) throw StreamError();
+    m_position = position;
+}
+
+FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::vector<std::byte>& data) {
+    const UniqueFile file = OpenForReading(path);
+    const auto size = SizeOf(file);
+    if (!size || *size > limit) return FileRead::NotOpened;
+    data.resize(static_cast<std::size_t>(*size));
+    return ReadAll(file.Get(), data) ? FileRead::Whole : FileRead::Short;
+}
+
+bool WriteWholeFile(const std::wstring& path, std::span<const std::byte> data) {
+    UniqueFile file = CreateForWriting(path);
+    if (!file) return false;
+    if (WriteAll(file.Get(), data)) return true;
+    file.Reset();
+    ::DeleteFileW(path.c_str());
+    return false;
+}

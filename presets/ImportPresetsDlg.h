@@ -1,0 +1,18 @@
+#pragma once
+
+#include "PresetFileDlg.h"
+
+/// Asks for the preset file to read, shows what is in it, and asks which presets of a single plug-in to take.
+class CImportPresetsDlg : public CPresetFileDlg {
+  public:
+    CImportPresetsDlg(std::span<CPresetListMgr> plugins, std::wstring& folder);
+
+  private:
+    void OnInitDone() override;
+    void OnSelectionChange() override;
+    bool OnFileOk() override;
+    void ShowPreview(const std::wstring& path);
+    int FillPreview(IByteSource& file) const;
+
+    std::wstring m_previewed;  // empty: no file's content is shown
+};

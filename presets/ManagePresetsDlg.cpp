@@ -1,0 +1,92 @@
+#include "ManagePresetsDlg.h"
+
+#include "MessageCaption.h"
+#include "Resources.h"
+#include "SinglePropDlg.h"
+#include "TextFormat.h"
+#include "resource.h"
+
+namespace {
+
+constexpr UINT kHelpOfRename = 130;
+
+constexpr int kKeyHandled = -2;
+constexpr int kKeyDefault = -1;
+
+}  // namespace
+
+CManagePresetsDlg::CManagePresetsDlg(const CPresetListMgr& presets)
+    : CDialog(IDD_MANAGE_PRESETS), m_presets(presets) {}
+
+std::span<const CRoute> CManagePresetsDlg::Routes() const {
+    using Self = CManagePresetsDlg;
+    using R = CRoutesOf<CManagePresetsDlg>;
+    static constexpr CRoute kRoutes[] = {
+        R::OnMessage<WM_VKEYTOITEM, &Self::OnVKeyToItem>(),
+        R::OnCommand<LBN_SELCHANGE, &Self::UpdateRename>(IDC_PRESET_LIST),
+        R::OnCommand<BN_CLICKED, &Self::OnSelectAll>(IDC_PRESET_SELECT_ALL),
+        R::OnCommand<BN_CLICKED, &Self::OnRename>(IDC_PRESET_RENAME),
+        R::OnCommand<BN_CLICKED, &Self::OnDelete>(IDC_PRESET_DELETE),
+    };
+    return kRoutes;
+}
+
+bool CManagePresetsDlg::OnInitDialog() {
+    m_list = CPresetListBox(Control<CListBox>(IDC_PRESET_LIST));
+    SetText(Text() + m_presets.DisplayName());
+    FillList();
+    if (m_listed > 0) m_list.Select(0);
+    UpdateRename();
+    return true;
+}
+
+void CManagePresetsDlg::FillList() {
+    const CRedrawLock noRedraw(m_list);
+    m_list.Clear();
+    m_listed = m_presets.FillPresetList(m_list);
+    UpdateRename();
+}
+
+void CManagePresetsDlg::UpdateRename() { Item(IDC_PRESET_RENAME).Enable(m_list.SelectedCount() == 1); }
+
+void CManagePresetsDlg::OnSelectAll() {
+    m_list.Select(-1);
+    UpdateRename();
+}
+
+void CManagePresetsDlg::Report(UINT textId) const {
+    ShowMessage(m_hwnd, LoadText(textId), kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
+}
+
+void CManagePresetsDlg::OnDelete() {
+    const std::wstring question = FormatText(LoadText(IDS_DELETE_PRESETS_QUESTION), m_presets.DisplayName());
+    if (ShowMessage(m_hwnd, question, kMessageCaption, MB_OKCANCEL | MB_ICONEXCLAMATION) != IDOK) return;
+    const CWaitCursor wait;
+    const std::vector<int> rows = m_list.SelectedRows();
+    // Kept: of a plug-in without presets, too, "all" are selected.
+    if (static_cast<int>(rows.size()) == m_listed) {
+        if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
+    } else {
+        for (const int row : rows) {
+            if (!m_presets.DeletePreset(m_list.RowText(row))) Report(IDS_PRESET_DELETE_ERROR);
+        }
+    }
+    FillList();
+}
+
+void CManagePresetsDlg::OnRename() {
+    const std::vector<int> rows = m_list.SelectedRows();
+    if (rows.size() != 1) return;
+    const std::wstring oldName = m_list.RowText(rows.front());
+    std::wstring newName = oldName;
+    CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfRename);
+    if (prompt.RunModal(m_hwnd) != IDOK || newName.empty()) return;
+    if (!m_presets.RenamePreset(oldName, newName)) Report(IDS_PRESET_RENAME_ERROR);
+    FillList();
+}
+
+int CManagePresetsDlg::OnVKeyToItem(UINT key, HWND list) {
+    if (key != VK_F2 || list != m_list.Handle()) return kKeyDefault;
+    OnRename();
+    return kKeyHandled;
+}

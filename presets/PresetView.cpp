@@ -1,0 +1,96 @@
+#include "PresetView.h"
+
+#include "ExportPresetsDlg.h"
+#include "FileStream.h"
+#include "ImportPresetsDlg.h"
+#include "ManagePresetsDlg.h"
+#include "MessageCaption.h"
+#include "Resources.h"
+#include "TextFormat.h"
+
+namespace {
+
+/// Kept: the number in the texts of failures says nothing.
+constexpr int kFailureNumber = 1;
+
+std::vector<CPresetListMgr> ManagersOf(const std::vector<PresetPlugin>& chosen) {
+    return {chosen.begin(), chosen.end()};
+}
+
+/// Lets the windows paint from time to time during work that would otherwise leave them blank. No input gets
+/// through, so that nothing else can begin meanwhile.
+std::function<void()> KeepPainting() {
+    return [next = ::GetTickCount64()]() mutable {
+        constexpr ULONGLONG kInterval = 100;  // ms
+        constexpr int kMostPaints = 100;      // a window may ask to be painted again and again
+        if (::GetTickCount64() < next) return;
+        MSG message;
+        for (int i = 0; i < kMostPaints && ::PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
+             ++i)
+            ::DispatchMessageW(&message);
+        next = ::GetTickCount64() + kInterval;
+    };
+}
+
+int ExportTo(IByteSink& file, std::vector<CPresetListMgr>& plugins, const PresetSelection* selection,
+             const PresetTransferEvents& events) {
+    const CWaitCursor wait;
+    return plugins.size() == 1 ? plugins.front().ExportPresets(file, selection, true, events)
+                               : CPresetListMgr::ExportPresetsOfPlugins(file, plugins, events);
+}
+
+int ImportFrom(const std::wstring& path, std::vector<CPresetListMgr>& plugins,
+               const PresetSelection* selection) {
+    const CWaitCursor wait;
+    auto file = CFileSource::Open(path);
+    if (!file) return kPresetIoFailure;
+    const PresetTransferEvents events{.invalidPreset = {}, .progress = KeepPainting()};
+    return plugins.size() == 1 ? plugins.front().ImportPresets(*file, selection, events)
+                               : CPresetListMgr::ImportPresetsOfPlugins(*file, plugins, events);
+}
+
+}  // namespace
+
+void CPresetView::Report(const std::wstring& text) const {
+    ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
+}
+
+void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
+    std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
+    if (plugins.empty()) return;
+    CExportPresetsDlg dialog(plugins, m_folder);
+    const auto path = dialog.RunSave(m_dialog.Handle());
+    if (!path) return;
+
+    auto file = CFileSink::Create(*path);
+    const PresetTransferEvents events{
+        .invalidPreset =
+            [this](const std::wstring& name) { Report(FormatText(LoadText(IDS_PRESET_INVALID), name)); },
+        .progress = KeepPainting()};
+    const int result = file ? ExportTo(*file, plugins, dialog.Selection(), events) : kPresetIoFailure;
+    if (result > 0) return;
+    Report(FormatText(LoadText(IDS_PRESET_SAVE_ERROR), kFailureNumber));
+    // A file that could not be opened is not ours to delete.
+    if (!file) return;
+    file.reset();
+    ::DeleteFileW(path->c_str());
+}
+
+void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
+    std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
+    if (plugins.empty()) return;
+    CImportPresetsDlg dialog(plugins, m_folder);
+    const auto path = dialog.RunOpen(m_dialog.Handle());
+    if (!path) return;
+
+    const int result = ImportFrom(*path, plugins, dialog.Selection());
+    if (result > 0) return;
+    const bool nothingThere = result == kNotAPresetFile || result == kNothingForPlugin;
+    Report(nothingThere ? LoadText(IDS_NO_PRESETS_FOR_PLUGIN)
+                        : FormatText(LoadText(IDS_PRESET_LOAD_ERROR), kFailureNumber));
+}
+
+void CPresetView::Manage(const PresetPlugin& plugin) const {
+    const CPresetListMgr presets(plugin);
+    CManagePresetsDlg(presets).RunModal(m_dialog.Handle());
+}
