@@ -47,7 +47,13 @@ void CManagePresetsDlg::FillList() {
     UpdateRename();
 }
 
-void CManagePresetsDlg::UpdateRename() { Item(IDC_PRESET_RENAME).Enable(m_list.SelectedCount() == 1); }
+void CManagePresetsDlg::UpdateRename() {
+    const CWindow rename = Item(IDC_PRESET_RENAME);
+    const bool one = m_list.SelectedCount() == 1;
+    // A disabled button with the focus would leave the keyboard without effect.
+    if (!one && rename.HasFocus()) m_list.Focus();
+    rename.Enable(one);
+}
 
 void CManagePresetsDlg::OnSelectAll() {
     m_list.Select(-1);
