@@ -6,6 +6,7 @@
 
 #include "EnumerationBench.h"
 #include "Measure.h"
+#include "PresetBench.h"
 #include "Studio.h"
 
 int wmain() {
@@ -16,6 +17,7 @@ int wmain() {
     }
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     PrintHeader();
+    BenchPresets();  // first, because it also looks at the peak of memory
     BenchEnumeration();
     BenchCategorySwitch();
     ::CoUninitialize();

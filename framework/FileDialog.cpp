@@ -73,7 +73,7 @@ UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LP
         const auto& settings = *reinterpret_cast<const OPENFILENAMEW*>(lParam);
         ::SetWindowLongPtrW(window, DWLP_USER, settings.lCustData);
         reinterpret_cast<CFileDialog*>(settings.lCustData)->m_window = CWindow(window);
-        return TRUE;
+        return FALSE;  // the focus stays in the file name
     }
     auto* dialog = reinterpret_cast<CFileDialog*>(::GetWindowLongPtrW(window, DWLP_USER));
     if (!dialog) return FALSE;

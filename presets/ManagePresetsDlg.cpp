@@ -47,7 +47,9 @@ void CManagePresetsDlg::FillList() {
     UpdateRename();
 }
 
-void CManagePresetsDlg::UpdateRename() { Item(IDC_PRESET_RENAME).Enable(m_list.SelectedCount() == 1); }
+void CManagePresetsDlg::UpdateRename() {
+    EnableItem(IDC_PRESET_RENAME, m_list.SelectedCount() == 1, IDC_PRESET_LIST);
+}
 
 void CManagePresetsDlg::OnSelectAll() {
     m_list.Select(-1);

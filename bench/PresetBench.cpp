@@ -1,0 +1,217 @@
+#include "PresetBench.h"
+
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "ClsidText.h"
+#include "FileStream.h"
+#include "Measure.h"
+#include "PresetListMgr.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kRuns = 7;
+constexpr Guid kEffects = "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid;
+constexpr wchar_t kRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\";
+
+struct Collection {
+    const char* name;
+    int presets;
+    std::size_t size;
+};
+/// About what the file says of a preset besides its data.
+constexpr std::size_t kRecordHead = 36;
+
+constexpr Collection kSmall = {"small presets", 10000, 64};
+constexpr Collection kLarge = {"presets of 1 MB", 200, 1 << 20};
+
+Guid PluginNumber(int number) {
+    return {static_cast<std::uint32_t>(number), 0x5052, 0xBE9C, {1, 2, 3, 4, 5, 6, 7, 8}};
+}
+
+CPresetListMgr Plugin(int number) { return {PluginNumber(number), kEffects, L"Bench"}; }
+
+std::wstring PresetName(int number) { return L"Preset number " + std::to_wstring(number); }
+
+std::wstring KeyOf(int plugin) { return kRoot + ClsidText(PluginNumber(plugin)); }
+
+void AddPresets(int plugin, int presets, std::size_t size) {
+    const std::vector<std::byte> data(size, std::byte{'p'});
+    const CPresetListMgr store = Plugin(plugin);
+    for (int i = 0; i < presets; ++i) {
+        const std::wstring name = PresetName(i);
+        store.StoreImportedPreset({.type = kPresetInRegistry, .name = name, .data = data});
+    }
+}
+
+// The floors: the same calls to the system for the same data, and nothing done with them.
+
+HKEY BareOpen(const std::wstring& path) {
+    HKEY key = nullptr;
+    ::RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ | KEY_WRITE, &key);
+    return key;
+}
+
+template <typename TWork>
+void BareValues(HKEY key, TWork&& work) {
+    std::array<wchar_t, 520> name;
+    std::array<BYTE, 4096> data;
+    for (DWORD index = 0;; ++index) {
+        DWORD length = name.size();
+        DWORD size = data.size();
+        if (::RegEnumValueW(key, index, name.data(), &length, nullptr, nullptr, data.data(), &size) !=
+            ERROR_SUCCESS)
+            return;
+        work(data.data(), size);
+    }
+}
+
+void BareCount(const std::vector<std::wstring>& keys) {
+    std::array<wchar_t, 520> name;
+    for (const std::wstring& path : keys) {
+        const HKEY key = BareOpen(path);
+        DWORD length = name.size();
+        for (DWORD index = 0; ::RegEnumValueW(key, index, name.data(), &length, nullptr, nullptr, nullptr,
+                                              nullptr) == ERROR_SUCCESS;
+             ++index)
+            length = name.size();
+        ::RegCloseKey(key);
+    }
+}
+
+HANDLE BareFile(const wchar_t* path, bool write) {
+    return ::CreateFileW(path, write ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ, 0, nullptr,
+                         write ? CREATE_ALWAYS : OPEN_EXISTING, 0, nullptr);
+}
+
+void BareWrite(HANDLE file, const void* data, std::size_t size) {
+    DWORD done = 0;
+    ::WriteFile(file, data, static_cast<DWORD>(size), &done, nullptr);
+}
+
+void BareRead(HANDLE file, std::vector<BYTE>& data) {
+    DWORD done = 0;
+    ::ReadFile(file, data.data(), static_cast<DWORD>(data.size()), &done, nullptr);
+}
+
+void BareExport(int plugin, const std::wstring& path, std::size_t size) {
+    std::vector<BYTE> buffer(0x10000);
+    std::size_t used = 0;
+    const HANDLE out = BareFile(path.c_str(), true);
+    const HKEY key = BareOpen(KeyOf(plugin));
+    BareValues(key, [&](const BYTE* data, DWORD length) {
+        if (size >= 1024) {
+            buffer.resize(size);
+            const HANDLE preset = BareFile(reinterpret_cast<const wchar_t*>(data), false);
+            BareRead(preset, buffer);
+            ::CloseHandle(preset);
+            BareWrite(out, data, kRecordHead);
+            BareWrite(out, buffer.data(), size);
+        } else if ((used += length + kRecordHead) > buffer.size()) {
+            BareWrite(out, buffer.data(), buffer.size());
+            used = 0;
+        }
+    });
+    ::RegCloseKey(key);
+    ::CloseHandle(out);
+}
+
+void BareImport(int plugin, const std::wstring& path, const std::wstring& folder,
+                const Collection& collection) {
+    std::vector<BYTE> buffer(collection.size);
+    const HANDLE in = BareFile(path.c_str(), false);
+    const HKEY key = BareOpen(KeyOf(plugin));
+    for (int i = 0; i < collection.presets; ++i) {
+        const std::wstring name = PresetName(i);
+        if (collection.size < 1024) {
+            ::RegSetValueExW(key, name.c_str(), 0, REG_BINARY, buffer.data(),
+                             static_cast<DWORD>(buffer.size()));
+            continue;
+        }
+        BareRead(in, buffer);
+        const std::wstring target = folder + L"\\" + name;
+        const HANDLE preset = BareFile(target.c_str(), true);
+        BareWrite(preset, buffer.data(), buffer.size());
+        ::CloseHandle(preset);
+        ::RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(target.c_str()),
+                         static_cast<DWORD>((target.size() + 1) * sizeof(wchar_t)));
+    }
+    ::RegCloseKey(key);
+    ::CloseHandle(in);
+}
+
+double PeakMegabytes() {
+    PROCESS_MEMORY_COUNTERS counters{};
+    ::K32GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+    return static_cast<double>(counters.PeakWorkingSetSize) / (1 << 20);
+}
+
+void BenchCounting() {
+    constexpr int kPlugins = 2000;
+    constexpr int kPresetsOfEach = 3;
+    constexpr int kFirst = 1000;
+    std::vector<std::wstring> keys;
+    for (int i = 0; i < kPlugins; ++i) {
+        AddPresets(kFirst + i, kPresetsOfEach, kSmall.size);
+        keys.push_back(KeyOf(kFirst + i));
+    }
+    unsigned counted = 0;
+    const auto result = Compare(
+        kRuns,
+        [&] {
+            counted = 0;
+            for (int i = 0; i < kPlugins; ++i) counted += Plugin(kFirst + i).CountPresets();
+        },
+        [&] { BareCount(keys); });
+    PrintRow("count presets, plug-ins", kPlugins, result);
+    std::printf("  %u presets; ratio %.2f (aim 1.30)\n", counted, result.Ratio());
+}
+
+void BenchTransfer(int plugin, const Collection& collection, const fs::path& folder) {
+    AddPresets(plugin, collection.presets, collection.size);
+    const std::wstring path = folder / L"ours.spp";
+    const std::wstring bare = folder / L"bare.spp";
+    const std::wstring presets = folder / L"Shared Presets" / ClsidText(PluginNumber(plugin));
+    int moved = 0;
+    const double before = PeakMegabytes();
+    const auto exported = Compare(
+        kRuns,
+        [&] {
+            auto file = CFileSink::Create(path);
+            moved = Plugin(plugin).ExportPresets(*file, nullptr, true);
+        },
+        [&] { BareExport(plugin, bare, collection.size); });
+    PrintRow(std::string("export ") + collection.name, moved, exported);
+    const auto imported = Compare(
+        kRuns,
+        [&] {
+            auto file = CFileSource::Open(path);
+            moved = Plugin(plugin).ImportPresets(*file, nullptr);
+        },
+        [&] { BareImport(plugin, bare, presets, collection); });
+    PrintRow(std::string("import ") + collection.name, moved, imported);
+    std::printf("  ratios %.2f and %.2f (aim 1.30); file of %.1f MB, peak memory grew by %.1f to %.1f MB\n",
+                exported.Ratio(), imported.Ratio(), static_cast<double>(fs::file_size(path)) / (1 << 20),
+                PeakMegabytes() - before, PeakMegabytes());
+}
+
+}  // namespace
+
+void BenchPresets() {
+    const fs::path folder = fs::temp_directory_path() / L"Preset bench";
+    fs::create_directories(folder);
+    ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", folder.c_str());
+    BenchTransfer(1, kSmall, folder);
+    BenchTransfer(2, kLarge, folder);
+    BenchCounting();
+    fs::remove_all(folder);
+}

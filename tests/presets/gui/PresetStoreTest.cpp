@@ -1,0 +1,292 @@
+// The preset store over a registry and a shared folder of the test's own, with real lists.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+
+#include "AnsiText.h"
+#include "Dialog.h"
+#include "FileStream.h"
+#include "PresetListBox.h"
+#include "PresetListMgr.h"
+#include "resource.h"
+#include "support/RegistrySandbox.h"
+#include "support/WindowActions.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::wstring>;
+
+constexpr Guid kHall = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;
+constexpr Guid kRoom = "{11111111-2222-3333-4444-555555555555}"_guid;
+constexpr Guid kEffects = "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid;
+constexpr Guid kNowhere = "{00000000-0000-0000-0000-00000000000A}"_guid;
+constexpr wchar_t kRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets";
+const std::wstring kHallKey = std::wstring(kRoot) + L"\\{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
+
+std::vector<std::byte> Data(std::size_t size, char fill = 'd') {
+    return {size, static_cast<std::byte>(fill)};
+}
+
+class CHiddenDialog : public CDialog {
+  public:
+    CHiddenDialog() : CDialog(IDD_MANAGE_PRESETS) {}
+};
+
+class PresetStore : public testing::Test {
+  protected:
+    PresetStore() {
+        // Read once by the process, so it is the same folder for all tests.
+        ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_top.c_str());
+        fs::remove_all(m_top);
+        fs::create_directories(m_top);
+    }
+    ~PresetStore() override { fs::remove_all(m_top); }
+
+    static bool Store(const std::wstring& name, std::span<const std::byte> data, int type = 3) {
+        return CPresetListMgr(kHall, kEffects, L"Hall")
+            .StoreImportedPreset({.type = type, .name = name, .data = data});
+    }
+    /// Name, type and data of every preset; of one in a file, the file's.
+    static std::set<std::wstring> Stored(const CPresetListMgr& plugin) {
+        std::set<std::wstring> presets;
+        const auto key = plugin.OpenPluginKey(false);
+        if (!key) return presets;
+        for (CRegValues values(*key, kMaxPresetName); values.Next();) {
+            std::vector<std::byte> data(values.Data().begin(), values.Data().end());
+            if (values.Type() == REG_SZ) ReadWholeFile(TextOf(values.Data()), 1 << 20, data);
+            std::wstring line = values.Name() + (L":" + std::to_wstring(values.Type())) + L":";
+            for (const std::byte b : data) line += std::to_integer<wchar_t>(b);
+            presets.insert(line);
+        }
+        return presets;
+    }
+    static void WriteFile(const fs::path& path, std::string_view text) {
+        std::ofstream(path, std::ios::binary) << text;
+    }
+    std::size_t FilesBelowTop() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::recursive_directory_iterator(m_top), fs::recursive_directory_iterator()));
+    }
+
+    support::RegistrySandbox m_sandbox;
+    const fs::path m_top = fs::temp_directory_path() / L"Preset store test";
+    const fs::path m_folder = m_top / L"Shared Presets" / L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
+    const std::wstring m_file = (m_top / L"presets.spp").wstring();
+    CPresetListMgr m_hall{kHall, kEffects, L"Hall"};
+    CPresetListMgr m_room{kRoom, kEffects, L"Room"};
+};
+
+TEST_F(PresetStore, LargePresetsAndThoseOfFilesGoToFiles) {
+    EXPECT_TRUE(Store(L"small", Data(1023)));
+    EXPECT_TRUE(Store(L"large", Data(1024)));
+    EXPECT_TRUE(Store(L"of a file", Data(1), 1));
+    EXPECT_TRUE(Store(L"of no known type", Data(1), 7));
+    EXPECT_FALSE(Store(L"empty", {}));
+    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kHallKey, L"large"), (m_folder / L"large").wstring());
+    EXPECT_EQ(fs::file_size(m_folder / L"large"), 1024U);
+    EXPECT_TRUE(fs::exists(m_folder / L"of a file"));
+    EXPECT_EQ(m_hall.CountPresets(), 4U);
+    EXPECT_FALSE(fs::exists(m_folder / L"small"));
+
+    EXPECT_TRUE(Store(L"large", Data(2000, 'x')));
+    EXPECT_EQ(fs::file_size(m_folder / L"large"), 2000U) << "overwritten without a question";
+    EXPECT_TRUE(Store(L"small", Data(2, 'x')));
+    EXPECT_TRUE(Stored(m_hall).contains(L"small:3:xx"));
+    fs::create_directory(m_folder / L"taken");
+    EXPECT_FALSE(Store(L"taken", Data(1024))) << "a folder has this name";
+    EXPECT_EQ(m_hall.CountPresets(), 4U);
+    EXPECT_FALSE(
+        CPresetListMgr(kHall, kNowhere, L"").StoreImportedPreset({.type = 3, .name = L"x", .data = Data(1)}));
+}
+
+TEST_F(PresetStore, NothingIsWrittenOutsideOfThePluginsFolder) {
+    EXPECT_TRUE(Store(L"plain", Data(1024)));
+    const std::size_t files = FilesBelowTop();
+    for (const wchar_t* name : {L"..\\x", L"..\\..\\..\\x", L"/x", L"a/b", L"a:b", L"C:\\x",
+                                L"\\\\localhost\\c$\\x", L"..", L"nul.txt", L"COM1", L"x.", L"x ", L"x\n"}) {
+        EXPECT_FALSE(Store(name, Data(1024))) << ::testing::PrintToString(name);
+        EXPECT_FALSE(Store(name, Data(1), 1)) << ::testing::PrintToString(name);
+    }
+    EXPECT_FALSE(Store(std::wstring(5000, L'n'), Data(1024)));
+    EXPECT_EQ(FilesBelowTop(), files);
+    EXPECT_EQ(m_hall.CountPresets(), 1U);
+    EXPECT_TRUE(Store(L"..\\x", Data(1))) << "a registry value may have any name";
+    WriteFile(m_top / L"no folder", "");
+    fs::remove_all(m_top / L"Shared Presets");
+    WriteFile(m_top / L"Shared Presets", "a file in the folder's place");
+    EXPECT_FALSE(Store(L"plain", Data(1024)));
+}
+
+TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
+    Store(L"in a file", Data(1024));
+    Store(L"gone", Data(1024));
+    Store(L"kept", Data(1024));
+    Store(L"small", Data(1));
+    fs::remove(m_folder / L"gone");
+    EXPECT_TRUE(m_hall.DeletePreset(L"in a file"));
+    EXPECT_TRUE(m_hall.DeletePreset(L"gone")) << "its file was gone before";
+    EXPECT_FALSE(m_hall.DeletePreset(L"never there"));
+    EXPECT_FALSE(fs::exists(m_folder / L"in a file"));
+    WriteFile(m_top / L"elsewhere", "x");
+    support::SetRaw(HKEY_CURRENT_USER, kHallKey, L"unterminated", REG_SZ,
+                    support::Bytes((m_top / L"elsewhere").wstring()));
+    EXPECT_TRUE(m_hall.DeletePreset(L"unterminated"));
+    EXPECT_FALSE(fs::exists(m_top / L"elsewhere"));
+
+    support::CreateKey(HKEY_CURRENT_USER, kHallKey + L"\\a subkey");
+    EXPECT_TRUE(m_hall.DeleteAllPresets());
+    EXPECT_FALSE(fs::exists(m_folder / L"kept"));
+    EXPECT_FALSE(support::Exists(HKEY_CURRENT_USER, kHallKey));
+    EXPECT_TRUE(support::Exists(HKEY_CURRENT_USER, kRoot));
+    EXPECT_FALSE(m_hall.DeleteAllPresets()) << "there is no key any more";
+    CPresetListMgr nowhere(kHall, kNowhere, L"");
+    EXPECT_FALSE(nowhere.DeleteAllPresets() || nowhere.DeletePreset(L"x") ||
+                 nowhere.RenamePreset(L"x", L"y"));
+}
+
+TEST_F(PresetStore, RenamingKeepsTypeDataAndFileAndNeverOverwrites) {
+    Store(L"one", Data(3));
+    Store(L"two", Data(1024));
+    support::SetDword(HKEY_CURRENT_USER, kHallKey, L"number", 5);
+    const auto before = Stored(m_hall);
+    EXPECT_FALSE(m_hall.RenamePreset(L"one", L"two"));
+    EXPECT_FALSE(m_hall.RenamePreset(L"one", L"ONE")) << "the registry knows no case";
+    EXPECT_FALSE(m_hall.RenamePreset(L"none", L"three"));
+    EXPECT_EQ(Stored(m_hall), before);
+    EXPECT_TRUE(m_hall.RenamePreset(L"one", L"a\\b:c"));
+    EXPECT_TRUE(m_hall.RenamePreset(L"two", L"four"));
+    EXPECT_TRUE(m_hall.RenamePreset(L"number", L"five"));
+    EXPECT_TRUE(Stored(m_hall).contains(L"a\\b:c:3:ddd"));
+    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kHallKey, L"four"), (m_folder / L"two").wstring());
+    EXPECT_EQ(support::Dword(HKEY_CURRENT_USER, kHallKey, L"five"), 5U);
+    EXPECT_EQ(m_hall.CountPresets(), 3U);
+}
+
+TEST_F(PresetStore, ListsCarryTheIndexInTheStore) {
+    CHiddenDialog dialog;
+    ASSERT_TRUE(dialog.CreateModeless(nullptr));
+    const CPresetListBox list(dialog.Control<CListBox>(IDC_PRESET_LIST));
+    EXPECT_EQ(m_hall.FillPresetList(list), 0);
+    Store(L"b", Data(1));
+    support::SetRaw(HKEY_CURRENT_USER, kHallKey, std::wstring(520, L'm').c_str(), REG_BINARY, {1});
+    Store(L"z", Data(1));
+    EXPECT_EQ(m_hall.FillPresetList(list), 2);
+    EXPECT_EQ(support::Rows(list.Handle()), (Names{L"b", L"z"}));
+    EXPECT_EQ(list.Data(*list.FindExact(L"B")), 0);
+    EXPECT_EQ(list.Data(*list.FindExact(L"z")), 2) << "the index counts what is passed over";
+    EXPECT_FALSE(list.FindExact(L"y"));
+    list.Clear();
+    EXPECT_FALSE(list.FindExact(L"z"));
+}
+
+TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
+    for (int i = 0; i < 40; ++i)
+        Store(L"preset " + std::to_wstring(i),
+              Data(static_cast<std::size_t>(1 + i * 4000), static_cast<char>('a' + i % 26)));
+    Store(L"in a file", Data(1), 1);
+    const auto before = Stored(m_hall);
+    {
+        auto file = CFileSink::Create(m_file);
+        ASSERT_TRUE(file);
+        EXPECT_EQ(m_hall.ExportPresets(*file, nullptr, true), 41);
+    }
+    EXPECT_TRUE(m_hall.DeleteAllPresets());
+    auto file = CFileSource::Open(m_file);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(m_room.ImportPresets(*file, nullptr), kNothingForPlugin) << "another plug-in's";
+    file->Seek(0);
+    EXPECT_EQ(m_hall.ImportPresets(*file, nullptr), 41);
+    EXPECT_EQ(Stored(m_hall), before);
+    int listed = 0;
+    file->Seek(0);
+    EXPECT_EQ(m_hall.ListFileForPlugin(
+                  *file, [&](const std::wstring&, std::int32_t position) { EXPECT_EQ(position, listed++); }),
+              41);
+}
+
+TEST_F(PresetStore, ASelectionGoesByTheIndex) {
+    for (const wchar_t* name : {L"a", L"b", L"c"}) Store(name, Data(2));
+    const PresetSelection bAndC = {0, 1, 1}, none = {0, 0, 0};
+    {
+        auto file = CFileSink::Create(m_file);
+        EXPECT_EQ(m_hall.ExportPresets(*file, &none, true), 0);
+        EXPECT_EQ(file->Position(), 0U) << "nothing is written";
+        EXPECT_EQ(m_hall.ExportPresets(*file, &bAndC, true), 2);
+    }
+    m_hall.DeleteAllPresets();
+    const PresetSelection second = {0, 1};
+    auto file = CFileSource::Open(m_file);
+    EXPECT_EQ(m_hall.ImportPresets(*file, &second), 1);
+    EXPECT_EQ(Stored(m_hall), std::set<std::wstring>{L"c:3:dd"});
+}
+
+TEST_F(PresetStore, PresetsThatCannotBeWritten) {
+    Store(L"good", Data(2));
+    const auto result = [this](std::wstring* invalid = nullptr) {
+        auto file = CFileSink::Create(m_file);
+        return m_hall.ExportPresets(*file, nullptr, true,
+                                    {.invalidPreset =
+                                         [&](const std::wstring& name) {
+                                             if (invalid) *invalid = name;
+                                         },
+                                     .progress = {}});
+    };
+    const auto announced = [this] {
+        auto file = CFileSource::Open(m_file);
+        CPresetFileReader reader(*file,
+                                 {.toAnsi = {}, .fromAnsi = [](std::string_view) { return std::wstring(); }});
+        return reader.ReadPlugin(reader.ReadHeader()->version).presets;
+    };
+    // These write nothing and are announced all the same.
+    support::SetDword(HKEY_CURRENT_USER, kHallKey, L"a number", 1);
+    support::SetText(HKEY_CURRENT_USER, kHallKey, L"no path", L"");
+    WriteFile(m_top / L"empty file", "");
+    support::SetText(HKEY_CURRENT_USER, kHallKey, L"without data", (m_top / L"empty file").wstring());
+    EXPECT_EQ(result(), 1);
+    EXPECT_EQ(announced(), 4);
+
+    for (const wchar_t* path : {L"C:\\no such folder\\x", L"C:\\windows"}) {
+        support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", path);
+        std::wstring invalid;
+        EXPECT_EQ(result(&invalid), kPresetIoFailure);
+        EXPECT_EQ(invalid, L"unreadable");
+    }
+    WriteFile(m_top / L"locked", "data");
+    const UniqueFile lock(::CreateFileW((m_top / L"locked").c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                        OPEN_EXISTING, 0, nullptr));
+    support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", (m_top / L"locked").wstring());
+    EXPECT_EQ(result(), kPresetIoFailure);
+}
+
+TEST_F(PresetStore, SeveralPluginsShareAFile) {
+    Store(L"one", Data(1));
+    CPresetListMgr empty(
+        {.clsid = "{99999999-2222-3333-4444-555555555555}"_guid, .category = kEffects, .name = L"Empty"});
+    m_room.StoreImportedPreset({.type = 3, .name = L"large", .data = Data(5000)});
+    const auto hall = Stored(m_hall), room = Stored(m_room);
+    std::vector<CPresetListMgr> plugins = {m_hall, empty, m_room};
+    {
+        auto file = CFileSink::Create(m_file);
+        EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*file, plugins), 2);
+    }
+    m_hall.DeleteAllPresets();
+    m_room.DeleteAllPresets();
+    auto file = CFileSource::Open(m_file);
+    Names lines;
+    EXPECT_EQ(CPresetListMgr::ListFileContents(
+                  *file, [&](const std::wstring& line, std::int32_t) { lines.push_back(line); }),
+              2)
+        << "the header counts the records that are there";
+    EXPECT_EQ(lines, (Names{L"<<Hall>>", L"one", L"<<Room>>", L"large"}));
+    file->Seek(0);
+    EXPECT_EQ(CPresetListMgr::ImportPresetsOfPlugins(*file, plugins), 2);
+    EXPECT_EQ(Stored(m_hall), hall);
+    EXPECT_EQ(Stored(m_room), room);
+    auto nothing = CFileSink::Create(m_file + L"2");
+    EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*nothing, std::span(&empty, 1)), 0);
+    EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*nothing, {}), 0);
+}
+
+}  // namespace
