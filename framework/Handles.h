@@ -53,6 +53,9 @@ struct Library {
 struct Menu {
     void operator()(HMENU menu) const { ::DestroyMenu(menu); }
 };
+struct Font {
+    void operator()(HFONT font) const { ::DeleteObject(font); }
+};
 struct Icon {
     void operator()(HICON icon) const { ::DestroyIcon(icon); }
 };
@@ -67,6 +70,7 @@ struct Global {
 using UniqueKey = UniqueHandle<HKEY, closers::Key>;
 using UniqueLibrary = UniqueHandle<HMODULE, closers::Library>;
 using UniqueMenu = UniqueHandle<HMENU, closers::Menu>;
+using UniqueFont = UniqueHandle<HFONT, closers::Font>;
 using UniqueIcon = UniqueHandle<HICON, closers::Icon>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, closers::ImageList>;
 using UniqueGlobal = UniqueHandle<HGLOBAL, closers::Global>;

@@ -71,6 +71,33 @@ class CWaitCursor {
     HCURSOR m_previous;
 };
 
+/// The drawing surface of a window's client area.
+class CClientDC {
+  public:
+    explicit CClientDC(const CWindow& window) : m_hwnd(window.Handle()), m_dc(::GetDC(m_hwnd)) {}
+    ~CClientDC() { ::ReleaseDC(m_hwnd, m_dc); }
+    CClientDC(const CClientDC&) = delete;
+    CClientDC& operator=(const CClientDC&) = delete;
+    HDC Get() const { return m_dc; }
+
+  private:
+    HWND m_hwnd;
+    HDC m_dc;
+};
+
+/// Selects a font into a drawing surface, and the old one again at the end.
+class CSelectedFont {
+  public:
+    CSelectedFont(HDC dc, HFONT font) : m_dc(dc), m_previous(::SelectObject(dc, font)) {}
+    ~CSelectedFont() { ::SelectObject(m_dc, m_previous); }
+    CSelectedFont(const CSelectedFont&) = delete;
+    CSelectedFont& operator=(const CSelectedFont&) = delete;
+
+  private:
+    HDC m_dc;
+    HGDIOBJ m_previous;
+};
+
 /// Shows a message box; returns the button's id. `flags` are MB_...
 int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags);
 

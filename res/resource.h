@@ -4,6 +4,9 @@
 // Dialogs
 #define IDD_ABOUT 100
 #define IDD_PLUGIN_MANAGER 102
+#define IDD_SINGLE_PROP 129
+#define IDD_PRESET_FILE 130
+#define IDD_MANAGE_PRESETS 132
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -73,6 +76,17 @@
 #define IDC_ABOUT_ICON 1100
 #define IDC_ABOUT_NAME 1101
 #define IDC_ABOUT_TEXT 1102
+
+// The one-line prompt
+#define IDC_PROMPT_LABEL 1012
+#define IDC_PROMPT_VALUE 1013
+
+// The preset dialogs: managing, and what is added to the file dialogs
+#define IDC_PRESET_DELETE 1016
+#define IDC_PRESET_RENAME 1017
+#define IDC_PRESET_LIST 1018
+#define IDC_PRESET_SELECT_ALL 1019
+#define IDC_PRESET_LIST_LABEL 1022
 
 // Texts
 #define IDS_ABOUT_COMMAND 101
