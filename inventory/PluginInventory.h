@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "FriendlyNameRules.h"
 #include "PluginDatabase.h"
 #include "RegistrationIndex.h"
 #include "SystemSources.h"
@@ -24,8 +25,14 @@ class CPluginInventory {
     void Enumerate(bool classified);
 
     const std::vector<PluginEntry>& Entries() const { return m_entries; }
+    /// One for each of the first entries.
+    const std::vector<MonikerPtr>& Filters() const { return m_filters; }
+    SourceCounts Counts() const;
     const CVstInventory& Vst() const { return m_vst; }
     void Clear();
+
+    /// The plug-in's display name from now on; a row whose plug-in was found no more changes nothing.
+    void SetName(const PluginListItem& item, const std::wstring& name);
 
     /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
     std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
@@ -36,7 +43,8 @@ class CPluginInventory {
 
     const CPluginDatabase& m_database;
     CRegistrationIndex m_index;
-    std::vector<MonikerPtr> m_filters;   // one for each of the first entries
+    std::vector<MonikerPtr> m_filters;
     std::vector<PluginEntry> m_entries;  // filters, media objects, MIDI effects, control surfaces
+    std::size_t m_filtersAndMediaObjects = 0;
     CVstInventory m_vst;
 };
