@@ -109,13 +109,12 @@ void FindOneMore(const std::wstring& inventory) {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* arguments, int) {
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
     const std::wstring commandLine = GetCommandLineW();
     Log(commandLine);
     const std::wstring inventory = InventoryOf(commandLine);
     const std::wstring what = Awaited();
-    const bool scans =
-        std::wstring_view(arguments).find(L"Props") == std::wstring_view::npos && !inventory.empty();
+    const bool scans = commandLine.find(L"Props") == std::wstring::npos && !inventory.empty();
     if (what == L"add" || (what.empty() && scans)) {
         FindOneMore(inventory);
     } else if (what == L"forget") {

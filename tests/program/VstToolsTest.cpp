@@ -104,7 +104,7 @@ TEST_F(VstTools, EachButtonHasItsCommandLine) {
     ASSERT_TRUE(WaitForTools(program, 5));
     program.Press(IDC_ADAPTER_PROPERTIES);
     ASSERT_TRUE(WaitForTools(program, 6));
-    const std::string given = "/VSTRegPerUser/VSTRegKey:\"Software\\Tools test\"";
+    const std::string given = R"(/VSTRegPerUser/VSTRegKey:"Software\Tools test")";
     EXPECT_EQ(Commands(),
               (Texts{" " + given, " /ScanProps" + given, std::string(" /VstProps:") + kAnvil + given,
                      " VSTRegKey:\"Software\\Corvane Music Software\\Corvane VST\"", " /NoWelcome",
@@ -154,6 +154,10 @@ TEST_F(VstTools, TheDialogWaitsAliveAndTakesNoCommand) {
     ASSERT_TRUE(WaitForTools(program, 1)) << program.OnScreen();
     EXPECT_TRUE(WaitFor([&] { return Lists(program, kFound); })) << program.OnScreen();
     EXPECT_FALSE(program.Popup());
+    GUITHREADINFO state{};
+    state.cbSize = sizeof(state);
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Window(), nullptr), &state);
+    EXPECT_EQ(state.hwndFocus, program.Control(IDC_VST_SCAN)) << "as before the scan";
     EXPECT_EQ(program.Close(), 0U);
 }
 
