@@ -41,7 +41,7 @@ std::optional<CRegKey> CAdapterInventory::OpenEntry(const std::wstring& clsid) {
     if (!inventory) return std::nullopt;
     for (const std::wstring& name : inventory->SubkeyNames()) {
         const auto entry = inventory->OpenSubkey(name);
-        if (entry && entry->ReadString(L"clsidPlug") == clsid)
+        if (entry && entry->ReadString(L"clsidPlug", kNameBytes) == clsid)
             return inventory->OpenSubkey(name, KEY_READ | KEY_SET_VALUE);
     }
     return std::nullopt;

@@ -72,6 +72,7 @@ void CVstToolsView::BringToFront() const {
 
 void CVstToolsView::RefreshPlugins() {
     const CWaitCursor wait;
+    const CWindow focus(::GetFocus());
     CFriendlyNames::CorrectWrapped(m_inventory);
     if (m_list.SelectedCategory()) {
         const auto row = m_list.Plugins().CurrentRow();
@@ -79,6 +80,8 @@ void CVstToolsView::RefreshPlugins() {
         m_list.Refill();
         if (row) m_list.Plugins().Select(*row);
         m_list.OnSelectionChanged();
+        // A button that was disabled for a moment has given the focus away.
+        if (focus.IsEnabled()) focus.Focus();
     }
     m_host.Tell(kPluginsChanged);
 }

@@ -69,6 +69,12 @@ class VstTools : public testing::Test {
         SelectRows(program.Control(IDC_PLUGINS), {row});
         return true;
     }
+    static HWND FocusOf(const WindowDriver& program) {
+        GUITHREADINFO state{};
+        state.cbSize = sizeof(state);
+        ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Window(), nullptr), &state);
+        return state.hwndFocus;
+    }
     static bool IsLocked(const WindowDriver& program) { return !::IsWindowEnabled(program.Window()); }
     bool WaitForTools(const WindowDriver& program, std::size_t launches) const {
         return WaitFor([&] { return Commands().size() == launches && !IsLocked(program); });
@@ -111,6 +117,7 @@ TEST_F(VstTools, EachButtonHasItsCommandLine) {
                      " /NoWelcome /SilentScan /VstProps:" + clsid}));
     EXPECT_EQ(program.SelectedRows(IDC_PLUGINS), std::vector<int>{1});
     EXPECT_EQ(Utf8(program.TextOf(IDC_CLSID)), clsid);
+    EXPECT_TRUE(WaitFor([&] { return FocusOf(program) == program.Control(IDC_ADAPTER_PROPERTIES); }));
 }
 
 TEST_F(VstTools, OnlyAChangedInventoryIsReadAgain) {
@@ -154,10 +161,7 @@ TEST_F(VstTools, TheDialogWaitsAliveAndTakesNoCommand) {
     ASSERT_TRUE(WaitForTools(program, 1)) << program.OnScreen();
     EXPECT_TRUE(WaitFor([&] { return Lists(program, kFound); })) << program.OnScreen();
     EXPECT_FALSE(program.Popup());
-    GUITHREADINFO state{};
-    state.cbSize = sizeof(state);
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Window(), nullptr), &state);
-    EXPECT_EQ(state.hwndFocus, program.Control(IDC_VST_SCAN)) << "as before the scan";
+    EXPECT_EQ(FocusOf(program), program.Control(IDC_VST_SCAN)) << "as before the scan";
     EXPECT_EQ(program.Close(), 0U);
 }
 
