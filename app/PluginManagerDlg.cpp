@@ -33,8 +33,9 @@ constexpr Tip kTips[] = {
     {IDC_LAYOUT_OPEN, IDS_TIP_OPEN},
 };
 
-std::wstring VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
-    return cmdLine.vstInventoryKey.empty() ? kDefaultVstKey : cmdLine.vstInventoryKey;
+VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
+    const bool given = !cmdLine.vstInventoryKey.empty();
+    return {.path = given ? cmdLine.vstInventoryKey : kDefaultVstKey, .given = given};
 }
 
 }  // namespace
@@ -45,9 +46,11 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
       m_host(reinterpret_cast<HWND>(app.CmdLine().parentWnd)),
       m_vstKey(VstKeyOf(app.CmdLine())),
       m_settings(LoadManagerSettings(app.CmdLine().registerOnly, m_host.Handle())),
-      m_inventory(m_vstKey, m_database),
+      m_inventory(m_vstKey.path, m_database),
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
+      m_names(*this, m_list, m_friendlyNames),
+      m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
       m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey),
       m_toolbar(*this) {
@@ -150,7 +153,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     SetIcons();
     m_placement.Record(*this);
     m_placement.Apply(*this);
-    m_tools = VstToolPaths::Read(m_vstKey);
+    m_tools = VstToolPaths::Read(m_vstKey.path);
 
     m_tree.OnInitDialog();
     m_toolbar.OnInitDialog();

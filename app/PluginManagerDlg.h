@@ -10,6 +10,7 @@
 #include "Dialog.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
+#include "FriendlyNameView.h"
 #include "Handles.h"
 #include "HostWindow.h"
 #include "LayoutFilesView.h"
@@ -71,7 +72,7 @@ class CPluginManagerDlg : public CDialog {
 
     CPluginManagerApp& m_app;
     const CHostWindow m_host;
-    const std::wstring m_vstKey;
+    const VstKey m_vstKey;
     const ManagerSettings m_settings;
     UniqueIcon m_icon;
     UniqueIcon m_smallIcon;
@@ -83,6 +84,7 @@ class CPluginManagerDlg : public CDialog {
     CPluginInventory m_inventory;
     CExclusionList m_exclusions;
     Visibility m_visibility;
+    CFriendlyNames m_friendlyNames{m_inventory, m_database};
     VstToolPaths m_tools;
 
     CPluginListView m_list;

@@ -138,6 +138,8 @@ Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (message != WM_COMMAND) return DispatchRoutes(message, 0, kAnyControl, wParam, lParam);
 
+    // The user can't work a disabled dialog, but another program's message, or the close key, still arrives.
+    if (!IsEnabled()) return 0;
     const UINT id = LOWORD(wParam);
     const UINT code = HIWORD(wParam);
     if (const Answer answer = DispatchRoutes(message, code, id, wParam, lParam)) return answer;

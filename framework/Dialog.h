@@ -8,7 +8,8 @@
 #include "Controls.h"
 #include "Routes.h"
 
-/// A dialog class gives its route table and overrides what it needs of the rest. Handlers run inside the one
+/// A dialog class gives its route table and overrides what it needs of the rest. While
+/// its window is disabled it takes no commands. Handlers run inside the one
 /// exception barrier of the dialog procedure: what a handler throws ends that handler, never the dialog.
 class CDialog : public CWindow {
   public:

@@ -47,6 +47,9 @@ namespace closers {
 struct Key {
     void operator()(HKEY key) const { ::RegCloseKey(key); }
 };
+struct Kernel {
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
 struct Library {
     void operator()(HMODULE library) const { ::FreeLibrary(library); }
 };
@@ -90,6 +93,7 @@ class UniqueFile {
 };
 
 using UniqueKey = UniqueHandle<HKEY, closers::Key>;
+using UniqueKernelHandle = UniqueHandle<HANDLE, closers::Kernel>;
 using UniqueLibrary = UniqueHandle<HMODULE, closers::Library>;
 using UniqueMenu = UniqueHandle<HMENU, closers::Menu>;
 using UniqueFont = UniqueHandle<HFONT, closers::Font>;

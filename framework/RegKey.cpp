@@ -130,6 +130,15 @@ bool CRegKey::WriteValue(const wchar_t* name, DWORD type, std::span<const std::b
                             static_cast<DWORD>(data.size())) == ERROR_SUCCESS;
 }
 
+std::optional<std::uint64_t> CRegKey::ReadTime(const wchar_t* name) const {
+    std::uint64_t value = 0;
+    DWORD size = sizeof value;
+    const LSTATUS status =
+        ::RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);
+    if (status != ERROR_SUCCESS || size != sizeof value) return std::nullopt;
+    return value;
+}
+
 bool CRegKey::WriteString(const wchar_t* name, const std::wstring& text) const {
     const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
     return ::RegSetValueExW(m_key.Get(), name, 0, REG_SZ, AsBytes(text.c_str()), size) == ERROR_SUCCESS;

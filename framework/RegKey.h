@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -45,6 +46,8 @@ class CRegKey {
     std::optional<std::wstring> ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const;
     /// Only a REG_DWORD counts.
     std::optional<DWORD> ReadDword(const wchar_t* name) const;
+    /// A value of exactly eight bytes, whatever its type.
+    std::optional<std::uint64_t> ReadTime(const wchar_t* name) const;
     /// The value is there and not zero.
     bool IsSet(const wchar_t* name) const { return ReadDword(name).value_or(0) != 0; }
 

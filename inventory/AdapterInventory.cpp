@@ -1,12 +1,19 @@
 #include "AdapterInventory.h"
 
-#include "RegKey.h"
 #include "VstToolPaths.h"
+
+namespace {
+
+std::optional<CRegKey> OpenInventory() {
+    return CRegKey::Open(HKEY_LOCAL_MACHINE, std::wstring(kAdapterKey) + L"\\Inventory");
+}
+
+}  // namespace
 
 bool CAdapterInventory::Read() {
     m_synths.clear();
     m_paths.clear();
-    const auto inventory = CRegKey::Open(HKEY_LOCAL_MACHINE, std::wstring(kAdapterKey) + L"\\Inventory");
+    const auto inventory = OpenInventory();
     if (!inventory) return false;
     for (const std::wstring& name : inventory->SubkeyNames()) {
         const auto entry = inventory->OpenSubkey(name);
@@ -27,4 +34,15 @@ std::optional<bool> CAdapterInventory::WrapsVstSynth(const std::wstring& clsid) 
 std::optional<std::wstring> CAdapterInventory::PathOf(const std::wstring& clsid) const {
     const auto found = m_paths.find(clsid);
     return found == m_paths.end() ? std::nullopt : found->second;
+}
+
+std::optional<CRegKey> CAdapterInventory::OpenEntry(const std::wstring& clsid) {
+    const auto inventory = OpenInventory();
+    if (!inventory) return std::nullopt;
+    for (const std::wstring& name : inventory->SubkeyNames()) {
+        const auto entry = inventory->OpenSubkey(name);
+        if (entry && entry->ReadString(L"clsidPlug", kNameBytes) == clsid)
+            return inventory->OpenSubkey(name, KEY_READ | KEY_SET_VALUE);
+    }
+    return std::nullopt;
 }

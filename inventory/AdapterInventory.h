@@ -5,6 +5,8 @@
 #include <string>
 #include <unordered_map>
 
+#include "RegKey.h"
+
 /// Read whole, once for each enumeration; look-ups are by the exact class id text of the wrapping filter.
 class CAdapterInventory {
   public:
@@ -15,6 +17,9 @@ class CAdapterInventory {
     std::optional<bool> WrapsVstSynth(const std::wstring& clsid) const;
     /// File of the wrapped plug-in.
     std::optional<std::wstring> PathOf(const std::wstring& clsid) const;
+
+    /// The entry in the registry with this class id, for reading and setting its values.
+    static std::optional<CRegKey> OpenEntry(const std::wstring& clsid);
 
   private:
     std::unordered_map<std::wstring, bool> m_synths;

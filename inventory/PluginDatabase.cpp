@@ -53,3 +53,7 @@ NameMap CPluginDatabase::Names() const {
     if (m_database) m_database->FillNames(&collector);
     return names;
 }
+
+void CPluginDatabase::SetName(const std::wstring& key, int kind, const std::wstring& name) const {
+    if (m_database) m_database->SetName(key.c_str(), kind, name.c_str(), 0, 0);
+}

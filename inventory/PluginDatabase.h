@@ -54,6 +54,8 @@ class CPluginDatabase {
     bool IsOpen() const { return m_database != nullptr; }
     /// Empty when no database is open.
     NameMap Names() const;
+    /// Stores the display name of a plug-in; for VST plug-ins `key` is the MD5 class id. A refusal is silent.
+    void SetName(const std::wstring& key, int kind, const std::wstring& name) const;
 
   private:
     UniqueLibrary m_library;

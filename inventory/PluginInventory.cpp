@@ -1,5 +1,7 @@
 #include "PluginInventory.h"
 
+#include <algorithm>
+
 #include "ClsidText.h"
 #include "RegKey.h"
 
@@ -14,6 +16,21 @@ void CPluginInventory::Clear() {
     m_entries.clear();
     m_clsids.clear();
     m_filters.clear();
+    m_filtersAndMediaObjects = 0;
+}
+
+SourceCounts CPluginInventory::Counts() const {
+    // A filter whose class id did not parse ended the enumeration, and those after it have no entry.
+    return {.filters = std::min(m_filters.size(), m_entries.size()),
+            .filtersAndMediaObjects = m_filtersAndMediaObjects};
+}
+
+void CPluginInventory::SetName(const PluginListItem& item, const std::wstring& name) {
+    if (item.fromInventory) {
+        m_vst.SetName(item.clsid, name);
+    } else if (item.sourceIndex < m_entries.size() && m_entries[item.sourceIndex].clsid == item.clsid) {
+        m_entries[item.sourceIndex].name = name;
+    }
 }
 
 bool CPluginInventory::Append(FoundPlugins found, const NameMap& names, bool classified) {
@@ -38,8 +55,10 @@ void CPluginInventory::Enumerate(bool classified) {
     const auto room = [this] { return kMaxEntries - m_entries.size(); };
 
     m_filters = FindFilterMonikers(room());
-    if (!Append(ReadFilters(m_filters), names, classified)) return;
-    if (!Append(FindMediaObjects(room()), ownNames, classified)) return;
+    const bool complete = Append(ReadFilters(m_filters), names, classified) &&
+                          Append(FindMediaObjects(room()), ownNames, classified);
+    m_filtersAndMediaObjects = m_entries.size();
+    if (!complete) return;
     if (!Append(ReadMidiEffects(m_index.MidiFilterNames(), names, room()), ownNames, classified)) return;
     if (!Append(ReadControlSurfaces(m_index.ControlSurfaceNames(), room()), ownNames, classified)) return;
     m_vst.Read(names, classified);

@@ -6,6 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "FriendlyNameRules.h"
 #include "PluginDatabase.h"
 #include "RegistrationIndex.h"
 #include "SystemSources.h"
@@ -25,11 +26,17 @@ class CPluginInventory {
     void Enumerate(bool classified);
 
     const std::vector<PluginEntry>& Entries() const { return m_entries; }
+    /// One for each of the first entries.
+    const std::vector<MonikerPtr>& Filters() const { return m_filters; }
+    SourceCounts Counts() const;
     const CVstInventory& Vst() const { return m_vst; }
     void Clear();
 
     /// Whether a class id stands in either.
     bool IsInstalled(const Guid& clsid) const { return m_vst.Find(clsid) || m_clsids.contains(clsid); }
+
+    /// The plug-in's display name from now on; a row whose plug-in was found no more changes nothing.
+    void SetName(const PluginListItem& item, const std::wstring& name);
 
     /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
     std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
@@ -46,5 +53,6 @@ class CPluginInventory {
     std::vector<MonikerPtr> m_filters;            // one for each of the first entries
     std::vector<PluginEntry> m_entries;           // filters, media objects, MIDI effects, control surfaces
     std::unordered_set<Guid, GuidHash> m_clsids;  // of the entries
+    std::size_t m_filtersAndMediaObjects = 0;
     CVstInventory m_vst;
 };

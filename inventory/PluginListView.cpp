@@ -1,5 +1,6 @@
 #include "PluginListView.h"
 
+#include "FriendlyNames.h"
 #include "PermanentExclusions.h"
 #include "PluginDetails.h"
 #include "PresetListMgr.h"
@@ -57,6 +58,8 @@ void CPluginListView::EnumeratePlugins() {
     // Kept: the caption tells the size of the table, not the number of rows.
     m_categoriesCaption.ShowCount(kCategories.size());
     m_inventory.Enumerate(classified);
+    // Once: where a name can't be kept, it would have to be corrected for ever.
+    if (CFriendlyNames::CorrectWrapped(m_inventory) > 0) m_inventory.Enumerate(classified);
 }
 
 void CPluginListView::FillCategories(bool withLegacy) const {

@@ -24,6 +24,13 @@ class CTextVariant {
     CTextVariant& operator=(const CTextVariant&) = delete;
 
     VARIANT* Put() { return &m_variant; }
+    /// False when there is no memory for it.
+    bool Set(const std::wstring& text) {
+        ::VariantClear(&m_variant);
+        m_variant.bstrVal = ::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+        m_variant.vt = m_variant.bstrVal ? VT_BSTR : VT_EMPTY;
+        return m_variant.vt == VT_BSTR;
+    }
     std::optional<std::wstring> Text() const {
         if (m_variant.vt != VT_BSTR) return std::nullopt;
         return std::wstring(m_variant.bstrVal ? m_variant.bstrVal : L"");
@@ -102,6 +109,13 @@ FoundPlugins ReadFilters(const std::vector<MonikerPtr>& monikers) {
         plugin.clsid = *clsid;
     }
     return found;
+}
+
+bool WriteProperty(const MonikerPtr& moniker, const wchar_t* name, const std::wstring& text) {
+    ComPtr<IPropertyBag> bag;
+    CTextVariant value;
+    return moniker && SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))) &&
+           value.Set(text) && SUCCEEDED(bag->Write(name, value.Put()));
 }
 
 FoundPlugins FindMediaObjects(std::size_t limit) {

@@ -31,6 +31,9 @@ std::vector<MonikerPtr> FindFilterMonikers(std::size_t limit);
 /// One filter for each moniker, in order; the null id where the registration tells none.
 FoundPlugins ReadFilters(const std::vector<MonikerPtr>& monikers);
 
+/// Sets a text of a filter's registration; false when there is no filter or it refuses.
+bool WriteProperty(const MonikerPtr& moniker, const wchar_t* name, const std::wstring& text);
+
 FoundPlugins FindMediaObjects(std::size_t limit);
 
 /// `keyNames` are the subkeys of the MIDI filter key. A plug-in without a name is left out.

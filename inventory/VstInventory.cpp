@@ -75,6 +75,11 @@ const VstInventoryRecord* CVstInventory::Find(const Guid& clsid) const {
     return found == m_records.end() ? nullptr : &found->second;
 }
 
+void CVstInventory::SetName(const Guid& clsid, const std::wstring& name) {
+    const auto found = m_records.find(clsid);
+    if (found != m_records.end()) found->second.name = name;
+}
+
 std::optional<CRegKey> CVstInventory::OpenEntry(const std::wstring& clsid) const {
     const auto inventory = CRegKey::Open(HKEY_CURRENT_USER, m_path);
     if (!inventory) return std::nullopt;

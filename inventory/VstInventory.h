@@ -22,6 +22,9 @@ class CVstInventory {
     /// Under either of its class ids; null when there is none.
     const VstInventoryRecord* Find(const Guid& clsid) const;
 
+    /// The name of the record under this class id, until the key is read again.
+    void SetName(const Guid& clsid, const std::wstring& name);
+
     /// The entry in the registry with this class id text as its MD5 or plug-in class id, usable or not.
     std::optional<CRegKey> OpenEntry(const std::wstring& clsid) const;
 

@@ -1,17 +1,43 @@
-// The buttons that start the VST scanner and the adapter's configuration program, and the renaming of a
-// plug-in. Their commands are to come; the buttons stay without effect until then.
+// The buttons that start the VST scanner and the adapter's configuration program.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "Dialog.h"
+#include "HostWindow.h"
+#include "PluginListView.h"
+#include "VstToolCommands.h"
+#include "VstToolPaths.h"
+
+/// While a program runs, the dialog is disabled but goes on painting and answering. A program that is not
+/// registered or can't be started does nothing.
 class CVstToolsView {
   public:
-    void OnScan() {}
-    void OnOptions() {}
-    void OnPluginProperties() {}
-    void OnAdapterWizard() {}
-    void OnAdapterProperties() {}
-};
+    CVstToolsView(CDialog& dialog, const CPluginInventory& inventory, CPluginListView& list,
+                  const CHostWindow& host, const VstToolPaths& paths, VstKey key);
 
-class CFriendlyNameView {
-  public:
-    void OnRename() {}
+    void OnScan() { LaunchVstTool(kScanPlugins); }
+    void OnOptions() { LaunchVstTool(kScannerOptions); }
+    void OnPluginProperties() { LaunchVstTool(kVstProperties); }
+    void OnAdapterWizard() { LaunchVstTool(kAdapterWizard); }
+    void OnAdapterProperties() { LaunchVstTool(kAdapterProperties); }
+
+  private:
+    void LaunchVstTool(const VstToolAction& action);
+    /// False when the program was not started, or the dialog has to end before it.
+    bool RunTool(const std::wstring& commandLine) const;
+    void BringToFront() const;
+    void RefreshPlugins();
+    std::optional<std::wstring> CurrentPlugin() const;
+    /// Of the scanner's last change to its inventory; 0 when that is not known.
+    std::uint64_t LastUpdateTime() const;
+
+    CDialog& m_dialog;
+    const CPluginInventory& m_inventory;
+    CPluginListView& m_list;
+    const CHostWindow& m_host;
+    const VstToolPaths& m_paths;
+    const VstKey m_key;
 };

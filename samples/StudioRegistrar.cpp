@@ -1,5 +1,6 @@
-// Registers the sample studio's filters and media objects, and lays down placeholders for the files that the
-// studio's registrations name. Load studio.reg first. "--remove" takes all of that away again.
+// Registers the sample studio's filters and media objects, and lays down its tools and placeholders for the
+// other files that the studio's registrations name. Load studio.reg first. "--remove" takes all of that away
+// again.
 #include <windows.h>
 
 #include <dmo.h>
@@ -72,6 +73,21 @@ bool AddPlaceholder(const std::filesystem::path& file) {
     std::ofstream stream(file, std::ios::binary);
     stream << "Placeholder of the sample studio\n";
     return stream.good();
+}
+
+// The studio's tools are programs: each is a copy of the one that plays them.
+bool AddTool(const std::filesystem::path& file) {
+    std::array<wchar_t, MAX_PATH> self{};
+    GetModuleFileNameW(nullptr, self.data(), MAX_PATH);
+    const auto standIn = std::filesystem::path(self.data()).replace_filename(L"stand_in_tool.exe");
+    std::error_code error;
+    std::filesystem::create_directories(file.parent_path(), error);
+    return std::filesystem::copy_file(standIn, file, std::filesystem::copy_options::overwrite_existing,
+                                      error);
+}
+
+bool AddFile(const std::filesystem::path& file) {
+    return file.extension() == L".exe" ? AddTool(file) : AddPlaceholder(file);
 }
 
 bool RemoveFile(const std::filesystem::path& file) {
@@ -172,7 +188,7 @@ int Run(bool remove) {
     const auto files = ListedFiles();
     if (files.empty()) return Complain(L"studio.reg is to be loaded first");
     for (const auto& file : files)
-        if (!(remove ? RemoveFile(file) : AddPlaceholder(file))) return Complain(file.c_str());
+        if (!(remove ? RemoveFile(file) : AddFile(file))) return Complain(file.c_str());
     return 0;
 }
 

@@ -22,7 +22,14 @@ if [ -z "${DISPLAY:-}" ]; then
 fi
 
 studio=$WINEPREFIX/studio-loaded
-if [ ! -e "$studio" ] || [ "$bin/studio.reg" -nt "$studio" ] || [ "$bin/studio_registrar.exe" -nt "$studio" ]; then
+is_outdated() {
+    local part
+    for part in studio.reg studio_registrar.exe stand_in_tool.exe; do
+        [ ! "$bin/$part" -nt "$studio" ] || return 0
+    done
+    return 1
+}
+if is_outdated; then
     load_studio || die "the sample studio could not be loaded"
     touch "$studio"
 fi

@@ -121,7 +121,11 @@ TEST_F(Program, DocksFloatsAndDocksAgain) {
     const RECT docked = RectOf(dialog);
     Command(dialog, 0x30);
     ASSERT_TRUE(WaitFor([&] { return ParentOf(dialog) == ::GetDesktopWindow(); }));
-    EXPECT_TRUE(::EqualRect(&docked, std::addressof(static_cast<const RECT&>(RectOf(dialog)))));
+    // It is moved there after it got its new parent.
+    EXPECT_TRUE(WaitFor([&] {
+        const RECT floating = RectOf(dialog);
+        return ::EqualRect(&docked, &floating) != FALSE;
+    }));
     Command(dialog, 0x20);
     ASSERT_TRUE(WaitFor([&] { return ParentOf(dialog) == host.Window(); }));
     program.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
@@ -148,7 +152,6 @@ TEST_F(Program, EscapeAndEnterKeepItOpenButOnTheCloseButton) {
     BringToFront(program.Window());
     for (const int id : {IDC_CATEGORIES, IDC_PLUGINS, IDC_CLOSE}) PostKey(program.Control(id), VK_ESCAPE);
     PostKey(program.Control(IDC_CATEGORIES), VK_RETURN);
-    PostKey(program.Control(IDC_PLUGINS), VK_F2);
     // The click is taken after the keys.
     program.Press(IDC_SHOW_EXCLUDED);
     ASSERT_TRUE(WaitFor([&] { return program.IsEnabled(IDC_SHOW_PERMANENT); })) << program.OnScreen();
@@ -256,6 +259,34 @@ TEST_F(ProgramWithDatabase, NamesComeFromTheDatabase) {
     EXPECT_TRUE(WaitForRow(program, L"From the database", true)) << program.OnScreen();
     EXPECT_EQ(program.Close(), 0U);
     EXPECT_EQ(Calls(), "fill\ndestroy\n");
+}
+
+TEST_F(ProgramWithDatabase, ANewNameGoesToTheDatabaseAlone) {
+    Install(L"stand-ins\\VrnDatabase.dll");
+    const WindowDriver program(L"/UseDatabase", m_folder / L"PluginManager.exe");
+    ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
+    std::string calls = "fill\n";
+    for (const auto& [category, key, kind] :
+         {std::tuple(L"DirectX Instruments (DXi)", L"", "2"),
+          std::tuple(L"DirectX Audio Effects (DX)", L"", "0"),
+          std::tuple(L"VST Audio Effects (VST)", L"{54774263-4D44-3500-8A01-5A3C1E90B764}", "0")}) {
+        program.Select(IDC_CATEGORIES, {category});
+        SelectRows(program.Control(IDC_PLUGINS), {0});
+        const std::wstring id = *key ? key : program.TextOf(IDC_CLSID);
+        PostNotification(program.Control(IDC_PLUGINS), LBN_DBLCLK);
+        const HWND prompt = program.WaitForPopup(L"Set Plug-in Friendly Name");
+        ASSERT_TRUE(prompt) << program.OnScreen();
+        EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), L"~ of the database");
+        Press(::GetDlgItem(prompt, IDOK));
+        ASSERT_TRUE(WaitForRow(program, L"~ of the database", true)) << program.OnScreen();
+        calls += "set\t" + Utf8(id) + "\t" + kind + "\t~ of the database\n";
+        EXPECT_NE(Text(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + id, nullptr),
+                  L"~ of the database");
+    }
+    EXPECT_EQ(Calls(), calls);
+    EXPECT_EQ(Text(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\Corvane VST\\Inventory\\TwBc-x64",
+                   L"FullName"),
+              L"Bellows Compressor");
 }
 
 TEST_F(ProgramWithDatabase, ALibraryThatIsNoDatabaseLeavesRegistryMode) {

@@ -1,0 +1,85 @@
+// Where a plug-in's display name is written, and for which plug-ins that can be done.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "PluginCategory.h"
+
+enum class NameStore {
+    ClassesRoot,   // a key below it
+    LocalMachine,  // a key below it
+    FilterBag,     // the property bag of the filter's registration
+    VstEntry,      // the plug-in's entry in the VST inventory
+    AdapterEntry,  // the plug-in's entry in the inventory of the legacy adapter
+};
+
+constexpr unsigned Only(auto... categories) { return ((1U << static_cast<unsigned>(categories)) | ...); }
+
+struct NamePlace {
+    unsigned categories;
+    NameStore store;
+    const wchar_t* path;   // of a key; "%s" stands for the class id
+    const wchar_t* value;  // null: the default value
+    bool bareId = false;   // the class id stands without its braces
+};
+
+inline constexpr unsigned kFilterCategories =
+    Only(Category::DirectXEffects, Category::DirectXInstruments, Category::LegacyVstEffects,
+         Category::LegacyVstInstruments);
+inline constexpr unsigned kLegacyNames = Only(Category::LegacyVstEffects, Category::LegacyVstInstruments);
+inline constexpr unsigned kVstNames =
+    Only(Category::VstEffects, Category::VstInstruments, Category::Vst3Effects, Category::Vst3Instruments);
+
+/// In the order of writing. A key that is not there is passed over, but without the filter's property bag the
+/// rest of a filter's places keeps its name, too.
+inline constexpr NamePlace kNamePlaces[] = {
+    {Only(Category::MediaObjects), NameStore::ClassesRoot, L"DirectShow\\MediaObjects\\%s", nullptr, true},
+    {Only(Category::ControlSurfaces), NameStore::ClassesRoot, L"CorvaneControlSurfaces\\%s", L"Description"},
+    {Only(Category::MidiEffects), NameStore::LocalMachine,
+     L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\%s", nullptr},
+    {kVstNames, NameStore::VstEntry, L"", L"FullName"},
+
+    {kFilterCategories, NameStore::FilterBag, L"", L"FriendlyName"},
+    // Kept: the key of the category's instances, not that of the plug-in among them.
+    {kFilterCategories, NameStore::ClassesRoot, L"CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance",
+     L"FriendlyName"},
+    {kFilterCategories, NameStore::ClassesRoot, L"Filter\\%s", nullptr},
+    {Only(Category::DirectXInstruments), NameStore::ClassesRoot, L"QtzSoftSynths\\%s", L"Description"},
+    {kLegacyNames, NameStore::AdapterEntry, L"", L"FullName"},
+
+    {kFilterCategories | Only(Category::MidiEffects), NameStore::ClassesRoot, L"CLSID\\%s", nullptr},
+    {kFilterCategories | Only(Category::MidiEffects), NameStore::ClassesRoot, L"CorvanePlugIns\\%s",
+     L"Description"},
+};
+
+constexpr bool IsWrittenFor(const NamePlace& place, Category category) {
+    return (place.categories & Only(category)) != 0;
+}
+
+/// `clsid` is the text in braces.
+std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid);
+
+/// What an inventory stores as "FullName": the host puts "VST " before the names of some entries itself.
+std::wstring StoredFullName(const std::wstring& name, bool hostAddsPrefix);
+
+/// How many plug-ins of the entry array came from the sources that stand first in it.
+struct SourceCounts {
+    std::size_t filters = 0;
+    std::size_t filtersAndMediaObjects = 0;
+};
+
+/// Kept: a VST row, whose index is 0, needs a filter as well; without any filter it can't be renamed.
+constexpr bool CanBeRenamed(Category category, std::size_t sourceIndex, const SourceCounts& counts) {
+    if (category == Category::MidiEffects || category == Category::ControlSurfaces) return true;
+    return sourceIndex <
+           (category == Category::MediaObjects ? counts.filtersAndMediaObjects : counts.filters);
+}
+
+/// What the database is told of the plug-in's kind: 2 for an instrument.
+constexpr int DatabaseKind(Category category) {
+    return category == Category::DirectXInstruments || category == Category::VstInstruments ||
+                   category == Category::Vst3Instruments
+               ? 2
+               : 0;
+}

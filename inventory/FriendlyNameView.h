@@ -1,0 +1,20 @@
+// Renaming the selected plug-in.
+#pragma once
+
+#include "Dialog.h"
+#include "FriendlyNames.h"
+#include "PluginListView.h"
+
+class CFriendlyNameView {
+  public:
+    CFriendlyNameView(CDialog& dialog, CPluginListView& list, CFriendlyNames& names)
+        : m_dialog(dialog), m_list(list), m_names(names) {}
+
+    /// Asks for the new name of the plug-in, if one alone is selected; an empty one leaves it as it is.
+    void OnRename();
+
+  private:
+    CDialog& m_dialog;
+    CPluginListView& m_list;
+    CFriendlyNames& m_names;
+};

@@ -1,0 +1,85 @@
+#include "FriendlyNames.h"
+
+#include "AdapterInventory.h"
+#include "ClsidText.h"
+#include "FriendlyNameRules.h"
+#include "RegKey.h"
+#include "SystemSources.h"
+
+namespace {
+
+/// The longest name of a class that wrapped plug-ins are compared with, in bytes.
+constexpr std::size_t kRegisteredNameBytes = 256;
+
+void WriteToKey(HKEY root, const NamePlace& place, const std::wstring& clsid, const std::wstring& name) {
+    const REGSAM access = place.store == NameStore::LocalMachine ? KEY_ALL_ACCESS : KEY_SET_VALUE;
+    if (const auto key = CRegKey::Open(root, KeyPath(place, clsid), access))
+        key->WriteString(place.value, name);
+}
+
+/// The text that was stored; nothing when there is no entry or it refuses the name.
+std::optional<std::wstring> WriteToEntry(const std::optional<CRegKey>& entry, const NamePlace& place,
+                                         const std::wstring& name) {
+    if (!entry) return std::nullopt;
+    const std::wstring stored = StoredFullName(name, entry->IsSet(L"addVstPrefix"));
+    return entry->WriteString(place.value, stored) ? std::optional(stored) : std::nullopt;
+}
+
+/// The name as it is stored then; nothing when the VST inventory refuses it, or the property bag of a filter.
+std::optional<std::wstring> WriteName(const CPluginInventory& inventory, const Guid& clsid, Category category,
+                                      std::size_t sourceIndex, const std::wstring& name) {
+    const std::wstring clsidText = ClsidText(clsid);
+    for (const NamePlace& place : kNamePlaces) {
+        if (!IsWrittenFor(place, category)) continue;
+        switch (place.store) {
+            case NameStore::ClassesRoot:
+                WriteToKey(HKEY_CLASSES_ROOT, place, clsidText, name);
+                break;
+            case NameStore::LocalMachine:
+                WriteToKey(HKEY_LOCAL_MACHINE, place, clsidText, name);
+                break;
+            case NameStore::FilterBag:
+                if (!WriteProperty(inventory.Filters().at(sourceIndex), place.value, name))
+                    return std::nullopt;
+                break;
+            case NameStore::VstEntry:
+                return WriteToEntry(inventory.Vst().OpenEntry(clsidText), place, name);
+            case NameStore::AdapterEntry:
+                WriteToEntry(CAdapterInventory::OpenEntry(clsidText), place, name);
+                break;
+        }
+    }
+    return name;
+}
+
+}  // namespace
+
+bool CFriendlyNames::CanRename(const PluginListItem& item) const {
+    return CanBeRenamed(item.category, item.sourceIndex, m_inventory.Counts());
+}
+
+void CFriendlyNames::Rename(const PluginListItem& item, const std::wstring& name) {
+    std::optional<std::wstring> listed = name;
+    if (m_database.IsOpen()) {
+        const Guid& key = item.fromInventory ? item.md5Clsid : item.clsid;
+        m_database.SetName(ClsidText(key), DatabaseKind(item.category), name);
+    } else {
+        const auto stored = WriteName(m_inventory, item.clsid, item.category, item.sourceIndex, name);
+        if (item.fromInventory) listed = stored;
+    }
+    if (listed) m_inventory.SetName(item, *listed);
+}
+
+unsigned CFriendlyNames::CorrectWrapped(const CPluginInventory& inventory) {
+    unsigned corrected = 0;
+    for (std::size_t i = 0; i < inventory.Counts().filters; ++i) {
+        const PluginEntry& entry = inventory.Entries()[i];
+        if (!entry.name || !entry.category || !IsLegacyWrapped(*entry.category)) continue;
+        const auto key = CRegKey::Open(HKEY_CLASSES_ROOT, L"CLSID\\" + ClsidText(entry.clsid));
+        const auto registered = key ? key->ReadString(nullptr, kRegisteredNameBytes) : std::nullopt;
+        // An empty name would take the plug-in's name away.
+        if (!registered || registered->empty() || registered == entry.name) continue;
+        if (WriteName(inventory, entry.clsid, *entry.category, i, *registered)) ++corrected;
+    }
+    return corrected;
+}

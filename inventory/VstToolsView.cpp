@@ -1,0 +1,100 @@
+#include "VstToolsView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ClsidText.h"
+#include "FriendlyNames.h"
+#include "Process.h"
+#include "RegKey.h"
+
+namespace {
+
+/// Disables the dialog, and enables it again on every way out.
+class CDialogLock {
+  public:
+    explicit CDialogLock(const CDialog& dialog) : m_dialog(dialog) { m_dialog.Enable(false); }
+    ~CDialogLock() { m_dialog.Enable(); }
+    CDialogLock(const CDialogLock&) = delete;
+    CDialogLock& operator=(const CDialogLock&) = delete;
+
+  private:
+    const CDialog& m_dialog;
+};
+
+bool IsFile(const std::wstring& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace
+
+CVstToolsView::CVstToolsView(CDialog& dialog, const CPluginInventory& inventory, CPluginListView& list,
+                             const CHostWindow& host, const VstToolPaths& paths, VstKey key)
+    : m_dialog(dialog),
+      m_inventory(inventory),
+      m_list(list),
+      m_host(host),
+      m_paths(paths),
+      m_key(std::move(key)) {}
+
+void CVstToolsView::LaunchVstTool(const VstToolAction& action) {
+    const bool scanner = action.program == VstProgram::Scanner;
+    const std::wstring& program = scanner ? m_paths.scanner : m_paths.adapterProgram;
+    const auto clsid = action.namesPlugin ? CurrentPlugin() : std::wstring();
+    if (program.empty() || !clsid || std::ranges::any_of(ProgramsOnTheWay(program), IsFile)) return;
+
+    const std::uint64_t before = LastUpdateTime();
+    if (!RunTool(CommandLine(action, program, *clsid, m_key)) || !action.refreshes) return;
+    if (!scanner || LastUpdateTime() > before) RefreshPlugins();
+}
+
+bool CVstToolsView::RunTool(const std::wstring& commandLine) const {
+    const CWindow focus(::GetFocus());
+    const auto process = CProcess::Start(commandLine);
+    if (!process) return false;
+    {
+        const CDialogLock disabled(m_dialog);
+        if (!process->WaitDispatching(m_dialog)) return false;
+    }
+    if (focus.IsLive()) focus.Focus();
+    BringToFront();
+    return true;
+}
+
+void CVstToolsView::BringToFront() const {
+    constexpr UINT kInPlace = SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW;
+    constexpr DWORD kMoment = 100;  // ms; the program's last window is still on its way out
+    ::SetWindowPos(m_dialog.Handle(), HWND_TOPMOST, 0, 0, 0, 0, kInPlace);
+    ::Sleep(kMoment);
+    ::SetWindowPos(m_dialog.Handle(), HWND_NOTOPMOST, 0, 0, 0, 0, kInPlace);
+}
+
+void CVstToolsView::RefreshPlugins() {
+    const CWaitCursor wait;
+    const CWindow focus(::GetFocus());
+    CFriendlyNames::CorrectWrapped(m_inventory);
+    if (m_list.SelectedCategory()) {
+        const auto row = m_list.Plugins().CurrentRow();
+        m_list.EnumeratePlugins();
+        m_list.Refill();
+        if (row) m_list.Plugins().Select(*row);
+        m_list.OnSelectionChanged();
+        // A button that was disabled for a moment has given the focus away.
+        if (focus.IsEnabled()) focus.Focus();
+    }
+    m_host.Tell(kPluginsChanged);
+}
+
+std::optional<std::wstring> CVstToolsView::CurrentPlugin() const {
+    const CListBox plugins = m_list.Plugins();
+    const auto row = plugins.CurrentRow();
+    const auto* item = row ? plugins.ItemOf<PluginListItem>(*row) : nullptr;
+    if (!item) return std::nullopt;
+    return ClsidText(item->clsid);
+}
+
+std::uint64_t CVstToolsView::LastUpdateTime() const {
+    const auto inventory = CRegKey::Open(HKEY_CURRENT_USER, m_key.path + L"\\Inventory");
+    return inventory ? inventory->ReadTime(L"lastUpdateTime").value_or(0) : 0;
+}

@@ -1,0 +1,214 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+
+#include "ClsidText.h"
+#include "FriendlyNames.h"
+#include "support/RegistrySandbox.h"
+
+namespace {
+
+using support::SetDword;
+using support::SetText;
+using support::Text;
+
+constexpr wchar_t kAdapterEntry[] = L"Software\\Corvane Music Software\\Corvane VST Adapter\\Inventory\\a";
+constexpr wchar_t kVstEntry[] = L"Software\\Corvane Music Software\\Corvane VST\\Inventory\\a";
+constexpr wchar_t kMidi[] = L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\";
+constexpr wchar_t kInstances[] = L"CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance";
+
+Guid Id(unsigned number) { return {number, 0xABCD, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}}; }
+std::wstring IdText(unsigned number) { return ClsidText(Id(number)); }
+
+class FriendlyNames : public testing::Test {
+  protected:
+    void SetUp() override { support::RegisterAudioFilter(IdText(1), L"Old"); }
+
+    void Enumerate() {
+        m_inventory.ReadAdapterInventory();
+        m_inventory.Enumerate(true);
+    }
+    PluginListItem ItemOf(unsigned number) const {
+        const auto& entries = m_inventory.Entries();
+        const auto found = std::ranges::find(entries, Id(number), &PluginEntry::clsid);
+        if (found == entries.end()) throw std::runtime_error("a plug-in is missing");
+        return {.sourceIndex = static_cast<unsigned>(found - entries.begin()),
+                .clsid = found->clsid,
+                .md5Clsid = {},
+                .category = found->category.value()};
+    }
+    /// Renames and tells what the inventory says then.
+    std::wstring Rename(unsigned number, Category expected) {
+        Enumerate();
+        const PluginListItem item = ItemOf(number);
+        EXPECT_EQ(item.category, expected);
+        EXPECT_TRUE(m_names.CanRename(item));
+        m_names.Rename(item, L"VST New");
+        return m_inventory.Entries()[item.sourceIndex].name.value_or(L"");
+    }
+    static void ExpectText(const std::wstring& classesKey, const wchar_t* name, const wchar_t* text) {
+        EXPECT_EQ(Text(HKEY_CLASSES_ROOT, classesKey, name), text) << testing::PrintToString(classesKey);
+    }
+    /// All keys that a filter's name could go to.
+    static void CreateFilterKeys() {
+        for (const std::wstring key : {L"Filter\\", L"CorvanePlugIns\\", L"CLSID\\"})
+            SetText(HKEY_CLASSES_ROOT, key + IdText(1), nullptr, L"Old");
+    }
+    void ExpectFilterNames() {
+        ExpectText(kInstances, L"FriendlyName", L"VST New");
+        ExpectText(L"Filter\\" + IdText(1), nullptr, L"VST New");
+        ExpectText(L"CLSID\\" + IdText(1), nullptr, L"VST New");
+        ExpectText(L"CorvanePlugIns\\" + IdText(1), L"Description", L"VST New");
+        ExpectText(L"CorvanePlugIns\\" + IdText(1), nullptr, L"Old");
+        Enumerate();
+        EXPECT_EQ(m_inventory.Entries()[ItemOf(1).sourceIndex].name, L"VST New") << "from the property bag";
+    }
+    static void Wrap(bool synth, bool hostAddsPrefix) {
+        SetText(HKEY_LOCAL_MACHINE, kAdapterEntry, L"clsidPlug", IdText(1));
+        SetDword(HKEY_LOCAL_MACHINE, kAdapterEntry, L"isVst", 1);
+        SetDword(HKEY_LOCAL_MACHINE, kAdapterEntry, L"registerAsSynth", synth);
+        SetDword(HKEY_LOCAL_MACHINE, kAdapterEntry, L"addVstPrefix", hostAddsPrefix);
+    }
+
+    support::RegistrySandbox m_sandbox;
+    CPluginDatabase m_noDatabase;
+    CPluginInventory m_inventory{kDefaultVstKey, m_noDatabase};
+    CFriendlyNames m_names{m_inventory, m_noDatabase};
+};
+
+TEST_F(FriendlyNames, AFilterIsRenamedInAllPlacesThatAreThere) {
+    CreateFilterKeys();
+    EXPECT_EQ(Rename(1, Category::DirectXEffects), L"VST New");
+    ExpectFilterNames();
+    EXPECT_FALSE(support::Exists(HKEY_CLASSES_ROOT, L"QtzSoftSynths\\" + IdText(1))) << "none is created";
+}
+
+TEST_F(FriendlyNames, AnInstrumentsMarkToo) {
+    CreateFilterKeys();
+    support::CreateKey(HKEY_CLASSES_ROOT, L"QtzSoftSynths\\" + IdText(1));
+    Rename(1, Category::DirectXInstruments);
+    ExpectFilterNames();
+    ExpectText(L"QtzSoftSynths\\" + IdText(1), L"Description", L"VST New");
+}
+
+TEST_F(FriendlyNames, AWrappedPluginsEntryLeavesThePrefixToTheHost) {
+    for (const bool synth : {false, true}) {
+        CreateFilterKeys();
+        Wrap(synth, synth);
+        Rename(1, synth ? Category::LegacyVstInstruments : Category::LegacyVstEffects);
+        ExpectFilterNames();
+        EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), synth ? L"New" : L"VST New");
+    }
+}
+
+/// While it lives, the key of HKEY_CLASSES_ROOT can only be read.
+class ReadOnlyKey {
+  public:
+    explicit ReadOnlyKey(const std::wstring& path) {
+        ::RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, READ_CONTROL | WRITE_DAC, &m_key);
+        alignas(ACL) BYTE list[128];
+        BYTE everyone[SECURITY_MAX_SID_SIZE];
+        DWORD size = sizeof everyone;
+        ::CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size);
+        ::InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION);
+        ::AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, KEY_READ, everyone);
+        Allow(reinterpret_cast<ACL*>(list));
+    }
+    ~ReadOnlyKey() {
+        Allow(nullptr);  // everything
+        ::RegCloseKey(m_key);
+    }
+    ReadOnlyKey(const ReadOnlyKey&) = delete;
+    ReadOnlyKey& operator=(const ReadOnlyKey&) = delete;
+
+  private:
+    void Allow(ACL* list) const {
+        SECURITY_DESCRIPTOR descriptor{};
+        ::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+        ::SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
+        if (::RegSetKeySecurity(m_key, DACL_SECURITY_INFORMATION, &descriptor) != ERROR_SUCCESS)
+            ADD_FAILURE() << "the key can't be locked";
+    }
+    HKEY m_key = nullptr;
+};
+
+TEST_F(FriendlyNames, AFilterThatRefusesItsNameKeepsItEverywhere) {
+    CreateFilterKeys();
+    Wrap(false, true);
+    Enumerate();
+    const PluginListItem item = ItemOf(1);
+    const ReadOnlyKey readOnly(std::wstring(kInstances) + L"\\" + IdText(1));
+    m_names.Rename(item, L"New");
+    EXPECT_FALSE(Text(HKEY_CLASSES_ROOT, kInstances, L"FriendlyName"));
+    ExpectText(L"Filter\\" + IdText(1), nullptr, L"Old");
+    ExpectText(L"CLSID\\" + IdText(1), nullptr, L"Old");
+    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1), nullptr, L"New");
+    Enumerate();
+    ASSERT_EQ(ItemOf(1).category, Category::LegacyVstEffects);
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "what is refused is no correction";
+}
+
+TEST_F(FriendlyNames, OtherSourcesHaveTheirOwnPlaces) {
+    support::RegisterAudioDmo(IdText(2), L"Old");
+    EXPECT_EQ(Rename(2, Category::MediaObjects), L"VST New");
+    const std::wstring bare = IdText(2).substr(1, 36);
+    ExpectText(L"DirectShow\\MediaObjects\\" + bare, nullptr, L"VST New");
+
+    SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + IdText(3), L"Description", L"Old");
+    EXPECT_EQ(Rename(3, Category::ControlSurfaces), L"VST New");
+    ExpectText(L"CorvaneControlSurfaces\\" + IdText(3), L"Description", L"VST New");
+
+    // Its name is read from the real registry, so it is no row here; the item stands for one.
+    SetText(HKEY_LOCAL_MACHINE, kMidi + IdText(4), nullptr, L"Old");
+    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(4), nullptr, L"Old");
+    SetText(HKEY_CLASSES_ROOT, L"CorvanePlugIns\\" + IdText(4), L"Description", L"Old");
+    m_names.Rename({.clsid = Id(4), .md5Clsid = {}, .category = Category::MidiEffects}, L"New");
+    EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kMidi + IdText(4), nullptr), L"New");
+    ExpectText(L"CLSID\\" + IdText(4), nullptr, L"New");
+    ExpectText(L"CorvanePlugIns\\" + IdText(4), L"Description", L"New");
+}
+
+TEST_F(FriendlyNames, AVstIsRenamedInItsInventory) {
+    SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlug", IdText(5));
+    SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlugMD5", IdText(6));
+    SetText(HKEY_CURRENT_USER, kVstEntry, L"FullPath", L"C:\\a.dll");
+    struct Case {
+        Category category;
+        unsigned row;
+        DWORD prefix;
+        const wchar_t* stored;
+    };
+    for (const auto& [category, row, prefix, stored] : {Case{Category::VstEffects, 5, 1, L"New"},
+                                                        {Category::VstInstruments, 5, 0, L"VST New"},
+                                                        {Category::Vst3Effects, 6, 2, L"New"},
+                                                        {Category::Vst3Instruments, 6, 0, L"VST New"}}) {
+        const bool vst3 = category == Category::Vst3Effects || category == Category::Vst3Instruments;
+        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isVst", !vst3);
+        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isVst3", vst3);
+        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isX64", 1);
+        SetDword(HKEY_CURRENT_USER, kVstEntry, L"addVstPrefix", prefix);
+        SetText(HKEY_CURRENT_USER, kVstEntry, L"FullName", L"Old");
+        Enumerate();
+        m_names.Rename({.clsid = Id(row), .md5Clsid = Id(6), .fromInventory = true, .category = category},
+                       L"VST New");
+        EXPECT_EQ(Text(HKEY_CURRENT_USER, kVstEntry, L"FullName"), stored);
+        EXPECT_EQ(m_inventory.Vst().Find(Id(row))->name, stored);
+    }
+}
+
+TEST_F(FriendlyNames, WrappedPluginsFollowTheNameOfTheirClass) {
+    CreateFilterKeys();
+    Wrap(false, true);
+    Enumerate();
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U);
+    for (const std::wstring& unusable : {std::wstring(), std::wstring(128, L'x')}) {
+        SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1), nullptr, unusable);
+        EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U);
+    }
+    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1), nullptr, L"VST New");
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 1U);
+    ExpectFilterNames();
+    EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), L"New");
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U);
+}
+
+}  // namespace

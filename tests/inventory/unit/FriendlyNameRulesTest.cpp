@@ -1,0 +1,42 @@
+#include <gtest/gtest.h>
+
+#include "FriendlyNameRules.h"
+
+namespace {
+
+TEST(FriendlyNameRules, AnExactPrefixIsLeftToTheHost) {
+    struct Case {
+        const wchar_t *name, *stored;
+    };
+    for (const auto& [name, stored] : {Case{L"VST Hall", L"Hall"},
+                                       {L"vst Hall", L"vst Hall"},
+                                       {L"VSTHall", L"VSTHall"},
+                                       {L"VST", L"VST"},
+                                       {L"VST ", L""},
+                                       {L"VST VST Hall", L"VST Hall"},
+                                       {L"", L""}}) {
+        EXPECT_EQ(StoredFullName(name, true), stored);
+        EXPECT_EQ(StoredFullName(name, false), name);
+    }
+}
+
+TEST(FriendlyNameRules, ARowNeedsItsSource) {
+    constexpr SourceCounts kCounts{.filters = 2, .filtersAndMediaObjects = 3};
+    EXPECT_TRUE(CanBeRenamed(Category::DirectXEffects, 1, kCounts));
+    EXPECT_FALSE(CanBeRenamed(Category::LegacyVstEffects, 2, kCounts));
+    EXPECT_TRUE(CanBeRenamed(Category::MediaObjects, 2, kCounts));
+    EXPECT_FALSE(CanBeRenamed(Category::MediaObjects, 3, kCounts));
+    EXPECT_TRUE(CanBeRenamed(Category::MidiEffects, 9, {}));
+    EXPECT_TRUE(CanBeRenamed(Category::ControlSurfaces, 9, {}));
+    EXPECT_FALSE(CanBeRenamed(Category::Vst3Effects, 0, {})) << "no filter at all";
+}
+
+TEST(FriendlyNameRules, EveryCategoryHasAPlace) {
+    for (std::size_t row = 0; row < kCategories.size(); ++row) {
+        int places = 0;
+        for (const NamePlace& place : kNamePlaces) places += IsWrittenFor(place, static_cast<Category>(row));
+        EXPECT_GT(places, 0) << row;
+    }
+}
+
+}  // namespace
