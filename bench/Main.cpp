@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "EnumerationBench.h"
+#include "LayoutBench.h"
 #include "Measure.h"
 #include "Studio.h"
 
@@ -16,6 +17,7 @@ int wmain() {
     }
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     PrintHeader();
+    BenchLayouts();
     BenchEnumeration();
     BenchCategorySwitch();
     ::CoUninitialize();
