@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "EnumerationBench.h"
+#include "LayoutBench.h"
 #include "Measure.h"
 #include "PresetBench.h"
 #include "Studio.h"
@@ -18,6 +19,7 @@ int wmain() {
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     PrintHeader();
     BenchPresets();  // first, because it also looks at the peak of memory
+    BenchLayouts();
     BenchEnumeration();
     BenchCategorySwitch();
     ::CoUninitialize();

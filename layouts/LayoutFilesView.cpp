@@ -21,7 +21,7 @@ bool IsTemporary(std::wstring_view path) {
            EqualIgnoringCase(path.substr(path.size() - kExtension.size()), kExtension);
 }
 
-/// A path from the command line may be relative.
+/// A path from the command line may be relative, and one from the registry may have detours.
 std::wstring FullPathOf(const std::wstring& path) {
     std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
     full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
@@ -46,11 +46,12 @@ LayoutPlugins PluginsOf(const CPluginInventory& inventory) {
 }  // namespace
 
 CLayoutFilesView::CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                                   const CHostWindow& host, std::wstring folder, std::wstring settingsKey)
+                                   const CHostWindow& host, const std::wstring& folder,
+                                   std::wstring settingsKey)
     : m_dialog(dialog),
       m_tree(tree),
       m_host(host),
-      m_folder(std::move(folder)),
+      m_folder(FullPathOf(folder)),
       m_settingsKey(std::move(settingsKey)),
       m_plugins(PluginsOf(inventory)) {}
 

@@ -17,7 +17,7 @@ class CLayoutFilesView {
   public:
     /// `settingsKey` is where the current user's registry notes that layouts have changed.
     CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                     const CHostWindow& host, std::wstring folder, std::wstring settingsKey);
+                     const CHostWindow& host, const std::wstring& folder, std::wstring settingsKey);
 
     void OnInitDialog();
 

@@ -15,6 +15,8 @@ BEGIN {
     text("CorvaneAppDataRoot", data_root)
     key(maker_key "Corvane VST")
     text("VSTScanPath", file(tools "VstScanner.exe"))
+    key(maker_key "Corvane Plugin Manager")
+    text("MenuLayoutsPath", data_root "\\Menu Layouts")
     key(machine_key "Corvane VST Adapter")
     text("VSTConfigWizardPath", file(tools "AdapterWizard.exe"))
     key(inventory)

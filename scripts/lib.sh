@@ -99,9 +99,11 @@ fresh_prefix() {
     export WINEPREFIX=$1
 }
 
-# load_studio: the sample studio, into the prefix in use.
+# load_studio: the sample studio with its menu layouts, into the prefix in use.
 load_studio() {
-    wine regedit /S "$(windows_path "$bin/studio.reg")" && wine "$bin/studio_registrar.exe"
+    local layouts="$WINEPREFIX/drive_c/ProgramData/Corvane Studio/Menu Layouts"
+    mkdir -p "$layouts" && cp "$root"/samples/*.pgl "$layouts" &&
+        wine regedit /S "$(windows_path "$bin/studio.reg")" && wine "$bin/studio_registrar.exe"
 }
 
 # start_display: an Xvfb on a number of its own choosing, taken into use.

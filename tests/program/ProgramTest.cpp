@@ -214,6 +214,12 @@ TEST_F(Program, AnyNonsenseOnTheCommandLineIsPutUpWith) {
           L"/VSTInventoryRegKey \\\\\\ /UseDatabase"}) {
         const WindowDriver program(nonsense);
         EXPECT_TRUE(WaitForFill(program)) << Utf8(nonsense) << program.OnScreen();
+        if (std::wstring(nonsense).find(L".pgl") != std::wstring::npos) {
+            const HWND complaint = program.WaitForPopup(L"Plug-in Manager");
+            ASSERT_TRUE(complaint) << program.OnScreen();
+            Press(::GetDlgItem(complaint, IDOK));
+            ASSERT_TRUE(WaitFor([&] { return !::IsWindow(complaint); }));
+        }
         EXPECT_EQ(program.Close(), 0U) << Utf8(nonsense);
     }
 }

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -32,8 +32,9 @@ class FileSandbox {
         return Path(name);
     }
     std::string Read(const std::wstring& name) const {
-        std::ifstream file(m_folder / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        std::ostringstream text;
+        text << std::ifstream(m_folder / name, std::ios::binary).rdbuf();
+        return text.str();
     }
     std::vector<std::wstring> Names() const {
         std::vector<std::wstring> names;
@@ -44,9 +45,8 @@ class FileSandbox {
     }
 
   private:
-    std::filesystem::path m_folder =
-        std::filesystem::temp_directory_path() /
-        (L"Plug-in Manager files " + std::to_wstring(::GetCurrentProcessId()));
+    std::filesystem::path m_folder = std::filesystem::temp_directory_path() /
+                                     (L"Plug-in Manager files " + std::to_wstring(::GetCurrentProcessId()));
 };
 
 }  // namespace support

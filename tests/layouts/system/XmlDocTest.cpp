@@ -1,5 +1,3 @@
-#include "XmlDoc.h"
-
 #include <windows.h>
 
 #include <filesystem>
@@ -7,6 +5,7 @@
 
 #include "LayoutFolder.h"
 #include "WholeFile.h"
+#include "XmlDoc.h"
 #include "support/FileSandbox.h"
 
 namespace {
@@ -16,7 +15,7 @@ using support::FileSandbox;
 /// Notes what the default handler passes on, and refuses one tag.
 class CWalker : public CXmlDoc {
   public:
-    std::wstring refused;
+    std::wstring refused = L"<nothing>";
     std::wstring seen;
 
   protected:

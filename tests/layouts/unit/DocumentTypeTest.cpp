@@ -1,7 +1,7 @@
-#include "DocumentType.h"
-
 #include <gtest/gtest.h>
 #include <string>
+
+#include "DocumentType.h"
 
 namespace {
 

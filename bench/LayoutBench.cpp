@@ -1,0 +1,165 @@
+#include "LayoutBench.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <msxml2.h>
+#include <string>
+#include <wrl/client.h>
+
+#include "ClsidText.h"
+#include "Dialog.h"
+#include "Measure.h"
+#include "XmlTreeCtrl.h"
+#include "resource.h"
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+constexpr int kRuns = 7;
+constexpr std::array kSizes = {100, 1000, 10000};
+constexpr int kItemsInFolder = 20;
+constexpr int kSeparatorEvery = 7;
+
+constexpr CLSID kParser = {0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
+
+class CHiddenDialog : public CDialog {
+  public:
+    CHiddenDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
+};
+
+struct Bstr {
+    explicit Bstr(const std::wstring& value) : text(::SysAllocString(value.c_str())) {}
+    ~Bstr() { ::SysFreeString(text); }
+    Bstr(const Bstr&) = delete;
+    Bstr& operator=(const Bstr&) = delete;
+    VARIANT Argument() const {
+        VARIANT argument;
+        ::VariantInit(&argument);
+        argument.vt = VT_BSTR;
+        argument.bstrVal = text;
+        return argument;
+    }
+    BSTR text;
+};
+
+bool IsFolder(int number) { return number % kItemsInFolder == 0; }
+bool IsSeparator(int number) { return number % kSeparatorEvery == 3; }
+std::wstring NameOf(int number) { return L"Bench item " + std::to_wstring(number); }
+Guid IdOf(int number) { return {static_cast<std::uint32_t>(number), 1, 2, {3}}; }
+
+/// A folder of twenty items after the other, among them separators.
+void Fill(CTreeCtrlWrapper& layout, int size) {
+    layout.Clear();
+    const CRedrawLock noRedraw(layout.Tree());
+    HTREEITEM folder = nullptr;
+    for (int number = 0; number < size; ++number) {
+        if (IsFolder(number)) {
+            folder = layout.Append(nullptr, NewFolder(NameOf(number)), false);
+        } else if (IsSeparator(number)) {
+            layout.Append(folder, NewSeparator(), false);
+        } else {
+            LayoutItem plugin = NewPlugin();
+            plugin.name = plugin.originalName = NameOf(number);
+            plugin.clsid = IdOf(number);
+            layout.Append(folder, plugin, false);
+        }
+    }
+}
+
+ComPtr<IXMLDOMDocument> BareDocument() {
+    ComPtr<IXMLDOMDocument> document;
+    ::CoCreateInstance(kParser, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
+                       reinterpret_cast<void**>(document.GetAddressOf()));
+    document->put_async(VARIANT_FALSE);
+    return document;
+}
+
+/// The floor of a load: the parser reads the file, and as many items go into the tree.
+void BareLoad(const CTreeView& tree, const std::wstring& path, int size) {
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    BareDocument()->load(Bstr(path).Argument(), &loaded);
+    const CRedrawLock noRedraw(tree);
+    tree.Delete(TVI_ROOT);
+    HTREEITEM folder = nullptr;
+    for (int number = 0; number < size; ++number) {
+        const bool isFolder = IsFolder(number);
+        const std::wstring name = IsSeparator(number) ? kSeparatorText : NameOf(number);
+        const HTREEITEM item = tree.Insert(isFolder ? nullptr : folder, TVI_LAST, name, 5, 5, number);
+        if (isFolder) folder = item;
+    }
+}
+
+void BareSet(IXMLDOMElement& element, const wchar_t* name, const std::wstring& value) {
+    element.setAttribute(Bstr(name).text, Bstr(value).Argument());
+}
+
+/// The floor of a save: the same document, built and written.
+void BareSave(const std::wstring& path, int size) {
+    const ComPtr<IXMLDOMDocument> document = BareDocument();
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    document->loadXML(Bstr(L"<?xml version=\"1.0\" encoding=\"UTF-8\"?><PluginMenuLayout/>").text, &loaded);
+    ComPtr<IXMLDOMElement> root;
+    document->get_documentElement(&root);
+    BareSet(*root.Get(), L"DocSchema", L"1");
+    BareSet(*root.Get(), L"Name", L"Bench");
+    ComPtr<IXMLDOMElement> folder;
+    for (int number = 0; number < size; ++number) {
+        const bool isFolder = IsFolder(number);
+        const wchar_t* tag = isFolder ? L"Folder" : IsSeparator(number) ? L"Separator" : L"Plugin";
+        ComPtr<IXMLDOMElement> element;
+        document->createElement(Bstr(tag).text, &element);
+        (isFolder ? root : folder)->appendChild(element.Get(), nullptr);
+        if (isFolder) {
+            BareSet(*element.Get(), L"Name", NameOf(number));
+            folder = element;
+        } else if (!IsSeparator(number)) {
+            BareSet(*element.Get(), L"CLSID", ClsidText(IdOf(number)));
+            BareSet(*element.Get(), L"Category", L"0");
+            BareSet(*element.Get(), L"Name", NameOf(number));
+            BareSet(*element.Get(), L"OriginalName", NameOf(number));
+        }
+    }
+    document->save(Bstr(path).Argument());
+}
+
+}  // namespace
+
+void BenchLayouts() {
+    CHiddenDialog dialog;
+    if (!dialog.CreateModeless(nullptr)) return;
+    CTreeCtrlEx tree;
+    tree.Attach(dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
+    CTreeCtrlWrapper layout(tree);
+    const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
+    const std::wstring path = (std::filesystem::temp_directory_path() / L"bench.pgl").wstring();
+    for (const int size : kSizes) {
+        Fill(layout, size);
+        const auto saved = Compare(
+            kRuns,
+            [&] {
+                CXMLTreeCtrl document(layout, plugins);
+                document.SetLayoutName(L"Bench");
+                if (!document.Save(path)) std::puts("the layout could not be saved");
+            },
+            [&] { BareSave(path, size); });
+        PrintRow("layout save", size, saved);
+        const auto loaded = Compare(
+            kRuns,
+            [&] {
+                CXMLTreeCtrl document(layout, plugins);
+                if (!document.Load(path, false)) std::puts("the layout could not be loaded");
+            },
+            [&] { BareLoad(tree, path, size); });
+        PrintRow("layout load", size, loaded);
+        if (size == kSizes.back())
+            std::printf("  ratios at %d: save %.2f, load %.2f (aim 1.50)\n", size, saved.Ratio(),
+                        loaded.Ratio());
+    }
+    ::DeleteFileW(path.c_str());
+}

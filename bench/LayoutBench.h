@@ -1,0 +1,4 @@
+#pragma once
+
+/// Reading and writing layout files, for growing layouts.
+void BenchLayouts();
