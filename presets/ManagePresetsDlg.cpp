@@ -48,11 +48,7 @@ void CManagePresetsDlg::FillList() {
 }
 
 void CManagePresetsDlg::UpdateRename() {
-    const CWindow rename = Item(IDC_PRESET_RENAME);
-    const bool one = m_list.SelectedCount() == 1;
-    // A disabled button with the focus would leave the keyboard without effect.
-    if (!one && rename.HasFocus()) m_list.Focus();
-    rename.Enable(one);
+    EnableItem(IDC_PRESET_RENAME, m_list.SelectedCount() == 1, IDC_PRESET_LIST);
 }
 
 void CManagePresetsDlg::OnSelectAll() {
