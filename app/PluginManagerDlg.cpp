@@ -79,7 +79,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_SIZE, &Frame::OnSize>(),
         R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
         R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
-        R::OnMessage<WM_HELP, &Frame::OnHelp>(),
+        R::OnMessage<WM_HELP, &Frame::OnHelpFor>(),
         R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
         R::OnNotify<TTN_GETDISPINFOW, &Frame::OnNeedTipText>(),
 
@@ -322,7 +322,10 @@ void CPluginManagerDlg::OnNeedTipText(NMTTDISPINFOW& tip) {
     }
 }
 
-void CPluginManagerDlg::OnHelp() { m_app.ShowHelp(kHelpOfDialogs + IDD_PLUGIN_MANAGER); }
+// A dialog above this one passes its help requests down to its owner; one with a context of its own names it.
+void CPluginManagerDlg::OnHelpFor(DWORD_PTR contextId) {
+    m_app.ShowHelp(kHelpOfDialogs + (contextId != 0 ? contextId : IDD_PLUGIN_MANAGER));
+}
 
 void CPluginManagerDlg::OnExclude() {
     m_tree.CancelDrag();

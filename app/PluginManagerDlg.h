@@ -54,7 +54,8 @@ class CPluginManagerDlg : public CDialog {
     void OnSize(Size client);
     void OnSizing(UINT edge, RECT& proposed);
     void OnTimer(UINT_PTR timer);
-    void OnHelp();
+    void OnHelp() { OnHelpFor(0); }
+    void OnHelpFor(DWORD_PTR contextId);
     void OnExclude();
     void OnImportPresets();
     void OnExportPresets();

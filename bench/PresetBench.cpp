@@ -138,7 +138,8 @@ void BareImport(int plugin, const std::wstring& path, const std::wstring& folder
             continue;
         }
         BareRead(in, buffer);
-        const std::wstring target = folder + L"\\" + name;
+        std::wstring target = folder;
+        target.append(L"\\").append(name);
         const HANDLE preset = BareFile(target.c_str(), true);
         BareWrite(preset, buffer.data(), buffer.size());
         ::CloseHandle(preset);

@@ -50,11 +50,11 @@ struct Cracker<WM_DESTROY> {
     }
 };
 
-/// handler()
+/// handler(DWORD_PTR contextId): of the window that help was asked for in; 0 when it has none
 template <>
 struct Cracker<WM_HELP> {
-    static Answer Call(auto&& handler, WPARAM, LPARAM) {
-        handler();
+    static Answer Call(auto&& handler, WPARAM, LPARAM lParam) {
+        handler(reinterpret_cast<const HELPINFO*>(lParam)->dwContextId);
         return TRUE;
     }
 };

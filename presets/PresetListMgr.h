@@ -38,6 +38,8 @@ class CPresetListMgr {
     virtual ~CPresetListMgr() = default;
     CPresetListMgr(const CPresetListMgr&) = default;
     CPresetListMgr& operator=(const CPresetListMgr&) = default;
+    CPresetListMgr(CPresetListMgr&&) = default;
+    CPresetListMgr& operator=(CPresetListMgr&&) = default;
 
     const Guid& Clsid() const { return m_inFile.plugin.clsid; }
     const std::wstring& DisplayName() const { return m_inFile.plugin.name; }

@@ -38,16 +38,16 @@ int ForEachRecord(CPresetFileReader& reader, TVisit&& visit) {
 
 }  // namespace
 
-int ReadPluginInto(CPresetFileReader& reader, std::uint16_t version, PluginInFile& read) {
-    PresetPlugin& plugin = read.plugin;
+int ReadPluginInto(CPresetFileReader& reader, std::uint16_t version, PluginInFile& plugin) {
+    PresetPlugin& known = plugin.plugin;
     PluginRecordHead head = reader.ReadPlugin(version);
-    const Guid category = head.category.value_or(plugin.category);
-    read.presets = head.presets;
-    plugin.name = std::move(head.name);
-    if (plugin.clsid.IsNull()) plugin.clsid = head.clsid;
-    if (plugin.category.IsNull()) plugin.category = category;
+    const Guid category = head.category.value_or(known.category);
+    plugin.presets = head.presets;
+    known.name = std::move(head.name);
+    if (known.clsid.IsNull()) known.clsid = head.clsid;
+    if (known.category.IsNull()) known.category = category;
     if (head.presets == 0) return kNothingForPlugin;
-    return plugin.clsid == head.clsid && plugin.category == category ? 0 : kNothingForPlugin;
+    return known.clsid == head.clsid && known.category == category ? 0 : kNothingForPlugin;
 }
 
 int ImportFor(CPresetFileReader& reader, PluginInFile& plugin, const PresetSelection* selection,

@@ -2,6 +2,10 @@
 //   --wait SECONDS     until the plug-in list is filled; then its first row is selected, so that the details
 //   show
 //   --category ROW     chooses a row of the category list (and again the first plug-in)
+//   --plugin NAME      selects this plug-in of the category
+//   --press ID         clicks a button; what it opens is not waited for
+//   --popup TITLE      waits for a dialog whose title begins so; the options after it go for that dialog
+//   --first-file       chooses the first file of a file dialog
 //   --size WxH         gives the window this size
 //   --geometry         prints the window's place as WIDTHxHEIGHT+LEFT+TOP
 //   --toolbar          prints the place of the layout buttons in the same way
@@ -42,9 +46,14 @@ bool WaitFor(DWORD milliseconds, Condition condition) {
     return true;
 }
 
-HWND MainWindow() { return FindWindowW(nullptr, kTitle); }
+HWND g_popup = nullptr;
+
+HWND MainWindow() { return g_popup != nullptr ? g_popup : FindWindowW(nullptr, kTitle); }
 
 HWND Control(int id) { return GetDlgItem(MainWindow(), id); }
+
+/// A control that was added to a file dialog stands in a child dialog.
+HWND AddedControl(int id) { return GetDlgItem(FindWindowExW(g_popup, nullptr, L"#32770", nullptr), id); }
 
 LRESULT RowCount(int list) { return Send(Control(list), LB_GETCOUNT).value_or(0); }
 
@@ -79,6 +88,48 @@ bool ChooseCategory(const std::wstring& row) {
     if (Send(Control(IDC_CATEGORIES), LB_SETCURSEL, std::stoul(row)).value_or(LB_ERR) == LB_ERR) return false;
     Notify(IDC_CATEGORIES);
     return SelectFirstPlugin();
+}
+
+bool SelectPlugin(const std::wstring& name) {
+    Send(Control(IDC_PLUGINS), LB_SETSEL, FALSE, -1);
+    const auto row = Send(Control(IDC_PLUGINS), LB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                          reinterpret_cast<LPARAM>(name.c_str()));
+    if (!row || Send(Control(IDC_PLUGINS), LB_SETSEL, TRUE, *row).value_or(LB_ERR) == LB_ERR) return false;
+    Notify(IDC_PLUGINS);
+    return true;
+}
+
+bool Press(const std::wstring& id) { return PostMessageW(Control(std::stoi(id)), BM_CLICK, 0, 0) != FALSE; }
+
+bool WaitForPopup(const std::wstring& title) {
+    const auto isIt = [](HWND window, LPARAM lParam) -> BOOL {
+        const auto& wanted = *reinterpret_cast<const std::wstring*>(lParam);
+        wchar_t text[256] = {};
+        GetWindowTextW(window, text, 256);
+        if (!IsWindowVisible(window) || !std::wstring_view(text).starts_with(wanted)) return TRUE;
+        g_popup = window;
+        return FALSE;
+    };
+    const auto parameter = reinterpret_cast<LPARAM>(&title);
+    return WaitFor(kActionLimit,
+                   [&] { return EnumWindows(isIt, parameter) == FALSE && g_popup != nullptr; }) &&
+           Send(g_popup, WM_NCACTIVATE, TRUE).has_value();
+}
+
+bool ChooseFirstFile() {
+    HWND files = nullptr;
+    const auto isList = [](HWND window, LPARAM lParam) -> BOOL {
+        wchar_t name[64] = {};
+        GetClassNameW(window, name, 64);
+        if (std::wstring_view(name) != L"SysListView32") return TRUE;
+        *reinterpret_cast<HWND*>(lParam) = window;
+        return FALSE;
+    };
+    EnumChildWindows(g_popup, isList, reinterpret_cast<LPARAM>(&files));
+    return PostMessageW(files, WM_KEYDOWN, VK_DOWN, 0) != FALSE &&
+           PostMessageW(files, WM_KEYDOWN, VK_HOME, 0) != FALSE && WaitFor(kActionLimit, [] {
+               return Send(AddedControl(IDC_PRESET_LIST), LB_GETCOUNT).value_or(0) > 0;
+           });
 }
 
 bool Resize(const std::wstring& size) {
@@ -133,6 +184,10 @@ bool Do(std::wstring_view option, wchar_t**& argument) {
     const auto value = [&argument] { return std::wstring(*argument != nullptr ? *argument++ : L""); };
     if (option == L"--wait") return Wait(value());
     if (option == L"--category") return ChooseCategory(value());
+    if (option == L"--plugin") return SelectPlugin(value());
+    if (option == L"--press") return Press(value());
+    if (option == L"--popup") return WaitForPopup(value());
+    if (option == L"--first-file") return ChooseFirstFile();
     if (option == L"--size") return Resize(value());
     if (option == L"--geometry") return PrintGeometry();
     if (option == L"--toolbar") return PrintToolbar();

@@ -24,9 +24,9 @@ close_program() {
     wait "$program"
 }
 
-# picture FILE: the window alone, without the desktop around it.
+# picture FILE [TITLE]: the window or a dialog of this title alone, without the desktop around it.
 picture() {
-    import -window root -crop "$(probe --geometry)" +repage "$root/docs/$1"
+    import -window root -crop "$(probe ${2:+--popup "$2"} --geometry)" +repage "$root/docs/$1"
     echo "docs/$1"
 }
 
@@ -37,10 +37,30 @@ toolbar_picture() {
     echo "docs/$1"
 }
 
+# The control ids of the preset buttons and dialogs, as in res/resource.h.
+button_import=1014 button_export=1015 button_manage=1021 button_rename=1017 button_cancel=2
+
+# The file dialogs start in the current folder.
+mkdir -p "$WINEPREFIX/drive_c/Presets"
+cp "$root"/samples/*.spp "$WINEPREFIX/drive_c/Presets/"
+cd "$WINEPREFIX/drive_c/Presets"
 start_program
 probe --category 1
 picture main-dialog.png
 toolbar_picture toolbar-themed.png
+probe --plugin 'Kammer Reverb' --press $button_manage
+picture manage-presets.png 'Manage Presets'
+probe --popup 'Manage Presets' --press $button_rename
+picture rename-preset.png 'Rename Preset'
+probe --popup 'Rename Preset' --press $button_cancel
+probe --popup 'Manage Presets' --close
+probe --press $button_export
+picture export-presets.png 'Export Presets'
+probe --popup 'Export Presets' --close
+probe --press $button_import
+probe --popup 'Import Presets' --first-file
+picture import-presets.png 'Import Presets'
+probe --popup 'Import Presets' --close
 probe --size 1200x900
 picture main-dialog-large.png
 close_program

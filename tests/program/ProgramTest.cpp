@@ -121,7 +121,7 @@ TEST_F(Program, DocksFloatsAndDocksAgain) {
     const RECT docked = RectOf(dialog);
     Command(dialog, 0x30);
     ASSERT_TRUE(WaitFor([&] { return ParentOf(dialog) == ::GetDesktopWindow(); }));
-    // It is moved there after it got its new parent.
+    // It gets its new parent first, and its old place after that.
     EXPECT_TRUE(WaitFor([&] {
         const RECT floating = RectOf(dialog);
         return ::EqualRect(&docked, &floating) != FALSE;

@@ -43,6 +43,8 @@ class PresetStore : public testing::Test {
         fs::create_directories(m_top);
     }
     ~PresetStore() override { fs::remove_all(m_top); }
+    PresetStore(const PresetStore&) = delete;
+    PresetStore& operator=(const PresetStore&) = delete;
 
     static bool Store(const std::wstring& name, std::span<const std::byte> data, int type = 3) {
         return CPresetListMgr(kHall, kEffects, L"Hall")
@@ -184,7 +186,7 @@ TEST_F(PresetStore, ListsCarryTheIndexInTheStore) {
 TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
     for (int i = 0; i < 40; ++i)
         Store(L"preset " + std::to_wstring(i),
-              Data(static_cast<std::size_t>(1 + i * 4000), static_cast<char>('a' + i % 26)));
+              Data(1 + 4000 * static_cast<std::size_t>(i), static_cast<char>('a' + i % 26)));
     Store(L"in a file", Data(1), 1);
     const auto before = Stored(m_hall);
     {
@@ -235,8 +237,7 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     };
     const auto announced = [this] {
         auto file = CFileSource::Open(m_file);
-        CPresetFileReader reader(*file,
-                                 {.toAnsi = {}, .fromAnsi = [](std::string_view) { return std::wstring(); }});
+        CPresetFileReader reader(*file, AnsiText());
         return reader.ReadPlugin(reader.ReadHeader()->version).presets;
     };
     // These write nothing and are announced all the same.
