@@ -96,7 +96,7 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
-    std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&,
-               CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
+    std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&, CLayoutTreeView&,
+               CLayoutFilesView&, CLayoutToolbar&>
         m_views{m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files, m_toolbar};
 };

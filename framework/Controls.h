@@ -42,9 +42,6 @@ class CListBox : public CWindow {
     /// Adds where the box's style puts it: in order when it sorts, else last. Gives the row, negative on
     /// failure.
     int Add(const std::wstring& text) const { return SendInt(LB_ADDSTRING, 0, Pointer(text)); }
-    int InsertAt(int row, const std::wstring& text) const {
-        return SendInt(LB_INSERTSTRING, static_cast<WPARAM>(row), Pointer(text));
-    }
     std::wstring RowText(int row) const;
 
     LPARAM Data(int row) const { return Send(LB_GETITEMDATA, static_cast<WPARAM>(row)); }
@@ -111,7 +108,6 @@ class CTreeView : public CWindow {
     std::wstring ItemText(HTREEITEM item) const;
     void SetItemText(HTREEITEM item, const std::wstring& text) const;
     LPARAM Data(HTREEITEM item) const;
-    void SetItemImages(HTREEITEM item, int image, int selectedImage) const;
     /// The list stays the caller's.
     void SetImages(HIMAGELIST images) const {
         Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images));

@@ -47,16 +47,6 @@ void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutIte
     m_modified = true;
 }
 
-void CTreeCtrlWrapper::UpdateInstalled(const std::function<void(LayoutItem&)>& update) {
-    const CRedrawLock noRedraw(m_tree);
-    for (auto& [id, entry] : m_records) {
-        if (entry.record.kind != LayoutKind::Plugin) continue;
-        update(entry.record);
-        const LayoutImages images = ImagesOf(entry.record);
-        m_tree.SetItemImages(entry.item, images.normal, images.selected);
-    }
-}
-
 HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record) {
     if (record.id == kInvalidItemId) return nullptr;
     const LayoutImages images = ImagesOf(record);

@@ -36,8 +36,6 @@ class CTreeCtrlWrapper {
     std::vector<LayoutItemId> SelectedIds() const;
     /// Changes an item's record, its label and image with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
-    /// Marks each plug-in as installed or not; nothing counts as modified.
-    void UpdateInstalled(const std::function<void(LayoutItem&)>& update);
 
     /// Adds as the last child; for reading a layout, where nothing else is selected. Null when it fails.
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record, bool select);

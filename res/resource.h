@@ -1,4 +1,5 @@
-// Ids of every dialog, control, menu, image and text; shared by the code and by the resources of all languages.
+// Ids of every dialog, control, menu, image and text; shared by the code and by the resources of all
+// languages.
 #pragma once
 
 // Dialogs
