@@ -56,7 +56,7 @@ Guid IdOf(int number) { return {static_cast<std::uint32_t>(number), 1, 2, {3}}; 
 /// A folder of twenty items after the other, among them separators.
 void Fill(CTreeCtrlWrapper& layout, int size) {
     layout.Clear();
-    const CRedrawLock noRedraw(layout.Tree());
+    const CRedrawLock noRedraw{CWindow(layout.Tree().Handle())};
     HTREEITEM folder = nullptr;
     for (int number = 0; number < size; ++number) {
         if (IsFolder(number)) {

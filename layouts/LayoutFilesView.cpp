@@ -211,6 +211,7 @@ void CLayoutFilesView::OnDelete() {
 
 std::vector<std::wstring> CLayoutFilesView::Names() const {
     std::vector<std::wstring> names;
+    names.reserve(m_paths.size());
     for (int row = 0; row < m_list.Count(); ++row) names.push_back(m_list.RowText(row));
     return names;
 }

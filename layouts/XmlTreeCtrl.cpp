@@ -94,7 +94,7 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     if (m_schema < 1) return false;
     m_tree.Clear();
     m_lastFolder = nullptr;
-    const CRedrawLock noRedraw(m_tree.Tree());
+    const CRedrawLock noRedraw{CWindow(m_tree.Tree().Handle())};
     const bool read = ReadChildren(nullptr, 1);
     // Each folder read becomes the selection; only the last one's lasts, and each costs a walk of the tree.
     if (m_lastFolder) m_tree.Tree().Select(m_lastFolder);
