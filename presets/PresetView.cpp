@@ -52,6 +52,8 @@ int ImportFrom(const std::wstring& path, std::vector<CPresetListMgr>& plugins,
 }  // namespace
 
 void CPresetView::Report(const std::wstring& text) const {
+    // While windows paint, a host may close and take the docked dialog along.
+    if (!m_dialog.IsLive()) return;
     ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
 }
 

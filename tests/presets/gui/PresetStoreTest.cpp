@@ -35,7 +35,7 @@ class CHiddenDialog : public CDialog {
 };
 
 class PresetStore : public testing::Test {
-  protected:
+  public:
     PresetStore() {
         // Read once by the process, so it is the same folder for all tests.
         ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_top.c_str());
@@ -46,6 +46,7 @@ class PresetStore : public testing::Test {
     PresetStore(const PresetStore&) = delete;
     PresetStore& operator=(const PresetStore&) = delete;
 
+  protected:
     static bool Store(const std::wstring& name, std::span<const std::byte> data, int type = 3) {
         return CPresetListMgr(kHall, kEffects, L"Hall")
             .StoreImportedPreset({.type = type, .name = name, .data = data});
