@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 1;
-
 /// Text of an item that is drawn in grey.
 constexpr COLORREF kGreyText = RGB(0xCD, 0xCD, 0xCD);
 
@@ -26,11 +24,15 @@ void CTreeCtrlEx::Attach(HWND tree, Hooks hooks) {
     m_hwnd = tree;
     m_hooks = std::move(hooks);
     m_anchor = nullptr;
-    ::SetWindowSubclass(m_hwnd, &CTreeCtrlEx::Procedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+    // Not SetWindowSubclass: it looks itself up in a window property with each message, and filling, saving
+    // and sorting a large tree is nothing but messages.
+    ::SetWindowLongPtrW(m_hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    m_original = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(m_hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CTreeCtrlEx::Procedure)));
 }
 
 void CTreeCtrlEx::Detach() {
-    if (m_hwnd) ::RemoveWindowSubclass(m_hwnd, &CTreeCtrlEx::Procedure, kSubclassId);
+    if (m_hwnd) ::SetWindowLongPtrW(m_hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_original));
     m_hwnd = nullptr;
 }
 
@@ -116,12 +118,12 @@ LRESULT CTreeCtrlEx::OnCustomDraw(const NMTVCUSTOMDRAW& draw, COLORREF& text) co
     return CDRF_DODEFAULT;
 }
 
-LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                        DWORD_PTR self) noexcept {
-    auto* tree = reinterpret_cast<CTreeCtrlEx*>(self);
+LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    auto* tree = reinterpret_cast<CTreeCtrlEx*>(::GetWindowLongPtrW(hwnd, GWLP_USERDATA));
     if (message == WM_NCDESTROY) {
+        const WNDPROC original = tree->m_original;
         tree->Detach();
-        return ::DefSubclassProc(hwnd, message, wParam, lParam);
+        return ::CallWindowProcW(original, hwnd, message, wParam, lParam);
     }
     try {
         return tree->Dispatch(message, wParam, lParam);

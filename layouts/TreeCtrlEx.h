@@ -52,11 +52,10 @@ class CTreeCtrlEx : public CTreeView {
     LRESULT OnCustomDraw(const NMTVCUSTOMDRAW& draw, COLORREF& text) const;
 
   private:
-    static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR self) noexcept;
+    static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) const {
-        return ::DefSubclassProc(m_hwnd, message, wParam, lParam);
+        return ::CallWindowProcW(m_original, m_hwnd, message, wParam, lParam);
     }
     /// True when the control's own handling is not to follow.
     bool OnLeftDown(POINT client, bool shift, bool control);
@@ -71,5 +70,6 @@ class CTreeCtrlEx : public CTreeView {
     void NotifyParent(NMHDR& header, UINT code) const;
 
     Hooks m_hooks;
+    WNDPROC m_original = nullptr;
     HTREEITEM m_anchor = nullptr;  // of a selection with Shift; null after any plain click
 };

@@ -86,7 +86,8 @@ void CTreeCtrlWrapper::Clear() {
     m_tree.Select(nullptr);
     m_tree.Delete(TVI_ROOT);
     m_records.clear();
-    m_images = BuildLayoutImageList();
+    if (!m_images)
+        m_images = BuildLayoutImageList();  // once: reading 25 icons takes longer than most layouts
     m_tree.SetImages(m_images.Get());
     m_modified = false;
 }

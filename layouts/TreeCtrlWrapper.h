@@ -41,7 +41,7 @@ class CTreeCtrlWrapper {
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record, bool select);
     /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
     HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
-    /// Removes all items and builds the image list anew; the layout then is not modified.
+    /// Removes all items; the layout then is not modified.
     void Clear();
 
     // Walking, in display order.
