@@ -137,6 +137,68 @@ void BareWalk(const CTreeView& tree, HTREEITEM first) {
     }
 }
 
+constexpr int kSorted = 10000;
+constexpr int kAdded = 1000;
+constexpr int kDeleted = 5000;
+
+LayoutItem PluginNamed(const std::wstring& name) {
+    LayoutItem plugin = NewPlugin();
+    plugin.name = name;
+    return plugin;
+}
+
+/// Each edit beside the bare messages to the control that do the same.
+void BenchEdits(CTreeCtrlWrapper& layout) {
+    CTreeCtrlEx& tree = layout.Tree();
+    const CRedrawLock noRedraw{CWindow(tree.Handle())};
+    const auto fill = [&](int count) {
+        layout.Clear();
+        for (int number = 0; number < count; ++number) {
+            layout.Append(nullptr, PluginNamed(NameOf(number * 7919 % count)), false);
+        }
+    };
+    fill(kSorted);
+    PrintRow("sort, in order already", kSorted,
+             Compare(
+                 kRuns, [&] { layout.Sort(nullptr); },
+                 [&] { tree.Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); }));
+    PrintRow("add plug-ins to the tree", kAdded,
+             Compare(
+                 kRuns,
+                 [&] {
+                     layout.Clear();
+                     HTREEITEM last = nullptr;
+                     for (int number = 0; number < kAdded; ++number) {
+                         last = layout.Insert(nullptr, IntoFolder::Yes, PluginNamed(NameOf(number)));
+                     }
+                     tree.SelectOnly(last);
+                 },
+                 [&] {
+                     tree.Delete(TVI_ROOT);
+                     for (int number = 0; number < kAdded; ++number) {
+                         tree.Insert(nullptr, TVI_LAST, NameOf(number), 0, 0, number);
+                     }
+                 }));
+    const auto fillAndSelect = [&] {
+        fill(2 * kDeleted);
+        HTREEITEM item = tree.Root();
+        for (int number = 0; item; ++number, item = tree.NextSibling(item))
+            tree.SetSelected(item, number % 2 == 0);
+        tree.MoveCaret(tree.Root());
+    };
+    PrintRow("fill, select, delete half", 2 * kDeleted,
+             Compare(
+                 3,
+                 [&] {
+                     fillAndSelect();
+                     layout.DeleteSelection();
+                 },
+                 [&] {
+                     fillAndSelect();
+                     for (const HTREEITEM item : tree.SelectedItems()) tree.Delete(item);
+                 }));
+}
+
 }  // namespace
 
 void BenchLayouts() {
@@ -174,4 +236,5 @@ void BenchLayouts() {
                         loaded.Ratio());
     }
     ::DeleteFileW(path.c_str());
+    BenchEdits(layout);
 }

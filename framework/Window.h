@@ -48,7 +48,9 @@ class CWindow {
 /// Keeps a control from painting while it is filled, and paints it whole at the end.
 class CRedrawLock {
   public:
-    explicit CRedrawLock(CWindow window) : m_window(window) { m_window.Send(WM_SETREDRAW, FALSE); }
+    explicit CRedrawLock(const CWindow& window) : m_window(window.Handle()) {
+        m_window.Send(WM_SETREDRAW, FALSE);
+    }
     ~CRedrawLock() {
         m_window.Send(WM_SETREDRAW, TRUE);
         ::InvalidateRect(m_window.Handle(), nullptr, TRUE);

@@ -253,12 +253,10 @@ void CTreeCtrlEx::Toggle(HTREEITEM item) {
     const bool selected = !IsSelected(item);
     SetSelected(item, selected);
     const HTREEITEM caret = Caret();
-    if (selected) {
-        MoveCaret(item);
-    } else if (item == caret) {
+    if (!selected && item == caret) {
         const auto left = SelectedItems();
         MoveCaret(left.empty() ? nullptr : left.front());
-    } else if (!caret || !IsSelected(caret)) {
+    } else if (selected || !caret || !IsSelected(caret)) {
         MoveCaret(item);
     }
 }

@@ -98,9 +98,9 @@ std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
     return children;
 }
 
-bool CTreeCtrlWrapper::IsWithin(HTREEITEM item, HTREEITEM ancestor) const {
-    for (; item; item = m_tree.Parent(item)) {
-        if (item == ancestor) return true;
+bool CTreeCtrlWrapper::IsWithin(HTREEITEM inner, HTREEITEM outer) const {
+    for (; inner; inner = m_tree.Parent(inner)) {
+        if (inner == outer) return true;
     }
     return false;
 }

@@ -82,7 +82,7 @@ class CTreeCtrlWrapper {
     HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;
-    bool IsWithin(HTREEITEM item, HTREEITEM ancestor) const;
+    bool IsWithin(HTREEITEM inner, HTREEITEM outer) const;
 
     CTreeCtrlEx& m_tree;
     std::map<LayoutItemId, Entry> m_records;

@@ -2,13 +2,11 @@
 
 #include "SinglePropDlg.h"
 #include "resource.h"
-#include "support/WaitFor.h"
 #include "support/WindowActions.h"
 
 namespace {
 
 using support::Press;
-using support::WaitFor;
 
 /// Runs the prompt; `act` comes in a message of its own, as soon as the prompt is open.
 template <typename TAct>

@@ -102,8 +102,6 @@ std::string Preview(const Bytes& file, const PresetPlugin* plugin, int& result) 
     return lines;
 }
 
-const std::vector<std::string> kNothing;
-
 Bytes TwoPlugins() {
     return Maker()
         .Header(2)
@@ -273,7 +271,7 @@ TEST(PresetFile, AFileThatEndsTooEarlyGivesWhatCameBefore) {
 TEST(PresetFile, NoLengthIsBelieved) {
     const Bytes head = Maker().Header(1).Head(kHall, 1).bytes;
     // Each field that holds a length or a count, with everything around it right.
-    const auto fails = [](Maker file) {
+    const auto fails = [](const Maker& file) {
         return ImportOne(file.bytes).result == kPresetIoFailure && ImportOne(file.bytes).kept.empty();
     };
     for (const std::int64_t length :
