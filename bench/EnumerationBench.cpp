@@ -16,6 +16,7 @@
 
 #include "Dialog.h"
 #include "ExclusionList.h"
+#include "LayoutTreeView.h"
 #include "Measure.h"
 #include "PluginInventory.h"
 #include "PluginListView.h"
@@ -174,6 +175,29 @@ void FillBare(CListBox list, const std::vector<std::wstring>& names) {
     for (const std::wstring& name : names) list.SetData(list.Add(name), 1);
 }
 
+/// The first rows of the list go into the layout; the floor inserts as many items into the bare control.
+void BenchAddPlugin(CDialog& dialog, const CPluginInventory& inventory, const CPluginListView& plugins) {
+    constexpr int kAdded = 1000;
+    CLayoutTreeView layout(dialog, inventory, plugins);
+    layout.OnInitDialog();
+    plugins.Plugins().Send(LB_SELITEMRANGEEX, 0, kAdded - 1);
+    const CTreeCtrlEx& tree = layout.Layout().Tree();
+    const auto result = Compare(
+        kRuns,
+        [&] {
+            layout.Layout().Clear();
+            layout.OnAddPlugin();
+        },
+        [&] {
+            const CRedrawLock noRedraw(tree);
+            tree.Delete(TVI_ROOT);
+            for (int row = 0; row < kAdded; ++row)
+                tree.Insert(nullptr, TVI_LAST, plugins.Plugins().RowText(row), 8, 8, row);
+        });
+    PrintRow("add plug-in", kAdded, result);
+    layout.OnDestroy();
+}
+
 }  // namespace
 
 void BenchEnumeration() {
@@ -201,7 +225,7 @@ void BenchEnumeration() {
         kSizes.front(), perItem.back() / perItem.front());
 }
 
-void BenchCategorySwitch() {
+void BenchPanes() {
     constexpr int kRows = 2000;
     GrowVstInventory(kRows * 20 / 19 + 20);
     const CPluginDatabase noDatabase;
@@ -226,5 +250,6 @@ void BenchCategorySwitch() {
         kRuns, [&] { view.Refill(); }, [&] { FillBare(view.Plugins(), names); });
     PrintRow("category switch", rows, result);
     std::printf("  ratio %.2f (aim 1.30)\n", result.Ratio());
+    BenchAddPlugin(dialog, inventory, view);
     view.OnDestroy();
 }

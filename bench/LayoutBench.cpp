@@ -138,7 +138,6 @@ void BareWalk(const CTreeView& tree, HTREEITEM first) {
 }
 
 constexpr int kSorted = 10000;
-constexpr int kAdded = 1000;
 constexpr int kDeleted = 5000;
 
 LayoutItem PluginNamed(const std::wstring& name) {
@@ -162,23 +161,6 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
              Compare(
                  kRuns, [&] { layout.Sort(nullptr); },
                  [&] { tree.Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); }));
-    PrintRow("add plug-ins to the tree", kAdded,
-             Compare(
-                 kRuns,
-                 [&] {
-                     layout.Clear();
-                     HTREEITEM last = nullptr;
-                     for (int number = 0; number < kAdded; ++number) {
-                         last = layout.Insert(nullptr, IntoFolder::Yes, PluginNamed(NameOf(number)));
-                     }
-                     tree.SelectOnly(last);
-                 },
-                 [&] {
-                     tree.Delete(TVI_ROOT);
-                     for (int number = 0; number < kAdded; ++number) {
-                         tree.Insert(nullptr, TVI_LAST, NameOf(number), 0, 0, number);
-                     }
-                 }));
     const auto fillAndSelect = [&] {
         fill(2 * kDeleted);
         HTREEITEM item = tree.Root();

@@ -21,7 +21,7 @@ int wmain() {
     BenchPresets();  // first, because it also looks at the peak of memory
     BenchLayouts();
     BenchEnumeration();
-    BenchCategorySwitch();
+    BenchPanes();
     ::CoUninitialize();
     return 0;
 }

@@ -49,9 +49,7 @@ class CLayoutTreeView {
     void OnSelectionChanged() const { UpdateButtons(); }
     BOOL OnBeginLabelEdit(const NMTVDISPINFOW& item) const;
     BOOL OnEndLabelEdit(const NMTVDISPINFOW& item);
-    void OnDeleteItem(const NMTREEVIEWW& item) {
-        m_layout.OnDeleteItem(static_cast<LayoutItemId>(item.itemOld.lParam));
-    }
+    void OnDeleteItem(const NMTREEVIEWW& item) { m_layout.OnDeleteItem(item.itemOld.hItem); }
     void OnKeyDown(const NMTVKEYDOWN& key);
     void OnBeginDrag(const NMTREEVIEWW& item);
     LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const { return m_tree.OnCustomDraw(draw, draw.clrText); }

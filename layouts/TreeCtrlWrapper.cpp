@@ -17,14 +17,8 @@ int CompareIgnoringCase(std::wstring_view a, std::wstring_view b) {
 }  // namespace
 
 const LayoutItem* CTreeCtrlWrapper::Find(HTREEITEM item) const {
-    if (!item) return nullptr;
-    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
-    return found == m_records.end() ? nullptr : &found->second.record;
-}
-
-CTreeCtrlWrapper::Entry* CTreeCtrlWrapper::EntryOf(HTREEITEM item) {
-    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
-    return found == m_records.end() ? nullptr : &found->second;
+    const auto found = m_entries.find(item);
+    return found == m_entries.end() ? nullptr : &found->second->record;
 }
 
 HTREEITEM CTreeCtrlWrapper::HandleOf(LayoutItemId id) const {
@@ -34,16 +28,18 @@ HTREEITEM CTreeCtrlWrapper::HandleOf(LayoutItemId id) const {
 
 std::vector<LayoutItemId> CTreeCtrlWrapper::SelectedIds() const {
     std::vector<LayoutItemId> ids;
-    for (const HTREEITEM item : m_tree.SelectedItems())
-        ids.push_back(static_cast<LayoutItemId>(m_tree.Data(item)));
+    for (const HTREEITEM item : m_tree.SelectedItems()) {
+        if (const LayoutItem* record = Find(item)) ids.push_back(record->id);
+    }
     return ids;
 }
 
 void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change) {
-    Entry* entry = item ? EntryOf(item) : nullptr;
-    if (!entry) return;
-    change(entry->record);
-    m_tree.SetItemText(item, entry->record.name);
+    const auto found = m_entries.find(item);
+    if (found == m_entries.end()) return;
+    LayoutItem& record = found->second->record;
+    change(record);
+    m_tree.SetItemText(item, record.name);
     m_modified = true;
 }
 
@@ -54,12 +50,9 @@ HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const 
                                          static_cast<LPARAM>(record.id));
     if (!item) return nullptr;
     m_modified = true;
-    const auto found = m_records.find(record.id);
-    if (found != m_records.end()) {
-        found->second.item = item;
-    } else {
-        m_records.emplace(record.id, Entry{record, item});
-    }
+    Entry& entry = m_records.try_emplace(record.id, Entry{record, item}).first->second;
+    entry.item = item;
+    m_entries[item] = &entry;
     return item;
 }
 
@@ -85,6 +78,7 @@ void CTreeCtrlWrapper::Clear() {
     const CRedrawLock noRedraw(m_tree);
     m_tree.Select(nullptr);
     m_tree.Delete(TVI_ROOT);
+    m_entries.clear();
     m_records.clear();
     if (!m_images)
         m_images = BuildLayoutImageList();  // once: reading 25 icons takes longer than most layouts
@@ -120,10 +114,7 @@ HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     const bool wasSelected = m_tree.IsSelected(item);
     const HTREEITEM moved = CopySubtree(item, parent, after);
     if (!moved) return item;
-    // The records belong to the copies now.
-    m_keepRecords = true;
     m_tree.Delete(item);
-    m_keepRecords = false;
     if (wasSelected) m_tree.SelectOnly(!parent || m_tree.IsExpanded(parent) ? moved : parent);
     return moved;
 }
@@ -158,10 +149,11 @@ void CTreeCtrlWrapper::Sort(HTREEITEM parent) {
     items.reserve(children.size());
     ids.reserve(children.size());
     for (const HTREEITEM child : children) {
-        if (m_tree.Child(child)) Sort(child);
         const LayoutItem* record = Find(child);
-        items.push_back(record ? SortItem{record->kind, record->name} : SortItem{});
-        ids.push_back(static_cast<LayoutItemId>(m_tree.Data(child)));
+        if (!record) continue;
+        if (record->kind == LayoutKind::Folder) Sort(child);
+        items.push_back({record->kind, record->name});
+        ids.push_back(record->id);
     }
     std::unordered_map<LayoutItemId, std::size_t> ranks;
     std::size_t rank = 0;
@@ -205,8 +197,12 @@ void CTreeCtrlWrapper::DeleteSelection() {
 
 bool CTreeCtrlWrapper::SelectionHasFolder() const { return std::ranges::any_of(SelectedIds(), IsFolderId); }
 
-void CTreeCtrlWrapper::OnDeleteItem(LayoutItemId id) {
-    if (m_keepRecords) return;
-    m_records.erase(id);
+void CTreeCtrlWrapper::OnDeleteItem(HTREEITEM item) {
+    const auto found = m_entries.find(item);
+    if (found == m_entries.end()) return;
+    const Entry* entry = found->second;
+    m_entries.erase(found);
+    // After a move the record belongs to the copy.
+    if (entry->item == item) m_records.erase(entry->record.id);
     m_modified = true;
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "Handles.h"
@@ -70,14 +71,13 @@ class CTreeCtrlWrapper {
     bool SelectionHasFolder() const;
 
     /// From the tree's notification that an item goes.
-    void OnDeleteItem(LayoutItemId id);
+    void OnDeleteItem(HTREEITEM item);
 
   private:
     struct Entry {
         LayoutItem record;
         HTREEITEM item;
     };
-    Entry* EntryOf(HTREEITEM item);
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
     HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
@@ -86,7 +86,8 @@ class CTreeCtrlWrapper {
 
     CTreeCtrlEx& m_tree;
     std::map<LayoutItemId, Entry> m_records;
+    // The same by item: Wine's tree view looks through all of its items when it is asked about one.
+    std::unordered_map<HTREEITEM, Entry*> m_entries;
     UniqueImageList m_images;
     bool m_modified = false;
-    bool m_keepRecords = false;  // an item goes whose record lives on in a copy
 };

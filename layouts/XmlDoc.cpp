@@ -321,7 +321,7 @@ std::optional<std::wstring> CXmlDoc::HeaderValue(const std::wstring& attribute) 
     return std::nullopt;
 }
 
-ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, const std::wstring& text) const {
+ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, std::wstring_view text) const {
     ComPtr<IXMLDOMElement> element;
     ComPtr<IXMLDOMText> plain;
     ComPtr<IXMLDOMCDATASection> cdata;
@@ -343,7 +343,7 @@ ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, const std::wstring& text) const {
     return node;
 }
 
-bool CXmlDoc::CreateRootElement(const std::wstring& name) {
+bool CXmlDoc::CreateRootElement(std::wstring_view name) {
     if (!m_document) return false;
     ComPtr<IXMLDOMElement> root;
     if (FAILED(m_document->createElement(BstrOf(name).Get(), &root)) ||
@@ -354,14 +354,14 @@ bool CXmlDoc::CreateRootElement(const std::wstring& name) {
     return true;
 }
 
-bool CXmlDoc::AppendChildElement(const std::wstring& name) {
+bool CXmlDoc::AppendChildElement(std::wstring_view name) {
     const ComPtr<IXMLDOMNode> child = Create(Kind::Element, name);
     if (!child || !m_current || FAILED(m_current->appendChild(child.Get(), nullptr))) return false;
     m_current = child;
     return true;
 }
 
-bool CXmlDoc::SetAttribute(const std::wstring& name, const std::wstring& value) {
+bool CXmlDoc::SetAttribute(std::wstring_view name, std::wstring_view value) {
     if (!IsXmlText(value)) return Fail(L"CXmlDoc: a text holds a character that XML does not have");
     const ComPtr<IXMLDOMElement> element = CurrentElement();
     const UniqueBstr text = BstrOf(value);

@@ -64,10 +64,10 @@ class CXmlDoc {
     /// The first line: version 1.0 and one more attribute, "encoding" or "standalone".
     bool SetHeader(const std::wstring& name, const std::wstring& attribute, const std::wstring& value);
     std::optional<std::wstring> HeaderValue(const std::wstring& attribute);
-    bool CreateRootElement(const std::wstring& name);
-    bool AppendChildElement(const std::wstring& name);
+    bool CreateRootElement(std::wstring_view name);
+    bool AppendChildElement(std::wstring_view name);
     /// Refuses a text that XML can't hold.
-    bool SetAttribute(const std::wstring& name, const std::wstring& value);
+    bool SetAttribute(std::wstring_view name, std::wstring_view value);
     enum class Kind { Element, Text, CData };
     /// Nothing can stand beside the root element.
     bool AddBefore(Kind kind, const std::wstring& text) { return AddBeside(kind, text, false); }
@@ -98,7 +98,7 @@ class CXmlDoc {
     void ReadParseError();
     void ReadAttributes();
     bool AddBeside(Kind kind, const std::wstring& text, bool after);
-    Microsoft::WRL::ComPtr<IXMLDOMNode> Create(Kind kind, const std::wstring& text) const;
+    Microsoft::WRL::ComPtr<IXMLDOMNode> Create(Kind kind, std::wstring_view text) const;
 
     std::wstring m_tag;
     std::wstring m_name;
