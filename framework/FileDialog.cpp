@@ -75,8 +75,9 @@ UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LP
         ::SetWindowLongPtrW(window, DWLP_USER, settings.lCustData);
         auto& dialog = *reinterpret_cast<CFileDialog*>(settings.lCustData);
         dialog.m_window = CWindow(window);
+        // Its number stands on the whole dialog, so that the system's own controls lead to the same page.
         if (dialog.m_settings.templateId != 0)
-            ::SetWindowContextHelpId(window, HelpOfDialog(dialog.m_settings.templateId));
+            ::SetWindowContextHelpId(::GetParent(window), HelpOfDialog(dialog.m_settings.templateId));
         return FALSE;  // the focus stays in the file name
     }
     auto* dialog = reinterpret_cast<CFileDialog*>(::GetWindowLongPtrW(window, DWLP_USER));

@@ -4,7 +4,7 @@
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-source=$root/help
+sources=$root/help
 project=$build/help
 web=$build/help-web
 chm=$bin/PluginManager.chm
@@ -14,19 +14,19 @@ entries() {
 }
 
 pages() {
-    entries "$source/contents.txt" | tr -d ' '
+    entries "$sources/contents.txt" | tr -d ' '
 }
 
 # title PAGE
 title() {
-    sed -n 's|^<title>\(.*\)</title>$|\1|p' "$source/$1"
+    sed -n 's|^<title>\(.*\)</title>$|\1|p' "$sources/$1"
 }
 
 # The words of the index, sorted: WORD <tab> PAGE or PAGE#PLACE
 keywords() {
     local page
     for page in $(pages); do
-        sed -n 's|^<meta name="keywords" content="\(.*\)" />$|\1|p' "$source/$page" | tr ';' '\n' |
+        sed -n 's|^<meta name="keywords" content="\(.*\)" />$|\1|p' "$sources/$page" | tr ';' '\n' |
             awk -F'#' -v OFS='\t' -v page="$page" '{ sub(/^ +/, ""); print $1, page ($2 ? "#" $2 : "") }'
     done | LC_ALL=C sort -f
 }
@@ -43,7 +43,7 @@ tree() {
         level=$depth
         printf '<li>'
         "$entry" "$page" "$(title "$page")"
-    done < <(entries "$source/contents.txt")
+    done < <(entries "$sources/contents.txt")
     for (( ; level >= 0; level--)); do echo '</li></ul>'; done
 }
 
@@ -69,13 +69,13 @@ make_pictures() {
         [ "$part" = - ] || change+=(-crop "$part" +repage)
         [ "$width" = - ] || change+=(-resize "$width" +dither -colors 256)
         convert "$root/docs/$from" "${change[@]}" -strip -define png:exclude-chunks=date,time "$1/$name"
-    done < <(entries "$source/pictures.txt")
+    done < <(entries "$sources/pictures.txt")
 }
 
 make_project() {
     rm -rf "$project"
     mkdir -p "$project"
-    cp "$source"/*.htm "$source/help.css" "$project"
+    cp "$sources"/*.htm "$sources/help.css" "$project"
     make_pictures "$project"
     tree sitemap_object | sitemap >"$project/contents.hhc"
     {
@@ -117,8 +117,7 @@ remove_times() {
 
 # What the compiler can't find it leaves out without failing.
 check_chm() {
-    local file
-    local names
+    local file names
     names=$(chmls -p -n list "$1" 2>/dev/null)
     for file in $(cd "$project" && ls -- *.htm *.css *.png *.hhc *.hhk) '#WINDOWS' "\$FIftiMain"; do
         grep -qxF "/$file" <<<"${names// /}" || die "the help file lacks $file"
@@ -136,9 +135,9 @@ make_chm() {
 make_web() {
     rm -rf "$web"
     mkdir -p "$web"
-    cp "$source"/*.htm "$source"/*.css "$project"/*.png "$web"
+    cp "$sources"/*.htm "$sources"/*.css "$project"/*.png "$web"
     {
-        cat "$source/web-head.txt"
+        cat "$sources/web-head.txt"
         tree web_link
         echo '<h2>Index</h2>'
         echo '<ul>'

@@ -110,7 +110,14 @@ class CNotedHelp : public IDialogHelp {
 
 TEST(Dialog, HelpIsAskedForByTheNearestNumberAroundTheControl) {
     CNotedHelp help;
-    const auto pressF1 = [](auto& d) { d.Item(IDOK).Send(WM_KEYDOWN, VK_F1); };
+    const auto pressF1 = [](auto& d) {
+        HELPINFO info{};
+        info.cbSize = sizeof info;
+        info.iContextType = HELPINFO_WINDOW;
+        info.iCtrlId = IDOK;
+        info.hItemHandle = d.Item(IDOK).Handle();
+        d.Item(IDOK).Send(WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
+    };
     const auto numberTheButton = [](auto& d) { ::SetWindowContextHelpId(d.Item(IDOK).Handle(), 77); };
     CScriptedDialog({pressF1, numberTheButton, pressF1}).RunModal(nullptr);
     EXPECT_EQ(help.m_asked, (std::vector<DWORD>{HelpOfDialog(IDD_ABOUT), 77}));
