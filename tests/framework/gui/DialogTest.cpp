@@ -94,6 +94,8 @@ class CNotedHelp : public IDialogHelp {
   public:
     CNotedHelp() { SetDialogHelp(this); }
     ~CNotedHelp() override { SetDialogHelp(nullptr); }
+    CNotedHelp(const CNotedHelp&) = delete;
+    CNotedHelp& operator=(const CNotedHelp&) = delete;
 
     std::vector<DWORD> m_asked;
     UINT m_takes = 0;
