@@ -58,8 +58,13 @@ HRESULT CHelpFile::Show(const std::wstring& target, UINT command, DWORD_PTR data
     return m_htmlHelp(nullptr, target.c_str(), command, data) ? S_OK : E_FAIL;
 }
 
+bool CHelpFile::TakesMessage(MSG& message) const {
+    return m_cookie != 0 &&
+           m_htmlHelp(nullptr, nullptr, HH_PRETRANSLATEMESSAGE, reinterpret_cast<DWORD_PTR>(&message));
+}
+
 void CHelpFile::ShutDown() {
-    if (const DWORD cookie = std::exchange(m_cookie, 0))
+    if (const DWORD_PTR cookie = std::exchange(m_cookie, 0))
         m_htmlHelp(nullptr, nullptr, HH_UNINITIALIZE, cookie);
     m_htmlHelp = nullptr;
     m_engine.Reset();

@@ -32,6 +32,8 @@ class CHelpFile {
     HRESULT Request(HelpCommand command, DWORD_PTR data) const;
     /// Shows one page of the file, as in "presets.htm".
     HRESULT ShowTopic(const std::wstring& topic) const;
+    /// The engine's share of a message loop while its window is there; true when that was all.
+    bool TakesMessage(MSG& message) const;
     void ShutDown();
 
     const std::wstring& Path() const { return m_path; }
@@ -43,5 +45,5 @@ class CHelpFile {
     std::wstring m_path;
     UniqueLibrary m_engine;
     HtmlHelpFunction* m_htmlHelp = nullptr;
-    DWORD m_cookie = 0;  // 0: the engine is not initialised
+    DWORD_PTR m_cookie = 0;  // 0: the engine is not initialised; as wide as the engine could write it
 };

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "HelpTopics.h"
 #include "InstanceSearch.h"
 #include "InterfaceLanguage.h"
 #include "MessageCaption.h"
@@ -56,6 +57,7 @@ void CPluginManagerApp::InitInstance() {
     m_log.Open(L"PluginManager");
     m_help.Prepare(ProgramPath(), kHelpFileName);
     m_mainWindow = ::GetActiveWindow();
+    SetDialogHelp(this);
 
     CPluginManagerDlg dialog(*this);
     dialog.RunModal(nullptr);
@@ -70,9 +72,13 @@ void CPluginManagerApp::ChooseLanguage() const {
     SetResourceLanguage(*language);
 }
 
-HRESULT CPluginManagerApp::ShowHelp(DWORD_PTR context) {
+void CPluginManagerApp::ShowHelp(DWORD context) {
     m_mainWindow = ::GetActiveWindow();
-    return m_help.Request(HelpCommand::Context, context);
+    const auto page = HelpPageOf(context);
+    const HRESULT shown =
+        page ? m_help.ShowTopic(std::wstring(*page)) : m_help.Request(HelpCommand::Context, context);
+    // The button must not seem dead where there is no help engine, or no help file.
+    if (FAILED(shown)) ::MessageBeep(MB_ICONEXCLAMATION);
 }
 
 void CPluginManagerApp::ReportLoggedErrors() const {
@@ -85,6 +91,7 @@ void CPluginManagerApp::ReportLoggedErrors() const {
 }
 
 int CPluginManagerApp::ExitInstance() {
+    SetDialogHelp(nullptr);
     m_help.ShutDown();
     ReportLoggedErrors();
     m_log.Close();

@@ -5,20 +5,21 @@
 
 #include "CmdLine.h"
 #include "DebugLog.h"
+#include "DialogHelp.h"
 #include "HelpFile.h"
 
 /// One object; InitInstance runs the whole program, ExitInstance cleans up, also after a start that found a
 /// running copy. No failure of a start is reported to the user.
-class CPluginManagerApp {
+class CPluginManagerApp : private IDialogHelp {
   public:
     void InitInstance();
     int ExitInstance();
 
     const CPluginManagerCmdLine& CmdLine() const { return m_cmdLine; }
-    /// The help of one dialog or control, by its number in the help file.
-    HRESULT ShowHelp(DWORD_PTR context);
 
   private:
+    void ShowHelp(DWORD context) override;
+    bool TakesMessage(MSG& message) override { return m_help.TakesMessage(message); }
     void ChooseLanguage() const;
     void ReportLoggedErrors() const;
 

@@ -1,6 +1,8 @@
 #include "PluginManagerDlg.h"
 
 #include "AboutDlg.h"
+#include "DialogHelp.h"
+#include "HelpTopics.h"
 #include "PluginManagerApp.h"
 #include "ProgramPath.h"
 #include "Resources.h"
@@ -15,9 +17,6 @@ constexpr UINT kCommandFloat = 0x30;
 
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
-
-/// Where the help file's numbers of dialogs begin.
-constexpr DWORD_PTR kHelpOfDialogs = 0x20000;
 
 constexpr int kKeyHandled = -2;
 constexpr int kKeyDefault = -1;
@@ -79,7 +78,6 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_SIZE, &Frame::OnSize>(),
         R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
         R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
-        R::OnMessage<WM_HELP, &Frame::OnHelpFor>(),
         R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
         R::OnNotify<TTN_GETDISPINFOW, &Frame::OnNeedTipText>(),
 
@@ -163,6 +161,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_tree.UpdateButtons();
     m_exclusion.OnInitDialog();
 
+    SetHelpNumbers();
     if (StartsDocked()) Dock();
     ::SetTimer(m_hwnd, kFirstFillTimer, kFirstFillDelay, nullptr);
     return true;
@@ -192,6 +191,12 @@ void CPluginManagerDlg::SetIcons() {
                                    ::GetSystemMetrics(SM_CYSMICON));
     Send(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_icon.Get()));
     Send(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
+}
+
+void CPluginManagerDlg::SetHelpNumbers() const {
+    for (const HelpTopic& topic : ControlTopics()) {
+        ::SetWindowContextHelpId(Item(static_cast<int>(topic.id)).Handle(), HelpOfControl(topic.id));
+    }
 }
 
 void CPluginManagerDlg::OnTimer(UINT_PTR timer) {
@@ -322,10 +327,7 @@ void CPluginManagerDlg::OnNeedTipText(NMTTDISPINFOW& tip) {
     }
 }
 
-// A dialog above this one passes its help requests down to its owner; one with a context of its own names it.
-void CPluginManagerDlg::OnHelpFor(DWORD_PTR contextId) {
-    m_app.ShowHelp(kHelpOfDialogs + (contextId != 0 ? contextId : IDD_PLUGIN_MANAGER));
-}
+void CPluginManagerDlg::OnHelp() const { ShowHelpOn(m_hwnd); }
 
 void CPluginManagerDlg::OnExclude() {
     m_tree.CancelDrag();

@@ -54,8 +54,7 @@ class CPluginManagerDlg : public CDialog {
     void OnSize(Size client);
     void OnSizing(UINT edge, RECT& proposed);
     void OnTimer(UINT_PTR timer);
-    void OnHelp() { OnHelpFor(0); }
-    void OnHelpFor(DWORD_PTR contextId);
+    void OnHelp() const;
     void OnExclude();
     void OnImportPresets();
     void OnExportPresets();
@@ -65,6 +64,7 @@ class CPluginManagerDlg : public CDialog {
 
     void AddSystemCommands();
     void SetIcons();
+    void SetHelpNumbers() const;
     void FirstFill();
     bool StartsDocked() const;
     void Dock();

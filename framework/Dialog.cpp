@@ -1,5 +1,6 @@
 #include "Dialog.h"
 
+#include "DialogHelp.h"
 #include "Resources.h"
 
 namespace {
@@ -73,7 +74,7 @@ void CDialog::RunLoop() {
         const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
         if (got == 0) ::PostQuitMessage(static_cast<int>(message.wParam));
         if (got <= 0) return;
-        if (Translate(message)) continue;
+        if (HelpTakesMessage(message) || Translate(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
@@ -108,6 +109,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
     if (message == WM_INITDIALOG) {
         reinterpret_cast<CDialog*>(lParam)->m_hwnd = hwnd;
         ::SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
+        ::SetWindowContextHelpId(hwnd, HelpOfDialog(reinterpret_cast<CDialog*>(lParam)->m_templateId));
     }
     auto* dialog = reinterpret_cast<CDialog*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
     if (!dialog) return FALSE;
@@ -135,6 +137,11 @@ Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
         return DispatchRoutes(message, header.code, static_cast<UINT>(header.idFrom), wParam, lParam);
+    }
+    if (message == WM_HELP) {
+        // Served here, because a docked dialog's owner belongs to another program.
+        ShowHelpOn(static_cast<HWND>(reinterpret_cast<const HELPINFO*>(lParam)->hItemHandle));
+        return TRUE;
     }
     if (message != WM_COMMAND) return DispatchRoutes(message, 0, kAnyControl, wParam, lParam);
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "DialogHelp.h"
 #include "Resources.h"
 
 namespace {
@@ -72,7 +73,11 @@ UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LP
     if (message == WM_INITDIALOG) {
         const auto& settings = *reinterpret_cast<const OPENFILENAMEW*>(lParam);
         ::SetWindowLongPtrW(window, DWLP_USER, settings.lCustData);
-        reinterpret_cast<CFileDialog*>(settings.lCustData)->m_window = CWindow(window);
+        auto& dialog = *reinterpret_cast<CFileDialog*>(settings.lCustData);
+        dialog.m_window = CWindow(window);
+        // Its number stands on the whole dialog, so that the system's own controls lead to the same page.
+        if (dialog.m_settings.templateId != 0)
+            ::SetWindowContextHelpId(::GetParent(window), HelpOfDialog(dialog.m_settings.templateId));
         return FALSE;  // the focus stays in the file name
     }
     auto* dialog = reinterpret_cast<CFileDialog*>(::GetWindowLongPtrW(window, DWLP_USER));
@@ -92,6 +97,10 @@ std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM l
     if (message == WM_COMMAND) {
         OnCommand(LOWORD(wParam), HIWORD(wParam));
         return std::nullopt;
+    }
+    if (message == WM_HELP) {
+        ShowHelpOn(static_cast<HWND>(reinterpret_cast<const HELPINFO*>(lParam)->hItemHandle));
+        return TRUE;
     }
     if (message != WM_NOTIFY) return std::nullopt;
     switch (reinterpret_cast<const NMHDR*>(lParam)->code) {

@@ -50,15 +50,6 @@ struct Cracker<WM_DESTROY> {
     }
 };
 
-/// handler(DWORD_PTR contextId): of the window that help was asked for in; 0 when it has none
-template <>
-struct Cracker<WM_HELP> {
-    static Answer Call(auto&& handler, WPARAM, LPARAM lParam) {
-        handler(reinterpret_cast<const HELPINFO*>(lParam)->dwContextId);
-        return TRUE;
-    }
-};
-
 /// handler(POINT client)
 template <>
 struct Cracker<WM_MOUSEMOVE> {

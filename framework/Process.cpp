@@ -1,5 +1,7 @@
 #include "Process.h"
 
+#include "DialogHelp.h"
+
 namespace {
 
 constexpr DWORD kSlice = 10;  // ms
@@ -12,6 +14,7 @@ bool DispatchPending(const CWindow& window) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return false;
         }
+        if (HelpTakesMessage(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "Dialog.h"
+#include "DialogHelp.h"
 #include "resource.h"
 
 namespace {
@@ -87,6 +88,50 @@ TEST(Dialog, TheOwnerIsDisabledMeanwhileAndEnabledOnTheWayOut) {
     EXPECT_TRUE(owner.IsEnabled());
     owner.End(0);
     EXPECT_FALSE(owner.IsLive()) << "a modeless dialog's window goes with End";
+}
+
+class CNotedHelp : public IDialogHelp {
+  public:
+    CNotedHelp() { SetDialogHelp(this); }
+    ~CNotedHelp() override { SetDialogHelp(nullptr); }
+    CNotedHelp(const CNotedHelp&) = delete;
+    CNotedHelp& operator=(const CNotedHelp&) = delete;
+
+    std::vector<DWORD> m_asked;
+    UINT m_takes = 0;
+    int m_taken = 0;
+
+  private:
+    void ShowHelp(DWORD context) override { m_asked.push_back(context); }
+    bool TakesMessage(MSG& message) override {
+        if (message.message != m_takes) return false;
+        ++m_taken;
+        return true;
+    }
+};
+
+TEST(Dialog, HelpIsAskedForByTheNearestNumberAroundTheControl) {
+    CNotedHelp help;
+    const auto pressF1 = [](auto& d) {
+        HELPINFO info{};
+        info.cbSize = sizeof info;
+        info.iContextType = HELPINFO_WINDOW;
+        info.iCtrlId = IDOK;
+        info.hItemHandle = d.Item(IDOK).Handle();
+        d.Item(IDOK).Send(WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
+    };
+    const auto numberTheButton = [](auto& d) { ::SetWindowContextHelpId(d.Item(IDOK).Handle(), 77); };
+    CScriptedDialog({pressF1, numberTheButton, pressF1}).RunModal(nullptr);
+    EXPECT_EQ(help.m_asked, (std::vector<DWORD>{HelpOfDialog(IDD_ABOUT), 77}));
+}
+
+TEST(Dialog, TheHelpWindowTakesItsMessagesFirst) {
+    CNotedHelp help;
+    help.m_takes = WM_KEYDOWN;
+    CScriptedDialog dialog({[](auto& d) { ::PostMessageW(d.Handle(), WM_KEYDOWN, VK_RETURN, 0); }});
+    dialog.RunModal(nullptr);
+    EXPECT_EQ(help.m_taken, 1);
+    EXPECT_EQ(dialog.m_keysSeen, 0);
 }
 
 }  // namespace

@@ -1,0 +1,5 @@
+// The numbers under which dialogs and controls ask for help.
+#pragma once
+
+constexpr unsigned HelpOfDialog(unsigned templateId) { return 0x20000 + templateId; }
+constexpr unsigned HelpOfControl(unsigned controlId) { return 0x50000 + controlId; }

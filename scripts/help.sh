@@ -1,0 +1,157 @@
+#!/usr/bin/env bash
+# Builds the help from help/: PluginManager.chm beside the program, and the same pages for a browser in build/help-web.
+# The same sources give the same bytes.
+set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+sources=$root/help
+project=$build/help
+web=$build/help-web
+chm=$bin/PluginManager.chm
+
+entries() {
+    grep -v '^ *\(#\|$\)' "$1"
+}
+
+pages() {
+    entries "$sources/contents.txt" | tr -d ' '
+}
+
+# title PAGE
+title() {
+    sed -n 's|^<title>\(.*\)</title>$|\1|p' "$sources/$1"
+}
+
+# The words of the index, sorted: WORD <tab> PAGE or PAGE#PLACE
+keywords() {
+    local page
+    for page in $(pages); do
+        sed -n 's|^<meta name="keywords" content="\(.*\)" />$|\1|p' "$sources/$page" | tr ';' '\n' |
+            awk -F'#' -v OFS='\t' -v page="$page" '{ sub(/^ +/, ""); print $1, page ($2 ? "#" $2 : "") }'
+    done | LC_ALL=C sort -f
+}
+
+# tree ENTRY: the contents as nested lists, each page by what ENTRY PAGE TITLE prints
+tree() {
+    local entry=$1 line page level=-1 depth
+    while IFS= read -r line; do
+        page=${line##* }
+        depth=$(((${#line} - ${#page}) / 4))
+        [ "$depth" -gt "$level" ] && echo '<ul>'
+        for (( ; level > depth; level--)); do echo '</li></ul>'; done
+        [ "$depth" = "$level" ] && echo '</li>'
+        level=$depth
+        printf '<li>'
+        "$entry" "$page" "$(title "$page")"
+    done < <(entries "$sources/contents.txt")
+    for (( ; level >= 0; level--)); do echo '</li></ul>'; done
+}
+
+sitemap_object() {
+    printf '<object type="text/sitemap"><param name="Name" value="%s"><param name="Local" value="%s"></object>\n' "$2" "$1"
+}
+
+web_link() {
+    printf '<a href="%s" target="page">%s</a>\n' "$1" "$2"
+}
+
+sitemap() {
+    echo '<!DOCTYPE HTML PUBLIC "-//IETF//DTD HTML//EN">'
+    echo '<html><head></head><body>'
+    cat
+    echo '</body></html>'
+}
+
+make_pictures() {
+    local name from part width
+    while read -r name from part width; do
+        local change=()
+        [ "$part" = - ] || change+=(-crop "$part" +repage)
+        [ "$width" = - ] || change+=(-resize "$width" +dither -colors 256)
+        convert "$root/docs/$from" "${change[@]}" -strip -define png:exclude-chunks=date,time "$1/$name"
+    done < <(entries "$sources/pictures.txt")
+}
+
+make_project() {
+    rm -rf "$project"
+    mkdir -p "$project"
+    cp "$sources"/*.htm "$sources/help.css" "$project"
+    make_pictures "$project"
+    tree sitemap_object | sitemap >"$project/contents.hhc"
+    {
+        echo '<ul>'
+        keywords | while IFS=$'\t' read -r word place; do
+            printf '<li>'
+            sitemap_object "$place" "$word"
+            echo '</li>'
+        done
+        echo '</ul>'
+    } | sitemap >"$project/index.hhk"
+    # The window: contents, index, search and favourites beside the page; it keeps the place that the user gives it.
+    local name='Corvane Plug-in Manager Help' first
+    first=$(pages | head -n 1)
+    {
+        printf '%s\n' '[OPTIONS]' 'Compatibility=1.1 or later' 'Compiled file=PluginManager.chm' \
+            'Contents file=contents.hhc' 'Index file=index.hhk' "Default topic=$first" "Title=$name" \
+            'Language=0x409 English (United States)' 'Full-text search=Yes' 'Binary Index=No' 'Default Window=main' '' '[WINDOWS]'
+        printf 'main="%s","contents.hhc","index.hhk","%s","%s",,,,,0x41520,260,0x304e,[60,40,1140,780],,,,,,,0\n' \
+            "$name" "$first" "$first"
+        printf '%s\n' '' '[FILES]'
+        (cd "$project" && ls -- *.htm *.css *.png)
+    } >"$project/help.hhp"
+}
+
+# zero FILE OFFSET: four bytes
+zero() {
+    printf '\0\0\0\0' | dd of="$1" bs=1 seek="$2" conv=notrunc status=none
+}
+
+# The compiler notes the time of its run in the file's header, and in its system table before its own name.
+remove_times() {
+    local name
+    name=$(LC_ALL=C grep -obUa 'HHA Version' "$1" | head -n 1 | cut -d: -f1)
+    [ -n "$name" ] || die "the help file has no system table"
+    zero "$1" 16
+    zero "$1" $((name - 8))
+}
+
+# What the compiler can't find it leaves out without failing.
+check_chm() {
+    local file names
+    names=$(chmls -p -n list "$1" 2>/dev/null)
+    for file in $(cd "$project" && ls -- *.htm *.css *.png *.hhc *.hhk) '#WINDOWS' "\$FIftiMain"; do
+        grep -qxF "/$file" <<<"${names// /}" || die "the help file lacks $file"
+    done
+}
+
+make_chm() {
+    (cd "$project" && quietly "$build/help.log" chmcmd help.hhp) || die "the help file could not be built"
+    check_chm "$project/PluginManager.chm"
+    remove_times "$project/PluginManager.chm"
+    mkdir -p "$bin"
+    cp "$project/PluginManager.chm" "$chm"
+}
+
+make_web() {
+    rm -rf "$web"
+    mkdir -p "$web"
+    cp "$sources"/*.htm "$sources"/*.css "$project"/*.png "$web"
+    {
+        cat "$sources/web-head.txt"
+        tree web_link
+        echo '<h2>Index</h2>'
+        echo '<ul>'
+        keywords | while IFS=$'\t' read -r word place; do
+            printf '<li>%s</li>\n' "$(web_link "$place" "$word")"
+        done
+        echo '</ul>'
+        printf '</div>\n<iframe name="page" title="Page" src="%s"></iframe>\n</body>\n</html>\n' "$(pages | head -n 1)"
+    } >"$web/index.htm"
+}
+
+"$root/scripts/setup.sh"
+make_project
+make_chm
+make_web
+echo "$chm"
+echo "$web/index.htm"
