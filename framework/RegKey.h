@@ -68,7 +68,7 @@ class CRegKey {
 
     HKEY Handle() const { return m_key.Get(); }
 
-    /// Removes a key with everything below it.
+    /// Removes a key with everything below it. A path that is empty or ends with a backslash is refused.
     static bool DeleteTree(HKEY root, const std::wstring& path);
 
   private:
