@@ -48,10 +48,6 @@ std::optional<CRegKey> CRegKey::OpenSubkey(const std::wstring& name, REGSAM acce
     return Open(m_key.Get(), name, access);
 }
 
-std::optional<CRegKey> CRegKey::CreateSubkey(const std::wstring& name, REGSAM access, bool* existed) const {
-    return Create(m_key.Get(), name, access, existed);
-}
-
 std::optional<CRegKey::Text> CRegKey::ReadText(const wchar_t* name, std::size_t maxBytes) const {
     Text text;
     LSTATUS status = ERROR_MORE_DATA;

@@ -35,8 +35,6 @@ class CRegKey {
     static std::optional<CRegKey> Create(HKEY root, const std::wstring& path,
                                          REGSAM access = KEY_READ | KEY_WRITE, bool* existed = nullptr);
     std::optional<CRegKey> OpenSubkey(const std::wstring& name, REGSAM access = KEY_READ) const;
-    std::optional<CRegKey> CreateSubkey(const std::wstring& name, REGSAM access,
-                                        bool* existed = nullptr) const;
 
     std::optional<std::wstring> ReadString(const wchar_t* name, std::size_t maxBytes) const;
     /// As ReadString, with the variables of a REG_EXPAND_SZ filled in.

@@ -116,7 +116,9 @@ auto Guarded(TWork&& work) noexcept -> decltype(work()) {
 }
 
 /// Shows a message box; returns the button's id. `flags` are MB_...
-int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags);
+inline int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags) {
+    return ::MessageBoxW(owner, text.c_str(), caption.c_str(), flags);
+}
 
 /// Moves many child windows in one batch, keeping Z order and activation.
 class CGeometryBatch {
