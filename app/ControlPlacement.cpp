@@ -20,7 +20,7 @@ Size ClientSize(const CDialog& dialog) {
 
 void RecordPlacement(const CDialog& dialog) {
     if (g_recorded) return;
-    g_recorded.emplace(std::vector<Rect>(), ClientSize(dialog));
+    g_recorded = RecordedGeometry{{}, ClientSize(dialog)};
     for (const int id : PlacedControls())
         g_recorded->places.push_back(dialog.Item(id).RectIn(dialog.Handle()));
 }

@@ -52,7 +52,7 @@ std::optional<CRegKey::Text> CRegKey::ReadText(const wchar_t* name, std::size_t 
     Text text;
     LSTATUS status = ERROR_MORE_DATA;
     // One call serves nearly every text; only a long one is asked for again with the room that it needs.
-    DWORD size = static_cast<DWORD>(std::min(maxBytes, kPathBytes));
+    auto size = static_cast<DWORD>(std::min(maxBytes, kPathBytes));
     while (status == ERROR_MORE_DATA && size <= maxBytes) {
         text.characters.resize((size + 1) / sizeof(wchar_t));
         status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &text.type,
