@@ -1,15 +1,11 @@
 #include "CmdLine.h"
 
-#include <algorithm>
+#include "AsciiCase.h"
 
 namespace {
 
-constexpr wchar_t Lower(wchar_t c) {
-    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-}
-
 std::optional<unsigned> HexDigit(wchar_t c) {
-    const wchar_t lower = Lower(c);
+    const wchar_t lower = AsciiLower(c);
     if (lower >= L'0' && lower <= L'9') return static_cast<unsigned>(lower - L'0');
     if (lower >= L'a' && lower <= L'f') return static_cast<unsigned>(lower - L'a') + 10;
     return std::nullopt;
@@ -17,15 +13,11 @@ std::optional<unsigned> HexDigit(wchar_t c) {
 
 }  // namespace
 
-bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return std::ranges::equal(a, b, {}, Lower, Lower);
-}
-
 std::optional<std::uintptr_t> ParsePointer(std::wstring_view text) {
     const auto start = text.find_first_not_of(L" \t");
     if (start == std::wstring_view::npos) return std::nullopt;
     text.remove_prefix(start);
-    if (text.size() > 2 && text[0] == L'0' && Lower(text[1]) == L'x' && HexDigit(text[2]))
+    if (text.size() > 2 && text[0] == L'0' && AsciiLower(text[1]) == L'x' && HexDigit(text[2]))
         text.remove_prefix(2);
 
     constexpr std::uintptr_t kTopDigit = std::uintptr_t{0xF} << (sizeof(std::uintptr_t) * 8 - 4);

@@ -29,6 +29,3 @@ struct CPluginManagerCmdLine {
 /// Reads a handle the way scanf's "%p" does: blanks, an optional 0x, then hexadecimal digits up to the first
 /// other character. Nothing when there is no digit, or more than a pointer holds.
 std::optional<std::uintptr_t> ParsePointer(std::wstring_view text);
-
-/// Case of Latin letters is ignored.
-bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b);

@@ -1,6 +1,12 @@
 #include "ControlPlacement.h"
 
+#include <optional>
+
+#include "ResizeLayout.h"
+
 namespace {
+
+std::optional<RecordedGeometry> g_recorded;
 
 /// Room of the batch; it grows by itself when there are more controls.
 constexpr int kExpectedControls = 40;
@@ -12,21 +18,16 @@ Size ClientSize(const CDialog& dialog) {
 
 }  // namespace
 
-std::optional<RecordedGeometry>& CControlPlacement::Recorded() {
-    static std::optional<RecordedGeometry> recorded;
-    return recorded;
+void RecordPlacement(const CDialog& dialog) {
+    if (g_recorded) return;
+    g_recorded = RecordedGeometry{{}, ClientSize(dialog)};
+    for (const int id : PlacedControls())
+        g_recorded->places.push_back(dialog.Item(id).RectIn(dialog.Handle()));
 }
 
-void CControlPlacement::Record(const CDialog& dialog) {
-    if (Recorded()) return;
-    RecordedGeometry geometry{{}, ClientSize(dialog)};
-    for (const int id : PlacedControls()) geometry.places.push_back(dialog.Item(id).RectIn(dialog.Handle()));
-    Recorded() = std::move(geometry);
-}
-
-void CControlPlacement::Apply(const CDialog& dialog) const {
-    if (!Recorded()) return;
-    const auto places = PlaceControls(*Recorded(), ClientSize(dialog));
+void ApplyPlacement(const CDialog& dialog) {
+    if (!g_recorded) return;
+    const auto places = PlaceControls(*g_recorded, ClientSize(dialog));
     {
         CGeometryBatch batch(kExpectedControls);
         for (std::size_t i = 0; i < places.size(); ++i) {

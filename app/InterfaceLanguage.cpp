@@ -1,6 +1,6 @@
 #include "InterfaceLanguage.h"
 
-#include "CmdLine.h"
+#include "AsciiCase.h"
 
 namespace {
 

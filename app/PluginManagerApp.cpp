@@ -41,6 +41,12 @@ std::wstring TakeTaskText(wchar_t* text) {
     return copy;
 }
 
+/// What the thread was asked to quit with; 0 when it wasn't. Taken, because no message box opens meanwhile.
+int TakeQuitCode() {
+    MSG quit{};
+    return ::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) ? static_cast<int>(quit.wParam) : 0;
+}
+
 }  // namespace
 
 void CPluginManagerApp::InitInstance() {
@@ -91,10 +97,11 @@ void CPluginManagerApp::ReportLoggedErrors() const {
 }
 
 int CPluginManagerApp::ExitInstance() {
+    const int exitCode = TakeQuitCode();
     SetDialogHelp(nullptr);
     m_help.ShutDown();
     ReportLoggedErrors();
     m_log.Close();
     if (m_comReady) ::CoUninitialize();
-    return 0;
+    return exitCode;
 }

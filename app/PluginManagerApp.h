@@ -13,6 +13,7 @@
 class CPluginManagerApp : private IDialogHelp {
   public:
     void InitInstance();
+    /// Gives the exit code: what the thread was asked to quit with, normally 0.
     int ExitInstance();
 
     const CPluginManagerCmdLine& CmdLine() const { return m_cmdLine; }

@@ -1,10 +1,12 @@
 #include "PluginManagerDlg.h"
 
 #include "AboutDlg.h"
+#include "ControlPlacement.h"
 #include "DialogHelp.h"
 #include "HelpTopics.h"
 #include "PluginManagerApp.h"
 #include "ProgramPath.h"
+#include "ResizeLayout.h"
 #include "Resources.h"
 #include "resource.h"
 
@@ -147,10 +149,11 @@ bool CPluginManagerDlg::OnInitDialog() {
     AddSystemCommands();
     m_tips.Create(m_hwnd);
     for (const Tip& tip : kTips) m_tips.Add(Item(tip.control).Handle());
-    m_minimum = {WindowRect().Width(), WindowRect().Height()};
+    const Rect opening = WindowRect();
+    m_minimum = {opening.Width(), opening.Height()};
     SetIcons();
-    m_placement.Record(*this);
-    m_placement.Apply(*this);
+    RecordPlacement(*this);
+    ApplyPlacement(*this);
     m_tools = VstToolPaths::Read(m_vstKey.path);
 
     m_tree.OnInitDialog();
@@ -280,7 +283,7 @@ bool CPluginManagerDlg::OnPaint() {
 }
 
 void CPluginManagerDlg::OnSize(Size /*client*/) {
-    if (::GetWindow(m_hwnd, GW_CHILD)) m_placement.Apply(*this);
+    if (::GetWindow(m_hwnd, GW_CHILD)) ApplyPlacement(*this);
 }
 
 void CPluginManagerDlg::OnSizing(UINT edge, RECT& proposed) {

@@ -6,7 +6,6 @@
 #include <string>
 #include <tuple>
 
-#include "ControlPlacement.h"
 #include "Dialog.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
@@ -79,7 +78,6 @@ class CPluginManagerDlg : public CDialog {
     UniqueIcon m_smallIcon;
     Size m_minimum;
     CToolTips m_tips;
-    CControlPlacement m_placement;
 
     CPluginDatabase m_database;
     CPluginInventory m_inventory;

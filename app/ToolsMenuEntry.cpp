@@ -33,7 +33,7 @@ bool RegisterInToolsMenu() {
     CRegKey::DeleteTree(HKEY_LOCAL_MACHINE, std::wstring(kToolsMenuKey) + L"\\" + kOldEntryName);
 
     bool existed = false;
-    const auto entry = menu->CreateSubkey(kEntryName, KEY_ALL_ACCESS, &existed);
+    const auto entry = CRegKey::Create(menu->Handle(), kEntryName, KEY_ALL_ACCESS, &existed);
     if (!entry) return false;
     if (existed && SamePath(entry->ReadString(L"ExePath", kPathBytes).value_or(L""), programPath)) {
         entry->WriteString(L"CmdArgs", kArguments);

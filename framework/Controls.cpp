@@ -44,7 +44,7 @@ std::wstring CComboBox::RowText(int row) const {
 }
 
 std::optional<int> CComboBox::FindExact(const std::wstring& text) const {
-    return RowOrNothing(SendInt(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), Pointer(text)));
+    return RowOrNothing(SendText(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), text));
 }
 
 std::optional<int> CComboBox::CurrentRow() const { return RowOrNothing(SendInt(CB_GETCURSEL)); }

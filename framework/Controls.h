@@ -24,12 +24,6 @@ class CStatic : public CWindow {
     void SetIcon(HICON icon) const { Send(STM_SETICON, reinterpret_cast<WPARAM>(icon)); }
 };
 
-class CEdit : public CWindow {
-  public:
-    using CWindow::CWindow;
-    void SelectAll() const { Send(EM_SETSEL, 0, -1); }
-};
-
 /// Rows are counted from 0. An item's data is a number or a pointer that somebody else owns.
 class CListBox : public CWindow {
   public:
@@ -41,7 +35,7 @@ class CListBox : public CWindow {
     void Reserve(int rows, int charactersPerRow) const;
     /// Adds where the box's style puts it: in order when it sorts, else last. Gives the row, negative on
     /// failure.
-    int Add(const std::wstring& text) const { return SendInt(LB_ADDSTRING, 0, Pointer(text)); }
+    int Add(const std::wstring& text) const { return SendText(LB_ADDSTRING, 0, text); }
     std::wstring RowText(int row) const;
 
     LPARAM Data(int row) const { return Send(LB_GETITEMDATA, static_cast<WPARAM>(row)); }
@@ -62,9 +56,6 @@ class CListBox : public CWindow {
     void Select(int row, bool selected = true) const { Send(LB_SETSEL, selected, row); }
     int SelectedCount() const { return SendInt(LB_GETSELCOUNT); }
     std::vector<int> SelectedRows() const;
-
-  private:
-    static LPARAM Pointer(const std::wstring& text) { return reinterpret_cast<LPARAM>(text.c_str()); }
 };
 
 class CComboBox : public CWindow {
@@ -73,7 +64,7 @@ class CComboBox : public CWindow {
 
     int Count() const { return SendInt(CB_GETCOUNT); }
     void Clear() const { Send(CB_RESETCONTENT); }
-    int Add(const std::wstring& text) const { return SendInt(CB_ADDSTRING, 0, Pointer(text)); }
+    int Add(const std::wstring& text) const { return SendText(CB_ADDSTRING, 0, text); }
     void Remove(int row) const { Send(CB_DELETESTRING, static_cast<WPARAM>(row)); }
     std::wstring RowText(int row) const;
     /// Whole text, case ignored; nothing when no row has it.
@@ -84,9 +75,6 @@ class CComboBox : public CWindow {
     void SetCurrentRow(std::optional<int> row) const {
         Send(CB_SETCURSEL, static_cast<WPARAM>(row.value_or(-1)));
     }
-
-  private:
-    static LPARAM Pointer(const std::wstring& text) { return reinterpret_cast<LPARAM>(text.c_str()); }
 };
 
 class CTreeView : public CWindow {

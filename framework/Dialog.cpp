@@ -5,9 +5,6 @@
 
 namespace {
 
-/// A message of the dialog's own loop to itself. It carries a MSG.
-constexpr UINT kPreTranslate = WM_APP + 0x3FFF;
-
 /// The dialog procedure's answer to these is the message's answer itself; for all others it only says
 /// "handled".
 constexpr bool AnswersDirectly(UINT message) {
@@ -26,13 +23,11 @@ class COwnerLock {
         if (!::IsWindowEnabled(m_owner)) m_owner = nullptr;
         if (m_owner) ::EnableWindow(m_owner, FALSE);
     }
-    ~COwnerLock() { Release(); }
+    ~COwnerLock() {
+        if (m_owner) ::EnableWindow(m_owner, TRUE);
+    }
     COwnerLock(const COwnerLock&) = delete;
     COwnerLock& operator=(const COwnerLock&) = delete;
-    void Release() {
-        if (m_owner) ::EnableWindow(m_owner, TRUE);
-        m_owner = nullptr;
-    }
 
   private:
     HWND m_owner;
@@ -56,14 +51,15 @@ INT_PTR CDialog::RunModal(HWND owner) {
     m_modal = true;
     m_ended = false;
     m_result = -1;
-    COwnerLock ownerLock(owner);
-    if (!CreateModeless(owner)) return m_result;
-    if (!m_ended) {
-        ::ShowWindow(m_hwnd, SW_SHOW);
-        RunLoop();
+    {
+        const COwnerLock ownerLock(owner);
+        if (!CreateModeless(owner)) return m_result;
+        if (!m_ended) {
+            ::ShowWindow(m_hwnd, SW_SHOW);
+            RunLoop();
+        }
     }
-    // The owner must be able to take the activation before the dialog's window goes.
-    ownerLock.Release();
+    // Only now, because the owner must be able to take the activation.
     if (m_hwnd) ::DestroyWindow(m_hwnd);
     return m_result;
 }
@@ -83,8 +79,7 @@ void CDialog::RunLoop() {
 bool CDialog::Translate(MSG& message) {
     if (!m_hwnd) return false;
     const bool ours = message.hwnd == m_hwnd || ::IsChild(m_hwnd, message.hwnd);
-    // Sent, so that the hook runs behind the exception barrier like any handler.
-    const bool swallowed = ours && Send(kPreTranslate, 0, reinterpret_cast<LPARAM>(&message)) != 0;
+    const bool swallowed = ours && Guarded([&] { return PreTranslate(message); });
     return swallowed || !m_hwnd || ::IsDialogMessageW(m_hwnd, &message);
 }
 
@@ -113,12 +108,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
     }
     auto* dialog = reinterpret_cast<CDialog*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
     if (!dialog) return FALSE;
-    Answer answer;
-    try {
-        answer = dialog->Dispatch(message, wParam, lParam);
-    } catch (...) {
-        ::OutputDebugStringW(L"A dialog handler failed.\n");
-    }
+    const Answer answer = Guarded([&] { return dialog->Dispatch(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {
         ::SetWindowLongPtrW(hwnd, DWLP_USER, 0);
         dialog->m_hwnd = nullptr;
@@ -133,7 +123,6 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
 
 Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) return OnInitDialog();
-    if (message == kPreTranslate) return PreTranslate(*reinterpret_cast<const MSG*>(lParam));
     if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
         return DispatchRoutes(message, header.code, static_cast<UINT>(header.idFrom), wParam, lParam);

@@ -9,8 +9,8 @@
 #include "Routes.h"
 
 /// A dialog class gives its route table and overrides what it needs of the rest. While
-/// its window is disabled it takes no commands. Handlers run inside the one
-/// exception barrier of the dialog procedure: what a handler throws ends that handler, never the dialog.
+/// its window is disabled it takes no commands. Handlers and PreTranslate run Guarded: what one
+/// throws ends that one, never the dialog.
 class CDialog : public CWindow {
   public:
     explicit CDialog(UINT templateId) : m_templateId(templateId) {}

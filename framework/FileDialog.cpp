@@ -1,9 +1,6 @@
 #include "FileDialog.h"
 
-#include <algorithm>
-#include <array>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 #include "DialogHelp.h"
@@ -22,22 +19,14 @@ UniqueGlobal CopyOfTemplate(UINT id) {
     return copy;
 }
 
-/// Pairs of text and pattern, each ended by a zero, and one more zero at the end.
-std::wstring FilterOf(const std::wstring& text, const std::wstring& extension) {
-    std::wstring filter = text;
-    filter += L'\0';
-    filter += L"*." + extension;
-    filter += L'\0';
-    filter += L'\0';
-    return filter;
-}
-
 }  // namespace
 
 std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*)) {
     std::vector<wchar_t> path(kMaxPathCharacters, L'\0');
     m_settings.proposedName.copy(path.data(), path.size() - 1);
-    const std::wstring filter = FilterOf(m_settings.filterText, m_settings.defaultExtension);
+    // One pair of text and pattern, each ended by a zero; the list ends with one more.
+    const std::wstring filter =
+        m_settings.filterText + L'\0' + L"*." + m_settings.defaultExtension + L'\0' + L'\0';
     const UniqueGlobal addedTemplate = CopyOfTemplate(m_settings.templateId);
 
     OPENFILENAMEW dialog{};
@@ -82,15 +71,9 @@ UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LP
     }
     auto* dialog = reinterpret_cast<CFileDialog*>(::GetWindowLongPtrW(window, DWLP_USER));
     if (!dialog) return FALSE;
-    try {
-        const auto answer = dialog->Handle(message, wParam, lParam);
-        if (!answer) return FALSE;
-        ::SetWindowLongPtrW(window, DWLP_MSGRESULT, *answer);
-        return TRUE;
-    } catch (...) {
-        ::OutputDebugStringW(L"A file dialog handler failed.\n");
-        return FALSE;
-    }
+    const auto answer = Guarded([&] { return dialog->Handle(message, wParam, lParam); });
+    if (answer) ::SetWindowLongPtrW(window, DWLP_MSGRESULT, *answer);
+    return answer.has_value();
 }
 
 std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -9,8 +9,6 @@ namespace {
 
 constexpr DWORD kMaxKeyName = 260;
 
-const BYTE* AsBytes(const void* data) { return static_cast<const BYTE*>(data); }
-
 bool IsTerminated(const std::wstring& characters) { return characters.empty() || characters.back() == L'\0'; }
 
 std::wstring UpToZero(const std::wstring& characters) { return characters.c_str(); }
@@ -50,46 +48,35 @@ std::optional<CRegKey> CRegKey::OpenSubkey(const std::wstring& name, REGSAM acce
     return Open(m_key.Get(), name, access);
 }
 
-std::optional<CRegKey> CRegKey::CreateSubkey(const std::wstring& name, REGSAM access, bool* existed) const {
-    return Create(m_key.Get(), name, access, existed);
-}
-
 std::optional<CRegKey::Text> CRegKey::ReadText(const wchar_t* name, std::size_t maxBytes) const {
-    // One call serves nearly every text; only a long one is asked for again with the room that it needs.
-    std::array<wchar_t, 260> local;
     Text text;
-    DWORD size = static_cast<DWORD>(std::min(maxBytes, sizeof local));
-    LSTATUS status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &text.type,
-                                        reinterpret_cast<BYTE*>(local.data()), &size);
-    if (status == ERROR_SUCCESS && size % sizeof(wchar_t) == 0)
-        text.characters.assign(local.data(), size / sizeof(wchar_t));
-    while (status == ERROR_MORE_DATA && size <= maxBytes && size % sizeof(wchar_t) == 0) {
-        text.characters.resize(size / sizeof(wchar_t));
+    LSTATUS status = ERROR_MORE_DATA;
+    // One call serves nearly every text; only a long one is asked for again with the room that it needs.
+    auto size = static_cast<DWORD>(std::min(maxBytes, kPathBytes));
+    while (status == ERROR_MORE_DATA && size <= maxBytes) {
+        text.characters.resize((size + 1) / sizeof(wchar_t));
         status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &text.type,
                                     reinterpret_cast<BYTE*>(text.characters.data()), &size);
-        if (status == ERROR_SUCCESS) text.characters.resize(size / sizeof(wchar_t));
     }
     const bool isText = text.type == REG_SZ || text.type == REG_EXPAND_SZ;
     if (status != ERROR_SUCCESS || size % sizeof(wchar_t) != 0 || !isText) return std::nullopt;
+    text.characters.resize(size / sizeof(wchar_t));
     return text;
 }
 
 std::optional<std::wstring> CRegKey::ReadString(const wchar_t* name, std::size_t maxBytes) const {
     const auto text = ReadText(name, maxBytes);
-    if (!text || !IsTerminated(text->characters)) return std::nullopt;
-    return UpToZero(text->characters);
+    return text && IsTerminated(text->characters) ? std::optional(UpToZero(text->characters)) : std::nullopt;
 }
 
 std::optional<std::wstring> CRegKey::ReadPath(const wchar_t* name, std::size_t maxBytes) const {
     const auto text = ReadText(name, maxBytes);
-    if (!text || !IsTerminated(text->characters)) return std::nullopt;
-    return ExpandedByType(*text);
+    return text && IsTerminated(text->characters) ? std::optional(ExpandedByType(*text)) : std::nullopt;
 }
 
 std::optional<std::wstring> CRegKey::ReadUnterminated(const wchar_t* name, std::size_t maxBytes) const {
     const auto text = ReadText(name, maxBytes);
-    if (!text) return std::nullopt;
-    return ExpandedByType(*text);
+    return text ? std::optional(ExpandedByType(*text)) : std::nullopt;
 }
 
 std::wstring CRegKey::ExpandedByType(const Text& text) {
@@ -126,7 +113,7 @@ bool CRegKey::HasValue(const wchar_t* name) const {
 }
 
 bool CRegKey::WriteValue(const wchar_t* name, DWORD type, std::span<const std::byte> data) const {
-    return ::RegSetValueExW(m_key.Get(), name, 0, type, AsBytes(data.data()),
+    return ::RegSetValueExW(m_key.Get(), name, 0, type, reinterpret_cast<const BYTE*>(data.data()),
                             static_cast<DWORD>(data.size())) == ERROR_SUCCESS;
 }
 
@@ -140,12 +127,11 @@ std::optional<std::uint64_t> CRegKey::ReadTime(const wchar_t* name) const {
 }
 
 bool CRegKey::WriteString(const wchar_t* name, const std::wstring& text) const {
-    const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-    return ::RegSetValueExW(m_key.Get(), name, 0, REG_SZ, AsBytes(text.c_str()), size) == ERROR_SUCCESS;
+    return WriteValue(name, REG_SZ, std::as_bytes(std::span(text.c_str(), text.size() + 1)));
 }
 
 bool CRegKey::WriteDword(const wchar_t* name, DWORD value) const {
-    return ::RegSetValueExW(m_key.Get(), name, 0, REG_DWORD, AsBytes(&value), sizeof value) == ERROR_SUCCESS;
+    return WriteValue(name, REG_DWORD, std::as_bytes(std::span(&value, 1)));
 }
 
 bool CRegKey::DeleteValue(const wchar_t* name) const {
@@ -180,5 +166,7 @@ unsigned CRegKey::CountValues(DWORD maxNameLength) const {
 }
 
 bool CRegKey::DeleteTree(HKEY root, const std::wstring& path) {
+    // Without a name of its own the path would mean the key above, with all that it holds.
+    if (path.empty() || path.back() == L'\\') return false;
     return ::SHDeleteKeyW(root, path.c_str()) == ERROR_SUCCESS;
 }

@@ -35,8 +35,6 @@ class CRegKey {
     static std::optional<CRegKey> Create(HKEY root, const std::wstring& path,
                                          REGSAM access = KEY_READ | KEY_WRITE, bool* existed = nullptr);
     std::optional<CRegKey> OpenSubkey(const std::wstring& name, REGSAM access = KEY_READ) const;
-    std::optional<CRegKey> CreateSubkey(const std::wstring& name, REGSAM access,
-                                        bool* existed = nullptr) const;
 
     std::optional<std::wstring> ReadString(const wchar_t* name, std::size_t maxBytes) const;
     /// As ReadString, with the variables of a REG_EXPAND_SZ filled in.
@@ -68,7 +66,7 @@ class CRegKey {
 
     HKEY Handle() const { return m_key.Get(); }
 
-    /// Removes a key with everything below it.
+    /// Removes a key with everything below it. A path that is empty or ends with a backslash is refused.
     static bool DeleteTree(HKEY root, const std::wstring& path);
 
   private:

@@ -1,7 +1,5 @@
 #include "Resources.h"
 
-#include <commctrl.h>
-
 #include <cstddef>
 
 namespace {

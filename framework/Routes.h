@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <type_traits>
-#include <utility>
 
 #include "MessageCrackers.h"
 
@@ -31,7 +31,7 @@ class CRoutesOf {
     template <UINT Message, auto Handler>
     static constexpr CRoute OnMessage() {
         return {Message, 0, kAnyControl, [](CDialog& dialog, WPARAM wParam, LPARAM lParam) {
-                    return crackers::Cracker<Message>::Call(Bind<Handler>(dialog), wParam, lParam);
+                    return crackers::Call(crackers::Of<Message>(), Bind<Handler>(dialog), wParam, lParam);
                 }};
     }
 
@@ -61,17 +61,10 @@ class CRoutesOf {
     static auto Bind(CDialog& anyDialog) {
         using TReceiver = decltype(ReceiverOf(Handler));
         auto& dialog = static_cast<TDialog&>(anyDialog);
-        auto& receiver = [&dialog]() -> TReceiver& {
-            if constexpr (std::is_base_of_v<TReceiver, TDialog>) {
-                return dialog;
-            } else {
-                return dialog.template View<TReceiver>();
-            }
-        }();
-        return [&
-            receiver]<typename... TArguments>(TArguments && ... arguments) requires requires(TReceiver & r) {
-            (r.*Handler)(std::forward<TArguments>(arguments)...);
+        if constexpr (std::is_base_of_v<TReceiver, TDialog>) {
+            return std::bind_front(Handler, &dialog);
+        } else {
+            return std::bind_front(Handler, &dialog.template View<TReceiver>());
         }
-        { return (receiver.*Handler)(std::forward<TArguments>(arguments)...); };
     }
 };

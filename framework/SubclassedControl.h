@@ -43,7 +43,7 @@ class CSubclassedControl : public TControl {
             control.Detach();
             return ::DefSubclassProc(hwnd, message, wParam, lParam);
         }
-        const Answer answer = control.OnMessage(message, wParam, lParam);
+        const Answer answer = Guarded([&] { return control.OnMessage(message, wParam, lParam); });
         return answer ? *answer : ::DefSubclassProc(hwnd, message, wParam, lParam);
     }
 };

@@ -4,14 +4,11 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 
 /// A value for one placeholder.
 class TextArgument {
   public:
     TextArgument(std::wstring_view text) : m_text(text) {}
-    TextArgument(std::wstring text) : m_text(std::move(text)) {}
-    TextArgument(const wchar_t* text) : m_text(text) {}
     TextArgument(int number) : m_text(std::to_wstring(number)) {}
     TextArgument(unsigned number) : m_text(std::to_wstring(number)) {}
 

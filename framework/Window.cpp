@@ -26,10 +26,6 @@ Rect CWindow::RectIn(HWND ancestor) const {
     return FromSystem(rect);
 }
 
-int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags) {
-    return ::MessageBoxW(owner, text.c_str(), caption.c_str(), flags);
-}
-
 void CGeometryBatch::Move(HWND window, const Rect& place) {
     if (!m_batch) return;
     m_batch = ::DeferWindowPos(m_batch, window, nullptr, place.left, place.top, place.Width(), place.Height(),

@@ -40,6 +40,9 @@ class CWindow {
     int SendInt(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return static_cast<int>(Send(message, wParam, lParam));
     }
+    int SendText(UINT message, WPARAM wParam, const std::wstring& text) const {
+        return SendInt(message, wParam, reinterpret_cast<LPARAM>(text.c_str()));
+    }
 
   protected:
     HWND m_hwnd = nullptr;
@@ -100,8 +103,22 @@ class CSelectedFont {
     HGDIOBJ m_previous;
 };
 
+/// The exception barrier of what the system calls: an exception ends `work`, never the program. Gives the
+/// result of `work`, an empty one when it failed.
+template <typename TWork>
+auto Guarded(TWork&& work) noexcept -> decltype(work()) {
+    try {
+        return work();
+    } catch (...) {
+        ::OutputDebugStringW(L"A handler failed.\n");
+        return {};
+    }
+}
+
 /// Shows a message box; returns the button's id. `flags` are MB_...
-int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags);
+inline int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags) {
+    return ::MessageBoxW(owner, text.c_str(), caption.c_str(), flags);
+}
 
 /// Moves many child windows in one batch, keeping Z order and activation.
 class CGeometryBatch {

@@ -11,10 +11,6 @@ namespace {
 constexpr DWORD kPassedOver = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY |
                               FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_COMPRESSED;
 
-struct FindCloser {
-    void operator()(HANDLE find) const { ::FindClose(find); }
-};
-
 std::wstring DisplayNameOf(const std::wstring& path) {
     CXmlDoc document;
     if (!document.Load(path, true) || !document.TagIs(L"<PluginMenuLayout>") ||
@@ -32,7 +28,7 @@ std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder) {
     WIN32_FIND_DATAW entry{};
     const HANDLE first = ::FindFirstFileW((prefix + L"*.pgl").c_str(), &entry);
     if (first == INVALID_HANDLE_VALUE) return files;
-    const UniqueHandle<HANDLE, FindCloser> find(first);
+    const UniqueHandle<HANDLE, &::FindClose> find(first);
     do {
         if (entry.dwFileAttributes & kPassedOver) continue;
         std::wstring path = prefix + entry.cFileName;

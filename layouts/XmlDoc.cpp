@@ -18,10 +18,7 @@ constexpr CLSID kDomDocument60 = {
     0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
 constexpr IID kDomDocument2 = {0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
-struct BstrCloser {
-    void operator()(BSTR text) const { ::SysFreeString(text); }
-};
-using UniqueBstr = UniqueHandle<BSTR, BstrCloser>;
+using UniqueBstr = UniqueHandle<BSTR, &::SysFreeString>;
 
 UniqueBstr BstrOf(std::wstring_view text) {
     return UniqueBstr(::SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "AsciiCase.h"
+
 namespace {
 
 constexpr std::size_t kMaxName = 255;
@@ -14,12 +16,6 @@ constexpr std::array<std::wstring_view, 7> kDevices = {L"CON",    L"PRN",     L"
 constexpr std::array<std::wstring_view, 2> kNumberedDevices = {L"COM", L"LPT"};
 // The superscript digits count as digits in these names.
 constexpr std::wstring_view kDeviceDigits = L"0123456789\u00B9\u00B2\u00B3";
-
-constexpr wchar_t Upper(wchar_t c) { return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - 32) : c; }
-
-bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return std::ranges::equal(a, b, {}, Upper, Upper);
-}
 
 /// The devices are there in every folder and with every extension: "nul.txt" is the null device.
 bool IsDevice(std::wstring_view name) {

@@ -70,8 +70,8 @@ void CXButtonXP::Draw(const DRAWITEMSTRUCT& item) {
     ReopenTheme();
     const CWMemDC surface(item.hDC);
     const HDC dc = surface.Handle();
-    const HGDIOBJ oldFont =
-        ::SelectObject(dc, reinterpret_cast<HFONT>(::SendMessageW(::GetParent(m_hwnd), WM_GETFONT, 0, 0)));
+    const CSelectedFont font(dc,
+                             reinterpret_cast<HFONT>(::SendMessageW(::GetParent(m_hwnd), WM_GETFONT, 0, 0)));
     ::SetBkMode(dc, TRANSPARENT);
 
     Look look{FromSystem(item.rcItem), IsPressed((item.itemState & ODS_SELECTED) != 0),
@@ -84,7 +84,6 @@ void CXButtonXP::Draw(const DRAWITEMSTRUCT& item) {
         DrawClassicFrame(dc, look);
     }
     DrawFace(dc, look);
-    ::SelectObject(dc, oldFont);
 }
 
 int CXButtonXP::ThemeState(const Look& look) const {

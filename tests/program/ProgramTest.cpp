@@ -143,6 +143,13 @@ TEST_F(Program, EndsWhenItsHostTakesTheWindowAway) {
     EXPECT_EQ(program.WaitForExit(), 0U);
 }
 
+TEST_F(Program, EndsWithTheCodeThatItsThreadIsAskedToQuitWith) {
+    const WindowDriver program;
+    ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
+    ::PostThreadMessageW(::GetWindowThreadProcessId(program.Window(), nullptr), WM_QUIT, 5, 0);
+    EXPECT_EQ(program.WaitForExit(), 5U);
+}
+
 TEST_F(Program, EscapeAndEnterKeepItOpenButOnTheCloseButton) {
     const StandInHost host;
     const WindowDriver program(L"/Float /ParentWnd " + host.HandleText());

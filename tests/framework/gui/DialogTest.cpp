@@ -16,6 +16,7 @@ class CScriptedDialog : public CDialog {
     explicit CScriptedDialog(std::vector<Step> steps) : CDialog(IDD_ABOUT), m_steps(std::move(steps)) {}
 
     bool m_swallowKeys = false;
+    bool m_failOnKeys = false;
     int m_keysSeen = 0;
     int m_oks = 0;
     bool m_endAtInit = false;
@@ -37,6 +38,7 @@ class CScriptedDialog : public CDialog {
     bool PreTranslate(const MSG& message) override {
         if (message.message != WM_KEYDOWN) return false;
         ++m_keysSeen;
+        if (m_failOnKeys) throw std::runtime_error("a hook that fails");
         return m_swallowKeys;
     }
     void OnTimer(UINT_PTR) {
@@ -65,8 +67,15 @@ TEST(Dialog, AWindowThatIsTakenAwayEndsTheLoop) {
 }
 
 TEST(Dialog, AFailingHandlerEndsItselfOnly) {
-    CScriptedDialog dialog({[](auto& d) { d.Send(WM_COMMAND, IDC_ABOUT_ICON); }, [](auto& d) { d.End(1); }});
+    CScriptedDialog dialog({[](auto& d) { d.Send(WM_COMMAND, IDC_ABOUT_ICON); },
+                            [](auto& d) {
+                                d.m_failOnKeys = true;
+                                ::PostMessageW(d.Item(IDOK).Handle(), WM_KEYDOWN, VK_RETURN, 0);
+                            },
+                            [](auto& d) { d.End(1); }});
     EXPECT_EQ(dialog.RunModal(nullptr), 1);
+    EXPECT_EQ(dialog.m_keysSeen, 1);
+    EXPECT_EQ(dialog.m_oks, 1) << "a key is no less a key because the hook failed";
 }
 
 TEST(Dialog, TheKeyHookComesBeforeTheSystemsKeys) {

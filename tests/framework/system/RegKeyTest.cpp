@@ -89,6 +89,9 @@ TEST_F(RegKey, WritesCountTheTerminatorAndTreesGoWhole) {
     CRegKey::Create(HKEY_CURRENT_USER, kPath, KEY_ALL_ACCESS, &existed);
     EXPECT_TRUE(existed);
     EXPECT_EQ(key->SubkeyNames(), std::vector<std::wstring>{L"a"});
+    for (const std::wstring& nameless : {std::wstring(), std::wstring(kPath) + L"\\"})
+        EXPECT_FALSE(CRegKey::DeleteTree(HKEY_CURRENT_USER, nameless));
+    EXPECT_TRUE(support::Exists(HKEY_CURRENT_USER, std::wstring(kPath) + L"\\a\\b"));
     EXPECT_TRUE(CRegKey::DeleteTree(HKEY_CURRENT_USER, kPath));
     EXPECT_FALSE(support::Exists(HKEY_CURRENT_USER, kPath));
     EXPECT_FALSE(CRegKey::DeleteTree(HKEY_CURRENT_USER, kPath));
