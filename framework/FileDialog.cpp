@@ -1,5 +1,7 @@
 #include "FileDialog.h"
 
+#include <cderr.h>
+
 #include <cstring>
 #include <vector>
 
@@ -45,7 +47,13 @@ std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPEN
     if (addedTemplate) dialog.Flags |= OFN_ENABLETEMPLATEHANDLE;
     dialog.lCustData = reinterpret_cast<LPARAM>(this);
     dialog.lpfnHook = &CFileDialog::Hook;
-    if (!show(&dialog)) return std::nullopt;
+    BOOL confirmed = show(&dialog);
+    if (!confirmed && ::CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
+        // The system does not open the dialog with a name that it takes for none.
+        path.front() = L'\0';
+        confirmed = show(&dialog);
+    }
+    if (!confirmed) return std::nullopt;
     return std::wstring(path.data());
 }
 

@@ -40,7 +40,7 @@ void CLayoutDrag::Begin(HTREEITEM item, POINT client) {
     if (!Tree().IsSelected(item)) Tree().SelectOnly(item);
     m_dragged = static_cast<LayoutItemId>(Tree().Data(item));
     m_items = m_layout.SelectedIds();
-    m_lowerHalf = m_belowDragged = false;
+    m_lowerHalf = m_belowDragged = m_onItself = false;
     m_image = DrawImage();
     m_dragging = true;
     ::SetCapture(m_dialog.Handle());
@@ -58,10 +58,10 @@ UniqueImageList CLayoutDrag::DrawImage() const {
     const int width = Tree().ClientRect().Width();
     const int height = rowHeight * static_cast<int>(rows);
     if (rows == 0 || width <= 0) return {};
-    const HDC screen = ::GetDC(Tree().Handle());
-    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, width, height));
+    const CClientDC screen(Tree());
+    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen.Get(), width, height));
     {
-        const CDrawing drawing(screen, bitmap.Get(), reinterpret_cast<HFONT>(Tree().Send(WM_GETFONT)));
+        const CDrawing drawing(screen.Get(), bitmap.Get(), reinterpret_cast<HFONT>(Tree().Send(WM_GETFONT)));
         ::SetBkColor(drawing.Dc(), kTransparent);
         const RECT all{0, 0, width, height};
         ::ExtTextOutW(drawing.Dc(), 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
@@ -79,7 +79,6 @@ UniqueImageList CLayoutDrag::DrawImage() const {
                         DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         }
     }
-    ::ReleaseDC(Tree().Handle(), screen);
     UniqueImageList image(::ImageList_Create(width, height, ILC_COLOR24 | ILC_MASK, 1, 0));
     if (image) ::ImageList_AddMasked(image.Get(), bitmap.Get(), kTransparent);
     return image;
@@ -103,10 +102,14 @@ void CLayoutDrag::Highlight(POINT inTree) {
     m_belowDragged = Tree().RowOf(m_layout.HandleOf(m_dragged), dragged) && inTree.y >= dragged.bottom;
     const HTREEITEM item = Tree().HitTest(inTree);
     RECT row{};
-    m_lowerHalf = item && Tree().RowOf(item, row) && inTree.y > (row.top + row.bottom) / 2;
-    const auto id = static_cast<LayoutItemId>(item ? Tree().Data(item) : 0);
-    const bool itself = item && std::ranges::find(m_items, id) != m_items.end();
-    if (!itself) Tree().Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(item));
+    if (Tree().RowOf(item, row)) m_lowerHalf = inTree.y > (row.top + row.bottom) / 2;
+    m_onItself = IsDragged(item);
+    const HTREEITEM target = m_onItself ? nullptr : item;
+    Tree().Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(target));
+}
+
+bool CLayoutDrag::IsDragged(HTREEITEM item) const {
+    return item && std::ranges::find(m_items, static_cast<LayoutItemId>(Tree().Data(item))) != m_items.end();
 }
 
 void CLayoutDrag::ScrollBeyond(POINT inTree) {
@@ -176,12 +179,12 @@ HTREEITEM CLayoutDrag::MoveFirst(HTREEITEM item, HTREEITEM target) {
 void CLayoutDrag::Drop() {
     const auto target = reinterpret_cast<HTREEITEM>(Tree().Send(TVM_GETNEXTITEM, TVGN_DROPHILITE));
     const auto targetId = static_cast<LayoutItemId>(target ? Tree().Data(target) : 0);
-    const std::vector<LayoutItemId> items = std::move(m_items);
+    const bool moves = m_image && !m_onItself && !IsDragged(target);
     End();
-    if (target && std::ranges::find(items, targetId) != items.end()) return;
+    if (!moves) return;
     const CRedrawLock noRedraw(Tree());
     HTREEITEM last = nullptr;
-    for (const LayoutItemId id : items) {
+    for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a moved folder has moved with it.
         const HTREEITEM item = m_layout.HandleOf(id);
         if (!item) continue;

@@ -21,7 +21,7 @@ class CLayoutDrag {
     void Begin(HTREEITEM item, POINT client);
     /// `client` is a place in the dialog.
     void OnMouseMove(POINT client);
-    /// Moves the items to where the mouse is.
+    /// Moves the items to where the mouse is; on one of them, or without an image, it only ends the drag.
     void Drop();
     /// Ends without moving anything.
     void Cancel();
@@ -30,6 +30,7 @@ class CLayoutDrag {
     UniqueImageList DrawImage() const;
     void Highlight(POINT inTree);
     void ScrollBeyond(POINT inTree);
+    bool IsDragged(HTREEITEM item) const;
     void End();
     DropFacts FactsOf(HTREEITEM target) const;
     HTREEITEM MoveFirst(HTREEITEM item, HTREEITEM target);
@@ -41,6 +42,7 @@ class CLayoutDrag {
     std::vector<LayoutItemId> m_items;  // in display order
     LayoutItemId m_dragged = kInvalidItemId;
     bool m_dragging = false;
-    bool m_lowerHalf = false;
+    bool m_lowerHalf = false;  // of the row that the pointer was over last
+    bool m_onItself = false;   // the pointer is over a dragged item
     bool m_belowDragged = false;
 };

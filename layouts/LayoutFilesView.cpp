@@ -92,11 +92,12 @@ bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
         m_temporaryPath = path;
         ShowFileName(L"");
     } else {
-        if (!RowOf(path)) AddRow(*name, path);
-        const auto row = RowOf(path);
+        auto row = RowOf(path);
+        // A file that the list did not know leaves the button as it was.
+        if (row) EnableDelete(true);
+        if (!row) row = AddRow(*name, path);
         m_list.SetCurrentRow(row);
         if (row) SetName(m_list.RowText(*row));
-        EnableDelete(true);
         ShowFileName(path);
     }
     m_current = m_list.CurrentRow();
@@ -144,8 +145,10 @@ void CLayoutFilesView::OnPick() {
         ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
         return;
     }
-    // Saving lists the folder anew, and the rows are others then.
-    ShowPicked(answer == IDYES && !path.empty() ? RowOf(path) : picked);
+    if (answer != IDYES || path.empty()) return ShowPicked(picked);
+    // Saving lists the folder anew: the rows are others then, and files from elsewhere have none.
+    if (const auto row = RowOf(path)) return ShowPicked(row);
+    Open(path);
 }
 
 void CLayoutFilesView::ShowPicked(std::optional<int> row) {
@@ -187,7 +190,7 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
 
 void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& name) {
     m_tree.Layout().SetModified(false);
-    m_temporaryPath.clear();
+    m_temporaryPath = IsTemporary(path) ? path : std::wstring();
     SetName(name);
     ListLayouts();
     ShowFileName(path);
@@ -229,15 +232,18 @@ std::optional<int> CLayoutFilesView::RowOf(const std::wstring& path) const {
     return std::nullopt;
 }
 
-void CLayoutFilesView::AddRow(const std::wstring& name, const std::wstring& path) {
+std::optional<int> CLayoutFilesView::AddRow(const std::wstring& name, const std::wstring& path) {
     const int row = m_list.Add(name);
-    if (row < 0) return;
+    if (row < 0) return std::nullopt;
     m_list.SetData(row, static_cast<LPARAM>(m_paths.size()));
     m_paths.push_back(path);
+    return row;
 }
 
 void CLayoutFilesView::RemovePlaceholder() {
-    if (m_list.Count() > 0 && m_list.Data(0) == -1) m_list.Remove(0);
+    if (m_list.Count() == 0 || m_list.Data(0) != -1) return;
+    m_list.Remove(0);
+    if (m_current) m_current = *m_current > 0 ? std::optional(*m_current - 1) : std::nullopt;
 }
 
 void CLayoutFilesView::SetName(const std::wstring& name) {
@@ -250,10 +256,7 @@ void CLayoutFilesView::ShowFileName(const std::wstring& path) const {
 }
 
 void CLayoutFilesView::EnableDelete(bool enable) const {
-    const CWindow button = m_dialog.Item(IDC_LAYOUT_DELETE);
-    // A disabled control with the focus would leave the keyboard without an addressee.
-    if (!enable && button.HasFocus()) m_list.Focus();
-    button.Enable(enable);
+    m_dialog.EnableItem(IDC_LAYOUT_DELETE, enable, IDC_LAYOUTS);
 }
 
 void CLayoutFilesView::NoteChange() const {

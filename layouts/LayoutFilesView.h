@@ -50,7 +50,7 @@ class CLayoutFilesView {
     /// Empty when the row, if any, stands for no file.
     std::wstring PathOf(std::optional<int> row) const;
     std::optional<int> RowOf(const std::wstring& path) const;
-    void AddRow(const std::wstring& name, const std::wstring& path);
+    std::optional<int> AddRow(const std::wstring& name, const std::wstring& path);
     void RemovePlaceholder();
     void SetName(const std::wstring& name);
     void ShowFileName(const std::wstring& path) const;

@@ -41,10 +41,11 @@ int PluginImage(const LayoutItem& item) {
     return item.inventoryFlag ? images.inInventory : images.elsewhere;
 }
 
-LayoutItem NewItem(LayoutKind kind, LayoutItemId id) {
+/// Beyond its range an id would tell another kind, and could be the id of an item that is there.
+LayoutItem NewItem(LayoutKind kind, LayoutItemId& nextId, LayoutItemId endOfRange) {
     LayoutItem item;
     item.kind = kind;
-    item.id = id;
+    if (nextId < endOfRange) item.id = nextId++;
     return item;
 }
 
@@ -52,21 +53,21 @@ LayoutItem NewItem(LayoutKind kind, LayoutItemId id) {
 
 LayoutItem NewFolder(std::wstring name) {
     static LayoutItemId next = kFirstFolderId;
-    LayoutItem item = NewItem(LayoutKind::Folder, next++);
+    LayoutItem item = NewItem(LayoutKind::Folder, next, kFirstSeparatorId);
     item.name = std::move(name);
     return item;
 }
 
 LayoutItem NewSeparator() {
     static LayoutItemId next = kFirstSeparatorId;
-    LayoutItem item = NewItem(LayoutKind::Separator, next++);
+    LayoutItem item = NewItem(LayoutKind::Separator, next, kInvalidItemId);
     item.name = kSeparatorText;
     return item;
 }
 
 LayoutItem NewPlugin() {
     static LayoutItemId next = kFirstPluginId;
-    return NewItem(LayoutKind::Plugin, next++);
+    return NewItem(LayoutKind::Plugin, next, kFirstFolderId);
 }
 
 LayoutImages ImagesOf(const LayoutItem& item) {

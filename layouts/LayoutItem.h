@@ -35,7 +35,7 @@ constexpr bool IsPluginId(LayoutItemId id) { return id < 0x100000; }
 constexpr bool IsSeparatorId(LayoutItemId id) { return id >= 0x80000000; }
 constexpr bool IsFolderId(LayoutItemId id) { return !IsPluginId(id) && !IsSeparatorId(id); }
 
-/// Each gives a record with a new id of its kind.
+/// Each gives a record with a new id of its kind, or with the invalid one when these are used up.
 LayoutItem NewFolder(std::wstring name);
 LayoutItem NewSeparator();
 LayoutItem NewPlugin();

@@ -42,9 +42,9 @@ void CLayoutTreeView::OnInitDialog() {
                                  const LayoutItem* record = m_layout.Find(item);
                                  return record && record->kind == LayoutKind::Plugin && !record->installed;
                              },
-                         .onLeftButton =
+                         .onLeftPress =
                              [this](bool down) {
-                                 m_mayUpdate = !down;
+                                 m_mayUpdate = !down && !m_drag.IsDragging();
                                  UpdateButtons();
                              }});
     ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
@@ -57,15 +57,15 @@ void CLayoutTreeView::UpdateButtons() const {
     if (!m_mayUpdate) return;
     const bool canActOnAll = m_tree.Root() && !m_drag.IsDragging();
     for (const int id : {IDC_EXPAND_ALL, IDC_COLLAPSE_ALL, IDC_SORT_ALL})
-        m_dialog.Item(id).Enable(canActOnAll);
+        m_dialog.EnableItem(id, canActOnAll, IDC_LAYOUT_TREE);
     const auto selected = m_tree.SelectedItems();
     const bool allInFolders =
         std::ranges::all_of(selected, [this](HTREEITEM item) { return m_tree.Parent(item) != nullptr; });
     const HTREEITEM only = selected.size() == 1 ? selected.front() : nullptr;
-    m_dialog.Item(IDC_PROMOTE).Enable(!selected.empty() && allInFolders);
-    m_dialog.Item(IDC_REMOVE).Enable(!selected.empty());
-    m_dialog.Item(IDC_MOVE_UP).Enable(m_layout.CanMoveUp(only));
-    m_dialog.Item(IDC_MOVE_DOWN).Enable(m_layout.CanMoveDown(only));
+    m_dialog.EnableItem(IDC_PROMOTE, !selected.empty() && allInFolders, IDC_LAYOUT_TREE);
+    m_dialog.EnableItem(IDC_REMOVE, !selected.empty(), IDC_LAYOUT_TREE);
+    m_dialog.EnableItem(IDC_MOVE_UP, m_layout.CanMoveUp(only), IDC_LAYOUT_TREE);
+    m_dialog.EnableItem(IDC_MOVE_DOWN, m_layout.CanMoveDown(only), IDC_LAYOUT_TREE);
 }
 
 int CLayoutTreeView::Ask(UINT textId) const {
@@ -102,17 +102,19 @@ void CLayoutTreeView::OnAddPlugin() {
 void CLayoutTreeView::InsertFolder(HTREEITEM target, IntoFolder into) {
     const HTREEITEM folder = m_layout.Insert(target, into, NewFolder(LoadText(IDS_NEW_FOLDER)));
     if (!folder) return;
-    m_tree.SelectOnly(folder);
-    UpdateButtons();
+    {
+        const CUpdateLock lock(*this);
+        m_tree.SelectOnly(folder);
+    }
     Rename(folder);
 }
 
 void CLayoutTreeView::OnNewFolder() { InsertFolder(m_tree.Caret(), IntoFolder::No); }
 
 void CLayoutTreeView::OnAddSeparator() {
+    const CUpdateLock lock(*this);
     const HTREEITEM separator = m_layout.Insert(m_tree.Caret(), IntoFolder::No, NewSeparator());
     if (separator) m_tree.SelectOnly(separator);
-    UpdateButtons();
 }
 
 void CLayoutTreeView::Rename(HTREEITEM item) const {
@@ -236,7 +238,7 @@ void CLayoutTreeView::OnKeyDown(const NMTVKEYDOWN& key) {
         Rename(caret);
     } else if (key.wVKey == VK_APPS) {
         RECT row{};
-        if (caret) m_tree.RowOf(caret, row);
+        m_tree.RowOf(caret, row);
         POINT place{row.left, row.bottom};
         ::ClientToScreen(m_tree.Handle(), &place);
         ShowContextMenu(caret, place);
@@ -321,7 +323,9 @@ void CLayoutTreeView::ShowFolderProperties(HTREEITEM item, const LayoutItem& fol
 
 void CLayoutTreeView::ShowPluginProperties(HTREEITEM item, const LayoutItem& plugin) {
     CTreeItemPropDlg dialog(m_inventory, plugin);
-    if (dialog.RunModal(m_dialog.Handle()) != IDOK) return;
+    const bool confirmed = dialog.RunModal(m_dialog.Handle()) == IDOK;
+    m_layout.NoteOriginalName(item, dialog.OriginalName());
+    if (!confirmed) return;
     const bool presetChanged = dialog.DefaultPreset() != plugin.defaultPreset;
     if ((dialog.Name().empty() || dialog.Name() == plugin.name) && !presetChanged) return;
     m_layout.Change(item, [&](LayoutItem& record) {

@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -107,8 +108,11 @@ HTREEITEM CTreeCtrlEx::HitTest(POINT client, UINT* flags) const {
 
 bool CTreeCtrlEx::RowOf(HTREEITEM item, RECT& row) const {
     // The message takes the item from where it puts the rectangle.
-    *reinterpret_cast<HTREEITEM*>(&row) = item;
-    return Send(TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&row)) != 0;
+    const auto handle = reinterpret_cast<UINT_PTR>(item);
+    std::memcpy(&row, &handle, sizeof handle);
+    if (item && Send(TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&row)) != 0) return true;
+    row = {};
+    return false;
 }
 
 LRESULT CTreeCtrlEx::OnCustomDraw(const NMTVCUSTOMDRAW& draw, COLORREF& text) const {
@@ -136,17 +140,12 @@ LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
 LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
-        case WM_LBUTTONDOWN:
-            m_hooks.onLeftButton(true);
-            if (OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0)) {
-                // The button's release may have gone to whoever followed the pointer meanwhile.
-                if (!IsDown(VK_LBUTTON)) m_hooks.onLeftButton(false);
-                return 0;
-            }
-            break;
-        case WM_LBUTTONUP: {
-            const LRESULT result = Default(message, wParam, lParam);
-            m_hooks.onLeftButton(false);
+        case WM_LBUTTONDOWN: {
+            m_hooks.onLeftPress(true);
+            const bool taken = OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0);
+            // The control waits for the release itself and takes its message: none may come after this.
+            const LRESULT result = taken ? 0 : Default(message, wParam, lParam);
+            m_hooks.onLeftPress(false);
             return result;
         }
         case WM_RBUTTONDOWN:
@@ -160,6 +159,9 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             // All selected items show whether the tree has the focus; the control repaints the caret item
             // only.
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
+            break;
+        case TVM_DELETEITEM:
+            m_anchor = nullptr;  // it may be the item that goes, or be in it
             break;
         default:
             break;
@@ -186,6 +188,8 @@ bool CTreeCtrlEx::OnLeftDown(POINT client, bool shift, bool control) {
     if (!IsSelected(item)) {
         m_anchor = nullptr;
         ClearSelection();
+        // The control would see no change in an unselected caret item.
+        if (item == Caret()) Select(nullptr);
         return false;
     }
     if (item == Caret()) return false;  // the control starts a drag of the selection, or renaming
@@ -205,12 +209,12 @@ void CTreeCtrlEx::PressOnSelected(HTREEITEM item, POINT client) {
         NotifyParent(drag.hdr, TVN_BEGINDRAGW);
         return;
     }
-    // A click: the selection shrinks to the item, and its label is edited as after a second click.
     m_anchor = nullptr;
-    SelectOnly(item);
     UINT flags = 0;
     HitTest(client, &flags);
     if ((flags & TVHT_ONITEMLABEL) == 0) return;
+    // A click: the selection shrinks to the item, and its label is edited as after a second click.
+    SelectOnly(item);
     NMTVKEYDOWN key{};
     key.wVKey = VK_F2;
     NotifyParent(key.hdr, TVN_KEYDOWN);

@@ -15,8 +15,8 @@ class CTreeCtrlEx : public CTreeView {
   public:
     /// What the tree asks of and tells its owner.
     struct Hooks {
-        std::function<bool(HTREEITEM)> isGrey;   // draws the item's text in light grey
-        std::function<void(bool)> onLeftButton;  // true: the left button went down, false: up
+        std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in light grey
+        std::function<void(bool)> onLeftPress;  // true: the left button went down, false: that is dealt with
     };
 
     CTreeCtrlEx() = default;
@@ -45,7 +45,7 @@ class CTreeCtrlEx : public CTreeView {
     HTREEITEM NextBehind(HTREEITEM item) const;
 
     HTREEITEM HitTest(POINT client, UINT* flags = nullptr) const;
-    /// The row of a visible item in client coordinates.
+    /// The row of a visible item in client coordinates; false, and an empty row, for an item without one.
     bool RowOf(HTREEITEM item, RECT& row) const;
 
     /// The owner passes on the tree's NM_CUSTOMDRAW.

@@ -43,6 +43,11 @@ void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutIte
     m_modified = true;
 }
 
+void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name) {
+    const auto found = m_entries.find(item);
+    if (found != m_entries.end()) found->second->record.originalName = name;
+}
+
 HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record) {
     if (record.id == kInvalidItemId) return nullptr;
     const LayoutImages images = ImagesOf(record);

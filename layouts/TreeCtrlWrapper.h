@@ -37,6 +37,8 @@ class CTreeCtrlWrapper {
     std::vector<LayoutItemId> SelectedIds() const;
     /// Changes an item's record, its label and image with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
+    /// What a plug-in is registered as now; no change of the user's, and so the layout is not modified by it.
+    void NoteOriginalName(HTREEITEM item, const std::wstring& name);
 
     /// Adds as the last child; for reading a layout, where nothing else is selected. Null when it fails.
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record, bool select);

@@ -20,19 +20,21 @@ CTreeItemPropDlg::CTreeItemPropDlg(const CPluginInventory& inventory, const Layo
       m_inventory(inventory),
       m_plugin(plugin),
       m_name(plugin.name),
-      m_preset(plugin.defaultPreset) {}
+      m_preset(plugin.defaultPreset),
+      m_originalName(plugin.originalName) {}
 
 bool CTreeItemPropDlg::OnInitDialog() {
     const auto category = CategoryOf(m_plugin);
     Item(IDC_PROP_NAME).SetText(m_plugin.name);
     Item(IDC_PROP_ID_LABEL).SetText(LoadRingText(m_plugin.vendor ? IDS_VENDOR_LABEL : IDS_CLSID_LABEL));
     Item(IDC_PROP_ID).SetText(m_plugin.vendor ? *m_plugin.vendor : ClsidText(m_plugin.clsid));
-    const auto registered = category ? m_inventory.RegisteredNameOf(m_plugin.clsid, *category) : std::nullopt;
-    Item(IDC_PROP_FRIENDLY_NAME).SetText(registered.value_or(m_plugin.originalName));
     if (category) {
+        m_originalName =
+            m_inventory.RegisteredNameOf(m_plugin.clsid, *category).value_or(m_plugin.originalName);
         Item(IDC_PROP_FILE).SetText(m_inventory.PathOf(m_plugin.clsid, *category).value_or(L""));
         Item(IDC_PROP_CATEGORY).SetText(LoadRingText(RowOf(*category).captionId));
     }
+    Item(IDC_PROP_FRIENDLY_NAME).SetText(m_originalName);
     FillPresets();
     return true;
 }

@@ -14,6 +14,8 @@ class CTreeItemPropDlg : public CDialog {
     // What the user left in the fields.
     const std::wstring& Name() const { return m_name; }
     const std::wstring& DefaultPreset() const { return m_preset; }
+    /// The name that the plug-in is registered under, else the one that its record knows.
+    const std::wstring& OriginalName() const { return m_originalName; }
 
   private:
     bool OnInitDialog() override;
@@ -24,4 +26,5 @@ class CTreeItemPropDlg : public CDialog {
     const LayoutItem& m_plugin;
     std::wstring m_name;
     std::wstring m_preset;
+    std::wstring m_originalName;
 };

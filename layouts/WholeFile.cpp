@@ -1,13 +1,14 @@
 #include "WholeFile.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 
 #include "Handles.h"
 
 namespace {
 
-constexpr LONGLONG kLargestFile = 64LL << 20;  // a hundred thousand items take about half of it
+constexpr std::uint64_t kLargestFile = 64ULL << 20;  // a hundred thousand items take about half of it
 constexpr int kNamesToTry = 100;
 constexpr ULONGLONG kPatience = 2000;  // ms
 constexpr DWORD kRetryEvery = 50;      // ms
@@ -65,7 +66,7 @@ std::optional<std::string> ReadWholeFile(const std::wstring& path) {
     LARGE_INTEGER size{};
     // A device or a pipe would be waited for.
     if (!file || ::GetFileType(file.Get()) != FILE_TYPE_DISK || !::GetFileSizeEx(file.Get(), &size) ||
-        size.QuadPart > kLargestFile)
+        static_cast<std::uint64_t>(size.QuadPart) > kLargestFile)
         return std::nullopt;
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
     DWORD got = 0;
@@ -76,6 +77,7 @@ std::optional<std::string> ReadWholeFile(const std::wstring& path) {
 }
 
 bool ReplaceFileContents(const std::wstring& path, std::string_view bytes) {
+    if (bytes.size() > kLargestFile) return false;
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES &&
         (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))

@@ -163,6 +163,8 @@ TEST_F(LayoutFiles, SavesUnderADisplayNameAndTellsTheHost) {
     m_program->Press(IDC_LAYOUT_NEW);
     Answer(L"Both", IDNO);
     EXPECT_TRUE(HasItems(0)) << Screen();
+    Pick(L"One");
+    EXPECT_TRUE(HasItems(1)) << "a new layout is not modified\n" << Screen();
     EXPECT_EQ(m_program->Close(), 0U);
 }
 
@@ -187,19 +189,35 @@ TEST_F(LayoutFiles, AFailedSaveIsReportedAndTheFlowThatAskedGoesOn) {
 }
 
 TEST_F(LayoutFiles, SavingBeforeAPickStillShowsWhatWasPicked) {
-    Start();
+    ::CreateDirectoryW(m_files.Path(L"elsewhere").c_str(), nullptr);
+    const std::wstring away = m_files.Write(L"elsewhere\\away.pgl", Layout("Away", 5));
+    Start(L"\"" + away + L"\"");
+    ASSERT_TRUE(HasItems(5)) << Screen();
+    EXPECT_FALSE(m_program->IsEnabled(IDC_LAYOUT_DELETE)) << "only for layouts that were listed";
     Pick(L"One");
     ASSERT_TRUE(HasItems(1));
     Modify();
-    Pick(L"Two");
-    Answer(L"\"One\"", IDYES);
-    const HWND dialog = FileDialog(kSaveTitle);
-    EnterText(Within(dialog, IDC_DISPLAY_NAME), L"Zero");  // moves it behind the picked one
-    Confirm(dialog, m_files.Path(L"zero.pgl"));
+    const auto saveAndPick = [&](const wchar_t* picked, const wchar_t* file) {
+        Pick(picked);
+        Answer(L"Save changes", IDYES);
+        const HWND dialog = FileDialog(kSaveTitle);
+        EnterText(Within(dialog, IDC_DISPLAY_NAME), L"Zero");  // moves it behind the picked one
+        Confirm(dialog, m_files.Path(file));
+    };
+    saveAndPick(L"Two", L"zero.pgl");
     EXPECT_TRUE(WaitFor([&] { return File() == L"two.pgl"; })) << Screen();
     EXPECT_EQ(Name(), L"Two");
     EXPECT_EQ(Items(), 2);
     EXPECT_NE(m_files.Read(L"zero.pgl").find("<Separator/><Separator/>"), std::string::npos);
+    m_program->Press(IDC_LAYOUT_OPEN);
+    Confirm(FileDialog(kOpenTitle), away);
+    ASSERT_TRUE(HasItems(5)) << Screen();
+    Pick(L"Two");
+    ASSERT_TRUE(HasItems(2)) << Screen();
+    Modify();
+    saveAndPick(L"Away", L"more.pgl");
+    EXPECT_TRUE(WaitFor([&] { return Name() + File() == L"Awayaway.pgl"; })) << Screen();
+    EXPECT_EQ(Items(), 5);
     EXPECT_EQ(m_program->Close(), 0U);
 }
 
@@ -230,6 +248,12 @@ TEST_F(LayoutFiles, OpensFilesByDialogAndByCommandLine) {
     m_program->Press(IDC_LAYOUT_SAVE);
     dialog = FileDialog(kSaveTitle);
     EXPECT_TRUE(TextOf(Within(dialog, kFileNameField)).ends_with(L"handed over.TMP")) << Screen();
+    EnterText(Within(dialog, IDC_DISPLAY_NAME), std::wstring(400, L'n'));
+    Confirm(dialog, m_files.Path(L"back.tmp"));
+    ASSERT_TRUE(IsClosed(dialog));
+    m_program->Press(IDC_LAYOUT_SAVE);
+    dialog = FileDialog(kSaveTitle);
+    EXPECT_TRUE(TextOf(Within(dialog, kFileNameField)).ends_with(L"back.tmp")) << Screen();
     ::PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     ASSERT_TRUE(IsClosed(dialog));
     EXPECT_EQ(m_program->Close(), 0U);

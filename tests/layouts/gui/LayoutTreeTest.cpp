@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "ClsidText.h"
 #include "Dialog.h"
 #include "LayoutTreeView.h"
 #include "resource.h"
+#include "support/RegistrySandbox.h"
 
 namespace {
 
@@ -85,6 +87,32 @@ class LayoutTree : public testing::Test {
         std::wstring text;
         for (const HTREEITEM item : Tree().SelectedItems()) text += Tree().ItemText(item);
         return text;
+    }
+    POINT PlaceOf(const wchar_t* name) {
+        RECT label{};
+        EXPECT_TRUE(TreeView_GetItemRect(Tree().Handle(), Item(name), &label, TRUE)) << name;
+        return {(label.left + label.right) / 2, (label.top + label.bottom) / 2};
+    }
+    void Click(const wchar_t* name, WPARAM keys) {
+        const POINT point = PlaceOf(name);
+        const LPARAM place = MAKELPARAM(point.x, point.y);
+        // Waiting already when the control looks for it.
+        ::PostMessageW(Tree().Handle(), WM_LBUTTONUP, keys, place);
+        Tree().Send(WM_LBUTTONDOWN, MK_LBUTTON | keys, place);
+        MSG up;
+        ::PeekMessageW(&up, Tree().Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_REMOVE);
+    }
+    /// From one item to so many pixels below the middle of another; below all without one.
+    void Drag(const wchar_t* from, const wchar_t* to, int below) {
+        NMTREEVIEWW begin{};
+        begin.itemNew.hItem = Item(from);
+        begin.ptDrag = PlaceOf(from);
+        POINT end = to ? PlaceOf(to) : POINT{5, Tree().ClientRect().bottom - 1};
+        end.y += below;
+        ::MapWindowPoints(Tree().Handle(), m_dialog.Handle(), &end, 1);
+        m_view.OnBeginDrag(begin);
+        m_view.OnMouseMove(end);
+        m_view.OnButtonUp(end);
     }
     bool IsEnabled(int id) { return m_dialog.Item(id).IsEnabled(); }
 
@@ -209,6 +237,23 @@ TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
     EXPECT_FALSE(Layout().IsModified());
 }
 
+TEST_F(LayoutTree, ThePropertiesOfAPluginBringItsOriginalNameUpToDate) {
+    const support::RegistrySandbox sandbox;
+    LayoutItem plugin = NewPlugin();
+    plugin.clsid = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;
+    plugin.originalName = L"Old";
+    support::SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + ClsidText(plugin.clsid), nullptr, L"New");
+    const HTREEITEM item = Layout().Append(nullptr, plugin, false);
+    Layout().SetModified(false);
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+        ::PostMessageW(::FindWindowW(nullptr, L"Item Properties"), WM_COMMAND, IDCANCEL, 0);
+    });
+    m_view.Run(ID_ITEM_PROPERTIES, item);
+    ::KillTimer(nullptr, timer);
+    EXPECT_EQ(Layout().Find(item)->originalName, L"New");
+    EXPECT_FALSE(Layout().IsModified()) << "it was only looked at";
+}
+
 TEST_F(LayoutTree, DeletesTheSelectionAndTheCaretWithTheirRecords) {
     Build(L"F(a,G(b)),c,d,e");
     Select({L"c", L"F", L"b", L"d"});
@@ -239,28 +284,60 @@ TEST_F(LayoutTree, ButtonsFollowTheSelection) {
 
 TEST_F(LayoutTree, ClickingSelectsAsInAList) {
     Build(L"a,b,c,d");
-    const auto click = [this](const wchar_t* name, WPARAM keys) {
-        RECT label{};
-        ASSERT_TRUE(TreeView_GetItemRect(Tree().Handle(), Item(name), &label, TRUE));
-        const LPARAM place = MAKELPARAM((label.left + label.right) / 2, (label.top + label.bottom) / 2);
-        Tree().Send(WM_LBUTTONDOWN, MK_LBUTTON | keys, place);
-        Tree().Send(WM_LBUTTONUP, keys, place);
-    };
     Tree().SelectOnly(Item(L"b"));
-    click(L"d", MK_SHIFT);
+    Click(L"d", MK_SHIFT);
     EXPECT_EQ(Selected(), L"bcd");
-    click(L"a", MK_SHIFT);
+    Click(L"a", MK_SHIFT);
     EXPECT_EQ(Selected(), L"ab") << "from the same anchor";
-    click(L"d", MK_CONTROL);
+    Click(L"d", MK_CONTROL);
     EXPECT_EQ(Selected(), L"abd");
     EXPECT_EQ(Tree().Caret(), Item(L"d"));
-    click(L"d", MK_CONTROL);
+    Click(L"d", MK_CONTROL);
     EXPECT_EQ(Selected(), L"ab");
     EXPECT_EQ(Tree().Caret(), Item(L"a")) << "the first of those that are left";
-    click(L"a", MK_CONTROL);
-    click(L"b", MK_CONTROL);
+    Click(L"a", MK_CONTROL);
+    Click(L"b", MK_CONTROL);
     EXPECT_EQ(Selected(), L"");
     EXPECT_EQ(Tree().Caret(), nullptr);
+}
+
+TEST_F(LayoutTree, APlainClickSelectsOneItemAndSetsTheButtons) {
+    Build(L"a,b,c,d");
+    Select({L"a"});
+    Click(L"b", 0);
+    EXPECT_TRUE(IsEnabled(IDC_MOVE_UP)) << "the release never came to the tree";
+    Tree().SetSelected(Item(L"b"), false);
+    Click(L"b", 0);
+    EXPECT_EQ(Selected(), L"b") << "though it was the caret item already";
+    Click(L"d", MK_SHIFT);
+    Click(L"a", 0);
+    Click(L"b", MK_SHIFT);
+    EXPECT_EQ(Selected(), L"ab") << "a plain click forgets where a selection began";
+    Tree().Delete(Item(L"a"));
+    Click(L"c", MK_SHIFT);
+    EXPECT_EQ(Selected(), L"bc") << "and so does the end of that item";
+}
+
+TEST_F(LayoutTree, DragsTheSelectionAndLeavesItWhereItIsWhenItIsDroppedOnItself) {
+    Build(L"F(a,b),c,d");
+    Tree().Expand(Item(L"F"), true);
+    Select({L"a", L"b"});
+    Drag(L"a", L"a", -1);
+    Drag(L"a", L"b", 1);
+    EXPECT_EQ(Text(), L"F(a,b),c,d");
+    Drag(L"a", L"d", -1);
+    EXPECT_EQ(Text(), L"F,c,a,b,d") << "before the item, in its upper half";
+    EXPECT_EQ(Selected(), L"");
+    Drag(L"d", L"F", 1);
+    EXPECT_EQ(Text(), L"F(d),c,a,b");
+    Drag(L"F", L"F", 0);
+    Drag(L"F", L"d", 1);
+    EXPECT_EQ(Text(), L"F(d),c,a,b") << "not into itself";
+    Drag(L"c", L"F", -1);
+    EXPECT_EQ(Text(), L"c,F(d),a,b") << "the first of its parent";
+    Drag(L"d", nullptr, 0);
+    EXPECT_EQ(Text(), L"c,F,a,b,d") << "below all items";
+    EXPECT_TRUE(IsEnabled(IDC_SORT_ALL));
 }
 
 }  // namespace

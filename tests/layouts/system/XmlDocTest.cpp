@@ -119,6 +119,11 @@ TEST_F(XmlDoc, AFailedSaveLeavesTheOldFile) {
     EXPECT_EQ(m_files.Read(L"old.pgl"), "old");
     EXPECT_FALSE(ReplaceFileContents(m_files.Path(L"no folder\\a.pgl"), "new"));
     EXPECT_FALSE(ReplaceFileContents(m_files.Path(std::wstring(300, L'x')), "new"));
+    EXPECT_FALSE(ReplaceFileContents(path, std::string((64U << 20) + 1, ' ')))
+        << "too large to be read again";
+    ::CreateDirectoryW(m_files.Path(L"folder.pgl").c_str(), nullptr);
+    EXPECT_FALSE(ReplaceFileContents(m_files.Path(L"folder.pgl"), "new"));
+    EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"folder.pgl", L"old.pgl"}));
     EXPECT_TRUE(ReplaceFileContents(path, "new"));
     EXPECT_EQ(m_files.Read(L"old.pgl"), "new");
 }
