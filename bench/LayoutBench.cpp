@@ -60,14 +60,14 @@ void Fill(CTreeCtrlWrapper& layout, int size) {
     HTREEITEM folder = nullptr;
     for (int number = 0; number < size; ++number) {
         if (IsFolder(number)) {
-            folder = layout.Append(nullptr, NewFolder(NameOf(number)), false);
+            folder = layout.Append(nullptr, NewFolder(NameOf(number)));
         } else if (IsSeparator(number)) {
-            layout.Append(folder, NewSeparator(), false);
+            layout.Append(folder, NewSeparator());
         } else {
             LayoutItem plugin = NewPlugin();
             plugin.name = plugin.originalName = NameOf(number);
             plugin.clsid = IdOf(number);
-            layout.Append(folder, plugin, false);
+            layout.Append(folder, plugin);
         }
     }
 }
@@ -153,7 +153,7 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
     const auto fill = [&](int count) {
         layout.Clear();
         for (int number = 0; number < count; ++number) {
-            layout.Append(nullptr, PluginNamed(NameOf(number * 7919 % count)), false);
+            layout.Append(nullptr, PluginNamed(NameOf(number * 7919 % count)));
         }
     };
     fill(kSorted);

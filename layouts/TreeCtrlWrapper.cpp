@@ -61,12 +61,6 @@ HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const 
     return item;
 }
 
-HTREEITEM CTreeCtrlWrapper::Append(HTREEITEM parent, const LayoutItem& record, bool select) {
-    const HTREEITEM item = InsertItem(parent, TVI_LAST, record);
-    if (item && select) m_tree.Select(item);
-    return item;
-}
-
 HTREEITEM CTreeCtrlWrapper::Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record) {
     const bool inside = GoesInside(target, into);
     return InsertItem(inside ? target : m_tree.Parent(target), inside ? TVI_LAST : target, record);

@@ -40,8 +40,10 @@ class CTreeCtrlWrapper {
     /// What a plug-in is registered as now; no change of the user's, and so the layout is not modified by it.
     void NoteOriginalName(HTREEITEM item, const std::wstring& name);
 
-    /// Adds as the last child; for reading a layout, where nothing else is selected. Null when it fails.
-    HTREEITEM Append(HTREEITEM parent, const LayoutItem& record, bool select);
+    /// Adds as the last child. Null when it fails.
+    HTREEITEM Append(HTREEITEM parent, const LayoutItem& record) {
+        return InsertItem(parent, TVI_LAST, record);
+    }
     /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
     HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
     /// Removes all items; the layout then is not modified.

@@ -116,7 +116,7 @@ bool CXMLTreeCtrl::ReadNode(HTREEITEM parent, int depth) {
     ParseNode(Current());
     // Whatever stands within a plug-in or a separator is ignored.
     if (TagIs(L"<Plugin>")) return ReadPlugin(parent);
-    if (TagIs(L"<Separator>")) return m_tree.Append(parent, NewSeparator(), false) != nullptr;
+    if (TagIs(L"<Separator>")) return m_tree.Append(parent, NewSeparator()) != nullptr;
     if (TagIs(L"<Folder>")) return ReadFolder(parent, depth);
     // An unknown element passes only without content: its nodes come to HandleNode, which refuses them.
     return CXmlDoc::HandleNode(Current());
@@ -124,9 +124,11 @@ bool CXMLTreeCtrl::ReadNode(HTREEITEM parent, int depth) {
 
 bool CXMLTreeCtrl::ReadFolder(HTREEITEM parent, int depth) {
     if (depth > kDeepestNesting) return false;
-    const HTREEITEM folder = m_tree.Append(parent, NewFolder(AttributeOr(L"Name", kUnnamedFolder)), false);
+    const HTREEITEM folder = m_tree.Append(parent, NewFolder(AttributeOr(L"Name", kUnnamedFolder)));
     if (!folder) return false;
     m_lastFolder = folder;
+    // Selecting a folder would open the one that it lies in.
+    if (parent) m_tree.Tree().Expand(parent, true);
     return ReadChildren(folder, depth + 1);
 }
 
@@ -142,7 +144,7 @@ bool CXMLTreeCtrl::ReadPlugin(HTREEITEM parent) {
     plugin.originalName = AttributeOr(L"OriginalName", L"");
     plugin.defaultPreset = AttributeOr(L"DefaultPreset", L"");
     m_plugins.mark(plugin);
-    return m_tree.Append(parent, plugin, false) != nullptr;
+    return m_tree.Append(parent, plugin) != nullptr;
 }
 
 std::wstring CXMLTreeCtrl::AttributeOr(std::wstring_view name, const std::wstring& otherwise) {

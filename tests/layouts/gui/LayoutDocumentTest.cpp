@@ -204,7 +204,7 @@ TEST_F(LayoutDocument, NestingHasALimitThatReadingAndWritingShare) {
     HTREEITEM deepest = m_tree.layout.FirstTopLevel();
     while (const HTREEITEM child = m_tree.tree.Child(deepest)) deepest = child;
     EXPECT_TRUE(m_document.Save(m_files.Path(L"out.pgl")));
-    ASSERT_TRUE(m_tree.layout.Append(m_tree.tree.Parent(deepest), NewFolder(L"beside"), false));
+    ASSERT_TRUE(m_tree.layout.Append(m_tree.tree.Parent(deepest), NewFolder(L"beside")));
     EXPECT_FALSE(m_document.Save(m_files.Path(L"out.pgl"))) << "it could not be read again";
     for (const int depth : {251, 254, 300, 20000}) EXPECT_FALSE(Load(Layout(nested(depth)))) << depth;
 }

@@ -51,12 +51,12 @@ class LayoutTree : public testing::Test {
         for (const wchar_t c : text) {
             if (c == L'(') parent = Last(parent);
             if (c == L')') parent = Tree().Parent(parent);
-            if (c == L'-') Layout().Append(parent, NewSeparator(), false);
-            if (c >= L'A' && c <= L'Z') Layout().Append(parent, NewFolder({c}), false);
+            if (c == L'-') Layout().Append(parent, NewSeparator());
+            if (c >= L'A' && c <= L'Z') Layout().Append(parent, NewFolder({c}));
             if (c >= L'a' && c <= L'z') {
                 LayoutItem plugin = NewPlugin();
                 plugin.name = c;
-                Layout().Append(parent, plugin, false);
+                Layout().Append(parent, plugin);
             }
         }
         Layout().SetModified(false);
@@ -243,7 +243,7 @@ TEST_F(LayoutTree, ThePropertiesOfAPluginBringItsOriginalNameUpToDate) {
     plugin.clsid = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;
     plugin.originalName = L"Old";
     support::SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + ClsidText(plugin.clsid), nullptr, L"New");
-    const HTREEITEM item = Layout().Append(nullptr, plugin, false);
+    const HTREEITEM item = Layout().Append(nullptr, plugin);
     Layout().SetModified(false);
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
         ::PostMessageW(::FindWindowW(nullptr, L"Item Properties"), WM_COMMAND, IDCANCEL, 0);
