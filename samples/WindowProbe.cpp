@@ -9,7 +9,7 @@
 //   --dialog           waits for a dialog of the main window; the options after it go for that dialog
 //   --first-file       chooses the first file of a file dialog
 //   --size WxH         gives the window this size
-//   --geometry         prints the window's place as WIDTHxHEIGHT+LEFT+TOP
+//   --geometry         waits until all is painted and prints the window's place as WIDTHxHEIGHT+LEFT+TOP
 //   --toolbar          prints the place of the layout buttons in the same way
 //   --focus ID         gives the control the keyboard focus
 //   --hover ID         puts the mouse over the control
@@ -30,7 +30,7 @@ namespace {
 
 constexpr wchar_t kTitle[] = L"Corvane Plug-in Manager x64";
 constexpr DWORD kPollInterval = 100;
-constexpr UINT kAnswerLimit = 5000;
+constexpr UINT kAnswerLimit = 20000;
 constexpr DWORD kActionLimit = 20000;
 
 std::optional<LRESULT> Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -192,9 +192,19 @@ bool Print(const RECT& place) {
                        place.top) > 0;
 }
 
+bool IsPainted(HWND window) {
+    const auto isPainted = [](HWND child, LPARAM) -> BOOL {
+        return !IsWindowVisible(child) || GetUpdateRect(child, nullptr, FALSE) == FALSE;
+    };
+    return isPainted(window, 0) != FALSE && EnumChildWindows(window, isPainted, 0) != FALSE;
+}
+
 bool PrintGeometry() {
+    const HWND window = MainWindow();
     RECT place{};
-    return GetWindowRect(MainWindow(), &place) != FALSE && Print(place);
+    SetCursorPos(0, 0);  // nothing is to look as if the mouse were over it
+    if (!WaitFor(kActionLimit, [window] { return Send(window, WM_NULL) && IsPainted(window); })) return false;
+    return GetWindowRect(window, &place) != FALSE && Print(place);
 }
 
 bool PrintToolbar() {

@@ -57,6 +57,10 @@ MS Gothic=IPAGothic
 SimSun=WenQuanYi Micro Hei
 Microsoft YaHei=WenQuanYi Micro Hei
 END
+    # The captions' font (a LOGFONTW) in normal weight: bold letters are not looked up there.
+    font=$(printf 'MS Shell Dlg' | iconv -t UTF-16LE | od -An -v -tx1 | tr -d ' \n')
+    font=$(printf '%-184s' "f5ffffff000000000000000000000000900100000000000000000022$font" | tr ' ' 0)
+    wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v CaptionFont /t REG_BINARY /d "$font" /f >/dev/null
     wineserver -w
 }
 

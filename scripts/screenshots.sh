@@ -27,12 +27,22 @@ close_program() {
     wait "$program"
 }
 
+# stays_the_same PLACE: two pictures of this part of the screen, a moment apart, show the same; the later is $shot.
+stays_the_same() {
+    import -window root -crop "$1" +repage "$earlier"
+    sleep 0.3
+    import -window root -crop "$1" +repage "$shot"
+    [ "$(identify -format '%#' "$earlier")" = "$(identify -format '%#' "$shot")" ]
+}
+
 # picture FILE [WINDOW...]: the main window, or the one that these options of the probe name, without the desktop
 # around it.
 picture() {
-    local file=$1
+    local file=$1 place
     shift
-    import -window root -crop "$(probe "$@" --geometry)" +repage "$root/docs/$file"
+    place=$(probe "$@" --geometry)
+    wait_for 10 stays_the_same "$place" || die "$file: the window does not come to rest"
+    mv "$shot" "$root/docs/$file"
     echo "docs/$file"
 }
 
@@ -43,13 +53,13 @@ toolbar_picture() {
     echo "docs/$1"
 }
 
-# language_pictures LANGUAGE: a menu layout beside the VST effects, and the properties of its first plug-in.
+# language_pictures LANGUAGE: a menu layout beside the VST effects, and the properties of one of its plug-ins.
 language_pictures() {
     local file=${1,,}
     start_program "$1" "$layouts\\mixing.pgl"
-    probe --category 1 --press $button_expand_all
+    probe --category $vst_effects --press $button_expand_all
     picture "main-$file.png"
-    probe --open-item 1
+    probe --open-item $item_with_presets
     picture "properties-$file.png" --dialog
     probe --dialog --press $button_cancel
     close_program
@@ -80,7 +90,7 @@ layout_pictures() {
     probe --popup 'Save Plug-In Menu Layout' --close
     close_program
     start_program English "$layouts\\mixing.pgl"
-    probe --press $button_expand_all --open-item 1
+    probe --press $button_expand_all --open-item $item_with_presets
     picture item-properties.png --dialog
     probe --dialog --press $button_cancel
     close_program
@@ -89,8 +99,10 @@ layout_pictures() {
 # The control ids of the buttons, as in res/resource.h.
 button_import=1014 button_export=1015 button_manage=1021 button_rename=1017 button_cancel=2
 button_expand_all=1047 button_save=1032
+earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
-legacy_effects=9  # row of the category list
+item_with_presets=19  # row of the layout "Mixing", all folders expanded
+vst_effects=1 vst_instruments=4 legacy_effects=9  # rows of the category list
 
 # One process that stays alive in the prefix makes each start of the others forty times as fast.
 wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
@@ -104,15 +116,18 @@ for language in English German French Italian Spanish Portuguese Russian Japanes
     language_pictures $language
 done
 
-start_program English
-probe --category 1
+start_program English "$layouts\\mixing.pgl"
+probe --category $vst_instruments --press $button_expand_all
 picture main-dialog.png
+probe --size 1200x900
+picture main-dialog-large.png
+close_program
+start_program English
+probe --category $vst_effects
 toolbar_picture toolbar-themed.png
 preset_pictures
 probe --category $legacy_effects
 picture main-dialog-adapter.png
-probe --size 1200x900
-picture main-dialog-large.png
 close_program
 layout_pictures
 
