@@ -51,6 +51,16 @@ bool ShowsNoText(const DialogControl& control) {
     return !IsClass(control, L"ListBox") && !IsClass(control, L"Edit") && !IsClass(control, L"SysLink");
 }
 
+/// The text without the tags of a link.
+std::wstring ShownText(const DialogControl& control) {
+    std::wstring text = control.text;
+    for (const std::wstring_view tag : {L"<a>", L"</a>"}) {
+        const std::size_t at = IsClass(control, L"SysLink") ? text.find(tag) : std::wstring::npos;
+        if (at != std::wstring::npos) text.erase(at, tag.size());
+    }
+    return text;
+}
+
 std::size_t EndOfText(std::span<const std::byte> dialog, std::size_t at) {
     wchar_t c = L'\0';
     do {
@@ -139,8 +149,8 @@ std::optional<std::wstring> CDialogOnScreen::CutOff(const DialogControl& control
     const bool breaks = IsClass(control, L"Static") || IsClass(control, L"SysLink");
     const bool prefix =
         IsClass(control, L"Button") || (IsClass(control, L"Static") && (control.style & SS_NOPREFIX) == 0);
-    const SIZE text =
-        TextSize(control.text, width, (breaks ? DT_WORDBREAK : DT_SINGLELINE) | (prefix ? 0U : DT_NOPREFIX));
+    const SIZE text = TextSize(ShownText(control), width,
+                               (breaks ? DT_WORDBREAK : DT_SINGLELINE) | (prefix ? 0U : DT_NOPREFIX));
     if (text.cx <= width && text.cy <= height) return std::nullopt;
     return L"\"" + control.text + L"\" needs " + std::to_wstring(text.cx) + L" x " +
            std::to_wstring(text.cy) + L" pixels of " + std::to_wstring(width) + L" x " +
