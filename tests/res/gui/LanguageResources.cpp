@@ -16,7 +16,7 @@ std::span<const std::byte> ResourceIn(const Language& language, const wchar_t* t
 
 std::vector<UINT> ResourceIds(const wchar_t* type) {
     std::vector<UINT> ids;
-    const auto collect = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR found) -> BOOL {
+    const auto collect = [](HMODULE, LPCWSTR, auto name, LONG_PTR found) -> BOOL {
         if (IS_INTRESOURCE(name)) {
             reinterpret_cast<std::vector<UINT>*>(found)->push_back(LOWORD(reinterpret_cast<UINT_PTR>(name)));
         }
