@@ -41,7 +41,7 @@ picture() {
     local file=$1 place
     shift
     place=$(probe "$@" --geometry)
-    wait_for 10 stays_the_same "$place" || die "$file: the window does not come to rest"
+    wait_for 30 stays_the_same "$place" || die "$file: the window does not come to rest"
     mv "$shot" "$root/docs/$file"
     echo "docs/$file"
 }
@@ -104,6 +104,9 @@ layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
 item_with_presets=19  # row of the layout "Mixing", all folders expanded
 vst_effects=1 vst_instruments=4 legacy_effects=9  # rows of the category list
 
+# A caret that blinks once an hour lets windows come to rest.
+wine reg add 'HKCU\Control Panel\Desktop' /v CursorBlinkRate /d 3600000 /f >/dev/null
+wineserver -w
 # One process that stays alive in the prefix makes each start of the others forty times as fast.
 wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 
