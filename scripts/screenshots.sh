@@ -76,7 +76,7 @@ preset_pictures() {
     picture export-presets.png --popup 'Export Presets'
     probe --popup 'Export Presets' --close
     probe --press $button_import
-    probe --popup 'Import Presets' --first-file
+    probe --popup 'Import Presets' --first-file --focus $button_ok
     picture import-presets.png --popup 'Import Presets'
     probe --popup 'Import Presets' --close
 }
@@ -97,7 +97,8 @@ layout_pictures() {
 }
 
 # The control ids of the buttons, as in res/resource.h.
-button_import=1014 button_export=1015 button_manage=1021 button_rename=1017 button_cancel=2
+button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
+button_ok=1 button_cancel=2
 button_expand_all=1047 button_save=1032
 earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
