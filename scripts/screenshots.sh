@@ -121,7 +121,7 @@ for language in English German French Italian Spanish Portuguese Russian Japanes
 done
 
 start_program English "$layouts\\mixing.pgl"
-probe --category $vst_instruments --press $button_expand_all
+probe --category $vst_instruments --plugin 'Polar Pads' --press $button_expand_all
 picture main-dialog.png
 probe --size 1200x900
 picture main-dialog-large.png
