@@ -4,16 +4,20 @@
 //   --category ROW     chooses a row of the category list (and again the first plug-in)
 //   --plugin NAME      selects this plug-in of the category
 //   --press ID         clicks a button; what it opens is not waited for
+//   --open-item ROW    double-clicks this visible row of the layout tree
 //   --popup TITLE      waits for a dialog whose title begins so; the options after it go for that dialog
+//   --dialog           waits for a dialog of the main window; the options after it go for that dialog
 //   --first-file       chooses the first file of a file dialog
 //   --size WxH         gives the window this size
-//   --geometry         prints the window's place as WIDTHxHEIGHT+LEFT+TOP
+//   --geometry         waits until all is painted and prints the window's place as WIDTHxHEIGHT+LEFT+TOP
 //   --toolbar          prints the place of the layout buttons in the same way
 //   --focus ID         gives the control the keyboard focus
 //   --hover ID         puts the mouse over the control
 //   --close            closes it and waits until it is gone
 //   --sleep            only keeps the Windows session alive
 #include <windows.h>
+
+#include <commctrl.h>
 
 #include <cstdio>
 #include <optional>
@@ -26,7 +30,7 @@ namespace {
 
 constexpr wchar_t kTitle[] = L"Corvane Plug-in Manager x64";
 constexpr DWORD kPollInterval = 100;
-constexpr UINT kAnswerLimit = 5000;
+constexpr UINT kAnswerLimit = 20000;
 constexpr DWORD kActionLimit = 20000;
 
 std::optional<LRESULT> Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -101,6 +105,49 @@ bool SelectPlugin(const std::wstring& name) {
 
 bool Press(const std::wstring& id) { return PostMessageW(Control(std::stoi(id)), BM_CLICK, 0, 0) != FALSE; }
 
+/// The place of a tree item's text within the tree; the control fills it in its own process.
+std::optional<RECT> PlaceOfTreeItem(HWND tree, LRESULT item) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(tree, &id);
+    const HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+    void* const memory = VirtualAllocEx(process, nullptr, sizeof(RECT), MEM_COMMIT, PAGE_READWRITE);
+    RECT place{};
+    const bool told =
+        WriteProcessMemory(process, memory, &item, sizeof item, nullptr) != FALSE &&
+        Send(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(memory)).value_or(FALSE) != FALSE &&
+        ReadProcessMemory(process, memory, &place, sizeof place, nullptr) != FALSE;
+    VirtualFreeEx(process, memory, 0, MEM_RELEASE);
+    CloseHandle(process);
+    return told ? std::optional(place) : std::nullopt;
+}
+
+bool OpenItem(const std::wstring& row) {
+    const HWND tree = Control(IDC_LAYOUT_TREE);
+    LRESULT item = Send(tree, TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE).value_or(0);
+    for (int left = std::stoi(row); left > 0; --left)
+        item = Send(tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item).value_or(0);
+    const auto place = PlaceOfTreeItem(tree, item);
+    if (!place) return false;
+    const POINT inside{place->left + 4, (place->top + place->bottom) / 2};
+    POINT screen = inside;
+    // The program asks where the mouse is.
+    return ClientToScreen(tree, &screen) != FALSE && SetCursorPos(screen.x, screen.y) != FALSE &&
+           PostMessageW(tree, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(inside.x, inside.y)) != FALSE;
+}
+
+bool WaitForDialog() {
+    const HWND main = MainWindow();
+    const auto isIt = [](HWND window, LPARAM lParam) -> BOOL {
+        if (!IsWindowVisible(window) || GetWindow(window, GW_OWNER) != reinterpret_cast<HWND>(lParam))
+            return TRUE;
+        g_popup = window;
+        return FALSE;
+    };
+    return WaitFor(kActionLimit,
+                   [&] { return EnumWindows(isIt, reinterpret_cast<LPARAM>(main)) == FALSE; }) &&
+           Send(g_popup, WM_NCACTIVATE, TRUE).has_value();
+}
+
 bool WaitForPopup(const std::wstring& title) {
     const auto isIt = [](HWND window, LPARAM lParam) -> BOOL {
         const auto& wanted = *reinterpret_cast<const std::wstring*>(lParam);
@@ -145,9 +192,19 @@ bool Print(const RECT& place) {
                        place.top) > 0;
 }
 
+bool IsPainted(HWND window) {
+    const auto isPainted = [](HWND child, LPARAM) -> BOOL {
+        return !IsWindowVisible(child) || GetUpdateRect(child, nullptr, FALSE) == FALSE;
+    };
+    return isPainted(window, 0) != FALSE && EnumChildWindows(window, isPainted, 0) != FALSE;
+}
+
 bool PrintGeometry() {
+    const HWND window = MainWindow();
     RECT place{};
-    return GetWindowRect(MainWindow(), &place) != FALSE && Print(place);
+    SetCursorPos(0, 0);  // nothing is to look as if the mouse were over it
+    if (!WaitFor(kActionLimit, [window] { return Send(window, WM_NULL) && IsPainted(window); })) return false;
+    return GetWindowRect(window, &place) != FALSE && Print(place);
 }
 
 bool PrintToolbar() {
@@ -186,7 +243,9 @@ bool Do(std::wstring_view option, wchar_t**& argument) {
     if (option == L"--category") return ChooseCategory(value());
     if (option == L"--plugin") return SelectPlugin(value());
     if (option == L"--press") return Press(value());
+    if (option == L"--open-item") return OpenItem(value());
     if (option == L"--popup") return WaitForPopup(value());
+    if (option == L"--dialog") return WaitForDialog();
     if (option == L"--first-file") return ChooseFirstFile();
     if (option == L"--size") return Resize(value());
     if (option == L"--geometry") return PrintGeometry();

@@ -40,9 +40,28 @@ windows_path() {
     printf 'Z:%s' "${1//\//\\}"
 }
 
+# add_fonts: into the prefix in use.
 add_fonts() {
     # With these, "MS Shell Dlg" has the same dialog units as on Windows at 96 dpi.
-    cp /usr/share/wine/fonts/{tahoma,tahomabd,ms_sans_serif,marlett,symbol}.ttf "$1/drive_c/windows/Fonts/"
+    cp /usr/share/wine/fonts/{tahoma,tahomabd,ms_sans_serif,marlett,symbol}.ttf \
+        /usr/share/fonts/opentype/ipafont-gothic/ipag{,p}.ttf /usr/share/fonts/truetype/wqy/wqy-microhei.ttc \
+        "$WINEPREFIX/drive_c/windows/Fonts/"
+    # The fonts of a Japanese and of a Chinese system: characters that a dialog's font lacks are looked up in these.
+    local name font
+    while IFS='=' read -r name font; do
+        wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$name" /d "$font" /f >/dev/null
+    done <<'END'
+MS UI Gothic=IPAPGothic
+MS PGothic=IPAPGothic
+MS Gothic=IPAGothic
+SimSun=WenQuanYi Micro Hei
+Microsoft YaHei=WenQuanYi Micro Hei
+END
+    # The captions' font (a LOGFONTW) in normal weight: bold letters are not looked up there.
+    font=$(printf 'MS Shell Dlg' | iconv -t UTF-16LE | od -An -v -tx1 | tr -d ' \n')
+    font=$(printf '%-184s' "f5ffffff000000000000000000000000900100000000000000000022$font" | tr ' ' 0)
+    wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v CaptionFont /t REG_BINARY /d "$font" /f >/dev/null
+    wineserver -w
 }
 
 # The user's folders of a new prefix are links into the real home folder.
@@ -69,7 +88,7 @@ clear_virtual_desktop() {
 # A finished prefix is kept as a template: copying it takes a second, making one ten.
 prefix_template() {
     local template=$build/prefix-template unfinished=$build/prefix-template.unfinished
-    [ ! -d "$template" ] || return 0
+    [ "$(prefix_recipe)" != "$(cat "$template/recipe" 2>/dev/null)" ] || return 0
     stop_prefix "$unfinished"
     rm -rf "$unfinished"
     mkdir -p "$unfinished"
@@ -78,11 +97,18 @@ prefix_template() {
         quietly "$build/prefix.log" env DISPLAY= wineboot --init
         # Without a sound card the sound driver fills the terminal with complaints.
         wine reg add 'HKCU\Software\Wine\Drivers' /v Audio /d '' /f >/dev/null
+        add_fonts
         set_virtual_desktop
     )
-    add_fonts "$unfinished"
     unlink_home "$unfinished"
+    prefix_recipe >"$unfinished/recipe"
+    rm -rf "$template"
     mv "$unfinished" "$template"
+}
+
+# What a prefix is made by: a template that was made by something else is out of date.
+prefix_recipe() {
+    declare -f prefix_template add_fonts unlink_home set_virtual_desktop | sha256sum
 }
 
 stop_prefix() {

@@ -13,8 +13,11 @@ probe() {
     wine "$bin/window_probe.exe" "$@" | tr -d '\r'
 }
 
+# start_program LANGUAGE [ARGUMENT...]
 start_program() {
-    wine "$bin/PluginManager.exe" </dev/null &
+    wine reg add 'HKLM\Software\Corvane Music Software' /v Language /d "$1" /f >/dev/null
+    shift
+    wine "$bin/PluginManager.exe" "$@" </dev/null &
     program=$!
     probe --wait 60
 }
@@ -24,10 +27,23 @@ close_program() {
     wait "$program"
 }
 
-# picture FILE [TITLE]: the window or a dialog of this title alone, without the desktop around it.
+# stays_the_same PLACE: two pictures of this part of the screen, a moment apart, show the same; the later is $shot.
+stays_the_same() {
+    import -window root -crop "$1" +repage "$earlier"
+    sleep 0.3
+    import -window root -crop "$1" +repage "$shot"
+    [ "$(identify -format '%#' "$earlier")" = "$(identify -format '%#' "$shot")" ]
+}
+
+# picture FILE [WINDOW...]: the main window, or the one that these options of the probe name, without the desktop
+# around it.
 picture() {
-    import -window root -crop "$(probe ${2:+--popup "$2"} --geometry)" +repage "$root/docs/$1"
-    echo "docs/$1"
+    local file=$1 place
+    shift
+    place=$(probe "$@" --geometry)
+    wait_for 30 stays_the_same "$place" || die "$file: the window does not come to rest"
+    mv "$shot" "$root/docs/$file"
+    echo "docs/$file"
 }
 
 # toolbar_picture FILE: the layout buttons with the focus on the first and the mouse over the second, enlarged.
@@ -37,36 +53,90 @@ toolbar_picture() {
     echo "docs/$1"
 }
 
-# The control ids of the preset buttons and dialogs, as in res/resource.h.
-button_import=1014 button_export=1015 button_manage=1021 button_rename=1017 button_cancel=2
+# language_pictures LANGUAGE: a menu layout beside the VST effects, and the properties of one of its plug-ins.
+language_pictures() {
+    local file=${1,,}
+    start_program "$1" "$layouts\\mixing.pgl"
+    probe --category $vst_effects --press $button_expand_all
+    picture "main-$file.png"
+    probe --open-item $item_with_presets
+    picture "properties-$file.png" --dialog
+    probe --dialog --press $button_cancel
+    close_program
+}
+
+preset_pictures() {
+    probe --plugin 'Kammer Reverb' --press $button_manage
+    picture manage-presets.png --popup 'Manage Presets'
+    probe --popup 'Manage Presets' --press $button_rename
+    picture rename-preset.png --popup 'Rename Preset'
+    probe --popup 'Rename Preset' --press $button_cancel
+    probe --popup 'Manage Presets' --close
+    probe --press $button_export
+    picture export-presets.png --popup 'Export Presets'
+    probe --popup 'Export Presets' --close
+    probe --press $button_import
+    probe --popup 'Import Presets' --first-file --focus $button_ok
+    picture import-presets.png --popup 'Import Presets'
+    probe --popup 'Import Presets' --close
+}
+
+layout_pictures() {
+    start_program English "$layouts\\instruments.pgl"
+    probe --press $button_expand_all
+    picture layout.png
+    probe --press $button_save
+    picture save-layout.png --popup 'Save Plug-In Menu Layout'
+    probe --popup 'Save Plug-In Menu Layout' --close
+    close_program
+    start_program English "$layouts\\mixing.pgl"
+    probe --press $button_expand_all --open-item $item_with_presets
+    picture item-properties.png --dialog
+    probe --dialog --press $button_cancel
+    close_program
+}
+
+# The control ids of the buttons, as in res/resource.h.
+button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
+button_ok=1 button_cancel=2
+button_expand_all=1047 button_save=1032
+earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
+layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
+item_with_presets=19  # row of the layout "Mixing", all folders expanded
+vst_effects=1 vst_instruments=4 legacy_effects=9  # rows of the category list
+
+# A caret that blinks once an hour lets windows come to rest.
+wine reg add 'HKCU\Control Panel\Desktop' /v CursorBlinkRate /d 3600000 /f >/dev/null
+wineserver -w
+# One process that stays alive in the prefix makes each start of the others forty times as fast.
+wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 
 # The file dialogs start in the current folder.
 mkdir -p "$WINEPREFIX/drive_c/Presets"
 cp "$root"/samples/*.spp "$WINEPREFIX/drive_c/Presets/"
 cd "$WINEPREFIX/drive_c/Presets"
-start_program
-probe --category 1
+
+for language in English German French Italian Spanish Portuguese Russian Japanese Chinese; do
+    language_pictures $language
+done
+
+start_program English "$layouts\\mixing.pgl"
+probe --category $vst_instruments --plugin 'Polar Pads' --press $button_expand_all
 picture main-dialog.png
-toolbar_picture toolbar-themed.png
-probe --plugin 'Kammer Reverb' --press $button_manage
-picture manage-presets.png 'Manage Presets'
-probe --popup 'Manage Presets' --press $button_rename
-picture rename-preset.png 'Rename Preset'
-probe --popup 'Rename Preset' --press $button_cancel
-probe --popup 'Manage Presets' --close
-probe --press $button_export
-picture export-presets.png 'Export Presets'
-probe --popup 'Export Presets' --close
-probe --press $button_import
-probe --popup 'Import Presets' --first-file
-picture import-presets.png 'Import Presets'
-probe --popup 'Import Presets' --close
 probe --size 1200x900
 picture main-dialog-large.png
 close_program
+start_program English
+probe --category $vst_effects
+toolbar_picture toolbar-themed.png
+preset_pictures
+probe --category $legacy_effects
+picture main-dialog-adapter.png
+close_program
+layout_pictures
 
 wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' /v ThemeActive /d 0 /f >/dev/null
-wineserver -w
-start_program
+wineserver -k
+start_program English
 toolbar_picture toolbar-classic.png
 close_program
