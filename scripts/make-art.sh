@@ -1,5 +1,5 @@
 #!/bin/sh
-# Renders res/art/*.svg into the icons and the toolbar bitmaps that are kept in res/, so that a build needs no renderer.
+# Renders res/art/*.svg into the icons and bitmaps that are kept in res/ and packaging/, so that a build needs no renderer.
 set -eu
 cd "$(dirname "$0")/../res"
 
@@ -20,6 +20,9 @@ for size in 16 20 24 32 40 48 64 256; do
 done
 # shellcheck disable=SC2086  # the folder is mktemp's and has no blanks
 convert $icons PluginManager.ico
+
+rsvg-convert -w 164 -h 314 art/installer.svg -o "$work/installer.png"
+convert "$work/installer.png" -alpha off -type truecolor BMP3:../packaging/installer.bmp
 
 # le VALUE...: each as four bytes, the lowest first.
 le() {
