@@ -49,17 +49,21 @@ BrandingText "${PRODUCT} ${VERSION}"
 !define MUI_UNWELCOMEFINISHPAGE_BITMAP "installer.bmp"
 !define MUI_ABORTWARNING
 
+; Some languages need a third line for the titles of these pages.
+!define MUI_WELCOMEPAGE_TITLE_3LINES
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_LICENSE "${FILES}\LICENSE.txt"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
+!define MUI_FINISHPAGE_TITLE_3LINES
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION StartProgram
 !insertmacro MUI_PAGE_FINISH
 
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
+!define MUI_FINISHPAGE_TITLE_3LINES
 !define MUI_FINISHPAGE_TEXT "$(LEFT_IN_PLACE)"
 !define MUI_FINISHPAGE_TEXT_LARGE
 !insertmacro MUI_UNPAGE_FINISH
