@@ -180,9 +180,7 @@ Section
 
     SetOutPath $INSTDIR
     File "${FILES}\${PROGRAM}"
-!if /FileExists "${FILES}\${HELP_FILE}"
     File "${FILES}\${HELP_FILE}"
-!endif
     File "${FILES}\LICENSE.txt"
     WriteUninstaller "$INSTDIR\${UNINSTALLER}"
     CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\${PROGRAM}"

@@ -13,6 +13,7 @@ fi
 export SOURCE_DATE_EPOCH TZ=UTC LC_ALL=C.UTF-8
 
 build_preset release PluginManager || die "the build failed"
+"$root/scripts/help.sh" >/dev/null || die "the help file could not be made"
 ! grep -qaF "$root" "$bin/PluginManager.exe" || die "the program holds the path of its sources"
 
 package=$build/package
@@ -20,11 +21,7 @@ name=CorvanePluginManager-$version
 files=$package/$name  # as they lie in the zip
 rm -rf "$package"
 mkdir -p "$files"
-cp "$bin/PluginManager.exe" "$bin/LICENSE.txt" "$files"
-if [ -e "$root/scripts/help.sh" ]; then  # the help file
-    "$root/scripts/help.sh" >/dev/null || die "the help file could not be made"
-    cp "$bin/PluginManager.chm" "$files"
-fi
+cp "$bin/PluginManager.exe" "$bin/PluginManager.chm" "$bin/LICENSE.txt" "$files"
 chmod 644 "$files"/*
 touch -d "@$SOURCE_DATE_EPOCH" "$files"/*
 installed_kb=$(cat "$files"/* | wc -c | awk '{print int(($1 + 1023) / 1024)}')
