@@ -1,14 +1,52 @@
 #include "AboutDlg.h"
 
+#include <shellapi.h>
+#include <shlwapi.h>
+
+#include "ProgramPath.h"
 #include "Resources.h"
+#include "TextFormat.h"
+#include "Version.h"
 #include "resource.h"
 
-CAboutDlg::CAboutDlg() : CDialog(IDD_ABOUT) {}
+namespace {
+
+bool Open(HWND owner, const wchar_t* file, const wchar_t* arguments = nullptr) {
+    SHELLEXECUTEINFOW request{};
+    request.cbSize = sizeof request;
+    request.fMask = SEE_MASK_FLAG_NO_UI;
+    request.hwnd = owner;
+    request.lpFile = file;
+    request.lpParameters = arguments;
+    request.nShow = SW_SHOWNORMAL;
+    return ::ShellExecuteExW(&request) != FALSE;
+}
+
+}  // namespace
+
+CAboutDlg::CAboutDlg() : CDialog(IDD_ABOUT), m_licencePath(ProgramFolder() + L"\\LICENSE.txt") {}
+
+std::span<const CRoute> CAboutDlg::Routes() const {
+    using R = CRoutesOf<CAboutDlg>;
+    static constexpr CRoute kRoutes[] = {
+        R::OnNotify<NM_CLICK, &CAboutDlg::OnLicence>(IDC_ABOUT_LICENCE),
+        R::OnNotify<NM_RETURN, &CAboutDlg::OnLicence>(IDC_ABOUT_LICENCE),
+    };
+    return kRoutes;
+}
 
 bool CAboutDlg::OnInitDialog() {
     m_icon =
         LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
     Control<CStatic>(IDC_ABOUT_ICON).SetIcon(m_icon.Get());
-    Item(IDC_ABOUT_TEXT).SetText(L"" APP_VERSION_TEXT);
+    const CWindow version = Item(IDC_ABOUT_VERSION);
+    version.SetText(FormatText(version.Text(), kProductVersion, kBuildDate));
+    Item(IDC_ABOUT_LICENCE).Show(::PathFileExistsW(m_licencePath.c_str()) != FALSE);
     return true;
+}
+
+void CAboutDlg::OnLicence() {
+    // Where texts have no program of their own, the system's editor shows them.
+    if (!Open(m_hwnd, m_licencePath.c_str()))
+        Open(m_hwnd, L"notepad.exe", (L"\"" + m_licencePath + L"\"").c_str());
 }

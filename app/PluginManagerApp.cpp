@@ -52,7 +52,8 @@ int TakeQuitCode() {
 void CPluginManagerApp::InitInstance() {
     // What is loaded from here on comes from the system's folder, never from the current one.
     ::SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+    const INITCOMMONCONTROLSEX controls{sizeof controls,
+                                        ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES | ICC_LINK_CLASS};
     ::InitCommonControlsEx(&controls);
     SetResourceLanguage(NearestInterfaceLanguage(::GetUserDefaultUILanguage()));
 

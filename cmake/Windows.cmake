@@ -9,6 +9,8 @@ target_compile_definitions(windows_settings INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00 _GLIBCXX_ASSERTIONS)
 target_compile_options(windows_settings INTERFACE -fstack-protector-strong)
 target_link_options(windows_settings INTERFACE -fstack-protector-strong)
+# The same sources give the same bytes whenever they are built.
+target_link_options(windows_settings INTERFACE -Wl,--no-insert-timestamp)
 # Only the resource ids: any room may name a control or a text.
 target_include_directories(windows_settings INTERFACE ${CMAKE_SOURCE_DIR}/res)
 
@@ -28,20 +30,33 @@ add_room(presets   NEXT util)
 add_room(inventory NEXT presets LIBRARIES strmiids msdmo dmoguids oleaut32)
 add_room(layouts   NEXT inventory)
 add_room(app       NEXT layouts)
-target_compile_definitions(app PRIVATE APP_VERSION_TEXT="${PROJECT_VERSION}")
+
+# With every build, because the last commit changes without a new configuration.
+set(generated ${CMAKE_BINARY_DIR}/generated)
+add_custom_target(version_header
+    COMMAND ${CMAKE_COMMAND} -D SOURCE=${CMAKE_SOURCE_DIR} -D PROJECT_VERSION=${PROJECT_VERSION}
+        -D HEADER=${generated}/Version.h -P ${CMAKE_SOURCE_DIR}/cmake/WriteVersionHeader.cmake
+    BYPRODUCTS ${generated}/Version.h
+    VERBATIM)
+add_dependencies(app version_header)
+target_include_directories(app PUBLIC ${generated})
 
 # Objects, not a library: a linker takes resources from a library only when something asks for them by name.
 file(GLOB resource_scripts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/*.rc)
 file(GLOB_RECURSE resource_parts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/*)
+configure_file(${CMAKE_SOURCE_DIR}/res/PluginManager.manifest.in ${generated}/PluginManager.manifest @ONLY)
+list(APPEND resource_parts ${generated}/PluginManager.manifest)
 set_source_files_properties(${resource_scripts} PROPERTIES OBJECT_DEPENDS "${resource_parts}")
 add_library(resources OBJECT ${resource_scripts})
-target_include_directories(resources PRIVATE ${CMAKE_SOURCE_DIR}/res)
+target_include_directories(resources PRIVATE ${CMAKE_SOURCE_DIR}/res ${generated})
 string(REPLACE "." "," version_numbers ${PROJECT_VERSION})
 target_compile_definitions(resources PRIVATE APP_VERSION=${PROJECT_VERSION} APP_VERSION_NUMBERS=${version_numbers})
 
 add_executable(PluginManager WIN32 app/Main.cpp)
 target_link_libraries(PluginManager PRIVATE app resources)
 target_link_options(PluginManager PRIVATE -municode -s)
+# The about box opens it; it lies beside the program.
+configure_file(${CMAKE_SOURCE_DIR}/LICENSE ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/LICENSE.txt @ONLY NEWLINE_STYLE DOS)
 
 add_subdirectory(samples)
 add_subdirectory(tests)

@@ -85,6 +85,7 @@ Answer Call(Of<WM_TIMER>, auto&& handler, WPARAM wParam, LPARAM) {
 
 // What a notification code carries. Never called, only asked for their type.
 const NMHDR& Carried(Of<NM_CLICK>);
+const NMHDR& Carried(Of<NM_RETURN>);
 const NMHDR& Carried(Of<NM_RCLICK>);
 const NMHDR& Carried(Of<NM_DBLCLK>);
 const NMTREEVIEWW& Carried(Of<TVN_SELCHANGEDW>);

@@ -130,7 +130,8 @@
 // The about box
 #define IDC_ABOUT_ICON 1100
 #define IDC_ABOUT_NAME 1101
-#define IDC_ABOUT_TEXT 1102
+#define IDC_ABOUT_VERSION 1102
+#define IDC_ABOUT_LICENCE 1103
 
 // The properties of a plug-in in a layout
 #define IDC_PROP_NAME 1110

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Renders res/art/*.svg into the icons and the toolbar bitmaps that are kept in res/, so that a build needs no renderer.
+# Renders res/art/*.svg into the icons and bitmaps that are kept in res/ and packaging/, so that a build needs no renderer.
 set -eu
 cd "$(dirname "$0")/../res"
 
@@ -10,11 +10,19 @@ done
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# Up to 20 pixels the full picture blurs; the small one is drawn for them.
-for size in 16 20; do rsvg-convert -w $size -h $size art/icon-small.svg -o "$work/icon-$size.png"; done
-for size in 24 32 48 64 256; do rsvg-convert -w $size -h $size art/icon.svg -o "$work/icon-$size.png"; done
-convert "$work/icon-16.png" "$work/icon-20.png" "$work/icon-24.png" "$work/icon-32.png" "$work/icon-48.png" \
-    "$work/icon-64.png" "$work/icon-256.png" PluginManager.ico
+# Up to 24 pixels the full picture blurs; each of these sizes is drawn for itself.
+icons=
+for size in 16 20 24 32 40 48 64 256; do
+    source=art/icon-$size.svg
+    [ -f "$source" ] || source=art/icon.svg
+    rsvg-convert -w $size -h $size "$source" -o "$work/icon-$size.png"
+    icons="$icons $work/icon-$size.png"
+done
+# shellcheck disable=SC2086  # the folder is mktemp's and has no blanks
+convert $icons PluginManager.ico
+
+rsvg-convert -w 164 -h 314 art/installer.svg -o "$work/installer.png"
+convert "$work/installer.png" -alpha off -type truecolor BMP3:../packaging/installer.bmp
 
 # le VALUE...: each as four bytes, the lowest first.
 le() {

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what building, running and testing need and this machine lacks: Debian packages, nothing else.
-#   scripts/setup.sh [--lint] [--fuzz]     --lint: also what the format and lint checks need; --fuzz: the fuzzer
+#   scripts/setup.sh [--lint] [--fuzz] [--package]
+# --lint: also what the format and lint checks need; --fuzz: the fuzzer; --package: the packages
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -10,6 +11,7 @@ for option in "$@"; do
     case $option in
         --lint) packages+=(clang-format clang-tidy) ;;
         --fuzz) packages+=(clang-14 clang libclang-rt-14-dev) ;;
+        --package) packages+=(nsis zip) ;;
         *) die "unknown option: $option" ;;
     esac
 done

@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Makes the packages in build/package: the installer, the zip for use without installing, and SHA256SUMS.
+# The same commit always gives the same bytes: every time in them is that of the commit.
+set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+"$root/scripts/setup.sh" --package
+version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")
+[ -n "$version" ] || die "CMakeLists.txt tells no version"
+if [ -z "${SOURCE_DATE_EPOCH:-}" ]; then
+    SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct 2>/dev/null || stat -c %Y "$root/CHANGELOG.md")
+fi
+export SOURCE_DATE_EPOCH TZ=UTC LC_ALL=C.UTF-8
+
+build_preset release PluginManager || die "the build failed"
+"$root/scripts/help.sh" >/dev/null || die "the help file could not be made"
+! grep -qaF "$root" "$bin/PluginManager.exe" || die "the program holds the path of its sources"
+
+package=$build/package
+name=CorvanePluginManager-$version
+files=$package/$name  # as they lie in the zip
+rm -rf "$package"
+mkdir -p "$files"
+cp "$bin/PluginManager.exe" "$bin/PluginManager.chm" "$bin/LICENSE.txt" "$files"
+chmod 644 "$files"/*
+touch -d "@$SOURCE_DATE_EPOCH" "$files"/*
+installed_kb=$(cat "$files"/* | wc -c | awk '{print int(($1 + 1023) / 1024)}')
+
+quietly "$package/installer.log" makensis -INPUTCHARSET UTF8 -WX -V3 "-DVERSION=$version" "-DFILES=$files" \
+    "-DSIZE_KB=$installed_kb" "-DOUTPUT=$package/$name-setup.exe" "$root/packaging/installer.nsi" ||
+    die "the installer could not be made"
+
+# Windows line ends, as in the licence.
+sed "s/@VERSION@/$version/; s/\$/\r/" "$root/packaging/readme.txt" >"$files/readme.txt"
+chmod 644 "$files/readme.txt"
+touch -d "@$SOURCE_DATE_EPOCH" "$files/readme.txt"
+(cd "$package" && find "$name" -type f | LC_ALL=C sort | zip -q -X -9 "$name-portable.zip" -@)
+
+(cd "$package" && sha256sum "$name-portable.zip" "$name-setup.exe" >SHA256SUMS)
+echo "$package/$name-setup.exe"
+echo "$package/$name-portable.zip"

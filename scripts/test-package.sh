@@ -1,0 +1,208 @@
+#!/usr/bin/env bash
+# Makes the packages and tests them under Wine: installs silently for all users and for one, runs the program from
+# there, removes it again, and compares registry and disk. Prints what failed; the last line counts.
+set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+passed=0 failed=0
+package=$build/package
+work=$build/package-test
+title='Corvane Plug-in Manager x64'
+uninstall_key='Software\Microsoft\Windows\CurrentVersion\Uninstall\CorvanePluginManager'
+company_key='Software\Corvane Music Software'
+machine=HKEY_LOCAL_MACHINE user=HKEY_CURRENT_USER
+tools_menu_entry="$machine\\$company_key\\Tools Menu\\Plugin Manager"
+export LC_ALL=C.UTF-8  # for the letters in folder names
+
+# check WHAT COMMAND...: one test; what the command prints is shown when it fails.
+check() {
+    local what=$1
+    shift
+    if "$@" >"$work/output.txt" 2>&1 </dev/null; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        echo "failed: $what"
+        sed 's/^/    /' "$work/output.txt"
+    fi
+}
+
+not() {
+    ! "$@"
+}
+
+# on_disk FOLDER: a Windows path below C: as the Linux side sees it.
+on_disk() {
+    local path=${1#C:}
+    printf '%s' "$WINEPREFIX/drive_c${path//\\//}"
+}
+
+# run_silently PROGRAM ARGUMENT...: without quotes around the folder that "/D=" or "_?=" names, which is taken as it
+# stands up to the line's end.
+run_silently() {
+    local program=$1
+    shift
+    # shellcheck disable=SC2048,SC2086
+    wine "$program" /S $*
+}
+
+run_setup() {
+    run_silently "$package/$name-setup.exe" "$@"
+}
+
+ends_with() {
+    local wanted=$1 status=0
+    shift
+    "$@" || status=$?
+    [ "$status" = "$wanted" ] || { echo "exit code $status instead of $wanted"; return 1; }
+}
+
+# value_of KEY NAME: a text of the registry, read from an export, because that knows all letters.
+value_of() {
+    wine regedit /E "$(windows_path "$work/key.reg")" "$1"
+    iconv -f utf-16 -t utf-8 "$work/key.reg" | tr -d '\r' |
+        sed -n "s/^\"$2\"=\"\(.*\)\"\$/\1/p" | sed 's/\\\(.\)/\1/g'
+}
+
+has_value() {
+    local found
+    found=$(value_of "$1" "$2")
+    [ "$found" = "$3" ] || { echo "$1 $2: '$found' instead of '$3'"; return 1; }
+}
+
+# snapshot NAME: the files of the disk, and the registry without what Wine and its list of devices note down.
+snapshot() {
+    local hive
+    : >"$work/$1.txt"
+    for hive in "$machine\\Software" "$user"; do
+        wine regedit /E "$(windows_path "$work/hive.reg")" "$hive"
+        iconv -f utf-16 -t utf-8 "$work/hive.reg" | tr -d '\r' >>"$work/$1.txt"
+    done
+    awk '/^\[/ {skipped = /\\Software\\(Wine|Microsoft\\ActiveMovie\\devenum)/} !skipped' "$work/$1.txt" >"$work/registry.txt"
+    (cd "$WINEPREFIX/drive_c" && find . \( -iname temp -o -name '*.log' \) -prune -o -printf '%P %y\n' | sort) |
+        cat "$work/registry.txt" - >"$work/$1.txt"
+}
+
+same_as_before() {
+    snapshot after
+    diff "$work/before.txt" "$work/after.txt"
+}
+
+start_program() {
+    wine "$1\\PluginManager.exe" >/dev/null 2>&1 </dev/null &
+    program=$!
+    wine "$bin/window_probe.exe" --popup "$title"
+}
+
+close_program() {
+    wine "$bin/window_probe.exe" --popup "$title" --close && wait "$program"
+}
+
+# Starts the uninstaller as Windows does, by its entry among the installed programs; its work goes on in a copy of it.
+uninstall() {
+    local root=$1 folder=$2 command
+    command=$(value_of "$root\\$uninstall_key" QuietUninstallString)
+    [ "$command" = "\"$folder\\Uninstall.exe\" /S" ] || { echo "the entry says $command"; return 1; }
+    run_silently "$folder\\Uninstall.exe"
+    wait_for 30 not wine reg query "$root\\$uninstall_key" && wait_for 30 not test -e "$(on_disk "$folder\\Uninstall.exe")"
+}
+
+# What is installed is what the zip holds, without its own readme.
+has_program_files() {
+    local file folder
+    folder=$(on_disk "$1")
+    for file in "$package/$name"/*; do
+        [ "$(basename "$file")" = readme.txt ] || cmp "$file" "$folder/$(basename "$file")" || return 1
+    done
+    [ -e "$folder/Uninstall.exe" ]
+}
+
+same_bytes_again() {
+    cp "$package/SHA256SUMS" "$work/SHA256SUMS"
+    rm -f "$bin/PluginManager.exe" "$bin/PluginManager.chm"
+    "$root/scripts/package.sh" && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
+}
+
+zip_is_whole() {
+    (cd "$work" && cmake -E tar xf "$package/$name-portable.zip") && diff -r "$package/$name" "$work/$name"
+}
+
+# What a user has made, where the program keeps it.
+plant_user_work() {
+    load_studio &&
+        wine reg add "$user\\$company_key\\ExcludedPlugIns\\{11111111-2222-3333-4444-555555555555}" /f &&
+        wine reg add "$user\\$company_key\\Corvane Plugin Manager" /v MenuLayoutsDirty /t REG_DWORD /d 1 /f
+}
+
+test_all_users() {
+    local folder='C:\Program Files\Corvane Plug-in Manager'
+    snapshot before
+    check "silent, for all users" run_setup /AllUsers
+    check "files" has_program_files "$folder"
+    check "version among the installed programs" has_value "$machine\\$uninstall_key" DisplayVersion "$version"
+    check "start menu" test -e "$(on_disk 'C:\ProgramData\Microsoft\Windows\Start Menu\Programs')/Corvane Plug-in Manager.lnk"
+    check "Tools menu of the host" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
+    check "the program shows its window" start_program "$folder"
+    check "the program closes" close_program
+    check "silent removal" uninstall "$machine" "$folder"
+    check "nothing is left" same_as_before
+}
+
+test_one_user() {
+    local folder='C:\Müsik Tools\プラグイン 1' moved='C:\Müsik Tools\プラグイン 2' other='C:\Other\PluginManager.exe'
+    check "the user's work" plant_user_work
+    snapshot before
+    check "silent, for one user, into a folder with blanks and foreign letters" run_setup /CurrentUser "/D=$folder"
+    check "files there" has_program_files "$folder"
+    check "Tools menu names the folder" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
+
+    check "the program shows its window there" start_program "$folder"
+    check "a running program is not replaced" ends_with 2 run_setup
+    check "a running program is not removed" ends_with 2 run_silently "$folder\\Uninstall.exe" "_?=$folder"
+    check "nothing of it is gone" has_program_files "$folder"
+    check "the program closes there" close_program
+
+    wine reg add "$user\\$uninstall_key" /v DisplayVersion /d 99.0 /f >/dev/null
+    check "a newer version is not replaced silently" ends_with 2 run_setup
+    wine reg add "$user\\$uninstall_key" /v DisplayVersion /d 0.0.9 /f >/dev/null
+    echo "an older one" >"$(on_disk "$folder")/PluginManager.exe"
+    check "an older version is replaced where it is" run_setup
+    check "by the files of this one" has_program_files "$folder"
+    check "and its version" has_value "$user\\$uninstall_key" DisplayVersion "$version"
+    check "moving to another folder" run_setup "/D=$moved"
+    check "takes the files there" has_program_files "$moved"
+    check "and leaves none" not test -e "$(on_disk "$folder")"
+    check "silent removal for one user" uninstall "$user" "$moved"
+    rmdir "$(on_disk 'C:\Müsik Tools')"  # a folder above its own is not the installer's to remove
+    check "the user's work is left, and nothing else" same_as_before
+
+    run_setup /CurrentUser "/D=$folder"
+    wine reg add "$tools_menu_entry" /v ExePath /d "$other" /f >/dev/null
+    touch "$(on_disk "$folder")/notes.txt"
+    check "removal beside what others own" uninstall "$user" "$folder"
+    check "another copy's entry in the Tools menu stays" has_value "$tools_menu_entry" ExePath "$other"
+    check "a stranger's file stays" test -e "$(on_disk "$folder")/notes.txt"
+}
+
+rm -rf "$work"
+mkdir -p "$work"
+trap clear_up EXIT
+"$root/scripts/package.sh"
+build_preset release window_probe studio_registrar || die "the build failed"
+name=$(cd "$package" && echo CorvanePluginManager-*-setup.exe)
+name=${name%-setup.exe}
+version=${name##*-}
+check "the same bytes when it is built again" same_bytes_again
+check "the zip" zip_is_whole
+
+start_display
+fresh_prefix "$build/package-prefix"
+wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
+# The system's own, which every Windows has and a fresh prefix makes when they are first used.
+for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie'; do
+    wine reg add "$user\\$key" /f >/dev/null
+done
+test_all_users
+test_one_user
+echo "$passed passed, $failed failed"
+[ "$failed" = 0 ]
