@@ -135,6 +135,9 @@ TEST_F(PluginInventory, PathsComeFromTheRegistrationOfTheCategory) {
     EXPECT_EQ(m_inventory.PathOf(Id(1), Category::LegacyVstEffects), L"C:\\wrapped.dll");
     EXPECT_EQ(m_inventory.PathOf(Id(2), Category::Vst3Effects), L"C:\\unusable.vst3");
     EXPECT_FALSE(m_inventory.PathOf(Id(3), Category::DirectXEffects));
+    support::SetRaw(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + IdText(3) + L"\\InprocServer32",
+                    nullptr, REG_SZ, support::Bytes(L"C:\\server.dll"));
+    EXPECT_EQ(m_inventory.PathOf(Id(3), Category::DirectXEffects), L"C:\\server.dll") << "unterminated";
 }
 
 TEST_F(PluginInventory, AMissingPluginIsTakenOutOfItsRegistration) {
