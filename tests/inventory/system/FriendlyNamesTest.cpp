@@ -92,24 +92,22 @@ TEST_F(FriendlyNames, AFilterIsRenamedInAllPlacesThatAreThere) {
     CreateFilterKeys();
     EXPECT_EQ(Rename(1, Category::DirectXEffects), L"VST New");
     ExpectFilterNames();
-    EXPECT_FALSE(support::Exists(HKEY_CLASSES_ROOT, L"QtzSoftSynths\\" + IdText(1))) << "none is created";
-}
+    const std::wstring mark = L"QtzSoftSynths\\" + IdText(1);
+    EXPECT_FALSE(support::Exists(HKEY_CLASSES_ROOT, mark)) << "none is created";
 
-TEST_F(FriendlyNames, AnInstrumentsMarkToo) {
     CreateFilterKeys();
-    support::CreateKey(HKEY_CLASSES_ROOT, L"QtzSoftSynths\\" + IdText(1));
+    support::CreateKey(HKEY_CLASSES_ROOT, mark);
     Rename(1, Category::DirectXInstruments);
     ExpectFilterNames();
-    ExpectText(L"QtzSoftSynths\\" + IdText(1), L"Description", L"VST New");
-}
+    ExpectText(mark, L"Description", L"VST New");
 
-TEST_F(FriendlyNames, AWrappedPluginsEntryLeavesThePrefixToTheHost) {
     for (const bool synth : {false, true}) {
         CreateFilterKeys();
         Wrap(synth, synth);
         Rename(1, synth ? Category::LegacyVstInstruments : Category::LegacyVstEffects);
         ExpectFilterNames();
-        EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), synth ? L"New" : L"VST New");
+        EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), synth ? L"New" : L"VST New")
+            << "the prefix is left to the host";
     }
 }
 
