@@ -46,9 +46,9 @@ void CExclusionView::OnExclude() {
     m_host.Tell(kPluginsChanged);
 }
 
-CExclusionView::Verdict CExclusionView::Judge(const PluginListItem& item, const std::wstring& name,
+CExclusionView::Verdict CExclusionView::Judge(const Guid& clsid, const std::wstring& name,
                                               Category category) const {
-    const std::wstring path = m_inventory.PathOf(item.clsid, category).value_or(L"");
+    const std::wstring path = m_inventory.PathOf(clsid, category).value_or(L"");
     if (::PathFileExistsW(path.c_str())) return Verdict::Toggle;
     const std::wstring question = FormatText(LoadText(IDS_MISSING_FILE_QUESTION), name, path);
     switch (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION)) {
@@ -73,7 +73,7 @@ bool CExclusionView::TogglePluginExclusion() {
         if (!item || IsPermanentlyExcluded(item->clsid)) continue;
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);
-        const Verdict verdict = Judge(*item, name, *category);
+        const Verdict verdict = Judge(clsid, name, *category);
         if (verdict == Verdict::GiveUp) return true;
         if (verdict == Verdict::Remove) {
             UnregisterPlugin(clsid, *category);

@@ -28,7 +28,7 @@ class CExclusionView {
     void SetMode(VisibilityMode mode);
     enum class Verdict { Toggle, Remove, GiveUp };
     /// Asks about a plug-in whose file is gone.
-    Verdict Judge(const PluginListItem& item, const std::wstring& name, Category category) const;
+    Verdict Judge(const Guid& clsid, const std::wstring& name, Category category) const;
 
     CDialog& m_dialog;
     CExclusionList& m_exclusions;

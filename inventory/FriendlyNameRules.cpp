@@ -1,8 +1,23 @@
 #include "FriendlyNameRules.h"
 
+#include <limits>
 #include <string_view>
 
 #include "TextFormat.h"
+
+namespace {
+
+/// In characters, without the terminator that the buffers of the readers have to hold as well.
+constexpr std::size_t LongestName(Category category) {
+    if (IsVstCategory(category)) return 2048 / 2 - 1;
+    if (category == Category::ControlSurfaces) return 256 / 2 - 1;
+    if (category == Category::MediaObjects) return 80 - 1;
+    return std::numeric_limits<std::size_t>::max();
+}
+
+constexpr bool IsFirstHalf(wchar_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+
+}  // namespace
 
 std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid) {
     std::wstring id = clsid;
@@ -13,4 +28,10 @@ std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid) {
 std::wstring StoredFullName(const std::wstring& name, bool hostAddsPrefix) {
     constexpr std::wstring_view kPrefix = L"VST ";
     return hostAddsPrefix && name.starts_with(kPrefix) ? name.substr(kPrefix.size()) : name;
+}
+
+std::wstring ReadableName(const std::wstring& name, Category category) {
+    std::wstring readable = name.substr(0, LongestName(category));
+    if (readable.size() < name.size() && IsFirstHalf(readable.back())) readable.pop_back();
+    return readable;
 }

@@ -63,6 +63,10 @@ std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid);
 /// What an inventory stores as "FullName": the host puts "VST " before the names of some entries itself.
 std::wstring StoredFullName(const std::wstring& name, bool hostAddsPrefix);
 
+/// As much of a name as is read back where such plug-ins keep theirs: with more, the plug-in would be found
+/// without its name, and listed no more or as something else.
+std::wstring ReadableName(const std::wstring& name, Category category);
+
 /// How many plug-ins of the entry array came from the sources that stand first in it.
 struct SourceCounts {
     std::size_t filters = 0;

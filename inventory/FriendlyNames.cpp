@@ -8,9 +8,6 @@
 
 namespace {
 
-/// The longest name of a class that wrapped plug-ins are compared with, in bytes.
-constexpr std::size_t kRegisteredNameBytes = 256;
-
 void WriteToKey(HKEY root, const NamePlace& place, const std::wstring& clsid, const std::wstring& name) {
     const REGSAM access = place.store == NameStore::LocalMachine ? KEY_ALL_ACCESS : KEY_SET_VALUE;
     if (const auto key = CRegKey::Open(root, KeyPath(place, clsid), access))
@@ -43,7 +40,7 @@ std::optional<std::wstring> WriteName(const CPluginInventory& inventory, const G
                     return std::nullopt;
                 break;
             case NameStore::VstEntry:
-                return WriteToEntry(inventory.Vst().OpenEntry(clsidText), place, name);
+                return WriteToEntry(inventory.Vst().OpenEntry(clsid), place, name);
             case NameStore::AdapterEntry:
                 WriteToEntry(CAdapterInventory::OpenEntry(clsidText), place, name);
                 break;
@@ -59,14 +56,15 @@ bool CFriendlyNames::CanRename(const PluginListItem& item) const {
 }
 
 void CFriendlyNames::Rename(const PluginListItem& item, const std::wstring& name) {
-    std::optional<std::wstring> listed = name;
     if (m_database.IsOpen()) {
         const Guid& key = item.fromInventory ? item.md5Clsid : item.clsid;
         m_database.SetName(ClsidText(key), DatabaseKind(item.category), name);
-    } else {
-        const auto stored = WriteName(m_inventory, item.clsid, item.category, item.sourceIndex, name);
-        if (item.fromInventory) listed = stored;
+        m_inventory.SetName(item, name);
+        return;
     }
+    const std::wstring readable = ReadableName(name, item.category);
+    const auto stored = WriteName(m_inventory, item.clsid, item.category, item.sourceIndex, readable);
+    const auto listed = item.fromInventory ? stored : std::optional(readable);
     if (listed) m_inventory.SetName(item, *listed);
 }
 
@@ -75,8 +73,7 @@ unsigned CFriendlyNames::CorrectWrapped(const CPluginInventory& inventory) {
     for (std::size_t i = 0; i < inventory.Counts().filters; ++i) {
         const PluginEntry& entry = inventory.Entries()[i];
         if (!entry.name || !entry.category || !IsLegacyWrapped(*entry.category)) continue;
-        const auto key = CRegKey::Open(HKEY_CLASSES_ROOT, L"CLSID\\" + ClsidText(entry.clsid));
-        const auto registered = key ? key->ReadString(nullptr, kRegisteredNameBytes) : std::nullopt;
+        const auto registered = inventory.RegisteredNameOf(entry.clsid, *entry.category);
         // An empty name would take the plug-in's name away.
         if (!registered || registered->empty() || registered == entry.name) continue;
         if (WriteName(inventory, entry.clsid, *entry.category, i, *registered)) ++corrected;

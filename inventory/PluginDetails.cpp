@@ -24,15 +24,15 @@ void CPluginDetails::ShowFieldsOf(Category category) const {
     for (const int id : {IDC_VST_ID_LABEL, IDC_VST_ID, IDC_VENDOR}) showAndEnable(id, vst);
 }
 
-void CPluginDetails::ShowPlugin(const CPluginInventory& inventory, const PluginListItem& item,
+void CPluginDetails::ShowPlugin(const CPluginInventory& inventory, const Guid& clsid,
                                 Category category) const {
     ShowLabelOf(category);
-    SetText(IDC_FILENAME, inventory.PathOf(item.clsid, category).value_or(L""));
+    SetText(IDC_FILENAME, inventory.PathOf(clsid, category).value_or(L""));
     if (!IsVstCategory(category)) {
-        SetText(IDC_CLSID, ClsidText(item.clsid));
+        SetText(IDC_CLSID, ClsidText(clsid));
         return;
     }
-    const VstInventoryRecord* record = inventory.Vst().Find(item.clsid);
+    const VstInventoryRecord* record = inventory.Vst().Find(clsid);
     SetText(IDC_VST_ID, record ? std::to_wstring(record->uniqueId) : L"");
     SetText(IDC_VENDOR, record ? record->vendor : L"");
 }

@@ -12,7 +12,7 @@ class CPluginDetails {
     void Clear() const;
     /// Shows the fields that plug-ins of this category have.
     void ShowFieldsOf(Category category) const;
-    void ShowPlugin(const CPluginInventory& inventory, const PluginListItem& item, Category category) const;
+    void ShowPlugin(const CPluginInventory& inventory, const Guid& clsid, Category category) const;
     void ShowSeveral(Category category) const;
 
   private:

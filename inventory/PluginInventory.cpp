@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The longest name of a class, in bytes.
+/// The longest name of a class or a media object, and description of a control surface, in bytes.
 constexpr std::size_t kRegisteredNameBytes = 256;
 
 }  // namespace
@@ -47,7 +47,7 @@ bool CPluginInventory::Append(FoundPlugins found, const NameMap& names, bool cla
     return found.complete;
 }
 
-void CPluginInventory::Enumerate(bool classified) {
+bool CPluginInventory::Enumerate(bool classified) {
     Clear();
     m_index.Read();
     const NameMap names = m_database.Names();
@@ -58,10 +58,13 @@ void CPluginInventory::Enumerate(bool classified) {
     const bool complete = Append(ReadFilters(m_filters), names, classified) &&
                           Append(FindMediaObjects(room()), ownNames, classified);
     m_filtersAndMediaObjects = m_entries.size();
-    if (!complete) return;
-    if (!Append(ReadMidiEffects(m_index.MidiFilterNames(), names, room()), ownNames, classified)) return;
-    if (!Append(ReadControlSurfaces(m_index.ControlSurfaceNames(), room()), ownNames, classified)) return;
+    if (!complete) return false;
+    if (!Append(ReadMidiEffects(m_index.MidiFilterNames(), names, room()), ownNames, classified))
+        return false;
+    if (!Append(ReadControlSurfaces(m_index.ControlSurfaceNames(), room()), ownNames, classified))
+        return false;
     m_vst.Read(names, classified);
+    return true;
 }
 
 std::optional<std::wstring> CPluginInventory::PathOf(const Guid& clsid, Category category) const {
@@ -69,12 +72,12 @@ std::optional<std::wstring> CPluginInventory::PathOf(const Guid& clsid, Category
     const std::wstring clsidText = ClsidText(clsid);
     if (IsLegacyWrapped(category)) return m_index.Adapter().PathOf(clsidText);
     if (IsVstCategory(category)) {
-        const auto entry = m_vst.OpenEntry(clsidText);
+        const auto entry = m_vst.OpenEntry(clsid);
         return entry ? entry->ReadPath(L"FullPath") : std::nullopt;
     }
     const auto server =
         CRegKey::Open(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + clsidText + L"\\InprocServer32");
-    return server ? server->ReadPath(nullptr) : std::nullopt;
+    return server ? server->ReadUnterminated(nullptr, kPathBytes) : std::nullopt;
 }
 
 std::optional<std::wstring> CPluginInventory::RegisteredNameOf(const Guid& clsid, Category category) const {

@@ -22,8 +22,8 @@ class CPluginInventory {
 
     /// Finds all plug-ins anew. Without `classified` only media objects get a category, and so are listed. A
     /// class id that does not parse ends it there: what was found before stays, and the VST records are those
-    /// of the time before.
-    void Enumerate(bool classified);
+    /// of the time before. False then.
+    bool Enumerate(bool classified);
 
     const std::vector<PluginEntry>& Entries() const { return m_entries; }
     /// One for each of the first entries.

@@ -1,5 +1,7 @@
 #include "PluginListView.h"
 
+#include <algorithm>
+
 #include "FriendlyNames.h"
 #include "PermanentExclusions.h"
 #include "PluginDetails.h"
@@ -12,8 +14,18 @@ namespace {
 /// About the length of a plug-in's name, for the list box's storage.
 constexpr int kTypicalNameCharacters = 24;
 
-/// The preset dialogs show this much of a plug-in's name.
-constexpr std::size_t kMaxPresetTitle = 128;
+/// The dialog that manages the presets of one plug-in shows this much of its name.
+constexpr std::size_t kMaxCaretName = 128;
+
+/// Nothing for the row that says that there are no entries.
+std::optional<PluginRow> PluginAt(const CListBox& plugins, int row) {
+    const auto* item = plugins.ItemOf<PluginListItem>(row);
+    return item ? std::optional(PluginRow{*item, plugins.RowText(row)}) : std::nullopt;
+}
+
+PresetPlugin PresetPluginOf(PluginRow row) {
+    return {row.item.clsid, RowOf(row.item.category).guid, std::move(row.name)};
+}
 
 }  // namespace
 
@@ -57,7 +69,7 @@ void CPluginListView::EnumeratePlugins() {
     const bool classified = Categories().SetCurrentRow(selected);
     // Kept: the caption tells the size of the table, not the number of rows.
     m_categoriesCaption.ShowCount(kCategories.size());
-    m_inventory.Enumerate(classified);
+    if (!m_inventory.Enumerate(classified)) return;
     // Once: where a name can't be kept, it would have to be corrected for ever.
     if (CFriendlyNames::CorrectWrapped(m_inventory) > 0) m_inventory.Enumerate(classified);
 }
@@ -76,25 +88,31 @@ std::optional<Category> CPluginListView::SelectedCategory() const {
     return static_cast<Category>(Categories().Data(*row));
 }
 
-std::optional<PresetPlugin> CPluginListView::PluginOf(int row) const {
-    const auto category = SelectedCategory();
-    const auto* item = Plugins().ItemOf<PluginListItem>(row);
-    if (!category || !item || item->clsid.IsNull()) return std::nullopt;
-    return PresetPlugin{item->clsid, RowOf(*category).guid,
-                        Plugins().RowText(row).substr(0, kMaxPresetTitle)};
+std::vector<PluginRow> CPluginListView::SelectedRows() const {
+    const CListBox plugins = Plugins();
+    std::vector<PluginRow> selected;
+    for (const int row : plugins.SelectedRows()) {
+        if (auto plugin = PluginAt(plugins, row)) selected.push_back(std::move(*plugin));
+    }
+    return selected;
+}
+
+std::optional<PluginRow> CPluginListView::CaretRow() const {
+    const auto row = Plugins().CurrentRow();
+    return row ? PluginAt(Plugins(), *row) : std::nullopt;
 }
 
 std::vector<PresetPlugin> CPluginListView::SelectedPlugins() const {
     std::vector<PresetPlugin> plugins;
-    for (const int row : Plugins().SelectedRows()) {
-        if (auto plugin = PluginOf(row)) plugins.push_back(std::move(*plugin));
-    }
+    for (PluginRow& row : SelectedRows()) plugins.push_back(PresetPluginOf(std::move(row)));
     return plugins;
 }
 
 std::optional<PresetPlugin> CPluginListView::CaretPlugin() const {
-    const auto row = Plugins().CurrentRow();
-    return row ? PluginOf(*row) : std::nullopt;
+    auto row = CaretRow();
+    if (!row) return std::nullopt;
+    row->name.resize(std::min(row->name.size(), kMaxCaretName));
+    return PresetPluginOf(std::move(*row));
 }
 
 void CPluginListView::ClearPlugins() {
@@ -219,30 +237,13 @@ void CPluginListView::ShowPanesOf(Category category) const {
     m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
 }
 
-std::vector<SelectedRow> CPluginListView::SelectedRows() const {
-    const CListBox plugins = Plugins();
-    std::vector<SelectedRow> selected;
-    for (const int row : plugins.SelectedRows()) {
-        if (const auto* item = plugins.ItemOf<PluginListItem>(row))
-            selected.push_back({*item, plugins.RowText(row)});
-    }
-    return selected;
-}
-
 void CPluginListView::OnSelectionChanged() {
     const auto category = SelectedCategory();
-    if (!category) return;
-    std::vector<const PluginListItem*> items;
-    const CListBox plugins = Plugins();
-    for (const int row : plugins.SelectedRows()) {
-        if (const auto* item = plugins.ItemOf<PluginListItem>(row)) items.push_back(item);
-    }
-    if (items.empty()) return;
+    const auto plugins = SelectedPlugins();
+    if (!category || plugins.empty()) return;
 
     PaneState state = StateOf(*category);
-    for (const PluginListItem* item : items) {
-        state.presets += CPresetListMgr(item->clsid, RowOf(*category).guid, {}).CountPresets();
-    }
+    for (const PresetPlugin& plugin : plugins) state.presets += CPresetListMgr(plugin).CountPresets();
     const ButtonsAfterSelection buttons = AfterSelection(state);
     m_dialog.Item(IDC_IMPORT).Enable();
     m_dialog.EnableItem(IDC_EXPORT, buttons.exportPresets, IDC_PLUGINS);
@@ -253,7 +254,7 @@ void CPluginListView::OnSelectionChanged() {
     m_dialog.EnableItem(IDC_ADD_PLUGIN, buttons.addPlugin, IDC_PLUGINS);
 
     const CPluginDetails details(m_dialog);
-    items.size() == 1 ? details.ShowPlugin(m_inventory, *items.front(), *category)
-                      : details.ShowSeveral(*category);
+    plugins.size() == 1 ? details.ShowPlugin(m_inventory, plugins.front().clsid, *category)
+                        : details.ShowSeveral(*category);
     m_presetsCaption.Show(state.presets);
 }

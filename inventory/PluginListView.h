@@ -29,7 +29,8 @@ class CCountedCaption {
     std::wstring m_caption;
 };
 
-struct SelectedRow {
+/// A row that stands for a plug-in.
+struct PluginRow {
     PluginListItem item;
     std::wstring name;  // as shown
 };
@@ -53,21 +54,21 @@ class CPluginListView {
     void OnSelectionChanged();
 
     std::optional<Category> SelectedCategory() const;
-    /// The selected plug-ins, as they are listed.
-    std::vector<SelectedRow> SelectedRows() const;
+    /// The selected plug-ins, from top to bottom.
+    std::vector<PluginRow> SelectedRows() const;
+    /// The plug-in under the caret; nothing when there is none.
+    std::optional<PluginRow> CaretRow() const;
     /// An item of a row is a PluginListItem, null for the row that says that there are no entries.
     CListBox Plugins() const { return m_dialog.Control<CListBox>(IDC_PLUGINS); }
     bool CanExcludeSelection() const;
-    /// The selected plug-ins as the preset commands take them, from top to bottom.
+    // The same as the preset commands take them.
     std::vector<PresetPlugin> SelectedPlugins() const;
-    /// The one under the caret; nothing when there is no plug-in.
     std::optional<PresetPlugin> CaretPlugin() const;
 
   private:
     CListBox Categories() const { return m_dialog.Control<CListBox>(IDC_CATEGORIES); }
     void FillCategories(bool withLegacy) const;
     void ClearPlugins();
-    std::optional<PresetPlugin> PluginOf(int row) const;
     bool ShowsClsid(const Guid& clsid) const;
     void AddRow(CListBox plugins, const std::wstring& name, const PluginListItem& item);
     void FillFromEntries(Category category);

@@ -80,15 +80,15 @@ void CVstInventory::SetName(const Guid& clsid, const std::wstring& name) {
     if (found != m_records.end()) found->second.name = name;
 }
 
-std::optional<CRegKey> CVstInventory::OpenEntry(const std::wstring& clsid) const {
+std::optional<CRegKey> CVstInventory::OpenEntry(const Guid& clsid) const {
     const auto inventory = CRegKey::Open(HKEY_CURRENT_USER, m_path);
-    if (!inventory) return std::nullopt;
+    if (!inventory || clsid.IsNull()) return std::nullopt;
+    const auto hasId = [&clsid](const CRegKey& entry, const wchar_t* value) {
+        return ClsidOrNull(entry.ReadString(value, kNameBytes)) == clsid;
+    };
     for (const std::wstring& name : inventory->SubkeyNames()) {
         auto entry = inventory->OpenSubkey(name, KEY_ALL_ACCESS);
-        if (entry && (entry->ReadString(L"clsidPlugMD5", kNameBytes) == clsid ||
-                      entry->ReadString(L"clsidPlug", kNameBytes) == clsid)) {
-            return entry;
-        }
+        if (entry && (hasId(*entry, L"clsidPlugMD5") || hasId(*entry, L"clsidPlug"))) return entry;
     }
     return std::nullopt;
 }

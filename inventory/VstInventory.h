@@ -25,8 +25,8 @@ class CVstInventory {
     /// The name of the record under this class id, until the key is read again.
     void SetName(const Guid& clsid, const std::wstring& name);
 
-    /// The entry in the registry with this class id text as its MD5 or plug-in class id, usable or not.
-    std::optional<CRegKey> OpenEntry(const std::wstring& clsid) const;
+    /// The entry in the registry with this MD5 or plug-in class id, usable or not; none has the null id.
+    std::optional<CRegKey> OpenEntry(const Guid& clsid) const;
 
   private:
     std::wstring m_path;

@@ -87,11 +87,8 @@ void CVstToolsView::RefreshPlugins() {
 }
 
 std::optional<std::wstring> CVstToolsView::CurrentPlugin() const {
-    const CListBox plugins = m_list.Plugins();
-    const auto row = plugins.CurrentRow();
-    const auto* item = row ? plugins.ItemOf<PluginListItem>(*row) : nullptr;
-    if (!item) return std::nullopt;
-    return ClsidText(item->clsid);
+    const auto row = m_list.CaretRow();
+    return row ? std::optional(ClsidText(row->item.clsid)) : std::nullopt;
 }
 
 std::uint64_t CVstToolsView::LastUpdateTime() const {

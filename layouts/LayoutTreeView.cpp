@@ -72,7 +72,7 @@ int CLayoutTreeView::Ask(UINT textId) const {
     return ShowMessage(m_dialog.Handle(), LoadText(textId), kMessageCaption, MB_YESNO | MB_ICONWARNING);
 }
 
-LayoutItem CLayoutTreeView::PluginItem(const SelectedRow& plugin) const {
+LayoutItem CLayoutTreeView::PluginItem(const PluginRow& plugin) const {
     LayoutItem item = NewPlugin();
     item.name = plugin.name;
     item.clsid = plugin.item.clsid;
@@ -92,7 +92,7 @@ void CLayoutTreeView::OnAddPlugin() {
     // Kept: the target stays the same for all, so behind a plug-in they end up in reverse order.
     const HTREEITEM target = m_tree.Caret();
     HTREEITEM last = nullptr;
-    for (const SelectedRow& plugin : m_plugins.SelectedRows()) {
+    for (const PluginRow& plugin : m_plugins.SelectedRows()) {
         if (const HTREEITEM item = m_layout.Insert(target, IntoFolder::Yes, PluginItem(plugin))) last = item;
     }
     // The caret goes to each in turn, which leaves it on the last.

@@ -61,7 +61,7 @@ class CLayoutTreeView {
     /// Keeps the buttons as they are while many items change, and sets them anew at the end.
     class CUpdateLock;
 
-    LayoutItem PluginItem(const SelectedRow& plugin) const;
+    LayoutItem PluginItem(const PluginRow& plugin) const;
     void InsertFolder(HTREEITEM target, IntoFolder into);
     void Rename(HTREEITEM item) const;
     void ExpandAll(bool expand);

@@ -279,22 +279,22 @@ TEST_F(ProgramWithDatabase, ANewNameGoesToTheDatabaseAlone) {
     const WindowDriver program(L"/UseDatabase", m_folder / L"PluginManager.exe");
     ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
     std::string calls = "fill\n";
-    for (const auto& [category, key, kind] :
-         {std::tuple(L"DirectX Instruments (DXi)", L"", "2"),
-          std::tuple(L"DirectX Audio Effects (DX)", L"", "0"),
-          std::tuple(L"VST Audio Effects (VST)", L"{54774263-4D44-3500-8A01-5A3C1E90B764}", "0")}) {
+    for (const auto& [category, key, kind, name] :
+         {std::tuple(L"DirectX Instruments (DXi)", L"", "2", L"~ of the database"),
+          std::tuple(L"DirectX Audio Effects (DX)", L"", "0", L"~ refused"),
+          std::tuple(L"VST Audio Effects (VST)", L"{54774263-4D44-3500-8A01-5A3C1E90B764}", "0",
+                     L"~ refused, too")}) {
         program.Select(IDC_CATEGORIES, {category});
         SelectRows(program.Control(IDC_PLUGINS), {0});
         const std::wstring id = *key ? key : program.TextOf(IDC_CLSID);
         PostNotification(program.Control(IDC_PLUGINS), LBN_DBLCLK);
         const HWND prompt = program.WaitForPopup(L"Set Plug-in Friendly Name");
         ASSERT_TRUE(prompt) << program.OnScreen();
-        EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), L"~ of the database");
+        EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), name);
         Press(::GetDlgItem(prompt, IDOK));
-        ASSERT_TRUE(WaitForRow(program, L"~ of the database", true)) << program.OnScreen();
-        calls += "set\t" + Utf8(id) + "\t" + kind + "\t~ of the database\n";
-        EXPECT_NE(Text(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + id, nullptr),
-                  L"~ of the database");
+        ASSERT_TRUE(WaitForRow(program, name, true)) << program.OnScreen();
+        calls += "set\t" + Utf8(id) + "\t" + kind + "\t" + Utf8(name) + "\n";
+        EXPECT_NE(Text(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + id, nullptr), name);
     }
     EXPECT_EQ(Calls(), calls);
     EXPECT_EQ(Text(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\Corvane VST\\Inventory\\TwBc-x64",

@@ -1,8 +1,10 @@
 // A library that plays the host's plug-in database. Its data stand beside it: names.txt gives the names, one
-// "key<TAB>name" a line in UTF-8, and calls.txt gets a line for each call. With STAND_IN_NULL it has no
-// database to give, with STAND_IN_NO_EXPORT nothing to call.
+// "key<TAB>name" a line in UTF-8, and calls.txt gets a line for each call. Filling fails where there is no
+// names.txt, and setting a name with "refused" in it. With STAND_IN_NULL it has no database to give, with
+// STAND_IN_NO_EXPORT nothing to call.
 #include <windows.h>
 
+#include <cwchar>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -60,6 +62,7 @@ class Database final {
     virtual HRESULT FillNames(INames* names) {
         Note(L"fill");
         std::ifstream file(Beside(L"names.txt"), std::ios::binary);
+        if (!file) return E_FAIL;
         for (std::string line; std::getline(file, line);) {
             if (line.ends_with('\r')) line.pop_back();
             const auto tab = line.find('\t');
@@ -75,7 +78,7 @@ class Database final {
         std::wstring call = std::wstring(L"set\t") + key + L'\t' + std::to_wstring(kind) + L'\t' + name;
         if (reserved1 != 0 || reserved2 != 0) call += L"\treserved";
         Note(call);
-        return S_OK;
+        return std::wcsstr(name, L"refused") ? E_ACCESSDENIED : S_OK;
     }
 
     virtual HRESULT Slot8() { return Unexpected(8); }

@@ -95,24 +95,49 @@ TEST_F(PluginPanes, CategoriesStandInOrderAndLegacyOnesOnlyWithAnAdapter) {
     EXPECT_EQ(m_list.SelectedCategory(), Category::Vst3Effects);
 }
 
-TEST_F(PluginPanes, AnEmptyInventoryShowsOneRowThatIsNoPlugin) {
-    Fill();
-    Choose(L"VST Audio Effects (VST)");
-    EXPECT_EQ(Listed(), Rows{L"<< No entries >>"});
-    EXPECT_EQ(TextOf(IDC_PLUGINS_LABEL), L"&Registered Plug-ins");
-    Select({0});
-    EXPECT_FALSE(IsEnabled(IDC_IMPORT) || IsEnabled(IDC_EXCLUDE) || IsEnabled(IDC_ADD_PLUGIN));
-    EXPECT_TRUE(m_exclusion.TogglePluginExclusion()) << "it has nothing to act on";
-}
-
-TEST_F(PluginPanes, OnlyACategoryWithoutPluginsSaysSo) {
+TEST_F(PluginPanes, ACategoryWithoutPluginsShowsOneRowThatIsNoPlugin) {
     AddVst(1, L"Bellows");
     Fill();
     Choose(L"VST Instruments (VSTi)");
     EXPECT_EQ(Listed(), Rows{L"<< No entries >>"});
+    EXPECT_EQ(TextOf(IDC_PLUGINS_LABEL), L"&Registered Plug-ins");
+    Select({0});
+    EXPECT_FALSE(IsEnabled(IDC_IMPORT) || IsEnabled(IDC_EXCLUDE) || IsEnabled(IDC_ADD_PLUGIN));
+    EXPECT_FALSE(m_list.CaretPlugin());
+    EXPECT_TRUE(m_exclusion.TogglePluginExclusion()) << "it has nothing to act on";
     m_exclusion.OnShowExcluded();
     Choose(L"VST Audio Effects (VST)");
     EXPECT_EQ(Listed(), Rows{}) << "its plug-in is hidden, not missing";
+}
+
+TEST_F(PluginPanes, OnlyTheCaretsPluginHasItsNameCutForThePresets) {
+    const std::wstring name(200, L'x');
+    AddVst(1, name);
+    Fill();
+    Choose(L"VST Audio Effects (VST)");
+    Select({0});
+    ASSERT_EQ(m_list.SelectedPlugins().size(), 1U);
+    EXPECT_EQ(m_list.SelectedPlugins().front().name, name);
+    ASSERT_TRUE(m_list.CaretPlugin());
+    EXPECT_EQ(m_list.CaretPlugin()->name, name.substr(0, 128));
+    EXPECT_EQ(m_list.CaretPlugin()->category, RowOf(Category::VstEffects).guid);
+}
+
+TEST_F(PluginPanes, NamesAreCorrectedOnlyAfterAWholeEnumeration) {
+    constexpr wchar_t kEntry[] = L"Software\\Corvane Music Software\\Corvane VST Adapter\\Inventory\\a";
+    constexpr wchar_t kStranger[] = L"CorvaneControlSurfaces\\{nonsense}";
+    support::RegisterAudioFilter(IdText(1), L"Old");
+    support::SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1), nullptr, L"New");
+    support::SetText(HKEY_LOCAL_MACHINE, kEntry, L"clsidPlug", IdText(1));
+    support::SetDword(HKEY_LOCAL_MACHINE, kEntry, L"isVst", 1);
+    support::CreateKey(HKEY_CLASSES_ROOT, kStranger);
+    Fill();
+    EXPECT_FALSE(support::Text(HKEY_LOCAL_MACHINE, kEntry, L"FullName")) << "broken off";
+    support::DeleteTree(HKEY_CLASSES_ROOT, kStranger);
+    Fill();
+    EXPECT_EQ(support::Text(HKEY_LOCAL_MACHINE, kEntry, L"FullName"), L"New");
+    Choose(L"Legacy Wrapped VST Audio Effects (VST) ");
+    EXPECT_EQ(Listed(), Rows{L"New"});
 }
 
 TEST_F(PluginPanes, AVstIsListedOnceAndAVst3UnderEachOfItsIds) {

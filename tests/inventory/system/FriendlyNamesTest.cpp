@@ -69,6 +69,19 @@ class FriendlyNames : public testing::Test {
         SetDword(HKEY_LOCAL_MACHINE, kAdapterEntry, L"addVstPrefix", hostAddsPrefix);
     }
 
+    /// Number 5, with the MD5 id of number 6.
+    static void AddVst() {
+        SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlug", L"{00000005-abcd-1234-0102-030405060708}");
+        SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlugMD5", IdText(6));
+        SetText(HKEY_CURRENT_USER, kVstEntry, L"FullPath", L"C:\\a.dll");
+        SetText(HKEY_CURRENT_USER, kVstEntry, L"FullName", L"Old");
+        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isVst", 1);
+        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isX64", 1);
+    }
+    static PluginListItem VstItem() {
+        return {.clsid = Id(5), .md5Clsid = Id(6), .fromInventory = true, .category = Category::VstEffects};
+    }
+
     support::RegistrySandbox m_sandbox;
     CPluginDatabase m_noDatabase;
     CPluginInventory m_inventory{kDefaultVstKey, m_noDatabase};
@@ -79,32 +92,30 @@ TEST_F(FriendlyNames, AFilterIsRenamedInAllPlacesThatAreThere) {
     CreateFilterKeys();
     EXPECT_EQ(Rename(1, Category::DirectXEffects), L"VST New");
     ExpectFilterNames();
-    EXPECT_FALSE(support::Exists(HKEY_CLASSES_ROOT, L"QtzSoftSynths\\" + IdText(1))) << "none is created";
-}
+    const std::wstring mark = L"QtzSoftSynths\\" + IdText(1);
+    EXPECT_FALSE(support::Exists(HKEY_CLASSES_ROOT, mark)) << "none is created";
 
-TEST_F(FriendlyNames, AnInstrumentsMarkToo) {
     CreateFilterKeys();
-    support::CreateKey(HKEY_CLASSES_ROOT, L"QtzSoftSynths\\" + IdText(1));
+    support::CreateKey(HKEY_CLASSES_ROOT, mark);
     Rename(1, Category::DirectXInstruments);
     ExpectFilterNames();
-    ExpectText(L"QtzSoftSynths\\" + IdText(1), L"Description", L"VST New");
-}
+    ExpectText(mark, L"Description", L"VST New");
 
-TEST_F(FriendlyNames, AWrappedPluginsEntryLeavesThePrefixToTheHost) {
     for (const bool synth : {false, true}) {
         CreateFilterKeys();
         Wrap(synth, synth);
         Rename(1, synth ? Category::LegacyVstInstruments : Category::LegacyVstEffects);
         ExpectFilterNames();
-        EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), synth ? L"New" : L"VST New");
+        EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), synth ? L"New" : L"VST New")
+            << "the prefix is left to the host";
     }
 }
 
-/// While it lives, the key of HKEY_CLASSES_ROOT can only be read.
+/// While it lives, the key can only be read.
 class ReadOnlyKey {
   public:
-    explicit ReadOnlyKey(const std::wstring& path) {
-        ::RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, READ_CONTROL | WRITE_DAC, &m_key);
+    ReadOnlyKey(HKEY root, const std::wstring& path) {
+        ::RegOpenKeyExW(root, path.c_str(), 0, READ_CONTROL | WRITE_DAC, &m_key);
         alignas(ACL) BYTE list[128];
         BYTE everyone[SECURITY_MAX_SID_SIZE];
         DWORD size = sizeof everyone;
@@ -136,7 +147,7 @@ TEST_F(FriendlyNames, AFilterThatRefusesItsNameKeepsItEverywhere) {
     Wrap(false, true);
     Enumerate();
     const PluginListItem item = ItemOf(1);
-    const ReadOnlyKey readOnly(std::wstring(kInstances) + L"\\" + IdText(1));
+    const ReadOnlyKey readOnly(HKEY_CLASSES_ROOT, std::wstring(kInstances) + L"\\" + IdText(1));
     m_names.Rename(item, L"New");
     EXPECT_FALSE(Text(HKEY_CLASSES_ROOT, kInstances, L"FriendlyName"));
     ExpectText(L"Filter\\" + IdText(1), nullptr, L"Old");
@@ -145,6 +156,43 @@ TEST_F(FriendlyNames, AFilterThatRefusesItsNameKeepsItEverywhere) {
     Enumerate();
     ASSERT_EQ(ItemOf(1).category, Category::LegacyVstEffects);
     EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "what is refused is no correction";
+}
+
+TEST_F(FriendlyNames, ALockedKeyKeepsItsNameAndTheOthersAreWritten) {
+    CreateFilterKeys();
+    AddVst();
+    Enumerate();
+    const ReadOnlyKey filter(HKEY_CLASSES_ROOT, L"Filter\\" + IdText(1));
+    const ReadOnlyKey vst(HKEY_CURRENT_USER, kVstEntry);
+    m_names.Rename(ItemOf(1), L"New");
+    ExpectText(L"Filter\\" + IdText(1), nullptr, L"Old");
+    ExpectText(L"CLSID\\" + IdText(1), nullptr, L"New");
+    m_names.Rename(VstItem(), L"New");
+    EXPECT_EQ(Text(HKEY_CURRENT_USER, kVstEntry, L"FullName"), L"Old");
+    EXPECT_EQ(m_inventory.Vst().Find(Id(5))->name, L"Old") << "as it is stored";
+}
+
+TEST_F(FriendlyNames, ANameOfAnyKindIsFoundAgain) {
+    support::RegisterAudioDmo(IdText(2), L"Old");
+    SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + IdText(3), L"Description", L"Old");
+    AddVst();
+    Enumerate();
+    for (const std::wstring& name : {std::wstring(L"x"), std::wstring(L"  "), std::wstring(L"\x1\t\x7F"),
+                                     std::wstring(L"\xD83C\xDFB9"), std::wstring(2000, L'x')}) {
+        for (const unsigned number : {1U, 2U, 3U}) {
+            const PluginListItem item = ItemOf(number);
+            m_names.Rename(item, name);
+            const auto listed = m_inventory.Entries()[item.sourceIndex].name;
+            Enumerate();
+            EXPECT_EQ(ItemOf(number).category, item.category) << number;
+            EXPECT_EQ(m_inventory.Entries()[ItemOf(number).sourceIndex].name, listed) << number;
+        }
+        m_names.Rename(VstItem(), name);
+        const std::wstring listed = m_inventory.Vst().Find(Id(5))->name;
+        Enumerate();
+        EXPECT_EQ(m_inventory.Vst().Find(Id(5))->name, listed);
+        EXPECT_TRUE(name.starts_with(listed) && !listed.empty());
+    }
 }
 
 TEST_F(FriendlyNames, OtherSourcesHaveTheirOwnPlaces) {
@@ -168,9 +216,7 @@ TEST_F(FriendlyNames, OtherSourcesHaveTheirOwnPlaces) {
 }
 
 TEST_F(FriendlyNames, AVstIsRenamedInItsInventory) {
-    SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlug", IdText(5));
-    SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlugMD5", IdText(6));
-    SetText(HKEY_CURRENT_USER, kVstEntry, L"FullPath", L"C:\\a.dll");
+    AddVst();
     struct Case {
         Category category;
         unsigned row;
@@ -184,7 +230,6 @@ TEST_F(FriendlyNames, AVstIsRenamedInItsInventory) {
         const bool vst3 = category == Category::Vst3Effects || category == Category::Vst3Instruments;
         SetDword(HKEY_CURRENT_USER, kVstEntry, L"isVst", !vst3);
         SetDword(HKEY_CURRENT_USER, kVstEntry, L"isVst3", vst3);
-        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isX64", 1);
         SetDword(HKEY_CURRENT_USER, kVstEntry, L"addVstPrefix", prefix);
         SetText(HKEY_CURRENT_USER, kVstEntry, L"FullName", L"Old");
         Enumerate();

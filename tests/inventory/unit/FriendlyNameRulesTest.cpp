@@ -31,12 +31,13 @@ TEST(FriendlyNameRules, ARowNeedsItsSource) {
     EXPECT_FALSE(CanBeRenamed(Category::Vst3Effects, 0, {})) << "no filter at all";
 }
 
-TEST(FriendlyNameRules, EveryCategoryHasAPlace) {
-    for (std::size_t row = 0; row < kCategories.size(); ++row) {
-        int places = 0;
-        for (const NamePlace& place : kNamePlaces) places += IsWrittenFor(place, static_cast<Category>(row));
-        EXPECT_GT(places, 0) << row;
-    }
+TEST(FriendlyNameRules, ACutDoesNotHalveACharacter) {
+    const std::wstring name(200, L'x');
+    EXPECT_EQ(ReadableName(name, Category::DirectXEffects), name);
+    EXPECT_EQ(ReadableName(name, Category::MediaObjects).size(), 79U);
+    const std::wstring piano = {0xD83C, 0xDFB9};
+    EXPECT_EQ(ReadableName(name.substr(0, 77) + piano, Category::MediaObjects).size(), 79U);
+    EXPECT_EQ(ReadableName(name.substr(0, 78) + piano, Category::MediaObjects).size(), 78U);
 }
 
 }  // namespace

@@ -76,11 +76,9 @@ TEST(ButtonRules, AfterAFill) {
     buttons = AfterFill(State(Category::LegacyVstEffects, 1));
     EXPECT_TRUE(buttons.adapterWizard && buttons.adapterProperties && buttons.exclude);
     EXPECT_FALSE(buttons.vstOptions || buttons.vstScan || buttons.vstProperties);
-    PaneState bare = State(Category::Vst3Instruments, 1);
-    bare.scannerExists = bare.adapterProgramExists = false;
-    buttons = AfterFill(bare);
-    EXPECT_FALSE(buttons.vstOptions || buttons.vstScan || buttons.adapterWizard);
-    EXPECT_TRUE(buttons.vstProperties);
+    buttons = AfterFill({.category = Category::Vst3Instruments, .selectedRows = 1});
+    EXPECT_FALSE(buttons.vstOptions || buttons.vstScan) << "there is no scanner";
+    EXPECT_TRUE(buttons.vstProperties) << "also without it";
 }
 
 TEST(ButtonRules, AfterASelection) {
@@ -97,9 +95,7 @@ TEST(ButtonRules, AfterASelection) {
          {Category::ControlSurfaces, Category::LegacyVstEffects, Category::LegacyVstInstruments}) {
         EXPECT_FALSE(AfterSelection(State(c, 1)).addPlugin);
     }
-    PaneState excluded = State(Category::DirectXEffects, 1);
-    excluded.mode = VisibilityMode::Excluded;
-    EXPECT_FALSE(AfterSelection(excluded).addPlugin);
+    EXPECT_FALSE(AfterSelection({.mode = VisibilityMode::Excluded, .selectedRows = 1}).addPlugin);
 }
 
 }  // namespace
