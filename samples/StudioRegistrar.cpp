@@ -15,6 +15,7 @@
 #include <vector>
 #include <wrl/client.h>
 
+#include "AudioRegistration.h"
 #include "StudioTables.h"
 
 namespace {
@@ -106,30 +107,6 @@ bool AddToAdapterInventory(const Plugin& plugin, const std::wstring& clsid) {
            SetNumber(key, L"registerAsSynth", plugin.kind == Kind::WrappedInstrument ? 1 : 0);
 }
 
-bool RegisterFilter(IFilterMapper2& mapper, const Plugin& plugin) {
-    REGPINTYPES type{&MEDIATYPE_Audio, &MEDIASUBTYPE_PCM};
-    std::array<REGFILTERPINS2, 2> pins{};
-    for (auto& pin : pins) {
-        pin.cInstances = 1;
-        pin.nMediaTypes = 1;
-        pin.lpMediaType = &type;
-    }
-    pins[1].dwFlags = REG_PINFLAG_B_OUTPUT;
-    REGFILTER2 filter{};
-    filter.dwVersion = 2;
-    filter.dwMerit = MERIT_DO_NOT_USE;
-    filter.cPins2 = static_cast<ULONG>(pins.size());
-    filter.rgPins2 = pins.data();
-    return SUCCEEDED(mapper.RegisterFilter(ClassId(plugin), plugin.name, nullptr,
-                                           &CLSID_LegacyAmFilterCategory, nullptr, &filter));
-}
-
-bool RegisterMediaObject(const Plugin& plugin) {
-    DMO_PARTIAL_MEDIATYPE type{MEDIATYPE_Audio, MEDIASUBTYPE_PCM};
-    return SUCCEEDED(
-        DMORegister(plugin.name, ClassId(plugin), DMOCATEGORY_AUDIO_EFFECT, 0, 1, &type, 1, &type));
-}
-
 bool Add(IFilterMapper2& mapper, const Plugin& plugin) {
     const std::wstring clsid = ToText(ClassId(plugin));
     const std::wstring server = kClasses + clsid;
@@ -139,7 +116,8 @@ bool Add(IFilterMapper2& mapper, const Plugin& plugin) {
     if (plugin.kind == Kind::Instrument && !SetText(kSoftSynths + clsid, L"Description", plugin.name))
         return false;
     if (IsWrapped(plugin) && !AddToAdapterInventory(plugin, clsid)) return false;
-    return plugin.kind == Kind::MediaObject ? RegisterMediaObject(plugin) : RegisterFilter(mapper, plugin);
+    return plugin.kind == Kind::MediaObject ? RegisterAudioDmo(ClassId(plugin), plugin.name)
+                                            : RegisterAudioFilter(mapper, ClassId(plugin), plugin.name);
 }
 
 // What is already gone counts as removed.
