@@ -16,6 +16,7 @@
 #include <wrl/client.h>
 
 #include "AudioRegistration.h"
+#include "RegKey.h"
 #include "StudioTables.h"
 
 namespace {
@@ -56,15 +57,14 @@ std::filesystem::path FileOf(const Plugin& plugin) {
     return root / plugin.maker / (std::wstring(plugin.name) + L".dll");
 }
 
-bool SetText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-    const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_SZ, text.c_str(), size) ==
-           ERROR_SUCCESS;
+bool SetText(const std::wstring& path, const wchar_t* name, const std::wstring& text) {
+    const auto key = CRegKey::Create(HKEY_LOCAL_MACHINE, path);
+    return key && key->WriteString(name, text);
 }
 
-bool SetNumber(const std::wstring& key, const wchar_t* name, DWORD number) {
-    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_DWORD, &number, sizeof number) ==
-           ERROR_SUCCESS;
+bool SetNumber(const std::wstring& path, const wchar_t* name, DWORD number) {
+    const auto key = CRegKey::Create(HKEY_LOCAL_MACHINE, path);
+    return key && key->WriteDword(name, number);
 }
 
 bool AddPlaceholder(const std::filesystem::path& file) {
@@ -132,22 +132,15 @@ bool Remove(IFilterMapper2& mapper, const Plugin& plugin) {
     return RemoveFile(FileOf(plugin));
 }
 
-// The files that studio.reg names, one value each.
+// The files that studio.reg names, numbered from 1.
 std::vector<std::filesystem::path> ListedFiles() {
     std::vector<std::filesystem::path> files;
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, kFiles, 0, KEY_READ, &key) != ERROR_SUCCESS) return files;
-    for (DWORD index = 0;; ++index) {
-        std::array<wchar_t, 64> name{};
-        std::array<wchar_t, MAX_PATH> path{};
-        auto nameLength = static_cast<DWORD>(name.size());
-        DWORD size = (MAX_PATH - 1) * sizeof(wchar_t);
-        if (RegEnumValueW(key, index, name.data(), &nameLength, nullptr, nullptr,
-                          reinterpret_cast<BYTE*>(path.data()), &size) != ERROR_SUCCESS)
-            break;
-        files.emplace_back(path.data());
+    const auto key = CRegKey::Open(HKEY_CURRENT_USER, kFiles);
+    for (int number = 1; key; ++number) {
+        const auto path = key->ReadString(std::to_wstring(number).c_str(), kNameBytes);
+        if (!path) break;
+        files.emplace_back(*path);
     }
-    RegCloseKey(key);
     return files;
 }
 

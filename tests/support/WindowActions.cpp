@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
@@ -108,12 +109,8 @@ std::string Describe(HWND window) {
 }
 
 std::string Utf8(const std::wstring& text) {
-    const auto size = static_cast<int>(text.size());
-    std::string bytes(text.size() * 3, '\0');
-    const int used =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), size * 3, nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(used));
-    return bytes;
+    const auto bytes = std::filesystem::path(text).u8string();  // a path knows how to
+    return {bytes.begin(), bytes.end()};
 }
 
 /// Room for a row that grows between the question for its length and that for its text.
