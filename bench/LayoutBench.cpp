@@ -1,5 +1,3 @@
-#include "LayoutBench.h"
-
 #include <windows.h>
 
 #include <objbase.h>
@@ -11,6 +9,7 @@
 #include <string>
 #include <wrl/client.h>
 
+#include "Benches.h"
 #include "ClsidText.h"
 #include "Dialog.h"
 #include "Measure.h"
@@ -27,11 +26,6 @@ constexpr int kItemsInFolder = 20;
 constexpr int kSeparatorEvery = 7;
 
 constexpr CLSID kParser = {0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
-
-class CHiddenDialog : public CDialog {
-  public:
-    CHiddenDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
-};
 
 struct Bstr {
     explicit Bstr(const std::wstring& value) : text(::SysAllocString(value.c_str())) {}
@@ -184,7 +178,7 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
 }  // namespace
 
 void BenchLayouts() {
-    CHiddenDialog dialog;
+    CDialog dialog(IDD_PLUGIN_MANAGER);
     if (!dialog.CreateModeless(nullptr)) return;
     CTreeCtrlEx tree;
     tree.Attach(dialog.Item(IDC_LAYOUT_TREE).Handle(), {});

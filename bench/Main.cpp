@@ -4,10 +4,8 @@
 
 #include <cstdio>
 
-#include "EnumerationBench.h"
-#include "LayoutBench.h"
+#include "Benches.h"
 #include "Measure.h"
-#include "PresetBench.h"
 #include "Studio.h"
 
 int wmain() {

@@ -1,5 +1,3 @@
-#include "PresetBench.h"
-
 #include <windows.h>
 
 #include <psapi.h>
@@ -10,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Benches.h"
 #include "ClsidText.h"
 #include "FileStream.h"
 #include "Measure.h"

@@ -2,13 +2,12 @@
 
 #include <windows.h>
 
-#include <dmo.h>
-#include <strmif.h>
 #include <uuids.h>
 
 #include <string>
 #include <wrl/client.h>
 
+#include "AudioRegistration.h"
 #include "ClsidText.h"
 #include "RegKey.h"
 #include "RegistrationIndex.h"
@@ -48,23 +47,6 @@ void AddServer(const Guid& clsid, const std::wstring& name) {
     CRegKey::Create(HKEY_LOCAL_MACHINE, path)->WriteString(nullptr, name);
     CRegKey::Create(HKEY_LOCAL_MACHINE, path + L"\\InprocServer32")
         ->WriteString(nullptr, L"C:\\Bench\\plugin.dll");
-}
-
-void AddFilter(IFilterMapper2& mapper, int number) {
-    const REGPINTYPES audio{&MEDIATYPE_Audio, &MEDIASUBTYPE_PCM};
-    REGFILTERPINS2 pins[2]{};
-    for (REGFILTERPINS2& pin : pins) {
-        pin.nMediaTypes = 1;
-        pin.lpMediaType = &audio;
-    }
-    pins[1].dwFlags = REG_PINFLAG_B_OUTPUT;
-    REGFILTER2 filter{};
-    filter.dwVersion = 2;
-    filter.dwMerit = MERIT_DO_NOT_USE;
-    filter.cPins2 = 2;
-    filter.rgPins2 = pins;
-    mapper.RegisterFilter(ToSystem(ClsidOf(Kind::Filter, number)), NameOf(L"Filter", number).c_str(), nullptr,
-                          &CLSID_LegacyAmFilterCategory, nullptr, &filter);
 }
 
 void AddVst(int number) {
@@ -120,9 +102,9 @@ void GrowStudio(int total) {
     ::CoCreateInstance(CLSID_FilterMapper2, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper));
     for (; g_perSource < total / 8; ++g_perSource) {
         const int number = g_perSource;
-        AddFilter(*mapper.Get(), number);
-        ::DMORegister(NameOf(L"DMO", number).c_str(), ToSystem(ClsidOf(Kind::MediaObject, number)),
-                      DMOCATEGORY_AUDIO_EFFECT, 0, 0, nullptr, 0, nullptr);
+        RegisterAudioFilter(*mapper.Get(), ToSystem(ClsidOf(Kind::Filter, number)),
+                            NameOf(L"Filter", number).c_str());
+        RegisterAudioDmo(ToSystem(ClsidOf(Kind::MediaObject, number)), NameOf(L"DMO", number).c_str());
         const Guid midi = ClsidOf(Kind::MidiEffect, number);
         CRegKey::Create(HKEY_LOCAL_MACHINE, std::wstring(kMidiFiltersKey) + L"\\" + ClsidText(midi));
         AddServer(midi, NameOf(L"MIDI", number));

@@ -43,10 +43,6 @@ std::wstring CComboBox::RowText(int row) const {
     return TextByMessages(*this, CB_GETLBTEXTLEN, CB_GETLBTEXT, row);
 }
 
-std::optional<int> CComboBox::FindExact(const std::wstring& text) const {
-    return RowOrNothing(SendText(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), text));
-}
-
 std::optional<int> CComboBox::CurrentRow() const { return RowOrNothing(SendInt(CB_GETCURSEL)); }
 
 HTREEITEM CTreeView::Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,

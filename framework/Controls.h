@@ -67,8 +67,6 @@ class CComboBox : public CWindow {
     int Add(const std::wstring& text) const { return SendText(CB_ADDSTRING, 0, text); }
     void Remove(int row) const { Send(CB_DELETESTRING, static_cast<WPARAM>(row)); }
     std::wstring RowText(int row) const;
-    /// Whole text, case ignored; nothing when no row has it.
-    std::optional<int> FindExact(const std::wstring& text) const;
     LPARAM Data(int row) const { return Send(CB_GETITEMDATA, static_cast<WPARAM>(row)); }
     void SetData(int row, LPARAM data) const { Send(CB_SETITEMDATA, static_cast<WPARAM>(row), data); }
     std::optional<int> CurrentRow() const;

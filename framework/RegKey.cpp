@@ -151,20 +151,6 @@ std::vector<std::wstring> CRegKey::SubkeyNames() const {
     }
 }
 
-unsigned CRegKey::CountValues(DWORD maxNameLength) const {
-    std::wstring name(maxNameLength + 1, L'\0');
-    unsigned count = 0;
-    for (DWORD index = 0;; ++index) {
-        DWORD length = maxNameLength + 1;
-        const LSTATUS status =
-            ::RegEnumValueW(m_key.Get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
-        if (status == ERROR_NO_MORE_ITEMS) return count;
-        if (status == ERROR_SUCCESS) ++count;
-        // Anything else than a name that is too long would come back for every further index.
-        if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return count;
-    }
-}
-
 bool CRegKey::DeleteTree(HKEY root, const std::wstring& path) {
     // Without a name of its own the path would mean the key above, with all that it holds.
     if (path.empty() || path.back() == L'\\') return false;

@@ -60,9 +60,6 @@ class CRegKey {
 
     /// In the registry's order; ends at the first error.
     std::vector<std::wstring> SubkeyNames() const;
-    /// Values that can be enumerated; one whose name is longer is passed over, any other error ends the
-    /// count.
-    unsigned CountValues(DWORD maxNameLength) const;
 
     HKEY Handle() const { return m_key.Get(); }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "Resources.h"
-#include "TextFormat.h"
 
 namespace {
 
@@ -11,7 +10,7 @@ FileDialogSettings SettingsOf(UINT titleId, DWORD flags, std::span<CPresetListMg
                               const std::wstring& folder) {
     const std::wstring name =
         plugins.size() == 1 ? plugins.front().DisplayName() : LoadText(IDS_MULTIPLE_PLUGINS_SELECTED);
-    return {.title = FormatText(L"%s%s", LoadText(titleId), name),
+    return {.title = LoadText(titleId) + name,
             .defaultExtension = LoadText(IDS_PRESET_EXTENSION),
             .filterText = LoadText(IDS_PRESET_FILTER),
             .initialFolder = folder,

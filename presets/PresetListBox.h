@@ -20,7 +20,7 @@ class CPresetRows : public TControl {
         m_added = text;
         return m_row = TControl::Add(text);
     }
-    /// Whole text, case ignored.
+    /// Whole text, case ignored; nothing when no row has it.
     std::optional<int> FindExact(const std::wstring& text) const {
         if (m_row >= 0 && text == m_added) return m_row;
         const int row =

@@ -51,23 +51,20 @@ std::optional<CRegKey> CPresetListMgr::OpenStoreRoot(bool create) const {
                   : CRegKey::Open(HKEY_CURRENT_USER, path, kReadWrite);
 }
 
-std::optional<std::wstring> CPresetListMgr::PluginKeyPath() const {
-    const wchar_t* root = StoreRootOf(m_inFile.plugin.category);
-    if (!root) return std::nullopt;
-    return std::wstring(root) + L"\\" + ClsidText(Clsid());
-}
-
 std::optional<CRegKey> CPresetListMgr::OpenPluginKey(bool create) const {
     // In one step, because this is asked for each of many selected plug-ins.
-    const auto path = PluginKeyPath();
-    if (!path) return std::nullopt;
-    return create ? CRegKey::Create(HKEY_CURRENT_USER, *path, kReadWrite)
-                  : CRegKey::Open(HKEY_CURRENT_USER, *path, kReadWrite);
+    const wchar_t* root = StoreRootOf(m_inFile.plugin.category);
+    if (!root) return std::nullopt;
+    const std::wstring path = std::wstring(root) + L"\\" + ClsidText(Clsid());
+    return create ? CRegKey::Create(HKEY_CURRENT_USER, path, kReadWrite)
+                  : CRegKey::Open(HKEY_CURRENT_USER, path, kReadWrite);
 }
 
 unsigned CPresetListMgr::CountPresets() {
-    const auto key = OpenPluginKey(false);
-    const unsigned count = key ? key->CountValues(kMaxPresetName) : 0;
+    unsigned count = 0;
+    if (const auto key = OpenPluginKey(false)) {
+        for (CRegValues values(*key, kMaxPresetName, CRegValues::Read::Names); values.Next();) ++count;
+    }
     m_inFile.presets = static_cast<std::int32_t>(count);
     return count;
 }
@@ -80,14 +77,16 @@ bool CPresetListMgr::DeletePreset(const std::wstring& name) const {
 }
 
 bool CPresetListMgr::DeleteAllPresets() const {
-    const auto path = PluginKeyPath();
+    const auto root = OpenStoreRoot(false);
     const auto key = OpenPluginKey(false);
-    if (!path || !key) return false;
+    if (!root || !key) return false;
     for (CRegValues values(*key, kMaxPresetName); values.Next();) DeleteFileOf(values.Type(), values.Data());
-    return CRegKey::DeleteTree(HKEY_CURRENT_USER, *path);
+    return CRegKey::DeleteTree(root->Handle(), ClsidText(Clsid()));
 }
 
 bool CPresetListMgr::RenamePreset(const std::wstring& oldName, const std::wstring& newName) const {
+    // A longer name would never be read back.
+    if (newName.size() > kMaxPresetName) return false;
     const auto key = OpenPluginKey(false);
     const auto value = key ? key->ReadValue(oldName.c_str()) : std::nullopt;
     if (!value || key->HasValue(newName.c_str())) return false;

@@ -59,7 +59,8 @@ class CPresetListMgr {
     bool DeletePreset(const std::wstring& name) const;
     /// Removes the plug-in's key with everything in it, and the files. False when there was no key.
     bool DeleteAllPresets() const;
-    /// Fails when there is a preset of the new name. A preset's file keeps its name.
+    /// Fails when there is a preset of the new name, or the name is too long to be listed. A preset's file
+    /// keeps its name.
     bool RenamePreset(const std::wstring& oldName, const std::wstring& newName) const;
     /// Overwrites a preset of the same name. A preset without data is not stored.
     bool StoreImportedPreset(const ImportedPreset& preset) const;
@@ -81,7 +82,6 @@ class CPresetListMgr {
     static int ListFileContents(IByteSource& file, const PreviewList& list);
 
   private:
-    std::optional<std::wstring> PluginKeyPath() const;
     int ExportRecord(CPresetFileWriter& writer, const PresetSelection* selection, bool withHeader,
                      const PresetTransferEvents& events);
 

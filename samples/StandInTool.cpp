@@ -16,6 +16,8 @@
 #include <string>
 #include <string_view>
 
+#include "RegKey.h"
+
 namespace {
 
 constexpr wchar_t kSettings[] = L"Software\\Corvane Sample Studio\\Tool";
@@ -32,10 +34,8 @@ constexpr Found kFound[] = {
     {L"Quill Vibrato", 0x51675669}, {L"Quill Wah", 0x51675761}, {L"Quill Zoom", 0x51675A6D}};
 
 std::wstring WhatToDo() {
-    std::array<wchar_t, 32> text{};
-    DWORD size = sizeof text;
-    RegGetValueW(HKEY_CURRENT_USER, kSettings, L"Do", RRF_RT_REG_SZ, nullptr, text.data(), &size);
-    return text.data();
+    const auto key = CRegKey::Open(HKEY_CURRENT_USER, kSettings);
+    return key ? key->ReadString(L"Do", kNameBytes).value_or(L"") : L"";
 }
 
 std::wstring Awaited() {
@@ -63,22 +63,6 @@ std::wstring InventoryOf(const std::wstring& commandLine) {
     return commandLine.substr(begin, commandLine.find(L'"', begin) - begin) + L"\\Inventory";
 }
 
-bool Exists(const std::wstring& key) {
-    HKEY opened = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return false;
-    RegCloseKey(opened);
-    return true;
-}
-
-void SetText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_SZ, text.c_str(),
-                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-}
-
-void SetNumber(const std::wstring& key, const wchar_t* name, DWORD number) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_DWORD, &number, sizeof number);
-}
-
 std::wstring ClassId(const Found& plugin, const wchar_t* kind) {
     std::array<wchar_t, 39> text{};
     std::swprintf(text.data(), text.size(), L"{%08X-%ls-8A01-5A3C1E90B764}",
@@ -88,21 +72,21 @@ std::wstring ClassId(const Found& plugin, const wchar_t* kind) {
 
 void FindOneMore(const std::wstring& inventory) {
     for (const Found& plugin : kFound) {
-        const std::wstring key = inventory + L'\\' + plugin.name;
-        if (Exists(key)) continue;
-        SetText(key, L"FullPath", kShellFile);
-        SetText(key, L"FullName", plugin.name);
-        SetText(key, L"Vendor", L"Quillgate");
-        SetText(key, L"clsidPlug", ClassId(plugin, L"5653-5400"));
-        SetText(key, L"clsidPlugMD5", ClassId(plugin, L"4D44-3500"));
-        SetNumber(key, L"uniqueId", plugin.uniqueId);
-        SetNumber(key, L"isVst", 1);
-        SetNumber(key, L"isX64", 1);
-        SetNumber(key, L"isShell", 1);
+        bool existed = false;
+        const auto key =
+            CRegKey::Create(HKEY_CURRENT_USER, inventory + L'\\' + plugin.name, KEY_WRITE, &existed);
+        if (existed) continue;
+        key->WriteString(L"FullPath", kShellFile);
+        key->WriteString(L"FullName", plugin.name);
+        key->WriteString(L"Vendor", L"Quillgate");
+        key->WriteString(L"clsidPlug", ClassId(plugin, L"5653-5400"));
+        key->WriteString(L"clsidPlugMD5", ClassId(plugin, L"4D44-3500"));
+        key->WriteDword(L"uniqueId", plugin.uniqueId);
+        for (const wchar_t* mark : {L"isVst", L"isX64", L"isShell"}) key->WriteDword(mark, 1);
         FILETIME now{};
         GetSystemTimeAsFileTime(&now);
-        RegSetKeyValueW(HKEY_CURRENT_USER, inventory.c_str(), L"lastUpdateTime", REG_BINARY, &now,
-                        sizeof now);
+        CRegKey::Create(HKEY_CURRENT_USER, inventory)
+            ->WriteValue(L"lastUpdateTime", REG_BINARY, std::as_bytes(std::span(&now, 1)));
         return;
     }
 }

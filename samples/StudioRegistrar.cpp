@@ -15,6 +15,8 @@
 #include <vector>
 #include <wrl/client.h>
 
+#include "AudioRegistration.h"
+#include "RegKey.h"
 #include "StudioTables.h"
 
 namespace {
@@ -55,15 +57,14 @@ std::filesystem::path FileOf(const Plugin& plugin) {
     return root / plugin.maker / (std::wstring(plugin.name) + L".dll");
 }
 
-bool SetText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-    const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_SZ, text.c_str(), size) ==
-           ERROR_SUCCESS;
+bool SetText(const std::wstring& path, const wchar_t* name, const std::wstring& text) {
+    const auto key = CRegKey::Create(HKEY_LOCAL_MACHINE, path);
+    return key && key->WriteString(name, text);
 }
 
-bool SetNumber(const std::wstring& key, const wchar_t* name, DWORD number) {
-    return RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name, REG_DWORD, &number, sizeof number) ==
-           ERROR_SUCCESS;
+bool SetNumber(const std::wstring& path, const wchar_t* name, DWORD number) {
+    const auto key = CRegKey::Create(HKEY_LOCAL_MACHINE, path);
+    return key && key->WriteDword(name, number);
 }
 
 bool AddPlaceholder(const std::filesystem::path& file) {
@@ -106,30 +107,6 @@ bool AddToAdapterInventory(const Plugin& plugin, const std::wstring& clsid) {
            SetNumber(key, L"registerAsSynth", plugin.kind == Kind::WrappedInstrument ? 1 : 0);
 }
 
-bool RegisterFilter(IFilterMapper2& mapper, const Plugin& plugin) {
-    REGPINTYPES type{&MEDIATYPE_Audio, &MEDIASUBTYPE_PCM};
-    std::array<REGFILTERPINS2, 2> pins{};
-    for (auto& pin : pins) {
-        pin.cInstances = 1;
-        pin.nMediaTypes = 1;
-        pin.lpMediaType = &type;
-    }
-    pins[1].dwFlags = REG_PINFLAG_B_OUTPUT;
-    REGFILTER2 filter{};
-    filter.dwVersion = 2;
-    filter.dwMerit = MERIT_DO_NOT_USE;
-    filter.cPins2 = static_cast<ULONG>(pins.size());
-    filter.rgPins2 = pins.data();
-    return SUCCEEDED(mapper.RegisterFilter(ClassId(plugin), plugin.name, nullptr,
-                                           &CLSID_LegacyAmFilterCategory, nullptr, &filter));
-}
-
-bool RegisterMediaObject(const Plugin& plugin) {
-    DMO_PARTIAL_MEDIATYPE type{MEDIATYPE_Audio, MEDIASUBTYPE_PCM};
-    return SUCCEEDED(
-        DMORegister(plugin.name, ClassId(plugin), DMOCATEGORY_AUDIO_EFFECT, 0, 1, &type, 1, &type));
-}
-
 bool Add(IFilterMapper2& mapper, const Plugin& plugin) {
     const std::wstring clsid = ToText(ClassId(plugin));
     const std::wstring server = kClasses + clsid;
@@ -139,7 +116,8 @@ bool Add(IFilterMapper2& mapper, const Plugin& plugin) {
     if (plugin.kind == Kind::Instrument && !SetText(kSoftSynths + clsid, L"Description", plugin.name))
         return false;
     if (IsWrapped(plugin) && !AddToAdapterInventory(plugin, clsid)) return false;
-    return plugin.kind == Kind::MediaObject ? RegisterMediaObject(plugin) : RegisterFilter(mapper, plugin);
+    return plugin.kind == Kind::MediaObject ? RegisterAudioDmo(ClassId(plugin), plugin.name)
+                                            : RegisterAudioFilter(mapper, ClassId(plugin), plugin.name);
 }
 
 // What is already gone counts as removed.
@@ -154,22 +132,15 @@ bool Remove(IFilterMapper2& mapper, const Plugin& plugin) {
     return RemoveFile(FileOf(plugin));
 }
 
-// The files that studio.reg names, one value each.
+// The files that studio.reg names, numbered from 1.
 std::vector<std::filesystem::path> ListedFiles() {
     std::vector<std::filesystem::path> files;
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, kFiles, 0, KEY_READ, &key) != ERROR_SUCCESS) return files;
-    for (DWORD index = 0;; ++index) {
-        std::array<wchar_t, 64> name{};
-        std::array<wchar_t, MAX_PATH> path{};
-        auto nameLength = static_cast<DWORD>(name.size());
-        DWORD size = (MAX_PATH - 1) * sizeof(wchar_t);
-        if (RegEnumValueW(key, index, name.data(), &nameLength, nullptr, nullptr,
-                          reinterpret_cast<BYTE*>(path.data()), &size) != ERROR_SUCCESS)
-            break;
-        files.emplace_back(path.data());
+    const auto key = CRegKey::Open(HKEY_CURRENT_USER, kFiles);
+    for (int number = 1; key; ++number) {
+        const auto path = key->ReadString(std::to_wstring(number).c_str(), kNameBytes);
+        if (!path) break;
+        files.emplace_back(*path);
     }
-    RegCloseKey(key);
     return files;
 }
 

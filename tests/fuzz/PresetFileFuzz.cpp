@@ -15,8 +15,9 @@ void Require(bool holds) {
     if (!holds) std::abort();
 }
 
-/// No result may be anything but a code or a count of what was really visited.
-void CheckResult(int result, int visited) {
+/// No result may be anything but a code or a count of what was really visited. By reference, because the
+/// call that counts stands in the first argument.
+void CheckResult(int result, const int& visited) {
     Require(result >= kPresetIoFailure);
     if (result > 0) Require(result == visited);
 }
@@ -60,7 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     visited = 0;
     WithReader(input, [&](CPresetFileReader& reader) {
-        CheckResult(ListForPlugin(reader, kPlugin, list, L"no"), reader.Position() <= size ? visited : -1);
+        CheckResult(ListForPlugin(reader, kPlugin, list, L"no"), visited);
+        Require(reader.Position() <= size);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
         Require(ListContents(reader, list, L"no") >= kPresetIoFailure);

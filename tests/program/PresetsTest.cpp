@@ -8,9 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <map>
-#include <sstream>
 
+#include "presets/StoredPresets.h"
 #include "resource.h"
 #include "support/RegistrySandbox.h"
 #include "support/WindowDriver.h"
@@ -24,33 +23,6 @@ constexpr wchar_t kReverb[] = L"Kammer Reverb";
 constexpr wchar_t kReverbKey[] =
     L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\{486D4B72-5653-5400-8A01-5A3C1E90B764}";
 constexpr wchar_t kWithoutPresets[] = L"Blechplatte";
-
-using Values = std::map<std::wstring, std::string>;
-
-/// Type and data of each preset in the registry; of one in a file, the file's.
-Values StoredPresets() {
-    Values values;
-    HKEY key = nullptr;
-    if (::RegOpenKeyExW(HKEY_CURRENT_USER, kReverbKey, 0, KEY_READ, &key) != ERROR_SUCCESS) return values;
-    for (DWORD index = 0;; ++index) {
-        wchar_t name[520];
-        char data[2048];
-        DWORD length = 520, type = 0, size = sizeof data;
-        if (::RegEnumValueW(key, index, name, &length, nullptr, &type, reinterpret_cast<BYTE*>(data),
-                            &size) != ERROR_SUCCESS)
-            break;
-        std::string bytes(data, size);
-        if (type == REG_SZ) {
-            std::ifstream file(fs::path(reinterpret_cast<const wchar_t*>(data)), std::ios::binary);
-            std::ostringstream text;
-            text << file.rdbuf();
-            bytes = text.str();
-        }
-        values[name] = std::to_string(type) + ":" + bytes;
-    }
-    ::RegCloseKey(key);
-    return values;
-}
 
 class ProgramPresets : public testing::Test {
   protected:
@@ -102,7 +74,7 @@ class ProgramPresets : public testing::Test {
 };
 
 TEST_F(ProgramPresets, GoOutAreDeletedAndComeBackTheSame) {
-    const Values before = StoredPresets();
+    const auto before = StoredPresets(kReverbKey);
     ASSERT_EQ(before.size(), 4U);
     const HWND saving = Open(IDC_EXPORT, L"Export Presets For: Kammer Reverb");
     EXPECT_EQ(Rows(PresetList(saving)).size(), 4U);
@@ -111,12 +83,17 @@ TEST_F(ProgramPresets, GoOutAreDeletedAndComeBackTheSame) {
     WaitForFile();
 
     const HWND managing = Open(IDC_MANAGE, L"Manage Presets for Kammer Reverb");
-    Press(::GetDlgItem(managing, IDC_PRESET_SELECT_ALL));
-    ASSERT_TRUE(WaitFor([&] { return SelectedRows(::GetDlgItem(managing, IDC_PRESET_LIST)).size() == 4; }));
-    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(managing, IDC_PRESET_RENAME)));
+    const HWND list = ::GetDlgItem(managing, IDC_PRESET_LIST);
+    Select(list, {L"Cathedral", L"Vocal Booth"});
     Press(::GetDlgItem(managing, IDC_PRESET_DELETE));
     Answer(L"the selected presets for 'Kammer Reverb' ?");
-    ASSERT_TRUE(WaitFor([&] { return Rows(::GetDlgItem(managing, IDC_PRESET_LIST)).empty(); }));
+    ASSERT_TRUE(WaitFor([&] { return Rows(list).size() == 2; }));
+    Press(::GetDlgItem(managing, IDC_PRESET_SELECT_ALL));
+    ASSERT_TRUE(WaitFor([&] { return SelectedRows(list).size() == 2; }));
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(managing, IDC_PRESET_RENAME)));
+    Press(::GetDlgItem(managing, IDC_PRESET_DELETE));
+    Answer(L"the selected presets");
+    ASSERT_TRUE(WaitFor([&] { return Rows(list).empty(); }));
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kReverbKey));
     Press(::GetDlgItem(managing, IDC_PRESET_DELETE));
     Answer(L"the selected presets");
@@ -125,7 +102,7 @@ TEST_F(ProgramPresets, GoOutAreDeletedAndComeBackTheSame) {
     EXPECT_TRUE(WaitFor([&] { return !m_program->IsEnabled(IDC_MANAGE); }));
 
     Confirm(Open(IDC_IMPORT, L"Import Presets For: Kammer Reverb"));
-    EXPECT_TRUE(WaitFor([&] { return StoredPresets() == before; })) << m_program->OnScreen();
+    EXPECT_TRUE(WaitFor([&] { return StoredPresets(kReverbKey) == before; })) << m_program->OnScreen();
     EXPECT_TRUE(WaitFor([&] { return m_program->IsEnabled(IDC_MANAGE); }));
 
     m_program->Select(IDC_PLUGINS, {kWithoutPresets});
@@ -135,6 +112,7 @@ TEST_F(ProgramPresets, GoOutAreDeletedAndComeBackTheSame) {
 }
 
 TEST_F(ProgramPresets, AreRenamedUnlessTheNameIsTaken) {
+    const auto before = StoredPresets(kReverbKey);
     const HWND managing = Open(IDC_MANAGE, L"Manage Presets for");
     const HWND list = ::GetDlgItem(managing, IDC_PRESET_LIST);
     const auto rename = [&](const std::wstring& from, const std::wstring& to) {
@@ -148,12 +126,13 @@ TEST_F(ProgramPresets, AreRenamedUnlessTheNameIsTaken) {
     };
     rename(L"Large Chamber", L"Small Chamber");
     Answer(L"An error occured while renaming the presets.");
-    EXPECT_EQ(StoredPresets().size(), 4U);
-    const std::string data = StoredPresets()[L"Large Chamber"];
+    EXPECT_EQ(StoredPresets(kReverbKey), before);
     rename(L"Large Chamber", L"Chamber, large");
-    EXPECT_TRUE(WaitFor([&] { return StoredPresets()[L"Chamber, large"] == data; }));
+    EXPECT_TRUE(WaitFor([&] {
+        return StoredPresets(kReverbKey).contains(L"Chamber, large:3:size=0.75;decay=2.4;mix=0.30");
+    }));
     rename(L"Chamber, large", L"Large Chamber");
-    EXPECT_TRUE(WaitFor([&] { return StoredPresets()[L"Large Chamber"] == data; }));
+    EXPECT_TRUE(WaitFor([&] { return StoredPresets(kReverbKey) == before; }));
     Finish(managing, IDCANCEL);
     EXPECT_EQ(m_program->Close(), 0U);
 }
@@ -165,16 +144,45 @@ TEST_F(ProgramPresets, SeveralPluginsAreNotChosenFrom) {
     EXPECT_FALSE(::IsWindowEnabled(PresetList(saving)));
     Confirm(saving);
     WaitForFile();
-    const Values before = StoredPresets();
+    const auto before = StoredPresets(kReverbKey);
     DeleteTree(HKEY_CURRENT_USER, kReverbKey);
     Confirm(Open(IDC_IMPORT, L"Import Presets For: <Multiple plug-ins selected>"));
-    EXPECT_TRUE(WaitFor([&] { return StoredPresets() == before; })) << m_program->OnScreen();
+    EXPECT_TRUE(WaitFor([&] { return StoredPresets(kReverbKey) == before; })) << m_program->OnScreen();
 
     std::ofstream(m_file) << "no preset file";
     m_program->Select(IDC_PLUGINS, {kReverb});
-    const HWND opening = Open(IDC_IMPORT, L"Import Presets For: ");
-    Confirm(opening);
+    Confirm(Open(IDC_IMPORT, L"Import Presets For: "));
     Answer(L"This file does not contain valid presets");
+    EXPECT_EQ(m_program->Close(), 0U);
+}
+
+TEST_F(ProgramPresets, AFailureIsReportedAndLosesNothing) {
+    const auto before = StoredPresets(kReverbKey);
+    const HWND saving = Open(IDC_EXPORT, L"Export Presets For: ");
+    Select(PresetList(saving), {});
+    Confirm(saving);
+    Answer(L"An I/O error occured while saving the presets. (1)");
+    EXPECT_FALSE(fs::exists(m_file)) << "no preset was chosen";
+    SetText(HKEY_CURRENT_USER, kReverbKey, L"Without a file", L"C:\\no such folder\\x");
+    Confirm(Open(IDC_EXPORT, L"Export Presets For: "));
+    Answer(L"The preset  'Without a file' may be invalid.");
+    Answer(L"An I/O error occured while saving the presets. (1)");
+    EXPECT_FALSE(fs::exists(m_file));
+    CRegKey::Open(HKEY_CURRENT_USER, kReverbKey, KEY_WRITE)->DeleteValue(L"Without a file");
+    Confirm(Open(IDC_EXPORT, L"Export Presets For: "));
+    WaitForFile();
+
+    const HWND managing = Open(IDC_MANAGE, L"Manage Presets for");
+    {
+        const ReadOnlyKey locked(HKEY_CURRENT_USER, kReverbKey);
+        Press(::GetDlgItem(managing, IDC_PRESET_DELETE));
+        Answer(L"the selected presets");
+        Answer(L"An error occured while deleting the presets.");
+        Finish(managing, IDCANCEL);
+        Confirm(Open(IDC_IMPORT, L"Import Presets For: "));
+        Answer(L"An I/O error occured while loading the presets. (1)");
+    }
+    EXPECT_EQ(StoredPresets(kReverbKey), before);
     EXPECT_EQ(m_program->Close(), 0U);
 }
 

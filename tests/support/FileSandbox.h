@@ -25,6 +25,7 @@ class FileSandbox {
     FileSandbox(const FileSandbox&) = delete;
     FileSandbox& operator=(const FileSandbox&) = delete;
 
+    const std::filesystem::path& Folder() const { return m_folder; }
     std::wstring Path(const std::wstring& name) const { return (m_folder / name).wstring(); }
     /// Gives the file's path.
     std::wstring Write(const std::wstring& name, const std::string& bytes) const {

@@ -2,13 +2,13 @@
 
 #include <windows.h>
 
-#include <dmo.h>
-#include <dmoreg.h>
-#include <dshow.h>
+#include <uuids.h>
 
 #include <cstring>
 #include <stdexcept>
 #include <wrl/client.h>
+
+#include "AudioRegistration.h"
 
 namespace support {
 namespace {
@@ -25,23 +25,10 @@ void Require(bool done, const char* what) {
     if (!done) throw std::runtime_error(std::string("registry fixture: ") + what);
 }
 
-struct KeyCloser {
-    using pointer = HKEY;
-    void operator()(HKEY key) const { RegCloseKey(key); }
-};
-using Key = std::unique_ptr<HKEY, KeyCloser>;
-
-Key Open(HKEY root, const std::wstring& path) {
-    HKEY key = nullptr;
-    return Key(RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) == ERROR_SUCCESS ? key : nullptr);
-}
-
-Key Create(HKEY root, const std::wstring& path) {
-    HKEY key = nullptr;
-    const auto result =
-        RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    Require(result == ERROR_SUCCESS, "a key can't be created");
-    return Key(key);
+CRegKey Create(HKEY root, const std::wstring& path) {
+    auto key = CRegKey::Create(root, path, KEY_ALL_ACCESS);
+    Require(key.has_value(), "a key can't be created");
+    return std::move(*key);
 }
 
 class Turn {
@@ -71,28 +58,28 @@ class Turn {
 
 struct Scratch {
     Scratch() {
-        if (const Key list = Open(HKEY_CLASSES_ROOT, kCategoryList))
-            RegCopyTreeW(list.get(), nullptr, Create(classes.get(), kCategoryList).get());
-        for (const wchar_t* path : kEmptyCategories) Create(classes.get(), path);
+        if (const auto list = CRegKey::Open(HKEY_CLASSES_ROOT, kCategoryList))
+            RegCopyTreeW(list->Handle(), nullptr, Create(classes.Handle(), kCategoryList).Handle());
+        for (const wchar_t* path : kEmptyCategories) Create(classes.Handle(), path);
     }
     ~Scratch() { RegDeleteTreeW(HKEY_CURRENT_USER, kScratch); }
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
 
-    static Key Fresh() {
+    static CRegKey Fresh() {
         DeleteTree(HKEY_CURRENT_USER, kScratch);
         return Create(HKEY_CURRENT_USER, kScratch);
     }
-    Key top = Fresh();
-    Key user = Create(top.get(), L"User");
-    Key machine = Create(top.get(), L"Machine");
-    Key classes = Create(machine.get(), L"Software\\Classes");
+    CRegKey top = Fresh();
+    CRegKey user = Create(top.Handle(), L"User");
+    CRegKey machine = Create(top.Handle(), L"Machine");
+    CRegKey classes = Create(machine.Handle(), L"Software\\Classes");
 };
 
 class Redirection {
   public:
-    Redirection(HKEY root, const Key& target) : m_root(root) {
-        Require(RegOverridePredefKey(root, target.get()) == ERROR_SUCCESS, "a root can't be redirected");
+    Redirection(HKEY root, const CRegKey& target) : m_root(root) {
+        Require(RegOverridePredefKey(root, target.Handle()) == ERROR_SUCCESS, "a root can't be redirected");
     }
     ~Redirection() { RegOverridePredefKey(m_root, nullptr); }
     Redirection(const Redirection&) = delete;
@@ -101,21 +88,6 @@ class Redirection {
   private:
     HKEY m_root;
 };
-
-struct Value {
-    DWORD type = REG_NONE;
-    std::vector<BYTE> bytes;
-};
-
-std::optional<Value> Read(HKEY root, const std::wstring& path, const wchar_t* name) {
-    const Key key = Open(root, path);
-    DWORD size = 0;
-    if (!key || RegQueryValueExW(key.get(), name, nullptr, nullptr, nullptr, &size) != ERROR_SUCCESS)
-        return std::nullopt;
-    Value value{REG_NONE, std::vector<BYTE>(size)};
-    const auto result = RegQueryValueExW(key.get(), name, nullptr, &value.type, value.bytes.data(), &size);
-    return result == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
-}
 
 CLSID ToClsid(const std::wstring& text) {
     CLSID clsid{};
@@ -144,8 +116,9 @@ void SetRaw(HKEY root, const std::wstring& path, const wchar_t* name, DWORD type
     std::vector<BYTE> followed = bytes;
     followed.insert(followed.end(), {0xFF, 0xFF});
     const auto size = static_cast<DWORD>(bytes.size());
-    Require(RegSetValueExW(Create(root, path).get(), name, 0, type, followed.data(), size) == ERROR_SUCCESS,
-            "a value can't be written");
+    Require(
+        RegSetValueExW(Create(root, path).Handle(), name, 0, type, followed.data(), size) == ERROR_SUCCESS,
+        "a value can't be written");
 }
 
 void SetText(HKEY root, const std::wstring& path, const wchar_t* name, const std::wstring& text) {
@@ -164,37 +137,27 @@ std::vector<BYTE> Bytes(std::wstring_view text) {
     return bytes;
 }
 
-bool Exists(HKEY root, const std::wstring& path) { return Open(root, path) != nullptr; }
+bool Exists(HKEY root, const std::wstring& path) { return CRegKey::Open(root, path).has_value(); }
 
 std::optional<std::wstring> Text(HKEY root, const std::wstring& path, const wchar_t* name) {
-    const auto value = Read(root, path, name);
-    if (!value || value->type != REG_SZ || value->bytes.empty() || value->bytes.size() % sizeof(wchar_t) != 0)
-        return std::nullopt;
-    std::wstring text(value->bytes.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text.data(), value->bytes.data(), value->bytes.size());
-    if (text.find(L'\0') != text.size() - 1) return std::nullopt;
+    const auto key = CRegKey::Open(root, path);
+    const auto value = key ? key->ReadValue(name) : std::nullopt;
+    if (!value || value->type != REG_SZ || value->data.size() % sizeof(wchar_t) != 0) return std::nullopt;
+    std::wstring text(value->data.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text.data(), value->data.data(), value->data.size());
+    if (text.empty() || text.find(L'\0') != text.size() - 1) return std::nullopt;
     text.pop_back();
     return text;
 }
 
 std::optional<DWORD> Dword(HKEY root, const std::wstring& path, const wchar_t* name) {
-    const auto value = Read(root, path, name);
-    DWORD number = 0;
-    if (!value || value->type != REG_DWORD || value->bytes.size() != sizeof(number)) return std::nullopt;
-    std::memcpy(&number, value->bytes.data(), sizeof(number));
-    return number;
+    const auto key = CRegKey::Open(root, path);
+    return key ? key->ReadDword(name) : std::nullopt;
 }
 
 std::vector<std::wstring> Subkeys(HKEY root, const std::wstring& path) {
-    std::vector<std::wstring> names;
-    const Key key = Open(root, path);
-    wchar_t name[257];
-    for (DWORD i = 0, length = 257; key; ++i, length = 257) {
-        if (RegEnumKeyExW(key.get(), i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
-            break;
-        names.emplace_back(name, length);
-    }
-    return names;
+    const auto key = CRegKey::Open(root, path);
+    return key ? key->SubkeyNames() : std::vector<std::wstring>();
 }
 
 void DeleteTree(HKEY root, const std::wstring& path) {
@@ -203,38 +166,38 @@ void DeleteTree(HKEY root, const std::wstring& path) {
 }
 
 void RegisterAudioFilter(const std::wstring& clsid, const std::wstring& name) {
-    const REGPINTYPES audio{&MEDIATYPE_Audio, &MEDIASUBTYPE_PCM};
-    REGFILTERPINS pins[2]{};
-    for (REGFILTERPINS& pin : pins) {
-        pin.bOutput = &pin == &pins[1];
-        pin.nMediaTypes = 1;
-        pin.lpMediaType = &audio;
-    }
-    REGFILTER2 filter{};
-    filter.dwVersion = 1;
-    filter.dwMerit = MERIT_DO_NOT_USE;
-    filter.cPins = 2;
-    filter.rgPins = pins;
-
     Microsoft::WRL::ComPtr<IFilterMapper2> mapper;
-    const CLSID id = ToClsid(clsid);
     Require(SUCCEEDED(CoCreateInstance(CLSID_FilterMapper2, nullptr, CLSCTX_INPROC_SERVER,
                                        IID_PPV_ARGS(&mapper))) &&
-                SUCCEEDED(mapper->RegisterFilter(id, name.c_str(), nullptr, &CLSID_LegacyAmFilterCategory,
-                                                 nullptr, &filter)),
+                ::RegisterAudioFilter(*mapper.Get(), ToClsid(clsid), name.c_str()),
             "a filter can't be registered");
 }
 
 void RegisterAudioDmo(const std::wstring& clsid, const std::wstring& name) {
-    DMO_PARTIAL_MEDIATYPE audio{MEDIATYPE_Audio, MEDIASUBTYPE_PCM};
-    const CLSID id = ToClsid(clsid);
-    Require(SUCCEEDED(DMORegister(name.c_str(), id, DMOCATEGORY_AUDIO_EFFECT, 0, 1, &audio, 1, &audio)),
-            "a media object can't be registered");
+    Require(::RegisterAudioDmo(ToClsid(clsid), name.c_str()), "a media object can't be registered");
 }
 
-void RegisterServer(const std::wstring& clsid, const std::wstring& name, const std::wstring& file) {
-    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + clsid, nullptr, name);
-    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + clsid + L"\\InprocServer32", nullptr, file);
+ReadOnlyKey::ReadOnlyKey(HKEY root, const std::wstring& path)
+    : m_key(CRegKey::Open(root, path, READ_CONTROL | WRITE_DAC)) {
+    Require(m_key.has_value(), "there is no key to lock");
+    alignas(ACL) BYTE list[128];
+    BYTE everyone[SECURITY_MAX_SID_SIZE];
+    DWORD size = sizeof everyone;
+    CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size);
+    InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION);
+    AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, KEY_READ, everyone);
+    Require(Allow(reinterpret_cast<ACL*>(list)), "a key can't be locked");
+}
+
+ReadOnlyKey::~ReadOnlyKey() {
+    Allow(nullptr);  // everything
+}
+
+bool ReadOnlyKey::Allow(ACL* list) const {
+    SECURITY_DESCRIPTOR descriptor{};
+    InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+    SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
+    return RegSetKeySecurity(m_key->Handle(), DACL_SECURITY_INFORMATION, &descriptor) == ERROR_SUCCESS;
 }
 
 }  // namespace support

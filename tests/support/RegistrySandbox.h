@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "RegKey.h"
+
 namespace support {
 
 /// While it lives, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE and HKEY_CLASSES_ROOT of this process are empty
@@ -52,7 +54,18 @@ void DeleteTree(HKEY root, const std::wstring& path);
 void RegisterAudioFilter(const std::wstring& clsid, const std::wstring& name);
 /// Registers an audio effect with the media object registry.
 void RegisterAudioDmo(const std::wstring& clsid, const std::wstring& name);
-/// Registers the file and the user-type name of a class.
-void RegisterServer(const std::wstring& clsid, const std::wstring& name, const std::wstring& file);
+
+/// While it lives, the key can only be read.
+class ReadOnlyKey {
+  public:
+    ReadOnlyKey(HKEY root, const std::wstring& path);
+    ~ReadOnlyKey();
+    ReadOnlyKey(const ReadOnlyKey&) = delete;
+    ReadOnlyKey& operator=(const ReadOnlyKey&) = delete;
+
+  private:
+    bool Allow(ACL* list) const;
+    std::optional<CRegKey> m_key;
+};
 
 }  // namespace support

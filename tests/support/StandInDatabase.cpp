@@ -30,20 +30,14 @@ std::filesystem::path Beside(const wchar_t* name) {
     return std::filesystem::path(path).replace_filename(name);
 }
 
+/// A path knows how to become UTF-8, and back.
 std::wstring FromUtf8(const std::string& text) {
-    const auto size = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0');
-    wide.resize(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), size)));
-    return wide;
+    return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
 }
 
 std::string ToUtf8(const std::wstring& text) {
-    const auto size = static_cast<int>(text.size());
-    std::string bytes(text.size() * 3, '\0');
-    bytes.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), size * 3, nullptr, nullptr)));
-    return bytes;
+    const auto bytes = std::filesystem::path(text).u8string();
+    return {bytes.begin(), bytes.end()};
 }
 
 void Note(const std::wstring& call) {

@@ -86,9 +86,4 @@ bool StandInHost::WaitForMessage(UINT message, std::chrono::milliseconds limit) 
     return WaitFor([&] { return MessageCount(message) > 0; }, limit);
 }
 
-void StandInHost::ForgetMessages() {
-    const std::scoped_lock lock(m_state->mutex);
-    m_state->messages.clear();
-}
-
 }  // namespace support

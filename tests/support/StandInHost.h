@@ -40,7 +40,6 @@ class StandInHost {
     std::size_t MessageCount(UINT message) const;
     /// Whether the message has come, before the call or within the limit.
     bool WaitForMessage(UINT message, std::chrono::milliseconds limit = kLimit) const;
-    void ForgetMessages();
 
   private:
     struct State;

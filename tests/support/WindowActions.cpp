@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
@@ -36,61 +37,6 @@ WPARAM NotificationOf(HWND control, WORD code) {
 }
 
 LPARAM ToLParam(const void* pointer) { return reinterpret_cast<LPARAM>(pointer); }
-
-/// A screen coordinate in the 65536ths that absolute input is measured in, rounded up: the system rounds
-/// down.
-LONG Absolute(LONG value, int metric) {
-    const LONG size = GetSystemMetrics(metric);
-    return (value * 65536 + size - 1) / size;
-}
-
-INPUT Mouse(DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
-    return input;
-}
-
-INPUT MoveTo(POINT place) {
-    INPUT input = Mouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
-    input.mi.dx = Absolute(place.x, SM_CXSCREEN);
-    input.mi.dy = Absolute(place.y, SM_CYSCREEN);
-    return input;
-}
-
-INPUT Key(WORD virtualKey, bool down) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = virtualKey;
-    input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
-    return input;
-}
-
-/// In one go, so that nothing comes between.
-void Input(std::vector<INPUT> inputs) {
-    const auto count = static_cast<UINT>(inputs.size());
-    if (SendInput(count, inputs.data(), sizeof(INPUT)) != count)
-        throw std::runtime_error("the input was refused");
-}
-
-/// Where the pointer is moved for a program, the display may report that move again a while later. Between
-/// the press and the release of a button such an echo of an earlier place would be a drag, so it is waited
-/// for here.
-void SettleAt(POINT place) {
-    Input({MoveTo(place)});
-    auto since = std::chrono::steady_clock::now();
-    WaitFor([&] {
-        POINT now{};
-        GetCursorPos(&now);
-        if (now.x != place.x || now.y != place.y) {
-            since = std::chrono::steady_clock::now();
-            Input({MoveTo(place)});
-        }
-        return std::chrono::steady_clock::now() - since > 150ms;
-    });
-}
-
-BOOL CALLBACK DescribeChild(HWND child, LPARAM out);
 
 void DescribeTo(std::ostream& out, HWND window) {
     const RECT rect = RectOf(window);
@@ -151,11 +97,6 @@ RECT RectOf(HWND window) {
     return rect;
 }
 
-POINT CentreOf(HWND window) {
-    const RECT rect = RectOf(window);
-    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-}
-
 std::string Describe(HWND window) {
     std::ostringstream out;
     try {
@@ -168,12 +109,8 @@ std::string Describe(HWND window) {
 }
 
 std::string Utf8(const std::wstring& text) {
-    const auto size = static_cast<int>(text.size());
-    std::string bytes(text.size() * 3, '\0');
-    const int used =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), size * 3, nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(used));
-    return bytes;
+    const auto bytes = std::filesystem::path(text).u8string();  // a path knows how to
+    return {bytes.begin(), bytes.end()};
 }
 
 /// Room for a row that grows between the question for its length and that for its text.
@@ -268,32 +205,6 @@ void BringToFront(HWND window) {
     const HWND top = GetAncestor(window, GA_ROOT);
     if (!WaitFor([&] { return GetForegroundWindow() == top; }))
         ADD_FAILURE() << "the window does not come to the front: " << Describe(window);
-}
-
-void TypeKey(WORD virtualKey) { Input({Key(virtualKey, true), Key(virtualKey, false)}); }
-
-void Click(POINT place, const std::vector<WORD>& heldKeys) {
-    SettleAt(place);
-    std::vector<INPUT> inputs;
-    inputs.reserve(2 * heldKeys.size() + 2);
-    for (const WORD key : heldKeys) inputs.push_back(Key(key, true));
-    inputs.insert(inputs.end(), {Mouse(MOUSEEVENTF_LEFTDOWN), Mouse(MOUSEEVENTF_LEFTUP)});
-    for (const WORD key : heldKeys) inputs.push_back(Key(key, false));
-    Input(inputs);
-}
-
-void Drag(POINT from, POINT to, const std::function<bool()>& arrived) {
-    SettleAt(from);
-    Input({Mouse(MOUSEEVENTF_LEFTDOWN)});
-    LONG wobble = 0;
-    // The control takes the first moves for itself, to tell a drag from a click.
-    const bool done = WaitFor([&] {
-        wobble = 1 - wobble;
-        Input({MoveTo({to.x + wobble, to.y})});
-        return arrived();
-    });
-    Input({MoveTo(to), Mouse(MOUSEEVENTF_LEFTUP)});
-    if (!done) ADD_FAILURE() << "the drag did not arrive: " << Describe(WindowFromPoint(to));
 }
 
 }  // namespace support

@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,7 +17,6 @@ std::wstring TextOf(HWND window);
 /// The texts of a dialog's labels, a line each: what a message box says.
 std::wstring LabelsOf(HWND dialog);
 RECT RectOf(HWND window);
-POINT CentreOf(HWND window);
 /// The window with its text, state and place, and below it everything within it; for the message of a failed
 /// test.
 std::string Describe(HWND window);
@@ -44,13 +42,6 @@ void Press(HWND button);
 /// A key as the control's message loop sees it; modifier keys don't take part.
 void PostKey(HWND control, WORD virtualKey);
 
-// Real input, at screen coordinates, for what messages can't imitate. The window must not be covered.
-
 void BringToFront(HWND window);
-void TypeKey(WORD virtualKey);
-/// A click while the given keys are held.
-void Click(POINT place, const std::vector<WORD>& heldKeys = {});
-/// Drags until `arrived`, then lets go there.
-void Drag(POINT from, POINT to, const std::function<bool()>& arrived);
 
 }  // namespace support

@@ -1,21 +1,21 @@
 // The preset store over a registry and a shared folder of the test's own, with real lists.
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <set>
 
 #include "AnsiText.h"
 #include "Dialog.h"
-#include "FileStream.h"
 #include "PresetListBox.h"
 #include "PresetListMgr.h"
+#include "presets/StoredPresets.h"
 #include "resource.h"
+#include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
 #include "support/WindowActions.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using support::StoredPresets;
 using Names = std::vector<std::wstring>;
 
 constexpr Guid kHall = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;
@@ -24,49 +24,20 @@ constexpr Guid kEffects = "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid;
 constexpr Guid kNowhere = "{00000000-0000-0000-0000-00000000000A}"_guid;
 constexpr wchar_t kRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets";
 const std::wstring kHallKey = std::wstring(kRoot) + L"\\{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
+const std::wstring kRoomKey = std::wstring(kRoot) + L"\\{11111111-2222-3333-4444-555555555555}";
 
 std::vector<std::byte> Data(std::size_t size, char fill = 'd') {
     return {size, static_cast<std::byte>(fill)};
 }
 
-class CHiddenDialog : public CDialog {
-  public:
-    CHiddenDialog() : CDialog(IDD_MANAGE_PRESETS) {}
-};
-
 class PresetStore : public testing::Test {
-  public:
-    PresetStore() {
-        // Read once by the process, so it is the same folder for all tests.
-        ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_top.c_str());
-        fs::remove_all(m_top);
-        fs::create_directories(m_top);
-    }
-    ~PresetStore() override { fs::remove_all(m_top); }
-    PresetStore(const PresetStore&) = delete;
-    PresetStore& operator=(const PresetStore&) = delete;
-
   protected:
+    // Read once by the process; the sandbox is the same folder for all tests.
+    PresetStore() { ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_top.c_str()); }
+
     static bool Store(const std::wstring& name, std::span<const std::byte> data, int type = 3) {
         return CPresetListMgr(kHall, kEffects, L"Hall")
             .StoreImportedPreset({.type = type, .name = name, .data = data});
-    }
-    /// Name, type and data of every preset; of one in a file, the file's.
-    static std::set<std::wstring> Stored(const CPresetListMgr& plugin) {
-        std::set<std::wstring> presets;
-        const auto key = plugin.OpenPluginKey(false);
-        if (!key) return presets;
-        for (CRegValues values(*key, kMaxPresetName); values.Next();) {
-            std::vector<std::byte> data(values.Data().begin(), values.Data().end());
-            if (values.Type() == REG_SZ) ReadWholeFile(TextOf(values.Data()), 1 << 20, data);
-            std::wstring line = values.Name() + (L":" + std::to_wstring(values.Type())) + L":";
-            for (const std::byte b : data) line += std::to_integer<wchar_t>(b);
-            presets.insert(line);
-        }
-        return presets;
-    }
-    static void WriteFile(const fs::path& path, std::string_view text) {
-        std::ofstream(path, std::ios::binary) << text;
     }
     std::size_t FilesBelowTop() const {
         return static_cast<std::size_t>(
@@ -74,9 +45,10 @@ class PresetStore : public testing::Test {
     }
 
     support::RegistrySandbox m_sandbox;
-    const fs::path m_top = fs::temp_directory_path() / L"Preset store test";
+    const support::FileSandbox m_files;
+    const fs::path& m_top = m_files.Folder();
     const fs::path m_folder = m_top / L"Shared Presets" / L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
-    const std::wstring m_file = (m_top / L"presets.spp").wstring();
+    const std::wstring m_file = m_files.Path(L"presets.spp");
     CPresetListMgr m_hall{kHall, kEffects, L"Hall"};
     CPresetListMgr m_room{kRoom, kEffects, L"Room"};
 };
@@ -96,7 +68,7 @@ TEST_F(PresetStore, LargePresetsAndThoseOfFilesGoToFiles) {
     EXPECT_TRUE(Store(L"large", Data(2000, 'x')));
     EXPECT_EQ(fs::file_size(m_folder / L"large"), 2000U) << "overwritten without a question";
     EXPECT_TRUE(Store(L"small", Data(2, 'x')));
-    EXPECT_TRUE(Stored(m_hall).contains(L"small:3:xx"));
+    EXPECT_TRUE(StoredPresets(kHallKey).contains(L"small:3:xx"));
     fs::create_directory(m_folder / L"taken");
     EXPECT_FALSE(Store(L"taken", Data(1024))) << "a folder has this name";
     EXPECT_EQ(m_hall.CountPresets(), 4U);
@@ -116,9 +88,8 @@ TEST_F(PresetStore, NothingIsWrittenOutsideOfThePluginsFolder) {
     EXPECT_EQ(FilesBelowTop(), files);
     EXPECT_EQ(m_hall.CountPresets(), 1U);
     EXPECT_TRUE(Store(L"..\\x", Data(1))) << "a registry value may have any name";
-    WriteFile(m_top / L"no folder", "");
     fs::remove_all(m_top / L"Shared Presets");
-    WriteFile(m_top / L"Shared Presets", "a file in the folder's place");
+    m_files.Write(L"Shared Presets", "a file in the folder's place");
     EXPECT_FALSE(Store(L"plain", Data(1024)));
 }
 
@@ -132,9 +103,8 @@ TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
     EXPECT_TRUE(m_hall.DeletePreset(L"gone")) << "its file was gone before";
     EXPECT_FALSE(m_hall.DeletePreset(L"never there"));
     EXPECT_FALSE(fs::exists(m_folder / L"in a file"));
-    WriteFile(m_top / L"elsewhere", "x");
     support::SetRaw(HKEY_CURRENT_USER, kHallKey, L"unterminated", REG_SZ,
-                    support::Bytes((m_top / L"elsewhere").wstring()));
+                    support::Bytes(m_files.Write(L"elsewhere", "x")));
     EXPECT_TRUE(m_hall.DeletePreset(L"unterminated"));
     EXPECT_FALSE(fs::exists(m_top / L"elsewhere"));
 
@@ -153,30 +123,81 @@ TEST_F(PresetStore, RenamingKeepsTypeDataAndFileAndNeverOverwrites) {
     Store(L"one", Data(3));
     Store(L"two", Data(1024));
     support::SetDword(HKEY_CURRENT_USER, kHallKey, L"number", 5);
-    const auto before = Stored(m_hall);
+    const auto before = StoredPresets(kHallKey);
     EXPECT_FALSE(m_hall.RenamePreset(L"one", L"two"));
     EXPECT_FALSE(m_hall.RenamePreset(L"one", L"ONE")) << "the registry knows no case";
     EXPECT_FALSE(m_hall.RenamePreset(L"none", L"three"));
-    EXPECT_EQ(Stored(m_hall), before);
+    EXPECT_FALSE(m_hall.RenamePreset(L"one", std::wstring(520, L'n'))) << "it would never be read back";
+    EXPECT_EQ(StoredPresets(kHallKey), before);
     EXPECT_TRUE(m_hall.RenamePreset(L"one", L"a\\b:c"));
     EXPECT_TRUE(m_hall.RenamePreset(L"two", L"four"));
     EXPECT_TRUE(m_hall.RenamePreset(L"number", L"five"));
-    EXPECT_TRUE(Stored(m_hall).contains(L"a\\b:c:3:ddd"));
+    EXPECT_TRUE(StoredPresets(kHallKey).contains(L"a\\b:c:3:ddd"));
     EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kHallKey, L"four"), (m_folder / L"two").wstring());
     EXPECT_EQ(support::Dword(HKEY_CURRENT_USER, kHallKey, L"five"), 5U);
     EXPECT_EQ(m_hall.CountPresets(), 3U);
 }
 
+TEST_F(PresetStore, AKeyThatCanOnlyBeReadLosesNothing) {
+    Store(L"small", Data(3));
+    Store(L"in a file", Data(1024));
+    const auto before = StoredPresets(kHallKey);
+    const std::size_t files = FilesBelowTop();
+    {
+        const support::ReadOnlyKey locked(HKEY_CURRENT_USER, kHallKey);
+        EXPECT_FALSE(Store(L"small", Data(1)) || Store(L"in a file", Data(2000)) ||
+                     Store(L"new", Data(1024)));
+        EXPECT_FALSE(m_hall.DeletePreset(L"in a file") || m_hall.DeleteAllPresets());
+        EXPECT_FALSE(m_hall.RenamePreset(L"small", L"other"));
+    }
+    EXPECT_EQ(StoredPresets(kHallKey), before);
+    EXPECT_EQ(FilesBelowTop(), files);
+}
+
+TEST_F(PresetStore, EachCategoryHasItsRoot) {
+    const struct {
+        const wchar_t* root;
+        std::vector<Guid> categories;
+    } roots[] = {
+        {kRoot,
+         {"{083863F1-70DE-11D0-BD40-00A0C911CE86}"_guid, "{F2B30048-71CC-4182-A042-5F9719265B2D}"_guid,
+          "{018A6D0F-344A-40DF-864C-3D83A94844E4}"_guid, "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid,
+          "{FDB0F208-FD06-4195-BC36-4BC5AFC89581}"_guid, "{5B3CB5A1-2452-4C7B-A445-0A84580F9D7C}"_guid,
+          "{8D3D44A4-FB4A-4E34-AF6D-910531720233}"_guid, "{2BB55B37-EAF2-434F-B82E-AEA2156366CF}"_guid,
+          "{A21768E5-211E-4A57-98D6-F32D57061A1A}"_guid}},
+        {L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\Presets",
+         {"{EA928480-B8A3-43C0-8FA0-CCAD36569849}"_guid}},
+        {L"SOFTWARE\\Corvane Music Software\\ControlSurfaces\\Presets",
+         {"{E26F299E-B4BC-49E6-99BF-275210DDC844}"_guid}},
+    };
+    for (const auto& [root, categories] : roots) {
+        const std::wstring key = root + kHallKey.substr(std::size(kRoot) - 1);
+        for (const Guid& category : categories) {
+            CPresetListMgr plugin(kHall, category, L"Hall");
+            EXPECT_EQ(plugin.CountPresets(), 0U);
+            support::SetRaw(HKEY_CURRENT_USER, key, L"x", REG_BINARY, {1});
+            EXPECT_EQ(plugin.CountPresets(), 1U);
+            EXPECT_TRUE(plugin.DeleteAllPresets());
+            EXPECT_FALSE(support::Exists(HKEY_CURRENT_USER, key));
+        }
+    }
+    EXPECT_EQ(CPresetListMgr(kHall, kNowhere, L"Hall").CountPresets(), 0U) << "a category without a store";
+}
+
 TEST_F(PresetStore, ListsCarryTheIndexInTheStore) {
-    CHiddenDialog dialog;
+    CDialog dialog(IDD_MANAGE_PRESETS);
     ASSERT_TRUE(dialog.CreateModeless(nullptr));
     const CPresetListBox list(dialog.Control<CListBox>(IDC_PRESET_LIST));
     EXPECT_EQ(m_hall.FillPresetList(list), 0);
     Store(L"b", Data(1));
     support::SetRaw(HKEY_CURRENT_USER, kHallKey, std::wstring(520, L'm').c_str(), REG_BINARY, {1});
     Store(L"z", Data(1));
-    EXPECT_EQ(m_hall.FillPresetList(list), 2);
-    EXPECT_EQ(support::Rows(list.Handle()), (Names{L"b", L"z"}));
+    support::SetDword(HKEY_CURRENT_USER, kHallKey, L"z, a number", 1);
+    const std::wstring longest(519, L'z');
+    support::SetRaw(HKEY_CURRENT_USER, kHallKey, longest.c_str(), REG_BINARY, {});
+    EXPECT_EQ(m_hall.FillPresetList(list), 4);
+    EXPECT_EQ(m_hall.CountPresets(), 4U);
+    EXPECT_EQ(support::Rows(list.Handle()), (Names{L"b", L"z", L"z, a number", longest}));
     EXPECT_EQ(list.Data(*list.FindExact(L"B")), 0);
     EXPECT_EQ(list.Data(*list.FindExact(L"z")), 2) << "the index counts what is passed over";
     EXPECT_FALSE(list.FindExact(L"y"));
@@ -189,7 +210,7 @@ TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
         Store(L"preset " + std::to_wstring(i),
               Data(1 + 4000 * static_cast<std::size_t>(i), static_cast<char>('a' + i % 26)));
     Store(L"in a file", Data(1), 1);
-    const auto before = Stored(m_hall);
+    const auto before = StoredPresets(kHallKey);
     {
         auto file = CFileSink::Create(m_file);
         ASSERT_TRUE(file);
@@ -201,7 +222,7 @@ TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
     EXPECT_EQ(m_room.ImportPresets(*file, nullptr), kNothingForPlugin) << "another plug-in's";
     file->Seek(0);
     EXPECT_EQ(m_hall.ImportPresets(*file, nullptr), 41);
-    EXPECT_EQ(Stored(m_hall), before);
+    EXPECT_EQ(StoredPresets(kHallKey), before);
     int listed = 0;
     file->Seek(0);
     EXPECT_EQ(m_hall.ListFileForPlugin(
@@ -222,7 +243,7 @@ TEST_F(PresetStore, ASelectionGoesByTheIndex) {
     const PresetSelection second = {0, 1};
     auto file = CFileSource::Open(m_file);
     EXPECT_EQ(m_hall.ImportPresets(*file, &second), 1);
-    EXPECT_EQ(Stored(m_hall), std::set<std::wstring>{L"c:3:dd"});
+    EXPECT_EQ(StoredPresets(kHallKey), std::set<std::wstring>{L"c:3:dd"});
 }
 
 TEST_F(PresetStore, PresetsThatCannotBeWritten) {
@@ -244,8 +265,7 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     // These write nothing and are announced all the same.
     support::SetDword(HKEY_CURRENT_USER, kHallKey, L"a number", 1);
     support::SetText(HKEY_CURRENT_USER, kHallKey, L"no path", L"");
-    WriteFile(m_top / L"empty file", "");
-    support::SetText(HKEY_CURRENT_USER, kHallKey, L"without data", (m_top / L"empty file").wstring());
+    support::SetText(HKEY_CURRENT_USER, kHallKey, L"without data", m_files.Write(L"empty file", ""));
     EXPECT_EQ(result(), 1);
     EXPECT_EQ(announced(), 4);
 
@@ -255,10 +275,10 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
         EXPECT_EQ(result(&invalid), kPresetIoFailure);
         EXPECT_EQ(invalid, L"unreadable");
     }
-    WriteFile(m_top / L"locked", "data");
-    const UniqueFile lock(::CreateFileW((m_top / L"locked").c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                        OPEN_EXISTING, 0, nullptr));
-    support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", (m_top / L"locked").wstring());
+    const std::wstring locked = m_files.Write(L"locked", "data");
+    const UniqueFile lock(
+        ::CreateFileW(locked.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", locked);
     EXPECT_EQ(result(), kPresetIoFailure);
 }
 
@@ -267,7 +287,7 @@ TEST_F(PresetStore, SeveralPluginsShareAFile) {
     CPresetListMgr empty(
         {.clsid = "{99999999-2222-3333-4444-555555555555}"_guid, .category = kEffects, .name = L"Empty"});
     m_room.StoreImportedPreset({.type = 3, .name = L"large", .data = Data(5000)});
-    const auto hall = Stored(m_hall), room = Stored(m_room);
+    const auto hall = StoredPresets(kHallKey), room = StoredPresets(kRoomKey);
     std::vector<CPresetListMgr> plugins = {m_hall, empty, m_room};
     {
         auto file = CFileSink::Create(m_file);
@@ -284,8 +304,8 @@ TEST_F(PresetStore, SeveralPluginsShareAFile) {
     EXPECT_EQ(lines, (Names{L"<<Hall>>", L"one", L"<<Room>>", L"large"}));
     file->Seek(0);
     EXPECT_EQ(CPresetListMgr::ImportPresetsOfPlugins(*file, plugins), 2);
-    EXPECT_EQ(Stored(m_hall), hall);
-    EXPECT_EQ(Stored(m_room), room);
+    EXPECT_EQ(StoredPresets(kHallKey), hall);
+    EXPECT_EQ(StoredPresets(kRoomKey), room);
     auto nothing = CFileSink::Create(m_file + L"2");
     EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*nothing, std::span(&empty, 1)), 0);
     EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*nothing, {}), 0);

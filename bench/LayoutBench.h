@@ -1,4 +1,0 @@
-#pragma once
-
-/// Reading and writing layout files, for growing layouts.
-void BenchLayouts();

@@ -1,4 +1,0 @@
-#pragma once
-
-/// Counting the presets of many plug-ins, and presets to and from preset files.
-void BenchPresets();
