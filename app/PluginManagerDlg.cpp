@@ -362,6 +362,13 @@ void CPluginManagerDlg::OnOK() {
     End(IDOK);
 }
 
+void CPluginManagerDlg::OnCancel() {
+    m_tree.CancelDrag();
+    // Under a host the question comes when the window goes, whoever closes it.
+    if (!m_host.WasGiven() && m_files.AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    End(IDCANCEL);
+}
+
 void CPluginManagerDlg::OnDestroy() {
     if (m_app.CmdLine().registerOnly) return;
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);

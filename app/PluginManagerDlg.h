@@ -44,6 +44,7 @@ class CPluginManagerDlg : public CDialog {
     bool OnInitDialog() override;
     bool PreTranslate(const MSG& message) override;
     void OnOK() override;
+    void OnCancel() override;
 
     bool OnSysCommand(UINT command);
     bool OnPaint();

@@ -259,6 +259,18 @@ TEST_F(LayoutFiles, OpensFilesByDialogAndByCommandLine) {
     EXPECT_EQ(m_program->Close(), 0U);
 }
 
+TEST_F(LayoutFiles, ClosingAsksAboutAnUnsavedLayout) {
+    Start();
+    Modify();
+    m_program->Press(IDC_CLOSE);
+    Answer(L"\"<Unnamed Layout>\"", IDCANCEL);
+    EXPECT_TRUE(m_program->IsRunning());
+    EXPECT_EQ(Items(), 1);
+    m_program->Press(IDC_CLOSE);
+    Answer(L"\"<Unnamed Layout>\"", IDNO);
+    EXPECT_EQ(m_program->WaitForExit(), 0U);
+}
+
 TEST_F(LayoutFiles, DeletesTheFileAndStartsANewLayout) {
     Start();
     Pick(L"One");
