@@ -12,7 +12,7 @@ std::size_t IndexOf(int id) {
 
 /// Every control at a place of its own, so that a mixed-up rule shows.
 RecordedGeometry Recorded() {
-    RecordedGeometry geometry{{}, {1000, 600}};
+    RecordedGeometry geometry{{}, {1000, 600}, {6, 13}};
     int n = 0;
     for ([[maybe_unused]] const int id : PlacedControls()) {
         geometry.places.push_back({10 + n, 20 + n, 60 + n, 40 + n});

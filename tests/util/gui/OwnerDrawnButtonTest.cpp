@@ -176,7 +176,7 @@ TEST_F(OwnerDrawnButton, ForgetsTheControlThatGoesFirst) {
 }
 
 TEST(LayoutImages, GreyMeansNotInstalledInEveryPlaceOfTheList) {
-    const UniqueImageList list = BuildLayoutImageList();
+    const UniqueImageList list = BuildLayoutImageList(USER_DEFAULT_SCREEN_DPI);
     ASSERT_EQ(::ImageList_GetImageCount(list.Get()), kLayoutImageCount);
     for (int category = 0; category <= 10; ++category) {
         LayoutItem item = NewPlugin();
