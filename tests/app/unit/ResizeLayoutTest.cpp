@@ -25,6 +25,19 @@ TEST(ResizeLayout, TheSizeItWasRecordedAtChangesNothing) {
     EXPECT_EQ(PlaceControls(Recorded(), {1000, 600}), Recorded().places);
 }
 
+TEST(ResizeLayout, OtherUnitsScaleWhatWasRecordedAndBackAgain) {
+    // Columns by half as much again, rows to twice; nearest, and the same size wherever it lies.
+    EXPECT_EQ(Scaled(Rect{-5, 3, 6, 10}, {6, 13}, {9, 26}), (Rect{-8, 6, 9, 20}));
+    EXPECT_EQ(Scaled(Rect{1, 0, 12, 1}, {6, 13}, {9, 13}).Width(),
+              Scaled(Rect{2, 0, 13, 1}, {6, 13}, {9, 13}).Width());
+    const RecordedGeometry larger = InUnits(Recorded(), {9, 26});
+    EXPECT_EQ(larger.client, (Size{1500, 1200}));
+    EXPECT_EQ(PlaceControls(larger, larger.client), larger.places);
+    const RecordedGeometry back = InUnits(larger, {6, 13});
+    EXPECT_EQ(back.places, Recorded().places);
+    EXPECT_EQ(back.client, Recorded().client);
+}
+
 TEST(ResizeLayout, ControlsFollowTheirEdges) {
     const auto was = Recorded().places;
     const auto now = PlaceControls(Recorded(), {1100, 650});

@@ -95,14 +95,4 @@ TEST_F(FullTextTip, KnowsFieldsThatCannotBeEditedAndLabelsThatEndInDots) {
     EXPECT_EQ(Shown(), L"") << "a field for writing";
 }
 
-TEST_F(FullTextTip, StaysOnTheScreen) {
-    ::SetWindowPos(m_dialog.Handle(), nullptr, ::GetSystemMetrics(SM_CXSCREEN) - 300, 50, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    m_dialog.Item(IDC_FILENAME).SetText(std::wstring(100, L'm'));
-    RestOn(m_dialog.Item(IDC_FILENAME).Handle(), {3, 3});
-    ASSERT_TRUE(Tip());
-    EXPECT_LE(support::RectOf(Tip()).right, ::GetSystemMetrics(SM_CXSCREEN));
-    EXPECT_GE(support::RectOf(Tip()).left, 0);
-}
-
 }  // namespace
