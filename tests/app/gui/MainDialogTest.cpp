@@ -115,6 +115,20 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     EXPECT_EQ(TreeIconSize(), iconsBefore);
 }
 
+TEST_F(MainDialog, AsAChildItTakesItsParentsScaleWithoutBeingGivenAPlace) {
+    const Size sizeBefore = WindowSize();
+    const int iconsBefore = TreeIconSize();
+    const Rect buttonBefore = m_dialog.Item(IDC_EXCLUDE).WindowRect();
+    ComeToScreenOf(kLarger, SizeWantedAt(kLarger));
+    ASSERT_NE(TreeIconSize(), iconsBefore);
+    // The window itself has been at the usual scale all the time, and that is what is asked for now.
+    m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
+    EXPECT_EQ(TreeIconSize(), iconsBefore);
+    EXPECT_EQ(MinimumSize(), sizeBefore);
+    EXPECT_EQ(m_dialog.Item(IDC_EXCLUDE).WindowRect().Width(), buttonBefore.Width());
+    EXPECT_EQ(WindowSize(), sizeBefore);
+}
+
 bool IsShown(HWND control) { return (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
 
 /// What a screen reader says of a control: its own text or, where that is its content, the label before it.
