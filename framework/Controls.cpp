@@ -41,7 +41,7 @@ std::vector<int> CListBox::SelectedRows() const {
 }
 
 void CListBox::FitScrollWidth() const {
-    LONG widest = 0;
+    int widest = 0;
     {
         const CClientDC dc(*this);
         const CSelectedFont font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
@@ -49,11 +49,12 @@ void CListBox::FitScrollWidth() const {
             const std::wstring text = RowText(row);
             SIZE extent{};
             ::GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &extent);
-            widest = std::max(widest, extent.cx);
+            widest = std::max(widest, static_cast<int>(extent.cx));
         }
     }
-    constexpr LONG kMargins = 4;
-    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + kMargins));
+    constexpr int kMargins = 4;
+    widest += kMargins;
+    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest));
 }
 
 std::wstring CComboBox::RowText(int row) const {
