@@ -18,16 +18,16 @@ Size ClientSize(const CDialog& dialog) {
 
 }  // namespace
 
-void RecordPlacement(const CDialog& dialog) {
+void RecordPlacement(const CDialog& dialog, Size units) {
     if (g_recorded) return;
-    g_recorded = RecordedGeometry{{}, ClientSize(dialog)};
+    g_recorded = RecordedGeometry{{}, ClientSize(dialog), units};
     for (const int id : PlacedControls())
         g_recorded->places.push_back(dialog.Item(id).RectIn(dialog.Handle()));
 }
 
-void ApplyPlacement(const CDialog& dialog) {
+void ApplyPlacement(const CDialog& dialog, Size units) {
     if (!g_recorded) return;
-    const auto places = PlaceControls(*g_recorded, ClientSize(dialog));
+    const auto places = PlaceControls(InUnits(*g_recorded, units), ClientSize(dialog));
     {
         CGeometryBatch batch(kExpectedControls);
         for (std::size_t i = 0; i < places.size(); ++i) {

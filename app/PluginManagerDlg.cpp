@@ -3,6 +3,7 @@
 #include "AboutDlg.h"
 #include "ControlPlacement.h"
 #include "DialogHelp.h"
+#include "Dpi.h"
 #include "HelpTopics.h"
 #include "PluginManagerApp.h"
 #include "ProgramPath.h"
@@ -79,6 +80,11 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
         R::OnMessage<WM_SIZE, &Frame::OnSize>(),
         R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
+        R::OnMessage<WM_GETDPISCALEDSIZE, &Frame::OnScaledSize>(),
+        R::OnMessage<WM_DPICHANGED, &Frame::OnDpiChanged>(),
+        R::OnMessage<WM_DPICHANGED_AFTERPARENT, &Frame::OnParentScaled>(),
+        R::OnMessage<WM_SYSCOLORCHANGE, &Frame::OnColoursChanged>(),
+        R::OnMessage<WM_SETTINGCHANGE, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
         R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
         R::OnNotify<TTN_GETDISPINFOW, &Frame::OnNeedTipText>(),
@@ -147,13 +153,14 @@ bool CPluginManagerDlg::OnInitDialog() {
     const CWaitCursor wait;
     SetText(LoadText(IDS_TITLE) + L" x64");
     AddSystemCommands();
+    m_scale.Attach(m_hwnd);
     m_tips.Create(m_hwnd);
     for (const Tip& tip : kTips) m_tips.Add(Item(tip.control).Handle());
     const Rect opening = WindowRect();
     m_minimum = {opening.Width(), opening.Height()};
     SetIcons();
-    RecordPlacement(*this);
-    ApplyPlacement(*this);
+    RecordPlacement(*this, m_scale.Units());
+    ApplyPlacement(*this, m_scale.Units());
     m_tools = VstToolPaths::Read(m_vstKey.path);
 
     m_tree.OnInitDialog();
@@ -188,12 +195,16 @@ void CPluginManagerDlg::AddSystemCommands() {
 }
 
 void CPluginManagerDlg::SetIcons() {
-    m_icon =
-        LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
-    m_smallIcon = LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetrics(SM_CXSMICON),
-                                   ::GetSystemMetrics(SM_CYSMICON));
-    Send(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_icon.Get()));
-    Send(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.Get()));
+    const auto load = [dpi = m_scale.Dpi()](int width, int height) {
+        return LoadIconResource(IDI_PLUGIN_MANAGER, SystemMetric(width, dpi), SystemMetric(height, dpi));
+    };
+    UniqueIcon icon = load(SM_CXICON, SM_CYICON);
+    UniqueIcon smallIcon = load(SM_CXSMICON, SM_CYSMICON);
+    Send(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon.Get()));
+    Send(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon.Get()));
+    // The old ones go when the window has the new ones.
+    m_icon = std::move(icon);
+    m_smallIcon = std::move(smallIcon);
 }
 
 void CPluginManagerDlg::SetHelpNumbers() const {
@@ -259,6 +270,7 @@ void CPluginManagerDlg::Dock() {
     if (::MonitorFromWindow(m_host.Handle(), MONITOR_DEFAULTTONEAREST) != primary) {
         ::SetWindowPos(m_hwnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
+    OnParentScaled();
 }
 
 void CPluginManagerDlg::Float() {
@@ -268,6 +280,7 @@ void CPluginManagerDlg::Float() {
     ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_CHILD}) | WS_POPUP);
     // A new parent takes the old coordinates for its own; on the screen the dialog stays where it was.
     ::SetWindowPos(m_hwnd, HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE);
+    OnParentScaled();
 }
 
 bool CPluginManagerDlg::OnPaint() {
@@ -283,11 +296,47 @@ bool CPluginManagerDlg::OnPaint() {
 }
 
 void CPluginManagerDlg::OnSize(Size /*client*/) {
-    if (::GetWindow(m_hwnd, GW_CHILD)) ApplyPlacement(*this);
+    if (::GetWindow(m_hwnd, GW_CHILD)) ApplyPlacement(*this, m_scale.Units());
 }
 
 void CPluginManagerDlg::OnSizing(UINT edge, RECT& proposed) {
     proposed = ToSystem(HoldMinimumSize(static_cast<SizingEdge>(edge), FromSystem(proposed), m_minimum));
+}
+
+void CPluginManagerDlg::OnScaledSize(UINT dpi, SIZE& window) {
+    const Size size = m_scale.SizeAt(dpi, {WindowRect().Width(), WindowRect().Height()});
+    window = {size.width, size.height};
+}
+
+void CPluginManagerDlg::OnDpiChanged(UINT dpi, const RECT& place) {
+    ScaleTo(dpi);
+    const Rect window = FromSystem(place);
+    ::SetWindowPos(m_hwnd, nullptr, window.left, window.top, window.Width(), window.Height(),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// A child window is told of no place; and one that gets another parent takes the parent's scale untold.
+void CPluginManagerDlg::OnParentScaled() {
+    const UINT dpi = DpiOf(m_hwnd);
+    if (dpi == m_scale.Dpi()) return;
+    const Size size = m_scale.SizeAt(dpi, {WindowRect().Width(), WindowRect().Height()});
+    ScaleTo(dpi);
+    ::SetWindowPos(m_hwnd, nullptr, 0, 0, size.width, size.height,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CPluginManagerDlg::ScaleTo(UINT dpi) {
+    m_minimum = m_scale.SizeAt(dpi, m_minimum);
+    m_scale.ChangeTo(dpi);
+    m_toolbar.LoadImages(dpi);
+    m_tree.Layout().LoadImages(dpi);
+    SetIcons();
+}
+
+// The system tells the outermost window only, and the common controls rely on being told by that.
+void CPluginManagerDlg::OnColoursChanged() {
+    m_tree.Layout().Tree().Send(WM_SYSCOLORCHANGE);
+    ::RedrawWindow(m_hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "Dialog.h"
+#include "DialogScale.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
 #include "FriendlyNameView.h"
@@ -53,6 +54,10 @@ class CPluginManagerDlg : public CDialog {
     int OnVKeyToItem(UINT key, HWND list);
     void OnSize(Size client);
     void OnSizing(UINT edge, RECT& proposed);
+    void OnDpiChanged(UINT dpi, const RECT& place);
+    void OnScaledSize(UINT dpi, SIZE& window);
+    void OnParentScaled();
+    void OnColoursChanged();
     void OnTimer(UINT_PTR timer);
     void OnHelp() const;
     void OnExclude();
@@ -65,6 +70,7 @@ class CPluginManagerDlg : public CDialog {
     void AddSystemCommands();
     void SetIcons();
     void SetHelpNumbers() const;
+    void ScaleTo(UINT dpi);
     void FirstFill();
     bool StartsDocked() const;
     void Dock();
@@ -77,6 +83,7 @@ class CPluginManagerDlg : public CDialog {
     const ManagerSettings m_settings;
     UniqueIcon m_icon;
     UniqueIcon m_smallIcon;
+    CDialogScale m_scale;
     Size m_minimum;
     CToolTips m_tips;
 

@@ -143,6 +143,13 @@ bool DragsTop(SizingEdge edge) {
 
 std::span<const int> PlacedControls() { return kPlacedControls; }
 
+RecordedGeometry InUnits(RecordedGeometry recorded, Size units) {
+    for (Rect& place : recorded.places) place = Scaled(place, recorded.units, units);
+    recorded.client = Scaled(recorded.client, recorded.units, units);
+    recorded.units = units;
+    return recorded;
+}
+
 std::vector<Rect> PlaceControls(const RecordedGeometry& recorded, Size client) {
     std::vector<Rect> placed = recorded.places;
     const auto shiftOf = [&](const AxisRule& rule, int Rect::*end) {

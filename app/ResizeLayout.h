@@ -9,11 +9,16 @@
 /// The controls that are placed, in the order of all rectangles below.
 std::span<const int> PlacedControls();
 
-/// Places of the controls in client coordinates, and the size of the client area in which they stood there.
+/// Places of the controls in client coordinates, the size of the client area in which they stood there, and
+/// the dialog units that both came from.
 struct RecordedGeometry {
     std::vector<Rect> places;
     Size client;
+    Size units;
 };
+
+/// What would have been recorded with other dialog units.
+RecordedGeometry InUnits(RecordedGeometry recorded, Size units);
 
 /// The places of the controls in a client area of another size.
 std::vector<Rect> PlaceControls(const RecordedGeometry& recorded, Size client);

@@ -1,5 +1,6 @@
 #include "Controls.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -37,6 +38,23 @@ std::vector<int> CListBox::SelectedRows() const {
     const int got = SendInt(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
     rows.resize(got < 0 ? 0U : static_cast<std::size_t>(got));
     return rows;
+}
+
+void CListBox::FitScrollWidth() const {
+    int widest = 0;
+    {
+        const CClientDC dc(*this);
+        const CSelectedFont font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+        for (int row = 0; row < Count(); ++row) {
+            const std::wstring text = RowText(row);
+            SIZE extent{};
+            ::GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &extent);
+            widest = std::max(widest, static_cast<int>(extent.cx));
+        }
+    }
+    constexpr int kMargins = 4;
+    widest += kMargins;
+    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest));
 }
 
 std::wstring CComboBox::RowText(int row) const {

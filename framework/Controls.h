@@ -56,6 +56,9 @@ class CListBox : public CWindow {
     void Select(int row, bool selected = true) const { Send(LB_SETSEL, selected, row); }
     int SelectedCount() const { return SendInt(LB_GETSELCOUNT); }
     std::vector<int> SelectedRows() const;
+
+    /// Lets a box with a scroll bar for it move sideways as far as its longest row.
+    void FitScrollWidth() const;
 };
 
 class CComboBox : public CWindow {

@@ -79,7 +79,10 @@ void CDialog::RunLoop() {
 bool CDialog::Translate(MSG& message) {
     if (!m_hwnd) return false;
     const bool ours = message.hwnd == m_hwnd || ::IsChild(m_hwnd, message.hwnd);
-    const bool swallowed = ours && Guarded([&] { return PreTranslate(message); });
+    const bool swallowed = ours && Guarded([&] {
+                               m_fullText.Relay(m_hwnd, message);
+                               return PreTranslate(message);
+                           });
     return swallowed || !m_hwnd || ::IsDialogMessageW(m_hwnd, &message);
 }
 

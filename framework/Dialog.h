@@ -6,6 +6,7 @@
 #include <span>
 
 #include "Controls.h"
+#include "FullTextTip.h"
 #include "Routes.h"
 
 /// A dialog class gives its route table and overrides what it needs of the rest. While
@@ -56,6 +57,7 @@ class CDialog : public CWindow {
     Answer DispatchRoutes(UINT message, UINT code, UINT id, WPARAM wParam, LPARAM lParam);
     void RunLoop();
 
+    CFullTextTip m_fullText;
     UINT m_templateId;
     INT_PTR m_result = -1;
     bool m_modal = false;

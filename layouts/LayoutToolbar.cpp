@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Dpi.h"
 #include "Resources.h"
 #include "resource.h"
 
@@ -31,14 +32,19 @@ UINT BitmapFor(const ToolbarButton& button, UINT dpi) {
 }  // namespace
 
 void CLayoutToolbar::OnInitDialog() {
-    const UINT dpi = ::GetDpiForSystem();
     for (std::size_t i = 0; i < kButtons.size(); ++i) {
         CXButtonXP& button = m_buttons[i];
         button.ShowText(false);
-        button.SetImage(LoadAlphaBitmap(BitmapFor(kButtons[i], dpi)));
         button.Attach(m_dialog.Item(kButtons[i].id).Handle());
     }
     m_label.Attach(m_dialog.Item(IDC_LAYOUT_LABEL).Handle());
+    LoadImages(DpiOf(m_dialog.Handle()));
+}
+
+void CLayoutToolbar::LoadImages(UINT dpi) {
+    for (std::size_t i = 0; i < kButtons.size(); ++i) {
+        m_buttons[i].SetImage(LoadAlphaBitmap(BitmapFor(kButtons[i], dpi)));
+    }
 }
 
 bool CLayoutToolbar::OnDrawItem(const DRAWITEMSTRUCT& item) {

@@ -14,6 +14,8 @@ class CLayoutToolbar {
     explicit CLayoutToolbar(CDialog& dialog) : m_dialog(dialog) {}
 
     void OnInitDialog();
+    /// Bitmaps for the screen's scale.
+    void LoadImages(UINT dpi);
     /// False when the item is none of these buttons.
     bool OnDrawItem(const DRAWITEMSTRUCT& item);
 

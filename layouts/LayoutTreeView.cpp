@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "AccessibleName.h"
 #include "MessageCaption.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"
@@ -50,6 +51,8 @@ void CLayoutTreeView::OnInitDialog() {
     ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_tree.Send(WM_SETFONT, static_cast<WPARAM>(m_dialog.Send(WM_GETFONT)));
+    // The layout list stands between the tree and the label that is meant for both.
+    SetAccessibleName(tree, m_dialog.Item(IDC_LAYOUT_LABEL).Text());
     m_layout.Clear();
 }
 

@@ -10,6 +10,14 @@ namespace {
 /// Text of an item that is drawn in grey.
 constexpr COLORREF kGreyText = RGB(0xCD, 0xCD, 0xCD);
 
+/// That grey is too faint for users who asked the system for contrast.
+COLORREF GreyText() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    const bool known = ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE;
+    return known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? ::GetSysColor(COLOR_GRAYTEXT) : kGreyText;
+}
+
 bool IsDown(int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; }
 
 /// Keys that move the caret.
@@ -118,7 +126,7 @@ bool CTreeCtrlEx::RowOf(HTREEITEM item, RECT& row) const {
 LRESULT CTreeCtrlEx::OnCustomDraw(const NMTVCUSTOMDRAW& draw, COLORREF& text) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     const bool drawsItem = draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT;
-    if (drawsItem && m_hooks.isGrey(reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec))) text = kGreyText;
+    if (drawsItem && m_hooks.isGrey(reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec))) text = GreyText();
     return CDRF_DODEFAULT;
 }
 
@@ -153,6 +161,13 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_KEYDOWN:
             if (OnKeyDown(static_cast<UINT>(wParam))) return 0;
+            break;
+        case WM_SYSKEYDOWN:
+            // What the menu key does, on keyboards without it.
+            if (wParam == VK_F10 && IsDown(VK_SHIFT)) {
+                NotifyKey(VK_APPS);
+                return 0;
+            }
             break;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
@@ -215,9 +230,13 @@ void CTreeCtrlEx::PressOnSelected(HTREEITEM item, POINT client) {
     if ((flags & TVHT_ONITEMLABEL) == 0) return;
     // A click: the selection shrinks to the item, and its label is edited as after a second click.
     SelectOnly(item);
-    NMTVKEYDOWN key{};
-    key.wVKey = VK_F2;
-    NotifyParent(key.hdr, TVN_KEYDOWN);
+    NotifyKey(VK_F2);
+}
+
+void CTreeCtrlEx::NotifyKey(WORD key) const {
+    NMTVKEYDOWN pressed{};
+    pressed.wVKey = key;
+    NotifyParent(pressed.hdr, TVN_KEYDOWN);
 }
 
 void CTreeCtrlEx::NotifyParent(NMHDR& header, UINT code) const {

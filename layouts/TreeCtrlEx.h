@@ -15,7 +15,7 @@ class CTreeCtrlEx : public CTreeView {
   public:
     /// What the tree asks of and tells its owner.
     struct Hooks {
-        std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in light grey
+        std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in grey
         std::function<void(bool)> onLeftPress;  // true: the left button went down, false: that is dealt with
     };
 
@@ -67,6 +67,7 @@ class CTreeCtrlEx : public CTreeView {
     void SelectRange(HTREEITEM from, HTREEITEM to) const;
     bool IsBefore(HTREEITEM a, HTREEITEM b) const;
     UINT State(HTREEITEM item) const;
+    void NotifyKey(WORD key) const;
     void NotifyParent(NMHDR& header, UINT code) const;
 
     Hooks m_hooks;

@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "Dpi.h"
 #include "LayoutImageList.h"
 
 namespace {
@@ -79,10 +80,15 @@ void CTreeCtrlWrapper::Clear() {
     m_tree.Delete(TVI_ROOT);
     m_entries.clear();
     m_records.clear();
-    if (!m_images)
-        m_images = BuildLayoutImageList();  // once: reading 25 icons takes longer than most layouts
-    m_tree.SetImages(m_images.Get());
+    // Once: reading 25 icons takes longer than most layouts.
+    if (!m_images) LoadImages(DpiOf(m_tree.Handle()));
     m_modified = false;
+}
+
+void CTreeCtrlWrapper::LoadImages(UINT dpi) {
+    UniqueImageList images = BuildLayoutImageList(dpi);
+    m_tree.SetImages(images.Get());
+    m_images = std::move(images);  // the old list goes when the tree has the new one
 }
 
 std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {

@@ -48,6 +48,8 @@ class CTreeCtrlWrapper {
     HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
     /// Removes all items; the layout then is not modified.
     void Clear();
+    /// Images for the screen's scale.
+    void LoadImages(UINT dpi);
 
     // Walking, in display order.
     HTREEITEM FirstTopLevel() const { return m_tree.Root(); }

@@ -12,6 +12,7 @@ void CExportPresetsDlg::OnInitDone() {
     }
     const CRedrawLock noRedraw(List());
     if (Plugin().FillPresetList(List()) > 0) SelectAll();
+    List().FitScrollWidth();
 }
 
 bool CExportPresetsDlg::OnFileOk() {

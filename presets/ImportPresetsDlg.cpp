@@ -38,6 +38,7 @@ void CImportPresetsDlg::ShowPreview(const std::wstring& path) {
     const int presets = file ? FillPreview(*file) : 0;
     SelectAllButton().Enable(presets > 0);
     if (presets > 0) SelectAll();
+    List().FitScrollWidth();
 }
 
 bool CImportPresetsDlg::OnFileOk() {

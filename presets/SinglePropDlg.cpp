@@ -1,5 +1,6 @@
 #include "SinglePropDlg.h"
 
+#include "Dpi.h"
 #include "PromptLayout.h"
 #include "Resources.h"
 #include "resource.h"
@@ -22,7 +23,7 @@ TextMeasures Measure(const CDialog& dialog, const std::wstring& text) {
         measures.averageCharacter = static_cast<int>(metrics.tmAveCharWidth);
         measures.lineHeight = static_cast<int>(metrics.tmHeight + metrics.tmExternalLeading);
     }
-    const UniqueFont plain(::CreateFontW(-::MulDiv(8, ::GetDeviceCaps(dc.Get(), LOGPIXELSY), 72), 0, 0, 0,
+    const UniqueFont plain(::CreateFontW(-::MulDiv(8, static_cast<int>(DpiOf(dialog.Handle())), 72), 0, 0, 0,
                                          FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                                          CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
                                          L"MS Sans Serif"));

@@ -1,5 +1,6 @@
 #include "LayoutImageList.h"
 
+#include "Dpi.h"
 #include "Resources.h"
 #include "resource.h"
 
@@ -38,9 +39,9 @@ constexpr int kGrowth = 10;
 
 }  // namespace
 
-UniqueImageList BuildLayoutImageList() {
-    const int width = ::GetSystemMetrics(SM_CXSMICON);
-    const int height = ::GetSystemMetrics(SM_CYSMICON);
+UniqueImageList BuildLayoutImageList(UINT dpi) {
+    const int width = SystemMetric(SM_CXSMICON, dpi);
+    const int height = SystemMetric(SM_CYSMICON, dpi);
     UniqueImageList list(::ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, kInitialSize, kGrowth));
     for (const UINT id : kIcons) {
         const UniqueIcon icon = LoadIconResource(id, width, height);

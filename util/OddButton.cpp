@@ -38,6 +38,13 @@ Answer COddButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_LBUTTONDBLCLK:
             if (m_toggles) Send(BM_SETSTATE, m_toggled);
             return 0;
+        case WM_KEYDOWN:
+            // The dialog leaves Enter to a control that wants all keys, and a push button takes only the
+            // space bar.
+            if (wParam != VK_RETURN) return std::nullopt;
+            Default(WM_KEYDOWN, VK_SPACE);
+            Default(WM_KEYUP, VK_SPACE);
+            return 0;
         case WM_ENABLE:
             SetHot(false);  // a disabled button hears nothing of the mouse any more
             return std::nullopt;

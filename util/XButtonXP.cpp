@@ -95,7 +95,8 @@ int CXButtonXP::ThemeState(const Look& look) const {
 void CXButtonXP::DrawClassicFrame(HDC dc, Look& look) const {
     RECT rect = ToSystem(look.place);
     if (look.focused && !(IsToggleButton() && look.pressed)) {
-        ::FrameRect(dc, &rect, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+        // Black, unless the user's colours are light on dark.
+        ::FrameRect(dc, &rect, ::GetSysColorBrush(COLOR_BTNTEXT));
         ::InflateRect(&rect, -1, -1);
         look.place = FromSystem(rect);
     }

@@ -12,7 +12,7 @@ std::size_t IndexOf(int id) {
 
 /// Every control at a place of its own, so that a mixed-up rule shows.
 RecordedGeometry Recorded() {
-    RecordedGeometry geometry{{}, {1000, 600}};
+    RecordedGeometry geometry{{}, {1000, 600}, {6, 13}};
     int n = 0;
     for ([[maybe_unused]] const int id : PlacedControls()) {
         geometry.places.push_back({10 + n, 20 + n, 60 + n, 40 + n});
@@ -23,6 +23,19 @@ RecordedGeometry Recorded() {
 
 TEST(ResizeLayout, TheSizeItWasRecordedAtChangesNothing) {
     EXPECT_EQ(PlaceControls(Recorded(), {1000, 600}), Recorded().places);
+}
+
+TEST(ResizeLayout, OtherUnitsScaleWhatWasRecordedAndBackAgain) {
+    // Columns by half as much again, rows to twice; nearest, and the same size wherever it lies.
+    EXPECT_EQ(Scaled(Rect{-5, 3, 6, 10}, {6, 13}, {9, 26}), (Rect{-8, 6, 9, 20}));
+    EXPECT_EQ(Scaled(Rect{1, 0, 12, 1}, {6, 13}, {9, 13}).Width(),
+              Scaled(Rect{2, 0, 13, 1}, {6, 13}, {9, 13}).Width());
+    const RecordedGeometry larger = InUnits(Recorded(), {9, 26});
+    EXPECT_EQ(larger.client, (Size{1500, 1200}));
+    EXPECT_EQ(PlaceControls(larger, larger.client), larger.places);
+    const RecordedGeometry back = InUnits(larger, {6, 13});
+    EXPECT_EQ(back.places, Recorded().places);
+    EXPECT_EQ(back.client, Recorded().client);
 }
 
 TEST(ResizeLayout, ControlsFollowTheirEdges) {

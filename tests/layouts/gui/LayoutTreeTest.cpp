@@ -16,6 +16,7 @@ class LayoutTree : public testing::Test {
       public:
         CHiddenDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
         CLayoutTreeView* m_view = nullptr;
+        WORD m_key = 0;  // the last one that the tree told of
         template <typename T>
         T& View() {
             return *m_view;
@@ -30,9 +31,11 @@ class LayoutTree : public testing::Test {
                 R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
                 R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
                 R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),
+                R::OnNotify<TVN_KEYDOWN, &CHiddenDialog::OnKey>(IDC_LAYOUT_TREE),
             };
             return kRoutes;
         }
+        void OnKey(const NMTVKEYDOWN& key) { m_key = key.wVKey; }
     };
 
     void SetUp() override {
@@ -280,6 +283,43 @@ TEST_F(LayoutTree, ButtonsFollowTheSelection) {
     EXPECT_FALSE(IsEnabled(IDC_MOVE_UP) || IsEnabled(IDC_MOVE_DOWN));
     Select({L"a", L"b"});
     EXPECT_FALSE(IsEnabled(IDC_PROMOTE)) << "one of them is in no folder";
+}
+
+TEST_F(LayoutTree, AButtonThatGoesGreyLeavesTheKeyboardToTheTree) {
+    Build(L"a");
+    Tree().SelectOnly(Item(L"a"));
+    m_dialog.Item(IDC_REMOVE).Focus();
+    ASSERT_TRUE(m_dialog.Item(IDC_REMOVE).HasFocus());
+    m_view.OnRemove();
+    EXPECT_TRUE(Tree().HasFocus());
+}
+
+TEST_F(LayoutTree, ShiftF10IsTheMenuKey) {
+    BYTE keys[256]{};
+    ::GetKeyboardState(keys);
+    for (const BYTE shift : {BYTE{0x80}, BYTE{0}}) {
+        keys[VK_SHIFT] = shift;
+        ::SetKeyboardState(keys);
+        m_dialog.m_key = 0;
+        Tree().Send(WM_SYSKEYDOWN, VK_F10);
+        EXPECT_EQ(m_dialog.m_key == VK_APPS, shift != 0);
+    }
+}
+
+TEST_F(LayoutTree, OnlyMissingPluginsAreDrawnInGrey) {
+    Build(L"F(a,b),-");
+    Layout().Change(Item(L"a"), [](LayoutItem& record) { record.installed = true; });
+    const auto colourOf = [this](HTREEITEM item) {
+        NMTVCUSTOMDRAW draw{};
+        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+        draw.nmcd.dwItemSpec = reinterpret_cast<DWORD_PTR>(item);
+        draw.clrText = RGB(1, 2, 3);
+        m_view.OnCustomDraw(draw);
+        return draw.clrText;
+    };
+    EXPECT_EQ(colourOf(Item(L"b")), RGB(0xCD, 0xCD, 0xCD));
+    for (const HTREEITEM other : {Item(L"a"), Item(L"F"), Last(nullptr)})
+        EXPECT_EQ(colourOf(other), RGB(1, 2, 3));
 }
 
 TEST_F(LayoutTree, ClickingSelectsAsInAList) {

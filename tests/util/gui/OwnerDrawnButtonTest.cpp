@@ -169,6 +169,33 @@ TEST_F(OwnerDrawnButton, WantsEveryKeyButTab) {
     EXPECT_NE(m_button.Send(WM_GETDLGCODE) & DLGC_WANTALLKEYS, 0);
 }
 
+TEST_F(OwnerDrawnButton, EnterPressesItAsTheSpaceBarDoes) {
+    class CCountingDialog : public CDialog {
+      public:
+        CCountingDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
+        int m_clicks = 0;
+
+      private:
+        std::span<const CRoute> Routes() const override {
+            using R = CRoutesOf<CCountingDialog>;
+            static constexpr CRoute kRoutes[] = {
+                R::OnCommand<BN_CLICKED, &CCountingDialog::OnClick>(IDC_LAYOUT_DELETE)};
+            return kRoutes;
+        }
+        void OnClick() { ++m_clicks; }
+    };
+    CCountingDialog dialog;
+    ASSERT_TRUE(dialog.CreateModeless(nullptr));
+    m_button.Attach(dialog.Item(IDC_LAYOUT_DELETE).Handle());
+    m_button.Focus();
+    for (const int key : {VK_RETURN, VK_SPACE}) {
+        dialog.m_clicks = 0;
+        m_button.Send(WM_KEYDOWN, static_cast<WPARAM>(key));
+        m_button.Send(WM_KEYUP, static_cast<WPARAM>(key));
+        EXPECT_EQ(dialog.m_clicks, 1) << key;
+    }
+}
+
 TEST_F(OwnerDrawnButton, ForgetsTheControlThatGoesFirst) {
     ::DestroyWindow(m_button.Handle());
     EXPECT_EQ(m_button.Handle(), nullptr);
@@ -176,7 +203,7 @@ TEST_F(OwnerDrawnButton, ForgetsTheControlThatGoesFirst) {
 }
 
 TEST(LayoutImages, GreyMeansNotInstalledInEveryPlaceOfTheList) {
-    const UniqueImageList list = BuildLayoutImageList();
+    const UniqueImageList list = BuildLayoutImageList(USER_DEFAULT_SCREEN_DPI);
     ASSERT_EQ(::ImageList_GetImageCount(list.Get()), kLayoutImageCount);
     for (int category = 0; category <= 10; ++category) {
         LayoutItem item = NewPlugin();

@@ -1,0 +1,34 @@
+// Texts that their controls cut off, shown whole.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+/// Where the mouse rests on a row of a list box, a read-only field or a label that shows not all of its text,
+/// the whole text appears in its place. For one dialog; it follows the dialog's messages, not its controls:
+/// a control that is subclassed takes longer to fill.
+class CFullTextTip {
+  public:
+    /// Sees each message that was posted to the dialog or one of its controls.
+    void Relay(HWND dialog, const MSG& message);
+
+  private:
+    struct Place {
+        HWND control = nullptr;  // null: nothing that could be cut off
+        int row = 0;             // of a list box
+        friend bool operator==(const Place&, const Place&) = default;
+    };
+
+    static Place PlaceAt(HWND dialog, const MSG& move);
+    static std::wstring TextAt(const Place& place, RECT& shown);
+    void OnMove(HWND dialog, const MSG& move);
+    void Show(HWND dialog);
+    void Hide();
+    void Create(HWND dialog);
+    void Activate(HWND dialog, bool shown) const;
+
+    HWND m_tip = nullptr;  // ends with the dialog that owns it
+    HWND m_dialog = nullptr;
+    Place m_place;
+};

@@ -1,0 +1,10 @@
+// Names for those who hear the screen instead of seeing it.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+/// Names a control that has neither a text of its own nor a label directly before it. A mnemonic in the name
+/// is left out.
+void SetAccessibleName(HWND control, const std::wstring& name);
