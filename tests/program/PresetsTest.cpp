@@ -61,6 +61,10 @@ class ProgramPresets : public testing::Test {
         ASSERT_TRUE(WaitFor([&] { return fs::file_size(m_file, notYet) > 0 && !notYet; }))
             << m_program->OnScreen();
     }
+    /// A file that could not be written whole is deleted after the message about it.
+    bool WaitForNoFile() const {
+        return WaitFor([&] { return !fs::exists(m_file); });
+    }
     /// A message box of the program with this text in it, answered.
     void Answer(const std::wstring& text, int button = IDOK) const {
         const HWND box = m_program->WaitForPopup(L"Plug-in Manager");
@@ -162,12 +166,12 @@ TEST_F(ProgramPresets, AFailureIsReportedAndLosesNothing) {
     Select(PresetList(saving), {});
     Confirm(saving);
     Answer(L"An I/O error occured while saving the presets. (1)");
-    EXPECT_FALSE(fs::exists(m_file)) << "no preset was chosen";
+    EXPECT_TRUE(WaitForNoFile()) << "no preset was chosen";
     SetText(HKEY_CURRENT_USER, kReverbKey, L"Without a file", L"C:\\no such folder\\x");
     Confirm(Open(IDC_EXPORT, L"Export Presets For: "));
     Answer(L"The preset  'Without a file' may be invalid.");
     Answer(L"An I/O error occured while saving the presets. (1)");
-    EXPECT_FALSE(fs::exists(m_file));
+    EXPECT_TRUE(WaitForNoFile());
     CRegKey::Open(HKEY_CURRENT_USER, kReverbKey, KEY_WRITE)->DeleteValue(L"Without a file");
     Confirm(Open(IDC_EXPORT, L"Export Presets For: "));
     WaitForFile();
