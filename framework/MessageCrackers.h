@@ -46,6 +46,9 @@ Answer CallPlain(auto&& handler) {
 Answer Call(Of<WM_DESTROY>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_CAPTURECHANGED>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<kPutOff>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
+Answer Call(Of<WM_DPICHANGED_AFTERPARENT>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
+Answer Call(Of<WM_SYSCOLORCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
+Answer Call(Of<WM_SETTINGCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 
 /// handler(POINT client)
 Answer CallAt(auto&& handler, LPARAM lParam) {
@@ -73,32 +76,16 @@ Answer Call(Of<WM_SIZING>, auto&& handler, WPARAM wParam, LPARAM lParam) {
 }
 
 /// handler(UINT dpi, const RECT& place): what the system proposes for the window at the new scale
-template <>
-struct Cracker<WM_DPICHANGED> {
-    static Answer Call(auto&& handler, WPARAM wParam, LPARAM lParam) {
-        handler(UINT{HIWORD(wParam)}, *reinterpret_cast<const RECT*>(lParam));
-        return 0;
-    }
-};
+Answer Call(Of<WM_DPICHANGED>, auto&& handler, WPARAM wParam, LPARAM lParam) {
+    handler(UINT{HIWORD(wParam)}, *reinterpret_cast<const RECT*>(lParam));
+    return 0;
+}
 
 /// handler(UINT dpi, SIZE& window): the size that the window wants at that scale
-template <>
-struct Cracker<WM_GETDPISCALEDSIZE> {
-    static Answer Call(auto&& handler, WPARAM wParam, LPARAM lParam) {
-        handler(static_cast<UINT>(wParam), *reinterpret_cast<SIZE*>(lParam));
-        return TRUE;
-    }
-};
-
-/// handler(): a child window's scale has followed its parent's
-template <>
-struct Cracker<WM_DPICHANGED_AFTERPARENT> : Cracker<WM_DESTROY> {};
-
-/// handler(): the user chose other colours or another contrast
-template <>
-struct Cracker<WM_SYSCOLORCHANGE> : Cracker<WM_DESTROY> {};
-template <>
-struct Cracker<WM_SETTINGCHANGE> : Cracker<WM_DESTROY> {};
+Answer Call(Of<WM_GETDPISCALEDSIZE>, auto&& handler, WPARAM wParam, LPARAM lParam) {
+    handler(static_cast<UINT>(wParam), *reinterpret_cast<SIZE*>(lParam));
+    return TRUE;
+}
 
 /// handler(const DRAWITEMSTRUCT& item) -> bool: drawn
 Answer Call(Of<WM_DRAWITEM>, auto&& handler, WPARAM, LPARAM lParam) {
