@@ -7,6 +7,7 @@
 
 namespace {
 
+using support::ReadOnlyKey;
 using support::SetDword;
 using support::SetText;
 using support::Text;
@@ -110,37 +111,6 @@ TEST_F(FriendlyNames, AFilterIsRenamedInAllPlacesThatAreThere) {
             << "the prefix is left to the host";
     }
 }
-
-/// While it lives, the key can only be read.
-class ReadOnlyKey {
-  public:
-    ReadOnlyKey(HKEY root, const std::wstring& path) {
-        ::RegOpenKeyExW(root, path.c_str(), 0, READ_CONTROL | WRITE_DAC, &m_key);
-        alignas(ACL) BYTE list[128];
-        BYTE everyone[SECURITY_MAX_SID_SIZE];
-        DWORD size = sizeof everyone;
-        ::CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size);
-        ::InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION);
-        ::AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, KEY_READ, everyone);
-        Allow(reinterpret_cast<ACL*>(list));
-    }
-    ~ReadOnlyKey() {
-        Allow(nullptr);  // everything
-        ::RegCloseKey(m_key);
-    }
-    ReadOnlyKey(const ReadOnlyKey&) = delete;
-    ReadOnlyKey& operator=(const ReadOnlyKey&) = delete;
-
-  private:
-    void Allow(ACL* list) const {
-        SECURITY_DESCRIPTOR descriptor{};
-        ::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-        ::SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
-        if (::RegSetKeySecurity(m_key, DACL_SECURITY_INFORMATION, &descriptor) != ERROR_SUCCESS)
-            ADD_FAILURE() << "the key can't be locked";
-    }
-    HKEY m_key = nullptr;
-};
 
 TEST_F(FriendlyNames, AFilterThatRefusesItsNameKeepsItEverywhere) {
     CreateFilterKeys();
