@@ -9,6 +9,7 @@
 Target amd64-unicode
 Unicode true
 SetCompressor /SOLID lzma
+SetDateSave off  ; the pictures' times are those of a checkout
 ManifestDPIAware true
 ManifestSupportedOS all
 ManifestLongPathAware true
@@ -179,6 +180,7 @@ Section
     Call RemoveCopyInOtherFolder
 
     SetOutPath $INSTDIR
+    SetDateSave on
     File "${FILES}\${PROGRAM}"
     File "${FILES}\${HELP_FILE}"
     File "${FILES}\LICENSE.txt"

@@ -117,9 +117,11 @@ has_program_files() {
     [ -e "$folder/Uninstall.exe" ]
 }
 
+# As after another checkout, whose files have other times.
 same_bytes_again() {
     cp "$package/SHA256SUMS" "$work/SHA256SUMS"
     rm -f "$bin/PluginManager.exe" "$bin/PluginManager.chm"
+    touch "$root/packaging"/* "$root/LICENSE" "$root/res"/*.ico
     "$root/scripts/package.sh" && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
 }
 
