@@ -112,7 +112,9 @@ prefix_recipe() {
 }
 
 stop_prefix() {
-    [ ! -d "$1" ] || WINEPREFIX=$1 wineserver -k || true
+    [ -d "$1" ] || return 0
+    WINEPREFIX=$1 wineserver -k || true
+    WINEPREFIX=$1 wineserver -w  # what it ends may still write into the folder
 }
 
 # fresh_prefix DIR: a new prefix with a virtual desktop, taken into use; one left from an earlier run is ended.
