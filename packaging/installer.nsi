@@ -26,13 +26,16 @@ ManifestLongPathAware true
 
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
+AllowSkipFiles off  ; a file that can't be written is a failure
 BrandingText "${PRODUCT} ${VERSION}"
 
 ; Administrators are asked for their rights; other users install for themselves.
 !define MULTIUSER_EXECUTIONLEVEL Highest
 !define MULTIUSER_MUI
 !define MULTIUSER_USE_PROGRAMFILES64
-!define MULTIUSER_INSTALLMODE_INSTDIR "${PRODUCT}"
+; Not the title of the program's window: a window of the desktop that shows a folder has the folder's name, and the
+; program would take it for a running copy of itself.
+!define MULTIUSER_INSTALLMODE_INSTDIR "Corvane Plugin Manager"
 !define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_KEY "${UNINSTALL_KEY}"
 !define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_VALUENAME "InstallLocation"
 !define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "${UNINSTALL_KEY}"
@@ -90,21 +93,28 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "LegalCopyright" "Copyright © 2026 ${AUTH
 VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductName" "${PRODUCT}"
 VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
 
-; The file of a running program can't be opened for writing.
+; The file in $1, which can't be opened for writing while it is in use.
 !macro WAIT_UNTIL_CLOSED prefix
-    Function ${prefix}WaitUntilClosed
+    Function ${prefix}WaitUntilFileIsClosed
       again:
-        ${IfNot} ${FileExists} "$INSTDIR\${PROGRAM}"
+        ${IfNot} ${FileExists} $1
             Return
         ${EndIf}
         ClearErrors
-        FileOpen $0 "$INSTDIR\${PROGRAM}" a
+        FileOpen $0 $1 a
         ${IfNot} ${Errors}
             FileClose $0
             Return
         ${EndIf}
         MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(PROGRAM_IS_RUNNING)" /SD IDCANCEL IDRETRY again
         Abort "$(PROGRAM_IS_RUNNING)"
+    FunctionEnd
+
+    Function ${prefix}WaitUntilClosed
+        StrCpy $1 "$INSTDIR\${PROGRAM}"
+        Call ${prefix}WaitUntilFileIsClosed
+        StrCpy $1 "$INSTDIR\${HELP_FILE}"
+        Call ${prefix}WaitUntilFileIsClosed
     FunctionEnd
 !macroend
 !insertmacro WAIT_UNTIL_CLOSED ""
@@ -121,6 +131,10 @@ Var GivenFolder
 Function .onInit
     StrCpy $GivenFolder $INSTDIR  ; of /D=, else empty
     !insertmacro MULTIUSER_INIT
+    ${If} $MultiUser.Privileges == "Power"  ; has had no more rights than other users for long
+        StrCpy $MultiUser.Privileges "User"
+        Call MultiUser.InstallMode.CurrentUser
+    ${EndIf}
     ${GetParameters} $0
     ClearErrors
     ${GetOptions} $0 "/CurrentUser" $1
@@ -166,6 +180,7 @@ Function RemoveCopyInOtherFolder
         Return
     ${EndIf}
     ; With "_?=" it works in place, so that its end can be waited for, but can't remove itself.
+    StrCpy $1 2  ; left alone when it can't be started
     ExecWait '"$0\${UNINSTALLER}" /S _?=$0' $1
     ${If} $1 <> 0
         Abort "$(PROGRAM_IS_RUNNING)"
@@ -177,9 +192,16 @@ FunctionEnd
 Section
     Call AskBeforeDowngrade
     Call WaitUntilClosed
+    SetOutPath $INSTDIR
+    ; Before an old copy goes, the new one must have a place.
+    ClearErrors
+    FileOpen $0 "$INSTDIR\${UNINSTALLER}" a
+    ${If} ${Errors}
+        Abort
+    ${EndIf}
+    FileClose $0
     Call RemoveCopyInOtherFolder
 
-    SetOutPath $INSTDIR
     SetDateSave on
     File "${FILES}\${PROGRAM}"
     File "${FILES}\${HELP_FILE}"
@@ -198,8 +220,14 @@ Section
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoModify" 1
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
 
-    ; The host's Tools menu belongs to the machine: without the right to change that, nothing happens.
-    ExecWait '"$INSTDIR\${PROGRAM}" /Register'
+    ; The host's Tools menu belongs to the machine: without the right to change that, nothing happens. One user's copy
+    ; leaves the entry to another that is there.
+    ReadRegStr $0 HKLM "${TOOLS_MENU_KEY}\Plugin Manager" "ExePath"
+    ${If} $MultiUser.InstallMode != "CurrentUser"
+    ${OrIf} $0 == "$INSTDIR\${PROGRAM}"
+    ${OrIfNot} ${FileExists} $0
+        ExecWait '"$INSTDIR\${PROGRAM}" /Register'
+    ${EndIf}
 SectionEnd
 
 ; By the desktop, which has the user's own rights and not the installer's.
@@ -216,6 +244,11 @@ Function un.onInit
     ${ElseIf} $MultiUser.Privileges == "Admin"
         Call un.MultiUser.InstallMode.AllUsers
     ${Else}
+        ${IfNot} ${Silent}
+            ExecShell "runas" "$R0\${UNINSTALLER}"  ; asks for an administrator's rights
+            SetErrorLevel 2
+            Quit
+        ${EndIf}
         !insertmacro STOP_WITHOUT_RIGHTS
     ${EndIf}
     StrCpy $INSTDIR $R0

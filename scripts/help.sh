@@ -97,7 +97,7 @@ make_project() {
         printf 'main="%s","contents.hhc","index.hhk","%s","%s",,,,,0x41520,260,0x304e,[60,40,1140,780],,,,,,,0\n' \
             "$name" "$first" "$first"
         printf '%s\n' '' '[FILES]'
-        (cd "$project" && ls -- *.htm *.css *.png)
+        (cd "$project" && LC_ALL=C ls -- *.htm *.css *.png)
     } >"$project/help.hhp"
 }
 

@@ -5,7 +5,7 @@
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-packages=(g++-mingw-w64-x86-64-posix cmake ninja-build g++ googletest wine wine64 xvfb xauth xdotool imagemagick
+packages=(g++-mingw-w64-x86-64-posix cmake ninja-build g++ googletest wine wine64 xvfb imagemagick
     fonts-wine fonts-ipafont-gothic fonts-wqy-microhei fp-utils)
 for option in "$@"; do
     case $option in
@@ -29,7 +29,7 @@ done
 as_root=()
 if [ "$(id -u)" != 0 ]; then
     as_root=(sudo -n)
-    sudo -n true 2>/dev/null || die "these packages are missing and need root to install: ${missing[*]}"
+    sudo -n true 2>/dev/null || { [ -t 0 ] && sudo -v; } || die "these packages are missing and need root to install: ${missing[*]}"
 fi
 command -v apt-get >/dev/null || die "this is no Debian; these packages are missing: ${missing[*]}"
 

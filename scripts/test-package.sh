@@ -43,7 +43,7 @@ run_silently() {
     local program=$1
     shift
     # shellcheck disable=SC2048,SC2086
-    wine "$program" /S $*
+    timeout -k 10 120 wine "$program" /S $*
 }
 
 run_setup() {
@@ -91,11 +91,11 @@ same_as_before() {
 start_program() {
     wine "$1\\PluginManager.exe" >/dev/null 2>&1 </dev/null &
     program=$!
-    wine "$bin/window_probe.exe" --popup "$title"
+    timeout -k 10 60 wine "$bin/window_probe.exe" --popup "$title"
 }
 
 close_program() {
-    wine "$bin/window_probe.exe" --popup "$title" --close && wait "$program"
+    timeout -k 10 60 wine "$bin/window_probe.exe" --popup "$title" --close && wait "$program"
 }
 
 # Starts the uninstaller as Windows does, by its entry among the installed programs; its work goes on in a copy of it.
@@ -137,13 +137,17 @@ plant_user_work() {
 }
 
 test_all_users() {
-    local folder='C:\Program Files\Corvane Plug-in Manager'
+    local folder='C:\Program Files\Corvane Plugin Manager' own='C:\Own Tools'
     snapshot before
     check "silent, for all users" run_setup /AllUsers
     check "files" has_program_files "$folder"
     check "version among the installed programs" has_value "$machine\\$uninstall_key" DisplayVersion "$version"
     check "start menu" test -e "$(on_disk 'C:\ProgramData\Microsoft\Windows\Start Menu\Programs')/Corvane Plug-in Manager.lnk"
     check "Tools menu of the host" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
+    run_setup /CurrentUser "/D=$own"
+    check "one user's copy leaves the entry to that of all" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
+    check "silent removal of one user's copy" uninstall "$user" "$own"
+    check "and the entry is still there" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
     check "the program shows its window" start_program "$folder"
     check "the program closes" close_program
     check "silent removal" uninstall "$machine" "$folder"
@@ -154,6 +158,9 @@ test_one_user() {
     local folder='C:\Müsik Tools\プラグイン 1' moved='C:\Müsik Tools\プラグイン 2' other='C:\Other\PluginManager.exe'
     check "the user's work" plant_user_work
     snapshot before
+    mkdir -p "$(on_disk "$folder")/LICENSE.txt"
+    check "a file that can't be written ends it" ends_with 2 run_setup /CurrentUser "/D=$folder"
+    rm -r "$(on_disk "$folder")"
     check "silent, for one user, into a folder with blanks and foreign letters" run_setup /CurrentUser "/D=$folder"
     check "files there" has_program_files "$folder"
     check "Tools menu names the folder" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
