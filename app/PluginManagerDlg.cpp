@@ -80,6 +80,8 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
         R::OnMessage<WM_SIZE, &Frame::OnSize>(),
         R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
+        R::OnMessage<WM_GETMINMAXINFO, &Frame::OnLimits>(),
+        R::OnMessage<WM_QUERYENDSESSION, &Frame::OnQueryEndSession>(),
         R::OnMessage<WM_GETDPISCALEDSIZE, &Frame::OnScaledSize>(),
         R::OnMessage<WM_DPICHANGED, &Frame::OnDpiChanged>(),
         R::OnMessage<WM_DPICHANGED_AFTERPARENT, &Frame::OnParentScaled>(),
@@ -296,11 +298,16 @@ bool CPluginManagerDlg::OnPaint() {
 }
 
 void CPluginManagerDlg::OnSize(Size /*client*/) {
-    if (::GetWindow(m_hwnd, GW_CHILD)) ApplyPlacement(*this, m_scale.Units());
+    if (!::IsIconic(m_hwnd) && ::GetWindow(m_hwnd, GW_CHILD)) ApplyPlacement(*this, m_scale.Units());
 }
 
 void CPluginManagerDlg::OnSizing(UINT edge, RECT& proposed) {
     proposed = ToSystem(HoldMinimumSize(static_cast<SizingEdge>(edge), FromSystem(proposed), m_minimum));
+}
+
+/// For what resizes without dragging an edge.
+void CPluginManagerDlg::OnLimits(MINMAXINFO& limits) const {
+    limits.ptMinTrackSize = {m_minimum.width, m_minimum.height};
 }
 
 void CPluginManagerDlg::OnScaledSize(UINT dpi, SIZE& window) {
@@ -404,7 +411,7 @@ void CPluginManagerDlg::OnOK() {
     // Enter anywhere else than on the Close button must not close the dialog.
     if (!Item(IDC_CLOSE).HasFocus()) return;
     m_tree.CancelDrag();
-    if (m_files.AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    if (!MayClose()) return;
     // Kept: closing with OK does to the selected plug-ins what the Exclude or Enable button would do.
     m_exclusion.TogglePluginExclusion();
     m_host.Tell(kLayoutsChanged);
@@ -414,8 +421,19 @@ void CPluginManagerDlg::OnOK() {
 void CPluginManagerDlg::OnCancel() {
     m_tree.CancelDrag();
     // Under a host the question comes when the window goes, whoever closes it.
-    if (!m_host.WasGiven() && m_files.AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    if (!m_host.WasGiven() && !MayClose()) return;
     End(IDCANCEL);
+}
+
+bool CPluginManagerDlg::OnQueryEndSession() {
+    // A disabled dialog has a question open already.
+    return IsEnabled() ? MayClose() : !m_tree.Layout().IsModified();
+}
+
+bool CPluginManagerDlg::MayClose() {
+    const int answer = m_files.AskToSave(MB_YESNOCANCEL);
+    // Still modified after Yes: it could not be written, and what the tree holds is all there is.
+    return answer != IDCANCEL && !(answer == IDYES && m_tree.Layout().IsModified());
 }
 
 void CPluginManagerDlg::OnDestroy() {

@@ -54,6 +54,8 @@ class CPluginManagerDlg : public CDialog {
     int OnVKeyToItem(UINT key, HWND list);
     void OnSize(Size client);
     void OnSizing(UINT edge, RECT& proposed);
+    void OnLimits(MINMAXINFO& limits) const;
+    bool OnQueryEndSession();
     void OnDpiChanged(UINT dpi, const RECT& place);
     void OnScaledSize(UINT dpi, SIZE& window);
     void OnParentScaled();
@@ -69,6 +71,8 @@ class CPluginManagerDlg : public CDialog {
 
     void AddSystemCommands();
     void SetIcons();
+    /// Asks about an unsaved layout; false when the user keeps it, or it could not be saved.
+    bool MayClose();
     void SetHelpNumbers() const;
     void ScaleTo(UINT dpi);
     void FirstFill();

@@ -132,13 +132,15 @@ Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (message == WM_HELP) {
         // Served here, because a docked dialog's owner belongs to another program.
-        ShowHelpOn(static_cast<HWND>(reinterpret_cast<const HELPINFO*>(lParam)->hItemHandle));
+        const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
+        ShowHelpOn(help.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(help.hItemHandle) : m_hwnd);
         return TRUE;
     }
     if (message != WM_COMMAND) return DispatchRoutes(message, 0, kAnyControl, wParam, lParam);
 
     // The user can't work a disabled dialog, but another program's message, or the close key, still arrives.
-    if (!IsEnabled()) return 0;
+    // Under a docked dialog it is the host's window that a message box disables.
+    if (!IsEnabled() || !::IsWindowEnabled(::GetAncestor(m_hwnd, GA_ROOT))) return 0;
     const UINT id = LOWORD(wParam);
     const UINT code = HIWORD(wParam);
     if (const Answer answer = DispatchRoutes(message, code, id, wParam, lParam)) return answer;

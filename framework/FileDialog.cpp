@@ -90,7 +90,9 @@ std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM l
         return std::nullopt;
     }
     if (message == WM_HELP) {
-        ShowHelpOn(static_cast<HWND>(reinterpret_cast<const HELPINFO*>(lParam)->hItemHandle));
+        const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
+        ShowHelpOn(help.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(help.hItemHandle)
+                                                        : m_window.Handle());
         return TRUE;
     }
     if (message != WM_NOTIFY) return std::nullopt;

@@ -112,6 +112,13 @@ bool CLayoutDrag::IsDragged(HTREEITEM item) const {
     return item && std::ranges::find(m_items, static_cast<LayoutItemId>(Tree().Data(item))) != m_items.end();
 }
 
+bool CLayoutDrag::GoesAlong(HTREEITEM item) const {
+    for (; item; item = Tree().Parent(item)) {
+        if (IsDragged(item)) return true;
+    }
+    return false;
+}
+
 void CLayoutDrag::ScrollBeyond(POINT inTree) {
     const Rect client = Tree().ClientRect();
     if (inTree.y >= client.top && inTree.y < client.bottom) return;
@@ -179,15 +186,15 @@ HTREEITEM CLayoutDrag::MoveFirst(HTREEITEM item, HTREEITEM target) {
 void CLayoutDrag::Drop() {
     const auto target = reinterpret_cast<HTREEITEM>(Tree().Send(TVM_GETNEXTITEM, TVGN_DROPHILITE));
     const auto targetId = static_cast<LayoutItemId>(target ? Tree().Data(target) : 0);
-    const bool moves = m_image && !m_onItself && !IsDragged(target);
+    const bool moves = m_image && !m_onItself && !GoesAlong(target);
     End();
     if (!moves) return;
     const CRedrawLock noRedraw(Tree());
     HTREEITEM last = nullptr;
     for (const LayoutItemId id : m_items) {
-        // Handles change with every move, and what lies in a moved folder has moved with it.
+        // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
-        if (!item) continue;
+        if (!item || GoesAlong(Tree().Parent(item))) continue;
         last = last ? m_layout.MoveAfter(item, last) : MoveFirst(item, m_layout.HandleOf(targetId));
         Tree().SetSelected(last, false);
     }

@@ -31,6 +31,8 @@ class CLayoutDrag {
     void Highlight(POINT inTree);
     void ScrollBeyond(POINT inTree);
     bool IsDragged(HTREEITEM item) const;
+    /// The item, or a folder around it, is one of the dragged.
+    bool GoesAlong(HTREEITEM item) const;
     void End();
     DropFacts FactsOf(HTREEITEM target) const;
     HTREEITEM MoveFirst(HTREEITEM item, HTREEITEM target);

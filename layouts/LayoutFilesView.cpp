@@ -62,6 +62,7 @@ void CLayoutFilesView::OnInitDialog() {
 }
 
 int CLayoutFilesView::AskToSave(UINT buttons) {
+    if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);  // a close box takes no focus from the edit
     if (!m_tree.Layout().IsModified()) return IDNO;
     const std::wstring name = m_name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
     const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);

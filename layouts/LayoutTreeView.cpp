@@ -43,7 +43,7 @@ void CLayoutTreeView::OnInitDialog() {
                                  const LayoutItem* record = m_layout.Find(item);
                                  return record && record->kind == LayoutKind::Plugin && !record->installed;
                              },
-                         .onLeftPress =
+                         .onInput =
                              [this](bool down) {
                                  m_mayUpdate = !down && !m_drag.IsDragging();
                                  UpdateButtons();

@@ -18,6 +18,31 @@ COLORREF GreyText() {
     return known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? ::GetSysColor(COLOR_GRAYTEXT) : kGreyText;
 }
 
+/// The character that Ctrl+A is translated to.
+constexpr WPARAM kControlA = 1;
+
+/// Whether the mouse moves away while the button is held. DragDetect takes the point in screen coordinates on
+/// Windows, and in client coordinates under Wine.
+bool MovesAway(HWND window, POINT client) {
+    const int x = ::GetSystemMetrics(SM_CXDRAG);
+    const int y = ::GetSystemMetrics(SM_CYDRAG);
+    const RECT still{client.x - x, client.y - y, client.x + x + 1, client.y + y + 1};
+    bool away = false;
+    ::SetCapture(window);
+    while (!away && ::GetCapture() == window) {
+        MSG message;
+        if (!::PeekMessageW(&message, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE)) {
+            ::WaitMessage();
+            continue;
+        }
+        if (message.message == WM_LBUTTONUP) break;
+        const POINT at{GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+        away = message.message == WM_MOUSEMOVE && !::PtInRect(&still, at);
+    }
+    if (::GetCapture() == window) ::ReleaseCapture();
+    return away;
+}
+
 bool IsDown(int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; }
 
 /// Keys that move the caret.
@@ -149,18 +174,25 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
         case WM_LBUTTONDOWN: {
-            m_hooks.onLeftPress(true);
+            m_hooks.onInput(true);
             const bool taken = OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0);
             // The control waits for the release itself and takes its message: none may come after this.
             const LRESULT result = taken ? 0 : Default(message, wParam, lParam);
-            m_hooks.onLeftPress(false);
+            m_hooks.onInput(false);
             return result;
         }
-        case WM_RBUTTONDOWN:
-            if (OnRightDown(client)) return 0;
+        case WM_RBUTTONDOWN: {
+            const bool taken = OnRightDown(client);
+            m_hooks.onInput(false);
+            if (taken) return 0;
             break;
+        }
         case WM_KEYDOWN:
-            if (OnKeyDown(static_cast<UINT>(wParam))) return 0;
+            if (!OnKeyDown(static_cast<UINT>(wParam))) break;
+            m_hooks.onInput(false);
+            return 0;
+        case WM_CHAR:
+            if (wParam == kControlA) return 0;  // the control would look for an item of that name, and beep
             break;
         case WM_SYSKEYDOWN:
             // What the menu key does, on keyboards without it.
@@ -215,7 +247,7 @@ bool CTreeCtrlEx::OnLeftDown(POINT client, bool shift, bool control) {
 
 void CTreeCtrlEx::PressOnSelected(HTREEITEM item, POINT client) {
     MoveCaret(item);
-    if (::DragDetect(m_hwnd, client)) {
+    if (MovesAway(m_hwnd, client)) {
         NMTREEVIEWW drag{};
         drag.itemNew.mask = TVIF_HANDLE | TVIF_PARAM;
         drag.itemNew.hItem = item;

@@ -16,7 +16,8 @@ class CTreeCtrlEx : public CTreeView {
     /// What the tree asks of and tells its owner.
     struct Hooks {
         std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in grey
-        std::function<void(bool)> onLeftPress;  // true: the left button went down, false: that is dealt with
+        std::function<void(bool)>
+            onInput;  // true: the left button went down, false: mouse or key are dealt with
     };
 
     CTreeCtrlEx() = default;

@@ -267,6 +267,13 @@ TEST_F(LayoutFiles, ClosingAsksAboutAnUnsavedLayout) {
     EXPECT_TRUE(m_program->IsRunning());
     EXPECT_EQ(Items(), 1);
     m_program->Press(IDC_CLOSE);
+    Answer(L"\"<Unnamed Layout>\"", IDYES);
+    const HWND dialog = FileDialog(kSaveTitle);
+    EnterText(Within(dialog, IDC_DISPLAY_NAME), L"Doomed");
+    Confirm(dialog, m_files.Path(L"no such folder\\x.pgl"));
+    Answer(L"Could not save", IDOK);
+    EXPECT_EQ(Items(), 1) << "what could not be saved is kept";
+    m_program->Press(IDC_CLOSE);
     Answer(L"\"<Unnamed Layout>\"", IDNO);
     EXPECT_EQ(m_program->WaitForExit(), 0U);
 }

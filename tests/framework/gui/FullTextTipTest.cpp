@@ -25,7 +25,7 @@ class FullTextTip : public testing::Test {
         Post(window, WM_MOUSEHOVER, client);
     }
     void RestOnRow(int row) {
-        const CListBox list = m_dialog.Control<CListBox>(IDC_PLUGINS);
+        const auto list = m_dialog.Control<CListBox>(IDC_PLUGINS);
         RestOn(list.Handle(), {5, row * list.SendInt(LB_GETITEMHEIGHT) + 3});
     }
     /// The tip's window while it is shown, else null.

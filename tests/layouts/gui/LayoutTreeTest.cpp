@@ -380,4 +380,15 @@ TEST_F(LayoutTree, DragsTheSelectionAndLeavesItWhereItIsWhenItIsDroppedOnItself)
     EXPECT_TRUE(IsEnabled(IDC_SORT_ALL));
 }
 
+TEST_F(LayoutTree, WhatIsDraggedWithItsFolderStaysInIt) {
+    Build(L"F(a,b),c,d");
+    Tree().Expand(Item(L"F"), true);
+    Select({L"F", L"a", L"c"});
+    Drag(L"F", L"d", 1);
+    EXPECT_EQ(Text(), L"d,F(a,b),c");
+    Select({L"F", L"c"});
+    Drag(L"F", L"b", 1);
+    EXPECT_EQ(Text(), L"d,F(a,b),c") << "nothing moves into a folder that moves itself";
+}
+
 }  // namespace
