@@ -80,7 +80,6 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
         R::OnMessage<WM_SIZE, &Frame::OnSize>(),
         R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
-        R::OnMessage<WM_GETMINMAXINFO, &Frame::OnLimits>(),
         R::OnMessage<WM_QUERYENDSESSION, &Frame::OnQueryEndSession>(),
         R::OnMessage<WM_GETDPISCALEDSIZE, &Frame::OnScaledSize>(),
         R::OnMessage<WM_DPICHANGED, &Frame::OnDpiChanged>(),
@@ -303,11 +302,6 @@ void CPluginManagerDlg::OnSize(Size /*client*/) {
 
 void CPluginManagerDlg::OnSizing(UINT edge, RECT& proposed) {
     proposed = ToSystem(HoldMinimumSize(static_cast<SizingEdge>(edge), FromSystem(proposed), m_minimum));
-}
-
-/// For what resizes without dragging an edge.
-void CPluginManagerDlg::OnLimits(MINMAXINFO& limits) const {
-    limits.ptMinTrackSize = {m_minimum.width, m_minimum.height};
 }
 
 void CPluginManagerDlg::OnScaledSize(UINT dpi, SIZE& window) {

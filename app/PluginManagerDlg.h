@@ -54,7 +54,6 @@ class CPluginManagerDlg : public CDialog {
     int OnVKeyToItem(UINT key, HWND list);
     void OnSize(Size client);
     void OnSizing(UINT edge, RECT& proposed);
-    void OnLimits(MINMAXINFO& limits) const;
     bool OnQueryEndSession();
     void OnDpiChanged(UINT dpi, const RECT& place);
     void OnScaledSize(UINT dpi, SIZE& window);

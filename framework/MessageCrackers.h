@@ -69,12 +69,6 @@ Answer Call(Of<WM_SIZE>, auto&& handler, WPARAM, LPARAM lParam) {
     return std::nullopt;
 }
 
-/// handler(MINMAXINFO& limits)
-Answer Call(Of<WM_GETMINMAXINFO>, auto&& handler, WPARAM, LPARAM lParam) {
-    handler(*reinterpret_cast<MINMAXINFO*>(lParam));
-    return 0;
-}
-
 /// handler() -> bool: the session may end
 Answer Call(Of<WM_QUERYENDSESSION>, auto&& handler, WPARAM, LPARAM) {
     return static_cast<LRESULT>(handler());
