@@ -66,7 +66,7 @@ void CPluginManagerApp::InitInstance() {
     m_mainWindow = ::GetActiveWindow();
     SetDialogHelp(this);
 
-    CPluginManagerDlg dialog(*this);
+    CPluginManagerDlg dialog(m_cmdLine);
     dialog.RunModal(nullptr);
 }
 

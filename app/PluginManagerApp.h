@@ -16,8 +16,6 @@ class CPluginManagerApp : private IDialogHelp {
     /// Gives the exit code: what the thread was asked to quit with, normally 0.
     int ExitInstance();
 
-    const CPluginManagerCmdLine& CmdLine() const { return m_cmdLine; }
-
   private:
     void ShowHelp(DWORD context) override;
     bool TakesMessage(MSG& message) override { return m_help.TakesMessage(message); }

@@ -5,7 +5,6 @@
 #include "DialogHelp.h"
 #include "Dpi.h"
 #include "HelpTopics.h"
-#include "PluginManagerApp.h"
 #include "ProgramPath.h"
 #include "ResizeLayout.h"
 #include "Resources.h"
@@ -42,12 +41,12 @@ VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
 
 }  // namespace
 
-CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
+CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
     : CDialog(IDD_PLUGIN_MANAGER),
-      m_app(app),
-      m_host(reinterpret_cast<HWND>(app.CmdLine().parentWnd)),
-      m_vstKey(VstKeyOf(app.CmdLine())),
-      m_settings(LoadManagerSettings(app.CmdLine().registerOnly, m_host.Handle())),
+      m_cmdLine(std::move(cmdLine)),
+      m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
+      m_vstKey(VstKeyOf(m_cmdLine)),
+      m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
       m_inventory(m_vstKey.path, m_database),
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
@@ -56,7 +55,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerApp& app)
       m_tree(*this, m_inventory, m_list),
       m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey),
       m_toolbar(*this) {
-    if (app.CmdLine().useDatabase && !app.CmdLine().registerOnly) {
+    if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
 }
@@ -147,7 +146,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
 }
 
 bool CPluginManagerDlg::OnInitDialog() {
-    if (m_app.CmdLine().registerOnly) {
+    if (m_cmdLine.registerOnly) {
         End(0);
         return false;
     }
@@ -190,7 +189,7 @@ void CPluginManagerDlg::AddSystemCommands() {
         ::DeleteMenu(menu, static_cast<UINT>(command), MF_BYCOMMAND);
     const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
     ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, style & ~LONG_PTR{WS_MAXIMIZEBOX | WS_MINIMIZEBOX});
-    if (m_app.CmdLine().floating) return;
+    if (m_cmdLine.floating) return;
     ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     ::AppendMenuW(menu, MF_STRING, kCommandFloat, LoadText(IDS_ENABLE_FLOATING).c_str());
 }
@@ -225,7 +224,7 @@ void CPluginManagerDlg::FirstFill() {
     m_list.EnumeratePlugins();
     m_list.Refill();
     m_files.ListLayouts();
-    const std::wstring& file = m_app.CmdLine().fileParam;
+    const std::wstring& file = m_cmdLine.fileParam;
     if (!file.empty()) m_files.Open(file);
 }
 
@@ -255,7 +254,7 @@ void CPluginManagerDlg::OfferFloating(bool enable) {
     ::ModifyMenuW(menu, shown, MF_BYCOMMAND | MF_STRING, offered, text.c_str());
 }
 
-bool CPluginManagerDlg::StartsDocked() const { return !m_app.CmdLine().floating && m_host.IsLive(); }
+bool CPluginManagerDlg::StartsDocked() const { return !m_cmdLine.floating && m_host.IsLive(); }
 
 void CPluginManagerDlg::Dock() {
     // A window with a parent other than the desktop has to be a child before it gets it, else it has no place
@@ -431,7 +430,7 @@ bool CPluginManagerDlg::MayClose() {
 }
 
 void CPluginManagerDlg::OnDestroy() {
-    if (m_app.CmdLine().registerOnly) return;
+    if (m_cmdLine.registerOnly) return;
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_list.OnDestroy();
     m_tree.OnDestroy();

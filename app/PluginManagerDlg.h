@@ -6,6 +6,7 @@
 #include <string>
 #include <tuple>
 
+#include "CmdLine.h"
 #include "Dialog.h"
 #include "DialogScale.h"
 #include "ExclusionList.h"
@@ -25,11 +26,9 @@
 #include "VstToolPaths.h"
 #include "VstToolsView.h"
 
-class CPluginManagerApp;
-
 class CPluginManagerDlg : public CDialog {
   public:
-    explicit CPluginManagerDlg(CPluginManagerApp& app);
+    explicit CPluginManagerDlg(CPluginManagerCmdLine cmdLine);
     ~CPluginManagerDlg() override;
     CPluginManagerDlg(const CPluginManagerDlg&) = delete;
     CPluginManagerDlg& operator=(const CPluginManagerDlg&) = delete;
@@ -80,7 +79,7 @@ class CPluginManagerDlg : public CDialog {
     void Float();
     void OfferFloating(bool enable);
 
-    CPluginManagerApp& m_app;
+    const CPluginManagerCmdLine m_cmdLine;
     const CHostWindow m_host;
     const VstKey m_vstKey;
     const ManagerSettings m_settings;

@@ -7,6 +7,8 @@ build=$root/build
 bin=$build/release/bin
 
 export WINEARCH=win64 WINEDEBUG=-all
+# Where no locale is set, Wine takes file names for ASCII and can't make those that have other letters.
+[ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
 # A crash ends its process instead of opening a box that waits for ever; menus and file types of the user's own
 # desktop are left alone.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d;winemenubuilder.exe=d"

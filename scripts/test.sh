@@ -1,17 +1,19 @@
 #!/usr/bin/env bash
 # Builds and runs the tests; the last line counts them.
-#   scripts/test.sh [native] [unit] [system] [gui] [program]     all of them when none is named
+#   scripts/test.sh [native] [unit] [system] [gui] [program] [NAME...]     all sets when none is named
+# NAME: only tests whose suite or name contains it, as in "scripts/test.sh gui LayoutTree".
 # native: the rules under the sanitizers; unit: the same on Windows; system: the stores; gui: real controls on hidden
 # dialogs; program: the real program, worked through its window.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+export LC_ALL=C.UTF-8  # the tests read English texts
 
 time_limit=600
 passed=0 failed=0 skipped=0
 results=$build/test-results
 
 chosen() {
-    [ -z "$filter" ] || [[ " $filter " == *" $1 "* ]]
+    [ -z "$sets" ] || [[ " $sets " == *" $1 "* ]]
 }
 
 finish() {
@@ -34,7 +36,7 @@ count() {
         skip=$(($(grep -c '"result": "SKIPPED"' "$report" || true) + disabled))
         ok=$((tests - bad - skip))
         # A failure outside of any test, or nothing run at all.
-        if [ "$bad" = 0 ] && { [ "$2" != 0 ] || [ "$tests" = 0 ]; }; then bad=1; fi
+        if [ "$bad" = 0 ] && { [ "$2" != 0 ] || { [ "$tests" = 0 ] && [ -z "$names" ]; }; }; then bad=1; fi
     else
         ok=$(grep -c '^\[       OK \]' "$output" || true)
         bad=$(($(grep -c '^\[  FAILED  \] .* ms)' "$output" || true) + 1))
@@ -51,7 +53,7 @@ run_tests() {
     shift 3
     rm -f "$results/$name.json" "$results/$name.txt"
     if [ -f "$executable" ]; then
-        timeout -k 10 "$time_limit" "$@" "$executable" "--gtest_output=json:$report" \
+        timeout -k 10 "$time_limit" "$@" "$executable" "--gtest_output=json:$report" ${names:+"--gtest_filter=$names"} \
             >"$results/$name.txt" 2>&1 </dev/null || status=$?
         [ "$status" != 124 ] || echo "$name: ended after $time_limit seconds" >>"$results/$name.txt"
         [ "$status" = 0 ] || echo "$name: exit code $status" >>"$results/$name.txt"
@@ -74,9 +76,13 @@ revive() {
     keep_prefix_alive
 }
 
-filter=$*
-for name in "$@"; do
-    [[ $name =~ ^(native|unit|system|gui|program)$ ]] || die "unknown test set: $name"
+sets='' names=''
+for argument in "$@"; do
+    if [[ $argument =~ ^(native|unit|system|gui|program)$ ]]; then
+        sets+=" $argument"
+    else
+        names+="${names:+:}*$argument*"
+    fi
 done
 "$root/scripts/setup.sh"
 mkdir -p "$results"

@@ -7,13 +7,9 @@
 #include "DialogScale.h"
 #include "Dpi.h"
 #include "PluginDetails.h"
-#include "PluginManagerApp.h"
-#include "PluginManagerDlg.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"
-#include "resource.h"
-#include "support/RegistrySandbox.h"
-#include "support/WindowActions.h"
+#include "support/MainDialog.h"
 
 namespace {
 
@@ -22,38 +18,38 @@ using Places = std::map<int, Rect>;
 constexpr int kUsual = USER_DEFAULT_SCREEN_DPI;
 constexpr int kLarger = 120;  // the dialog still fits the screen
 
-class MainDialog : public testing::Test {
+class MainDialog : public support::MainDialog {
   protected:
-    void SetUp() override { ASSERT_TRUE(m_dialog.CreateModeless(nullptr)); }
+    void SetUp() override { Open(); }
     Places ControlPlaces() const {
         Places places;
-        for (HWND child = ::GetWindow(m_dialog.Handle(), GW_CHILD); child;
+        for (HWND child = ::GetWindow(m_dialog->Handle(), GW_CHILD); child;
              child = ::GetWindow(child, GW_HWNDNEXT))
-            places[::GetDlgCtrlID(child)] = CWindow(child).RectIn(m_dialog.Handle());
+            places[::GetDlgCtrlID(child)] = CWindow(child).RectIn(m_dialog->Handle());
         return places;
     }
-    Size WindowSize() const { return {m_dialog.WindowRect().Width(), m_dialog.WindowRect().Height()}; }
+    Size WindowSize() const { return {m_dialog->WindowRect().Width(), m_dialog->WindowRect().Height()}; }
     Size SizeWantedAt(int dpi) const {
         SIZE size{};
         EXPECT_TRUE(
-            m_dialog.Send(WM_GETDPISCALEDSIZE, static_cast<WPARAM>(dpi), reinterpret_cast<LPARAM>(&size)));
+            m_dialog->Send(WM_GETDPISCALEDSIZE, static_cast<WPARAM>(dpi), reinterpret_cast<LPARAM>(&size)));
         return {static_cast<int>(size.cx), static_cast<int>(size.cy)};
     }
     /// What the system sends when the dialog comes to a screen of that scale.
     void ComeToScreenOf(int dpi, Size window) const {
         const RECT place{10, 20, 10 + window.width, 20 + window.height};
-        m_dialog.Send(WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
-        EXPECT_EQ(m_dialog.WindowRect(), FromSystem(place));
+        m_dialog->Send(WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+        EXPECT_EQ(m_dialog->WindowRect(), FromSystem(place));
     }
     Size MinimumSize() const {
         RECT tiny{0, 0, 1, 1};
-        m_dialog.Send(WM_SIZING, WMSZ_BOTTOMRIGHT, reinterpret_cast<LPARAM>(&tiny));
+        m_dialog->Send(WM_SIZING, WMSZ_BOTTOMRIGHT, reinterpret_cast<LPARAM>(&tiny));
         return {static_cast<int>(tiny.right), static_cast<int>(tiny.bottom)};
     }
     int TreeIconSize() const {
         int width = 0;
         int height = 0;
-        const LRESULT icons = m_dialog.Item(IDC_LAYOUT_TREE).Send(TVM_GETIMAGELIST, TVSIL_NORMAL);
+        const LRESULT icons = m_dialog->Item(IDC_LAYOUT_TREE).Send(TVM_GETIMAGELIST, TVSIL_NORMAL);
         ::ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(icons), &width, &height);
         return width;
     }
@@ -65,15 +61,11 @@ class MainDialog : public testing::Test {
         scale.ChangeTo(static_cast<UINT>(dpi));
         return scale.Units();
     }
-
-    support::RegistrySandbox m_sandbox;
-    CPluginManagerApp m_app;
-    CPluginManagerDlg m_dialog{m_app};
 };
 
 TEST_F(MainDialog, UnitsAreThoseOfTheTemplate) {
     RECT unit{0, 0, 4, 8};
-    ::MapDialogRect(m_dialog.Handle(), &unit);
+    ::MapDialogRect(m_dialog->Handle(), &unit);
     EXPECT_EQ(UnitsAt(kUsual), (Size{static_cast<int>(unit.right), static_cast<int>(unit.bottom)}));
 }
 
@@ -84,14 +76,14 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const int iconsBefore = TreeIconSize();
     const Size wanted = SizeWantedAt(kLarger);
     // The message alone leaves the window's frame as it is.
-    const Size frame = FrameSize(m_dialog.Handle(), kUsual);
-    const Size largerFrame = FrameSize(m_dialog.Handle(), kLarger);
+    const Size frame = FrameSize(m_dialog->Handle(), kUsual);
+    const Size largerFrame = FrameSize(m_dialog->Handle(), kLarger);
     ComeToScreenOf(kLarger, {wanted.width - largerFrame.width + frame.width,
                              wanted.height - largerFrame.height + frame.height});
 
     // The larger font is not exactly wider by the scale; its own units are what counts.
     LOGFONTW face{};
-    const auto font = reinterpret_cast<HFONT>(m_dialog.Item(IDC_CLOSE).Send(WM_GETFONT));
+    const auto font = reinterpret_cast<HFONT>(m_dialog->Item(IDC_CLOSE).Send(WM_GETFONT));
     ASSERT_TRUE(::GetObjectW(font, sizeof face, &face));
     EXPECT_EQ(face.lfHeight, -::MulDiv(8, kLarger, 72));
     const Size larger = UnitsAt(kLarger);
@@ -118,14 +110,14 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
 TEST_F(MainDialog, AsAChildItTakesItsParentsScaleWithoutBeingGivenAPlace) {
     const Size sizeBefore = WindowSize();
     const int iconsBefore = TreeIconSize();
-    const Rect buttonBefore = m_dialog.Item(IDC_EXCLUDE).WindowRect();
+    const Rect buttonBefore = m_dialog->Item(IDC_EXCLUDE).WindowRect();
     ComeToScreenOf(kLarger, SizeWantedAt(kLarger));
     ASSERT_NE(TreeIconSize(), iconsBefore);
     // The window itself has been at the usual scale all the time, and that is what is asked for now.
-    m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
+    m_dialog->Send(WM_DPICHANGED_AFTERPARENT);
     EXPECT_EQ(TreeIconSize(), iconsBefore);
     EXPECT_EQ(MinimumSize(), sizeBefore);
-    EXPECT_EQ(m_dialog.Item(IDC_EXCLUDE).WindowRect().Width(), buttonBefore.Width());
+    EXPECT_EQ(m_dialog->Item(IDC_EXCLUDE).WindowRect().Width(), buttonBefore.Width());
     EXPECT_EQ(WindowSize(), sizeBefore);
 }
 
@@ -152,19 +144,19 @@ void ExpectNames(HWND dialog) {
 
 TEST_F(MainDialog, EveryControlThatTheKeyboardReachesHasAName) {
     for (const Category category : {Category::DirectXEffects, Category::VstEffects}) {
-        CPluginDetails(m_dialog).ShowFieldsOf(category);
-        ExpectNames(m_dialog.Handle());
+        CPluginDetails(*m_dialog).ShowFieldsOf(category);
+        ExpectNames(m_dialog->Handle());
     }
-    EXPECT_EQ(m_dialog.Item(IDC_LAYOUT_TREE).Text(), L"Plug-in Menu Layout");
+    EXPECT_EQ(m_dialog->Item(IDC_LAYOUT_TREE).Text(), L"Plug-in Menu Layout");
     for (const int id :
          {IDD_ABOUT, IDD_TREE_ITEM_PROPERTIES, IDD_MANAGE_PRESETS, IDD_PRESET_FILE, IDD_LAYOUT_NAME}) {
         CDialog dialog(static_cast<UINT>(id));
-        ASSERT_TRUE(dialog.CreateModeless(m_dialog.Handle())) << id;
+        ASSERT_TRUE(dialog.CreateModeless(m_dialog->Handle())) << id;
         ExpectNames(dialog.Handle());
     }
     std::wstring value;
     CSinglePropDlg prompt(IDS_FRIENDLY_NAME_TITLE, IDS_FRIENDLY_NAME_PROMPT, value);
-    ASSERT_TRUE(prompt.CreateModeless(m_dialog.Handle()));
+    ASSERT_TRUE(prompt.CreateModeless(m_dialog->Handle()));
     ExpectNames(prompt.Handle());
 }
 
@@ -172,7 +164,7 @@ TEST_F(MainDialog, TabGoesThroughThePanesInReadingOrder) {
     std::vector<int> order;
     HWND control = nullptr;
     do {
-        control = ::GetNextDlgTabItem(m_dialog.Handle(), control, FALSE);
+        control = ::GetNextDlgTabItem(m_dialog->Handle(), control, FALSE);
         order.push_back(::GetDlgCtrlID(control));
     } while (order.size() < 100 && (order.size() == 1 || order.back() != order.front()));
     order.pop_back();

@@ -2,21 +2,20 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "ClsidText.h"
 #include "Dialog.h"
 #include "ExclusionView.h"
 #include "PluginListView.h"
 #include "support/RegistrySandbox.h"
+#include "support/TestPlugins.h"
 #include "support/WindowActions.h"
 
 namespace {
 
+using support::AddVst;
+using support::IdText;
 using Rows = std::vector<std::wstring>;
 
-constexpr wchar_t kInventory[] = L"Software\\Corvane Music Software\\Corvane VST\\Inventory\\";
 constexpr wchar_t kPermanent[] = L"{52B63860-DC93-11CE-A099-00AA00479A58}";
-
-std::wstring IdText(unsigned number) { return ClsidText({number, 1, 2, {}}); }
 
 class CHiddenDialog : public CDialog {
   public:
@@ -45,17 +44,6 @@ class PluginPanes : public testing::Test {
     void Select(std::initializer_list<int> rows) {
         for (const int row : rows) m_list.Plugins().Select(row);
         m_list.OnSelectionChanged();
-    }
-    static void AddVst(unsigned number, const std::wstring& name, bool vst3 = false) {
-        const std::wstring path = kInventory + name;
-        support::SetDword(HKEY_CURRENT_USER, path, vst3 ? L"isVst3" : L"isVst", 1);
-        support::SetDword(HKEY_CURRENT_USER, path, L"isX64", 1);
-        support::SetDword(HKEY_CURRENT_USER, path, L"uniqueId", static_cast<DWORD>(-5));
-        support::SetText(HKEY_CURRENT_USER, path, L"clsidPlug", IdText(number));
-        support::SetText(HKEY_CURRENT_USER, path, L"clsidPlugMD5", IdText(number + 100));
-        support::SetText(HKEY_CURRENT_USER, path, L"FullPath", L"C:\\windows\\regedit.exe");
-        support::SetText(HKEY_CURRENT_USER, path, L"FullName", name);
-        support::SetText(HKEY_CURRENT_USER, path, L"Vendor", L"Tarnwick");
     }
     Rows Listed() const { return support::Rows(m_list.Plugins().Handle()); }
     std::wstring TextOf(int id) const { return m_dialog.Item(id).Text(); }

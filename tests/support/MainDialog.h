@@ -1,0 +1,97 @@
+// The real main dialog in the test's own process, over a registry and a layouts folder of the test's own.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "ManagerSettings.h"
+#include "PluginManagerDlg.h"
+#include "resource.h"
+#include "support/FileSandbox.h"
+#include "support/Popups.h"
+#include "support/RegistrySandbox.h"
+#include "support/WindowActions.h"
+
+namespace support {
+
+/// Nothing is shown before Open, so that a test can fill the registry first; its boxes are answered by
+/// m_popups.
+class MainDialog : public testing::Test {
+  protected:
+    /// Makes the dialog, hidden, and fills it as its timer does.
+    void Open(const std::vector<std::wstring>& arguments = {}) {
+        SetText(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsPath", m_files.Path(L""));
+        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments));
+        ASSERT_TRUE(m_dialog->CreateModeless(nullptr));
+        m_dialog->Send(WM_TIMER, 1);
+    }
+    /// Back to front, so that focus and caret are those of a user.
+    void Show() {
+        m_dialog->Show();
+        BringToFront(m_dialog->Handle());
+    }
+    bool IsOpen() const { return m_dialog && m_dialog->IsLive(); }
+
+    CWindow Item(int id) const { return m_dialog->Item(id); }
+    HWND Control(int id) const { return Item(id).Handle(); }
+    std::wstring Text(int id) const { return Item(id).Text(); }
+    std::vector<std::wstring> Rows(int id) const { return support::Rows(Control(id)); }
+    std::vector<std::wstring> Listed() const { return Rows(IDC_PLUGINS); }
+    bool IsEnabled(int id) const { return Item(id).IsEnabled(); }
+    /// The texts of the selected rows of the plug-in list.
+    std::vector<std::wstring> Selected() const {
+        const auto rows = Listed();
+        std::vector<std::wstring> texts;
+        for (const int row : SelectedRows(Control(IDC_PLUGINS)))
+            texts.push_back(rows[static_cast<std::size_t>(row)]);
+        return texts;
+    }
+
+    /// Returns when all that the click leads to is over, the boxes answered.
+    void Press(int id) const {
+        ASSERT_TRUE(IsEnabled(id)) << Describe(m_dialog->Handle());
+        Send(Control(id), BM_CLICK);
+    }
+    void Choose(const wchar_t* category) const { Select(IDC_CATEGORIES, {category}); }
+    void Select(int list, const std::vector<std::wstring>& rows) const {
+        support::Select(Control(list), rows);
+    }
+    void SelectPlugins(const std::vector<std::wstring>& rows) const { Select(IDC_PLUGINS, rows); }
+
+    /// As the dialog's loop passes it on; a box that it opens is answered meanwhile.
+    void Key(HWND control, WORD virtualKey) {
+        PostKey(control, virtualKey);
+        Pump();
+    }
+    void Key(int id, WORD virtualKey) { Key(Control(id), virtualKey); }
+    void Click(HWND control, POINT place, WPARAM keys = 0) {
+        const LPARAM at = MAKELPARAM(place.x, place.y);
+        PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON | keys, at);
+        PostMessageW(control, WM_LBUTTONUP, keys, at);
+        Pump();
+    }
+    void ClickRow(int list, int row, WPARAM keys = 0) {
+        RECT place{};
+        Send(Control(list), LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+        Click(Control(list), {place.left + 5, (place.top + place.bottom) / 2}, keys);
+    }
+    void Pump() {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (m_dialog->Translate(message)) continue;
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+
+    RegistrySandbox m_sandbox;
+    FileSandbox m_files;
+    Popups m_popups;
+    std::optional<CPluginManagerDlg> m_dialog;
+};
+
+}  // namespace support

@@ -1,0 +1,51 @@
+// Answers the boxes and dialogs that the program opens in the test's own process.
+#pragma once
+
+#include <windows.h>
+
+#include <deque>
+#include <functional>
+#include <string>
+
+namespace support {
+
+/// A script: each step waits for the next dialog of this thread whose title and labels contain its text, and
+/// works it. It fails the test when another one comes, which is closed then, and when a step is left over.
+/// One at a time.
+class Popups {
+  public:
+    using Work = std::function<void(HWND dialog)>;
+
+    Popups();
+    ~Popups();
+    Popups(const Popups&) = delete;
+    Popups& operator=(const Popups&) = delete;
+
+    /// `work` must not wait for the dialog's end.
+    Popups& Expect(std::wstring text, Work work);
+    /// Presses the button of that id.
+    Popups& Expect(std::wstring text, int button);
+    /// For a file dialog: enters a path and confirms it; an empty one leaves the dialog. `before` works the
+    /// dialog first.
+    Popups& ExpectFile(std::wstring title, std::wstring path, Work before = {});
+    /// Fails the test when a step is left, and forgets it.
+    void ExpectNoMore();
+
+  private:
+    struct Step {
+        std::wstring text;
+        Work work;
+    };
+    void Look();
+
+    std::deque<Step> m_steps;
+    HWND m_worked = nullptr;  // not worked again before another one was in front of it
+    UINT_PTR m_timer;
+};
+
+/// The control of that id in a file dialog, also in the template added to it; null when there is none.
+HWND InFileDialog(HWND dialog, int id);
+/// The field for the file's name.
+inline constexpr int kFileNameField = 0x47C;  // cmb13 of the system's file dialogs
+
+}  // namespace support
