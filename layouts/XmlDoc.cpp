@@ -6,12 +6,14 @@
 #include <cassert>
 
 #include "DocumentType.h"
+#include "Files.h"
 #include "Handles.h"
-#include "WholeFile.h"
 
 using Microsoft::WRL::ComPtr;
 
 namespace {
+
+constexpr std::size_t kLargestFile = 64U << 20;  // a hundred thousand items take about half of it
 
 // The compiler's headers stop at an earlier version of the parser.
 constexpr CLSID kDomDocument60 = {
@@ -98,8 +100,8 @@ bool CXmlDoc::CreateDocument() {
 bool CXmlDoc::Load(const std::wstring& path, bool rootOnly) {
     m_lastError.clear();
     if (!CreateDocument()) return false;
-    const auto bytes = ReadWholeFile(path);
-    if (!bytes || !Parse(*bytes)) return false;
+    std::string bytes;
+    if (ReadWholeFile(path, kLargestFile, bytes) != FileRead::Whole || !Parse(bytes)) return false;
     const bool accepted = rootOnly || HandleNode(m_root.Get());
     ParseNode(m_root.Get());
     return accepted;
@@ -150,8 +152,10 @@ bool CXmlDoc::Save(const std::wstring& path) {
         FAILED(::GetHGlobalFromStream(stream.Get(), &memory)))
         return false;
     const auto* bytes = static_cast<const char*>(::GlobalLock(memory));
+    const std::size_t size = facts.cbSize.QuadPart;
+    // A file that is too large to be read again is not written.
     const bool saved =
-        bytes && ReplaceFileContents(path, {bytes, static_cast<std::size_t>(facts.cbSize.QuadPart)});
+        bytes && size <= kLargestFile && ReplaceFileContents(path, {bytes, size}) == ERROR_SUCCESS;
     ::GlobalUnlock(memory);
     return saved;
 }

@@ -5,44 +5,6 @@
 namespace {
 
 constexpr std::size_t kBuffer = 0x10000;
-/// One call to the system moves at most this much.
-constexpr std::size_t kMostAtOnce = 0x40000000;
-
-UniqueFile OpenForReading(const std::wstring& path) {
-    return UniqueFile(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-UniqueFile CreateForWriting(const std::wstring& path) {
-    return UniqueFile(::CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-std::optional<std::uint64_t> SizeOf(const UniqueFile& file) {
-    LARGE_INTEGER size{};
-    if (!file || !::GetFileSizeEx(file.Get(), &size)) return std::nullopt;
-    return static_cast<std::uint64_t>(size.QuadPart);
-}
-
-DWORD Piece(std::size_t size) { return static_cast<DWORD>(std::min(size, kMostAtOnce)); }
-
-bool ReadAll(HANDLE file, std::span<std::byte> bytes) {
-    while (!bytes.empty()) {
-        DWORD got = 0;
-        if (!::ReadFile(file, bytes.data(), Piece(bytes.size()), &got, nullptr) || got == 0) return false;
-        bytes = bytes.subspan(got);
-    }
-    return true;
-}
-
-bool WriteAll(HANDLE file, std::span<const std::byte> bytes) {
-    while (!bytes.empty()) {
-        DWORD done = 0;
-        if (!::WriteFile(file, bytes.data(), Piece(bytes.size()), &done, nullptr) || done == 0) return false;
-        bytes = bytes.subspan(done);
-    }
-    return true;
-}
 
 bool MoveTo(HANDLE file, std::uint64_t position) {
     LARGE_INTEGER place{};
@@ -91,7 +53,7 @@ void CFileSource::Seek(std::uint64_t position) {
 }
 
 std::optional<CFileSink> CFileSink::Create(const std::wstring& path) {
-    UniqueFile file = CreateForWriting(path);
+    UniqueFile file = OpenForWriting(path);
     if (!file) return std::nullopt;
     return CFileSink(std::move(file));
 }
@@ -116,21 +78,4 @@ void CFileSink::Seek(std::uint64_t position) {
     Flush();
     if (!MoveTo(m_file.Get(), position)) throw StreamError();
     m_position = position;
-}
-
-FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::vector<std::byte>& data) {
-    const UniqueFile file = OpenForReading(path);
-    const auto size = SizeOf(file);
-    if (!size || *size > limit) return FileRead::NotOpened;
-    data.resize(static_cast<std::size_t>(*size));
-    return ReadAll(file.Get(), data) ? FileRead::Whole : FileRead::Short;
-}
-
-bool WriteWholeFile(const std::wstring& path, std::span<const std::byte> data) {
-    UniqueFile file = CreateForWriting(path);
-    if (!file) return false;
-    if (WriteAll(file.Get(), data)) return true;
-    file.Reset();
-    ::DeleteFileW(path.c_str());
-    return false;
 }

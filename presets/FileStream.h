@@ -1,14 +1,12 @@
 // Files as byte streams, buffered, for the preset codec.
 #pragma once
 
-#include <windows.h>
-
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "ByteStream.h"
-#include "Handles.h"
+#include "Files.h"
 
 /// An existing file, opened for reading.
 class CFileSource : public IByteSource {
@@ -50,10 +48,3 @@ class CFileSink : public IByteSink {
     std::uint64_t m_position = 0;  // where the buffer goes
     std::vector<std::byte> m_buffer;
 };
-
-enum class FileRead { Whole, Short, NotOpened };
-/// Reads a file at once. One that is longer than the limit is not opened.
-FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::vector<std::byte>& data);
-
-/// Creates or truncates a file; one that could not be written whole is deleted.
-bool WriteWholeFile(const std::wstring& path, std::span<const std::byte> data);

@@ -2,7 +2,7 @@
 #include <limits>
 
 #include "AnsiText.h"
-#include "FileStream.h"
+#include "Files.h"
 #include "PresetListMgr.h"
 #include "PresetWriter.h"
 #include "Resources.h"
@@ -16,7 +16,7 @@ enum class Written { Yes, Nothing, Failed };
 
 /// Kept: a preset of another type, or whose file is empty or reads short, writes nothing and is still among
 /// the announced ones.
-Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, std::vector<std::byte>& file) {
+Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, std::string& file) {
     std::span<const std::byte> data = preset.Data();
     if (preset.Type() == REG_SZ) {
         const std::wstring path = TextOf(data);
@@ -24,7 +24,7 @@ Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, s
         const FileRead read = ReadWholeFile(path, kLongestPreset, file);
         if (read == FileRead::NotOpened) return Written::Failed;
         if (read == FileRead::Short || file.empty()) return Written::Nothing;
-        data = file;
+        data = std::as_bytes(std::span(file));
     } else if (preset.Type() != REG_BINARY) {
         return Written::Nothing;
     }
@@ -32,7 +32,7 @@ Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, s
     return Written::Yes;
 }
 
-bool WriteOrTell(CPresetFileWriter& writer, const CRegValues& preset, std::vector<std::byte>& file,
+bool WriteOrTell(CPresetFileWriter& writer, const CRegValues& preset, std::string& file,
                  const PresetTransferEvents& events, int& written) {
     if (events.progress) events.progress();
     Written result = Written::Failed;
@@ -56,7 +56,7 @@ int CPresetListMgr::ExportRecord(CPresetFileWriter& writer, const PresetSelectio
     if (!key) return 0;
     int written = 0;
     std::uint64_t countPlace = 0;
-    std::vector<std::byte> file;
+    std::string file;
     // The count stands before the presets; it is written afterwards, so that the store is read only once.
     for (CRegValues values(*key, kMaxPresetName); values.Next();) {
         if (!IsChosen(selection, values.Index())) continue;

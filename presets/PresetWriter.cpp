@@ -2,7 +2,7 @@
 
 #include "AppDataRoot.h"
 #include "ClsidText.h"
-#include "FileStream.h"
+#include "Files.h"
 #include "PresetName.h"
 
 namespace {
@@ -12,6 +12,10 @@ constexpr std::size_t kLargeData = 1024;
 
 bool MakeFolder(const std::wstring& path) {
     return ::CreateDirectoryW(path.c_str(), nullptr) || ::GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+std::string_view BytesOf(const ImportedPreset& preset) {
+    return {reinterpret_cast<const char*>(preset.data.data()), preset.data.size()};
 }
 
 }  // namespace
@@ -41,5 +45,6 @@ bool CPresetWriter::FindFolder() {
 bool CPresetWriter::StoreInFile(const ImportedPreset& preset) {
     if (!IsPlainFileName(preset.name) || !FindFolder()) return false;
     const std::wstring path = m_folder + L"\\" + preset.name;
-    return WriteWholeFile(path, preset.data) && m_key->WriteString(preset.name.c_str(), path);
+    return ReplaceFileContents(path, BytesOf(preset)) == ERROR_SUCCESS &&
+           m_key->WriteString(preset.name.c_str(), path);
 }

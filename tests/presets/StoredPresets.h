@@ -2,9 +2,8 @@
 
 #include <set>
 #include <string>
-#include <vector>
 
-#include "FileStream.h"
+#include "Files.h"
 #include "RegValues.h"
 
 namespace support {
@@ -15,10 +14,11 @@ inline std::set<std::wstring> StoredPresets(const std::wstring& keyPath) {
     const auto key = CRegKey::Open(HKEY_CURRENT_USER, keyPath);
     if (!key) return presets;
     for (CRegValues values(*key, 519); values.Next();) {
-        std::vector<std::byte> data(values.Data().begin(), values.Data().end());
-        if (values.Type() == REG_SZ) ReadWholeFile(TextOf(values.Data()), 1 << 20, data);
+        const auto stored = values.Data();
+        std::string data(reinterpret_cast<const char*>(stored.data()), stored.size());
+        if (values.Type() == REG_SZ) ReadWholeFile(TextOf(stored), 1 << 20, data);
         std::wstring line = values.Name() + (L":" + std::to_wstring(values.Type())) + L":";
-        for (const std::byte b : data) line += std::to_integer<wchar_t>(b);
+        for (const char c : data) line += static_cast<unsigned char>(c);
         presets.insert(line);
     }
     return presets;

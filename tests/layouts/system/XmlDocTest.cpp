@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "LayoutFolder.h"
-#include "WholeFile.h"
 #include "XmlDoc.h"
 #include "support/FileSandbox.h"
 
@@ -104,28 +103,6 @@ TEST_F(XmlDoc, ADocumentIsBuiltNodeByNode) {
     ASSERT_TRUE(m_document.Load(m_files.Path(L"built.xml"), true));
     EXPECT_EQ(m_document.AttributeValue(0), L"<\"&'>\t\n\xD83C\xDFB9");
     EXPECT_EQ(m_files.Names(), std::vector<std::wstring>{L"built.xml"}) << "and no scratch file";
-}
-
-TEST_F(XmlDoc, AFailedSaveLeavesTheOldFile) {
-    const std::wstring path = m_files.Write(L"old.pgl", "old");
-    ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_FALSE(ReplaceFileContents(path, "new")) << "read-only";
-    ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    const HANDLE held =
-        ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    EXPECT_FALSE(ReplaceFileContents(path, "new")) << "held by another program";
-    ::CloseHandle(held);
-    EXPECT_EQ(m_files.Names(), std::vector<std::wstring>{L"old.pgl"});
-    EXPECT_EQ(m_files.Read(L"old.pgl"), "old");
-    EXPECT_FALSE(ReplaceFileContents(m_files.Path(L"no folder\\a.pgl"), "new"));
-    EXPECT_FALSE(ReplaceFileContents(m_files.Path(std::wstring(300, L'x')), "new"));
-    EXPECT_FALSE(ReplaceFileContents(path, std::string((64U << 20) + 1, ' ')))
-        << "too large to be read again";
-    ::CreateDirectoryW(m_files.Path(L"folder.pgl").c_str(), nullptr);
-    EXPECT_FALSE(ReplaceFileContents(m_files.Path(L"folder.pgl"), "new"));
-    EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"folder.pgl", L"old.pgl"}));
-    EXPECT_TRUE(ReplaceFileContents(path, "new"));
-    EXPECT_EQ(m_files.Read(L"old.pgl"), "new");
 }
 
 TEST_F(XmlDoc, AFolderIsScannedForNamedLayouts) {

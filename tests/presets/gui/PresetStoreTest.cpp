@@ -4,6 +4,7 @@
 
 #include "AnsiText.h"
 #include "Dialog.h"
+#include "FileStream.h"
 #include "PresetListBox.h"
 #include "PresetListMgr.h"
 #include "presets/StoredPresets.h"

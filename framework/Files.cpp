@@ -1,0 +1,153 @@
+#include "Files.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr ULONGLONG kPatience = 2000;  // ms
+constexpr DWORD kRetryEvery = 50;      // ms
+constexpr ULONGLONG kNamesToTry = 100;
+/// One call to the system moves at most this much.
+constexpr std::size_t kMostAtOnce = 0x40000000;
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+UniqueFile OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+    return UniqueFile(
+        ::CreateFileW(path.c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+UniqueFile OpenPatiently(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+    CPatience patience;
+    for (;;) {
+        UniqueFile file = OpenFile(path, access, share, disposition);
+        if (file || !patience.Waits(::GetLastError())) return file;
+    }
+}
+
+DWORD Piece(std::size_t size) { return static_cast<DWORD>(std::min(size, kMostAtOnce)); }
+
+/// The error of the last call, which failed; some failures set none.
+DWORD LastErrorOr(DWORD otherwise) {
+    const DWORD error = ::GetLastError();
+    return error == ERROR_SUCCESS ? otherwise : error;
+}
+
+DWORD WriteToDisk(const UniqueFile& file, std::string_view bytes) {
+    ::SetLastError(ERROR_SUCCESS);
+    const bool written = WriteAll(file.Get(), std::as_bytes(std::span(bytes)));
+    return written && ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : LastErrorOr(ERROR_WRITE_FAULT);
+}
+
+/// Writes a new file into the same folder and names it; none is left after a failure.
+DWORD WriteBeside(const std::wstring& path, std::string_view bytes, std::wstring& beside) {
+    const std::wstring folder = path.substr(0, path.find_last_of(L"\\/") + 1);
+    // What an earlier run could not remove must not use up the names.
+    const ULONGLONG first = ::GetTickCount64();
+    for (ULONGLONG number = first; number < first + kNamesToTry; ++number) {
+        beside = folder + L"~" + std::to_wstring(number) + L".tmp";
+        UniqueFile file = OpenFile(beside, GENERIC_WRITE, 0, CREATE_NEW);
+        const DWORD error = file ? WriteToDisk(file, bytes) : ::GetLastError();
+        if (!file && error == ERROR_FILE_EXISTS) continue;
+        if (!file || error == ERROR_SUCCESS) return error;
+        file.Reset();
+        CPatience patience;
+        DeleteHeldFile(beside, patience);
+        return error;
+    }
+    return ERROR_FILE_EXISTS;
+}
+
+/// A target that somebody holds denies access, like one that is not ours to replace.
+DWORD ReasonOf(DWORD error, const std::wstring& target) {
+    const bool held = error == ERROR_ACCESS_DENIED && !OpenFile(target, DELETE, kShareAll, OPEN_EXISTING) &&
+                      ::GetLastError() == ERROR_SHARING_VIOLATION;
+    return held ? ERROR_SHARING_VIOLATION : error;
+}
+
+DWORD MoveOver(const std::wstring& from, const std::wstring& to) {
+    CPatience patience;
+    while (!::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        const DWORD error = ::GetLastError();
+        if (!patience.Waits(error == ERROR_ACCESS_DENIED ? ERROR_SHARING_VIOLATION : error))
+            return ReasonOf(error, to);
+    }
+    return ERROR_SUCCESS;
+}
+
+}  // namespace
+
+bool CPatience::Waits(DWORD error) {
+    if (error != ERROR_SHARING_VIOLATION && error != ERROR_LOCK_VIOLATION) return false;
+    const ULONGLONG now = ::GetTickCount64();
+    if (m_end == 0) m_end = now + kPatience;
+    if (now >= m_end) return false;
+    ::Sleep(kRetryEvery);
+    return true;
+}
+
+UniqueFile OpenForReading(const std::wstring& path) {
+    UniqueFile file = OpenPatiently(path, GENERIC_READ, kShareAll, OPEN_EXISTING);
+    return file && ::GetFileType(file.Get()) == FILE_TYPE_DISK ? std::move(file) : UniqueFile();
+}
+
+UniqueFile OpenForWriting(const std::wstring& path) {
+    // Emptied afterwards: a hidden file can't be created anew.
+    UniqueFile file =
+        OpenPatiently(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, OPEN_ALWAYS);
+    return file && ::SetEndOfFile(file.Get()) ? std::move(file) : UniqueFile();
+}
+
+std::optional<std::uint64_t> SizeOf(const UniqueFile& file) {
+    LARGE_INTEGER size{};
+    if (!file || !::GetFileSizeEx(file.Get(), &size)) return std::nullopt;
+    return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+bool ReadAll(HANDLE file, std::span<std::byte> bytes) {
+    while (!bytes.empty()) {
+        DWORD got = 0;
+        if (!::ReadFile(file, bytes.data(), Piece(bytes.size()), &got, nullptr) || got == 0) return false;
+        bytes = bytes.subspan(got);
+    }
+    return true;
+}
+
+bool WriteAll(HANDLE file, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        DWORD done = 0;
+        if (!::WriteFile(file, bytes.data(), Piece(bytes.size()), &done, nullptr) || done == 0) return false;
+        bytes = bytes.subspan(done);
+    }
+    return true;
+}
+
+FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::string& bytes) {
+    const UniqueFile file = OpenForReading(path);
+    const auto size = SizeOf(file);
+    if (!size || *size > limit) return FileRead::NotOpened;
+    bytes.resize(static_cast<std::size_t>(*size));
+    return ReadAll(file.Get(), std::as_writable_bytes(std::span(bytes))) ? FileRead::Whole : FileRead::Short;
+}
+
+DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        if (attributes & FILE_ATTRIBUTE_DIRECTORY) return ERROR_ACCESS_DENIED;
+        if (attributes & FILE_ATTRIBUTE_READONLY) return ERROR_FILE_READ_ONLY;
+    }
+    std::wstring beside;
+    DWORD error = WriteBeside(path, bytes, beside);
+    if (error != ERROR_SUCCESS) return error;
+    error = MoveOver(beside, path);
+    CPatience patience;
+    if (error != ERROR_SUCCESS) DeleteHeldFile(beside, patience);
+    return error;
+}
+
+bool DeleteHeldFile(const std::wstring& path, CPatience& patience) {
+    while (!::DeleteFileW(path.c_str())) {
+        const DWORD error = ::GetLastError();
+        if (!patience.Waits(error)) return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    }
+    return true;
+}
