@@ -73,6 +73,7 @@ class CComboBox : public CWindow {
     LPARAM Data(int row) const { return Send(CB_GETITEMDATA, static_cast<WPARAM>(row)); }
     void SetData(int row, LPARAM data) const { Send(CB_SETITEMDATA, static_cast<WPARAM>(row), data); }
     std::optional<int> CurrentRow() const;
+    bool IsDropped() const { return Send(CB_GETDROPPEDSTATE) != FALSE; }
     void SetCurrentRow(std::optional<int> row) const {
         Send(CB_SETCURSEL, static_cast<WPARAM>(row.value_or(-1)));
     }
@@ -103,6 +104,11 @@ class CTreeView : public CWindow {
     }
     void Expand(HTREEITEM item, bool expand) const {
         Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(item));
+    }
+    HTREEITEM FirstVisible() const { return Next(TVGN_FIRSTVISIBLE, nullptr); }
+    /// Scrolls so that the item is the first visible one, as far as the tree can be scrolled.
+    void ScrollToTop(HTREEITEM item) const {
+        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
     }
     void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item)); }
     /// `compare` gets the data of two items and `context`. Null parent sorts the top level.

@@ -44,6 +44,10 @@ class CTreeCtrlWrapper {
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record) {
         return InsertItem(parent, TVI_LAST, record);
     }
+    /// Adds as the first child, at a cost that does not grow with the number of children.
+    HTREEITEM Prepend(HTREEITEM parent, const LayoutItem& record) {
+        return InsertItem(parent, TVI_FIRST, record);
+    }
     /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
     HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
     /// Removes all items; the layout then is not modified.

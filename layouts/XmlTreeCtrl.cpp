@@ -1,6 +1,8 @@
 #include "XmlTreeCtrl.h"
 
 #include <cwchar>
+#include <ranges>
+#include <utility>
 
 #include "ClsidText.h"
 
@@ -91,48 +93,60 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     if (!IsPathEmpty() || !TagIs(L"<PluginMenuLayout>")) return false;
     m_schema = NumberOf(AttributeOr(L"DocSchema", L"0"));
     m_layoutName = AttributeOr(L"Name", m_layoutName);
-    if (m_schema < 1) return false;
+    std::vector<Node> items;
+    if (m_schema < 1 || !ReadChildren(items, 1)) return false;
     m_tree.Clear();
     m_lastFolder = nullptr;
     const CRedrawLock noRedraw{CWindow(m_tree.Tree().Handle())};
-    const bool read = ReadChildren(nullptr, 1);
+    const bool inserted = InsertItems(nullptr, items);
+    m_tree.Tree().ScrollToTop(m_tree.FirstTopLevel());
     // Each folder read becomes the selection; only the last one's lasts, and each costs a walk of the tree.
     if (m_lastFolder) m_tree.Tree().Select(m_lastFolder);
     m_tree.Tree().Focus();
-    return read;
+    return inserted;
 }
 
-bool CXMLTreeCtrl::ReadChildren(HTREEITEM parent, int depth) {
+bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, const std::vector<Node>& nodes) {
+    bool hasFolder = false;
+    // From the last to the first: to add behind others, the control would walk all of them each time.
+    for (const Node& node : nodes | std::views::reverse) {
+        const HTREEITEM item = m_tree.Prepend(parent, node.record);
+        if (!item || !InsertItems(item, node.children)) return false;
+        if (node.record.kind != LayoutKind::Folder) continue;
+        hasFolder = true;
+        if (!m_lastFolder) m_lastFolder = item;
+    }
+    // Selecting a folder would open the one that it lies in.
+    if (parent && hasFolder) m_tree.Tree().Expand(parent, true);
+    return true;
+}
+
+bool CXMLTreeCtrl::ReadChildren(std::vector<Node>& nodes, int depth) {
     const CKeepNode keep(*this);
     bool read = true;
     for (ToFirstChild(); read && HasNode(); ToNextSibling()) {
         const CKeepNode keepChild(*this);
-        read = ReadNode(parent, depth);
+        read = ReadNode(nodes, depth);
     }
     return read;
 }
 
-bool CXMLTreeCtrl::ReadNode(HTREEITEM parent, int depth) {
+bool CXMLTreeCtrl::ReadNode(std::vector<Node>& nodes, int depth) {
     ParseNode(Current());
     // Whatever stands within a plug-in or a separator is ignored.
-    if (TagIs(L"<Plugin>")) return ReadPlugin(parent);
-    if (TagIs(L"<Separator>")) return m_tree.Append(parent, NewSeparator()) != nullptr;
-    if (TagIs(L"<Folder>")) return ReadFolder(parent, depth);
+    if (TagIs(L"<Plugin>")) return ReadPlugin(nodes);
+    if (TagIs(L"<Separator>")) return Add(nodes, NewSeparator());
+    if (TagIs(L"<Folder>")) return ReadFolder(nodes, depth);
     // An unknown element passes only without content: its nodes come to HandleNode, which refuses them.
     return CXmlDoc::HandleNode(Current());
 }
 
-bool CXMLTreeCtrl::ReadFolder(HTREEITEM parent, int depth) {
-    if (depth > kDeepestNesting) return false;
-    const HTREEITEM folder = m_tree.Append(parent, NewFolder(AttributeOr(L"Name", kUnnamedFolder)));
-    if (!folder) return false;
-    m_lastFolder = folder;
-    // Selecting a folder would open the one that it lies in.
-    if (parent) m_tree.Tree().Expand(parent, true);
-    return ReadChildren(folder, depth + 1);
+bool CXMLTreeCtrl::ReadFolder(std::vector<Node>& nodes, int depth) {
+    return depth <= kDeepestNesting && Add(nodes, NewFolder(AttributeOr(L"Name", kUnnamedFolder))) &&
+           ReadChildren(nodes.back().children, depth + 1);
 }
 
-bool CXMLTreeCtrl::ReadPlugin(HTREEITEM parent) {
+bool CXMLTreeCtrl::ReadPlugin(std::vector<Node>& nodes) {
     if (!FindAttribute(L"Category")) return false;
     LayoutItem plugin = NewPlugin();
     plugin.category = NumberOf(*FoundAttribute());
@@ -144,7 +158,14 @@ bool CXMLTreeCtrl::ReadPlugin(HTREEITEM parent) {
     plugin.originalName = AttributeOr(L"OriginalName", L"");
     plugin.defaultPreset = AttributeOr(L"DefaultPreset", L"");
     m_plugins.mark(plugin);
-    return m_tree.Append(parent, plugin) != nullptr;
+    return Add(nodes, std::move(plugin));
+}
+
+/// False when the ids are used up: the tree would not take the item.
+bool CXMLTreeCtrl::Add(std::vector<Node>& nodes, LayoutItem record) {
+    if (record.id == kInvalidItemId) return false;
+    nodes.push_back({std::move(record), {}});
+    return true;
 }
 
 std::wstring CXMLTreeCtrl::AttributeOr(std::wstring_view name, const std::wstring& otherwise) {

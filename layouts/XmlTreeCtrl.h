@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "Guid.h"
 #include "LayoutItem.h"
@@ -18,9 +19,9 @@ struct LayoutPlugins {
     std::function<void(LayoutItem&)> mark;
 };
 
-/// Failure contract: Load and Save give false. A load that fails at the root leaves the tree alone; one that
-/// fails later leaves what was read before. A load marks the tree modified; whether the layout is, the caller
-/// knows.
+/// Failure contract: Load and Save give false. A file is read to its end before the tree is touched, so that
+/// one that is no layout leaves the tree alone. A load marks the tree modified; whether the layout is, the
+/// caller knows.
 class CXMLTreeCtrl : public CXmlDoc {
   public:
     CXMLTreeCtrl(CTreeCtrlWrapper& tree, const LayoutPlugins& plugins) : m_tree(tree), m_plugins(plugins) {}
@@ -44,10 +45,17 @@ class CXMLTreeCtrl : public CXmlDoc {
     bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
     bool WritePlugin(const LayoutItem& record);
 
-    bool ReadChildren(HTREEITEM parent, int depth);
-    bool ReadNode(HTREEITEM parent, int depth);
-    bool ReadPlugin(HTREEITEM parent);
-    bool ReadFolder(HTREEITEM parent, int depth);
+    /// An item that was read, with what is in it.
+    struct Node {
+        LayoutItem record;
+        std::vector<Node> children;
+    };
+    bool ReadChildren(std::vector<Node>& nodes, int depth);
+    bool ReadNode(std::vector<Node>& nodes, int depth);
+    bool ReadPlugin(std::vector<Node>& nodes);
+    bool ReadFolder(std::vector<Node>& nodes, int depth);
+    static bool Add(std::vector<Node>& nodes, LayoutItem record);
+    bool InsertItems(HTREEITEM parent, const std::vector<Node>& nodes);
     std::wstring AttributeOr(std::wstring_view name, const std::wstring& otherwise);
 
     CTreeCtrlWrapper& m_tree;
