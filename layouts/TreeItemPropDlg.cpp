@@ -3,6 +3,7 @@
 #include "ClsidText.h"
 #include "PresetListBox.h"
 #include "PresetListMgr.h"
+#include "Resources.h"
 #include "StringRing.h"
 #include "resource.h"
 
@@ -39,17 +40,32 @@ bool CTreeItemPropDlg::OnInitDialog() {
     return true;
 }
 
+/// The id that the host keeps presets under: a layout may name a VST plug-in by its other one.
+Guid CTreeItemPropDlg::PresetClsid() const {
+    const VstInventoryRecord* vst =
+        m_plugin.clsid.IsNull() ? nullptr : m_inventory.Vst().Find(m_plugin.clsid);
+    return vst ? vst->clsid : m_plugin.clsid;
+}
+
 void CTreeItemPropDlg::FillPresets() {
-    auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
+    const auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
     if (const auto category = CategoryOf(m_plugin)) {
-        CPresetListMgr(m_plugin.clsid, RowOf(*category).guid, m_plugin.name).FillPresetList(presets);
+        CPresetListMgr(PresetClsid(), RowOf(*category).guid, m_plugin.name).FillPresetList(presets);
     }
-    presets.SetCurrentRow(presets.FindExact(m_plugin.defaultPreset).value_or(0));
+    if (!m_preset.empty()) {
+        m_shownRow = presets.FindExact(m_preset);
+        if (!m_shownRow) m_shownRow = presets.Add(m_preset);  // of another computer, perhaps
+    }
+    // Only now, because a preset may have this name, too.
+    presets.SendText(CB_INSERTSTRING, 0, LoadText(IDS_NONE));
+    m_shownRow = m_shownRow ? *m_shownRow + 1 : 0;
+    presets.SetCurrentRow(m_shownRow);
 }
 
 void CTreeItemPropDlg::OnOK() {
     m_name = Item(IDC_PROP_NAME).Text();
     const auto presets = Control<CComboBox>(IDC_PROP_PRESET);
-    if (const auto row = presets.CurrentRow()) m_preset = presets.RowText(*row);
+    const auto row = presets.CurrentRow();
+    if (row && row != m_shownRow) m_preset = *row == 0 ? std::wstring() : presets.RowText(*row);
     End(IDOK);
 }

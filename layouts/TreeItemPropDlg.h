@@ -1,6 +1,7 @@
 // The properties of a plug-in in a layout.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "Dialog.h"
@@ -21,10 +22,12 @@ class CTreeItemPropDlg : public CDialog {
     bool OnInitDialog() override;
     void OnOK() override;
     void FillPresets();
+    Guid PresetClsid() const;
 
     const CPluginInventory& m_inventory;
     const LayoutItem& m_plugin;
     std::wstring m_name;
     std::wstring m_preset;
+    std::optional<int> m_shownRow;  // in the list of presets, when the dialog opens
     std::wstring m_originalName;
 };
