@@ -123,10 +123,12 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Files::OnOpen>(IDC_LAYOUT_OPEN),
         R::OnCommand<BN_CLICKED, &Files::OnSave>(IDC_LAYOUT_SAVE),
         R::OnCommand<BN_CLICKED, &Files::OnDelete>(IDC_LAYOUT_DELETE),
-        R::OnCommand<CBN_SELCHANGE, &Files::OnPick>(IDC_LAYOUTS),
+        R::OnCommand<CBN_SELCHANGE, &Files::OnListChange>(IDC_LAYOUTS),
+        R::OnCommand<CBN_SELENDOK, &Files::OnListChosen>(IDC_LAYOUTS),
+        R::OnCommand<CBN_SELENDCANCEL, &Files::OnListLeft>(IDC_LAYOUTS),
         R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
         R::OnMessage<WM_DRAWITEM, &CLayoutToolbar::OnDrawItem>(),
-        R::OnMessage<crackers::kPutOff, &Files::PutNameBack>(),
+        R::OnMessage<crackers::kPutOff, &Files::OnPutOff>(),
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
@@ -340,6 +342,7 @@ void CPluginManagerDlg::OnColoursChanged() {
 }
 
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {
+    if (m_files.IsWheelOverList(message)) return true;
     if (message.message != WM_KEYDOWN) return false;
     const bool editing = m_tree.IsEditingLabel();
     switch (message.wParam) {

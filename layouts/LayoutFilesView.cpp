@@ -6,6 +6,7 @@
 #include "RegKey.h"
 #include "Resources.h"
 #include "TextFormat.h"
+#include "TreePlace.h"
 #include "resource.h"
 
 namespace {
@@ -64,7 +65,7 @@ void CLayoutFilesView::OnInitDialog() {
 int CLayoutFilesView::AskToSave(UINT buttons) {
     if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);  // a close box takes no focus from the edit
     if (!m_tree.Layout().IsModified()) return IDNO;
-    const std::wstring name = m_name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
+    const std::wstring name = DisplayName().empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
     const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
     return answer == IDYES ? Save() : answer;
 }
@@ -77,7 +78,7 @@ void CLayoutFilesView::ListLayouts() {
     for (const LayoutFile& file : ScanLayoutFolder(m_folder)) AddRow(file.name, file.path);
     m_current.reset();
     EnableDelete(false);
-    PutNameBack();
+    m_list.SetText(m_name);
 }
 
 void CLayoutFilesView::Open(const std::wstring& path) {
@@ -105,7 +106,7 @@ bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
     return true;
 }
 
-/// Gives the layout's display name. What a failed load leaves behind counts as modified.
+/// Gives the layout's display name; nothing, and the tree as it was, when the file is no layout.
 std::optional<std::wstring> CLayoutFilesView::Load(const std::wstring& path) {
     const CWaitCursor wait;
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
@@ -136,28 +137,44 @@ void CLayoutFilesView::OnOpen() {
     m_tree.UpdateButtons();
 }
 
-void CLayoutFilesView::OnPick() {
-    const auto picked = m_list.CurrentRow();
-    const std::wstring path = PathOf(picked);
+void CLayoutFilesView::OnListChange() {
+    m_listMoved = true;
+    if (!m_list.IsDropped()) EndPick(true);
+}
+
+void CLayoutFilesView::EndPick(bool chosen) {
+    m_chosen = chosen;
+    // Put off: the list writes the row's name into its field when it is done with its notifications, whose
+    // order differs from system to system.
+    ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
+}
+
+void CLayoutFilesView::OnPutOff() {
+    if (!m_listMoved) return;
+    const auto row = m_list.CurrentRow();
+    // Until the picked layout is there, the list shows the one that is.
+    m_list.SetCurrentRow(m_current);
+    m_list.SetText(m_name);
+    m_listMoved = false;
+    if (m_chosen) Pick(row);
+}
+
+void CLayoutFilesView::Pick(std::optional<int> row) {
+    const std::wstring path = PathOf(row);
     const int answer = AskToSave(MB_YESNOCANCEL);
-    if (answer == IDCANCEL) {
-        m_list.SetCurrentRow(m_current);
-        PutNameBack();
-        ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
-        return;
-    }
-    if (answer != IDYES || path.empty()) return ShowPicked(picked);
+    if (answer == IDCANCEL) return;
+    if (answer != IDYES || path.empty()) return ShowPicked(row);
     // Saving lists the folder anew: the rows are others then, and files from elsewhere have none.
-    if (const auto row = RowOf(path)) return ShowPicked(row);
+    if (const auto newRow = RowOf(path)) return ShowPicked(newRow);
     Open(path);
 }
 
 void CLayoutFilesView::ShowPicked(std::optional<int> row) {
+    const std::wstring path = PathOf(row);
+    if (!path.empty() && !Load(path)) return Complain(IDS_NOT_A_LAYOUT);
     m_list.SetCurrentRow(row);
     SetName(row ? m_list.RowText(*row) : std::wstring());
     m_temporaryPath.clear();
-    const std::wstring path = PathOf(row);
-    if (!path.empty() && !Load(path)) Complain(IDS_NOT_A_LAYOUT);
     ShowFileName(path);
     RemovePlaceholder();
     m_current = m_list.CurrentRow();
@@ -167,7 +184,7 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
 }
 
 int CLayoutFilesView::Save() {
-    const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(m_name) : m_temporaryPath;
+    const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(DisplayName()) : m_temporaryPath;
     CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
     const auto path = dialog.RunSave(m_dialog.Handle());
     if (!path) return IDCANCEL;
@@ -197,7 +214,11 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     ShowFileName(path);
     // Of several layouts with one name it is the one in this file.
     const auto row = RowOf(path);
-    if (row && m_list.RowText(*row) == name) ShowPicked(row);
+    if (!row || m_list.RowText(*row) != name) return;
+    const CTreePlace place(m_tree.Layout().Tree());
+    ShowPicked(row);
+    place.Restore(m_tree.Layout().Tree());
+    m_tree.UpdateButtons();
 }
 
 void CLayoutFilesView::OnDelete() {
@@ -206,7 +227,10 @@ void CLayoutFilesView::OnDelete() {
         ::DeleteFileW(path.c_str());
         m_list.Remove(*m_current);
         m_current.reset();
-        PutNameBack();
+        // When New is left, the tree is a layout without a file.
+        m_list.SetText(m_name);
+        ShowFileName(L"");
+        EnableDelete(false);
         OnNew();
     }
     NoteChange();
@@ -249,7 +273,18 @@ void CLayoutFilesView::RemovePlaceholder() {
 
 void CLayoutFilesView::SetName(const std::wstring& name) {
     m_name = name;
-    PutNameBack();
+    m_list.SetText(name);
+}
+
+/// The list's field, but while the list only offers other layouts.
+const std::wstring& CLayoutFilesView::DisplayName() {
+    if (!m_listMoved) m_name = m_list.Text();
+    return m_name;
+}
+
+bool CLayoutFilesView::IsWheelOverList(const MSG& message) const {
+    return message.message == WM_MOUSEWHEEL && !m_list.IsDropped() &&
+           (message.hwnd == m_list.Handle() || ::IsChild(m_list.Handle(), message.hwnd));
 }
 
 void CLayoutFilesView::ShowFileName(const std::wstring& path) const {

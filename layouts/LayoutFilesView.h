@@ -33,10 +33,14 @@ class CLayoutFilesView {
     void OnOpen();
     void OnSave() { Save(); }
     void OnDelete();
-    void OnPick();
     void OnEditName() { m_name = m_list.Text(); }
-    /// The list writes the chosen name into its field when a pick is over, even one that was taken back.
-    void PutNameBack() const { m_list.SetText(m_name); }
+    /// Another row is the list's current one: picked, or only passed by in the list that is down.
+    void OnListChange();
+    void OnListChosen() { EndPick(true); }
+    void OnListLeft() { EndPick(false); }
+    void OnPutOff();
+    /// Over the closed list it would go through the layouts.
+    bool IsWheelOverList(const MSG& message) const;
 
   private:
     bool OpenByPath(const std::wstring& path);
@@ -44,6 +48,8 @@ class CLayoutFilesView {
     int Save();
     void SaveTo(const std::wstring& path, const std::wstring& name);
     void ShowSaved(const std::wstring& path, const std::wstring& name);
+    void EndPick(bool chosen);
+    void Pick(std::optional<int> row);
     void ShowPicked(std::optional<int> row);
 
     std::vector<std::wstring> Names() const;
@@ -53,6 +59,7 @@ class CLayoutFilesView {
     std::optional<int> AddRow(const std::wstring& name, const std::wstring& path);
     void RemovePlaceholder();
     void SetName(const std::wstring& name);
+    const std::wstring& DisplayName();
     void ShowFileName(const std::wstring& path) const;
     void EnableDelete(bool enable) const;
     void NoteChange() const;
@@ -69,5 +76,7 @@ class CLayoutFilesView {
     std::vector<std::wstring> m_paths;  // a row's data is an index into them; -1 for a row without a file
     std::optional<int> m_current;       // row of the layout shown; nothing for a new one
     std::wstring m_name;                // in the list's field, before a pick changes it
+    bool m_listMoved = false;           // the list's current row is not the layout shown
+    bool m_chosen = false;              // by the row that the list moved to; else it was left
     std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
 };

@@ -1,0 +1,23 @@
+// What a user has opened, selected and scrolled to in a tree.
+#pragma once
+
+#include <vector>
+
+#include "TreeCtrlEx.h"
+
+class CTreePlace {
+  public:
+    /// Notes it.
+    explicit CTreePlace(const CTreeCtrlEx& tree);
+    /// Restores it in a tree that was filled anew with the same items; a tree with others is left alone.
+    void Restore(const CTreeCtrlEx& tree) const;
+
+  private:
+    struct Row {
+        bool expanded;
+        bool selected;
+        bool caret;
+        bool first;  // of the visible ones
+    };
+    std::vector<Row> m_rows;  // of all items in order
+};
