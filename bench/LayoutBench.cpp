@@ -3,6 +3,7 @@
 #include <objbase.h>
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <msxml2.h>
@@ -42,18 +43,25 @@ struct Bstr {
     BSTR text;
 };
 
-bool IsFolder(int number) { return number % kItemsInFolder == 0; }
+/// A folder of twenty items after the other, among them separators; or the same items without any folder.
+struct Shape {
+    std::string name;
+    bool flat;
+    bool IsFolder(int number) const { return !flat && number % kItemsInFolder == 0; }
+};
+const Shape kFolders = {"layout", false};
+const Shape kFlat = {"flat layout", true};
+
 bool IsSeparator(int number) { return number % kSeparatorEvery == 3; }
 std::wstring NameOf(int number) { return L"Bench item " + std::to_wstring(number); }
 Guid IdOf(int number) { return {static_cast<std::uint32_t>(number), 1, 2, {3}}; }
 
-/// A folder of twenty items after the other, among them separators.
-void Fill(CTreeCtrlWrapper& layout, int size) {
+void Fill(CTreeCtrlWrapper& layout, const Shape& shape, int size) {
     layout.Clear();
     const CRedrawLock noRedraw{CWindow(layout.Tree().Handle())};
     HTREEITEM folder = nullptr;
     for (int number = 0; number < size; ++number) {
-        if (IsFolder(number)) {
+        if (shape.IsFolder(number)) {
             folder = layout.Append(nullptr, NewFolder(NameOf(number)));
         } else if (IsSeparator(number)) {
             layout.Append(folder, NewSeparator());
@@ -75,16 +83,17 @@ ComPtr<IXMLDOMDocument> BareDocument() {
 }
 
 /// The floor of a load: the parser reads the file, and as many items go into the tree.
-void BareLoad(const CTreeView& tree, const std::wstring& path, int size) {
+void BareLoad(const CTreeView& tree, const std::wstring& path, const Shape& shape, int size) {
     VARIANT_BOOL loaded = VARIANT_FALSE;
     BareDocument()->load(Bstr(path).Argument(), &loaded);
     const CRedrawLock noRedraw(tree);
     tree.Delete(TVI_ROOT);
     HTREEITEM folder = nullptr;
     for (int number = 0; number < size; ++number) {
-        const bool isFolder = IsFolder(number);
+        const bool isFolder = shape.IsFolder(number);
         const std::wstring name = IsSeparator(number) ? kSeparatorText : NameOf(number);
-        const HTREEITEM item = tree.Insert(isFolder ? nullptr : folder, TVI_LAST, name, 5, 5, number);
+        const HTREEITEM place = shape.flat ? TVI_FIRST : TVI_LAST;
+        const HTREEITEM item = tree.Insert(isFolder ? nullptr : folder, place, name, 5, 5, number);
         if (isFolder) folder = item;
     }
 }
@@ -94,7 +103,7 @@ void BareSet(IXMLDOMElement& element, const wchar_t* name, const std::wstring& v
 }
 
 /// The floor of a save: the same document, built and written.
-void BareSave(const std::wstring& path, int size) {
+void BareSave(const std::wstring& path, const Shape& shape, int size) {
     const ComPtr<IXMLDOMDocument> document = BareDocument();
     VARIANT_BOOL loaded = VARIANT_FALSE;
     document->loadXML(Bstr(L"<?xml version=\"1.0\" encoding=\"UTF-8\"?><PluginMenuLayout/>").text, &loaded);
@@ -104,11 +113,11 @@ void BareSave(const std::wstring& path, int size) {
     BareSet(*root.Get(), L"Name", L"Bench");
     ComPtr<IXMLDOMElement> folder;
     for (int number = 0; number < size; ++number) {
-        const bool isFolder = IsFolder(number);
+        const bool isFolder = shape.IsFolder(number);
         const wchar_t* tag = isFolder ? L"Folder" : IsSeparator(number) ? L"Separator" : L"Plugin";
         ComPtr<IXMLDOMElement> element;
         document->createElement(Bstr(tag).text, &element);
-        (isFolder ? root : folder)->appendChild(element.Get(), nullptr);
+        (isFolder || !folder ? root : folder)->appendChild(element.Get(), nullptr);
         if (isFolder) {
             BareSet(*element.Get(), L"Name", NameOf(number));
             folder = element;
@@ -175,28 +184,30 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
                  }));
 }
 
-}  // namespace
+/// How a time grows with the number of items: 1 is in proportion, 2 with its square.
+void PrintGrowth(const std::string& what, const Comparison& small, const Comparison& large, double times) {
+    std::printf("  growth of %s: exponent %.2f, floor %.2f\n", what.c_str(),
+                std::log(large.ours / small.ours) / std::log(times),
+                std::log(large.floor / small.floor) / std::log(times));
+}
 
-void BenchLayouts() {
-    CDialog dialog(IDD_PLUGIN_MANAGER);
-    if (!dialog.CreateModeless(nullptr)) return;
-    CTreeCtrlEx tree;
-    tree.Attach(dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
-    CTreeCtrlWrapper layout(tree);
+void BenchFiles(CTreeCtrlWrapper& layout, const Shape& shape, const std::wstring& path) {
     const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
-    const std::wstring path = (std::filesystem::temp_directory_path() / L"bench.pgl").wstring();
+    const CTreeCtrlEx& tree = layout.Tree();
+    Comparison savedBefore;
+    Comparison loadedBefore;
     for (const int size : kSizes) {
-        Fill(layout, size);
+        Fill(layout, shape, size);
         const auto save = [&] {
             CXMLTreeCtrl document(layout, plugins);
             document.SetLayoutName(L"Bench");
             if (!document.Save(path)) std::puts("the layout could not be saved");
         };
-        const auto saved = Compare(kRuns, save, [&] { BareSave(path, size); });
-        PrintRow("layout save", size, saved);
+        const auto saved = Compare(kRuns, save, [&] { BareSave(path, shape, size); });
+        PrintRow(shape.name + " save", size, saved);
         const auto walked = Compare(kRuns, save, [&] {
             BareWalk(tree, tree.Root());
-            BareSave(path, size);
+            BareSave(path, shape, size);
         });
         PrintRow("  over a bare walk, too", size, walked);
         const auto loaded = Compare(
@@ -205,12 +216,31 @@ void BenchLayouts() {
                 CXMLTreeCtrl document(layout, plugins);
                 if (!document.Load(path, false)) std::puts("the layout could not be loaded");
             },
-            [&] { BareLoad(tree, path, size); });
-        PrintRow("layout load", size, loaded);
-        if (size == kSizes.back())
+            [&] { BareLoad(tree, path, shape, size); });
+        PrintRow(shape.name + " load", size, loaded);
+        if (size == kSizes.back()) {
             std::printf("  ratios at %d: save %.2f, load %.2f (aim 1.50)\n", size, saved.Ratio(),
                         loaded.Ratio());
+            constexpr double kTimes = static_cast<double>(kSizes.back()) / kSizes[kSizes.size() - 2];
+            PrintGrowth("save over a bare walk", savedBefore, walked, kTimes);
+            PrintGrowth("load", loadedBefore, loaded, kTimes);
+        }
+        savedBefore = walked;
+        loadedBefore = loaded;
     }
+}
+
+}  // namespace
+
+void BenchLayouts() {
+    CDialog dialog(IDD_PLUGIN_MANAGER);
+    if (!dialog.CreateModeless(nullptr)) return;
+    CTreeCtrlEx tree;
+    tree.Attach(dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
+    CTreeCtrlWrapper layout(tree);
+    const std::wstring path = (std::filesystem::temp_directory_path() / L"bench.pgl").wstring();
+    BenchFiles(layout, kFolders, path);
+    BenchFiles(layout, kFlat, path);
     ::DeleteFileW(path.c_str());
     BenchEdits(layout);
 }
