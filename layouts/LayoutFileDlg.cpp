@@ -1,5 +1,7 @@
 #include "LayoutFileDlg.h"
 
+#include <dlgs.h>
+
 #include "MessageCaption.h"
 #include "Resources.h"
 #include "resource.h"
@@ -48,6 +50,19 @@ void CLayoutFileDlg::OnInitDone() {
     // Posted: the dialog gives the focus to its own field when this is over.
     ::PostMessageW(::GetParent(Window().Handle()), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(combo.Handle()),
                    TRUE);
+}
+
+/// Without a file name the system's dialog can't be confirmed, and does not say so: it follows the display
+/// name until the user enters one.
+void CLayoutFileDlg::OnCommand(UINT id, UINT code) {
+    if (id != IDC_DISPLAY_NAME || (code != CBN_EDITCHANGE && code != CBN_SELCHANGE)) return;
+    const CWindow dialog(::GetParent(Window().Handle()));
+    const int field = ::GetDlgItem(dialog.Handle(), cmb13) ? cmb13 : edt1;
+    if (CWindow(::GetDlgItem(dialog.Handle(), field)).Text() != m_proposed) return;
+    const auto names = Control<CComboBox>(IDC_DISPLAY_NAME);
+    const auto row = code == CBN_SELCHANGE ? names.CurrentRow() : std::nullopt;
+    m_proposed = ProposedFileName(row ? names.RowText(*row) : names.Text());
+    dialog.SendText(CDM_SETCONTROLTEXT, static_cast<WPARAM>(field), m_proposed);
 }
 
 bool CLayoutFileDlg::OnFileOk() {

@@ -25,9 +25,11 @@ class CLayoutFileDlg : public CFileDialog {
 
   protected:
     void OnInitDone() override;
+    void OnCommand(UINT id, UINT code) override;
     bool OnFileOk() override;
 
   private:
     std::vector<std::wstring> m_names;
     std::wstring m_displayName;
+    std::wstring m_proposed;  // put into the empty field for the file name
 };

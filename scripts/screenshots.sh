@@ -56,7 +56,7 @@ toolbar_picture() {
 # language_pictures LANGUAGE: a menu layout beside the VST effects, and the properties of one of its plug-ins.
 language_pictures() {
     local file=${1,,}
-    start_program "$1" "$layouts\\mixing.pgl"
+    start_program "$1" "$layouts\\Mixing.pgl"
     probe --category $vst_effects --press $button_expand_all
     picture "main-$file.png"
     probe --open-item $item_with_presets
@@ -82,14 +82,14 @@ preset_pictures() {
 }
 
 layout_pictures() {
-    start_program English "$layouts\\instruments.pgl"
+    start_program English "$layouts\\Instruments & Ideas.pgl"
     probe --press $button_expand_all
     picture layout.png
     probe --press $button_save
     picture save-layout.png --popup 'Save Plug-In Menu Layout'
     probe --popup 'Save Plug-In Menu Layout' --close
     close_program
-    start_program English "$layouts\\mixing.pgl"
+    start_program English "$layouts\\Mixing.pgl"
     probe --press $button_expand_all --open-item $item_with_presets
     picture item-properties.png --dialog
     probe --dialog --press $button_cancel
@@ -120,7 +120,7 @@ for language in English German French Italian Spanish Portuguese Russian Japanes
     language_pictures $language
 done
 
-start_program English "$layouts\\mixing.pgl"
+start_program English "$layouts\\Mixing.pgl"
 probe --category $vst_instruments --plugin 'Polar Pads' --press $button_expand_all
 picture main-dialog.png
 probe --size 1200x900
