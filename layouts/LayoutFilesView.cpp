@@ -2,34 +2,18 @@
 
 #include "LayoutFileDlg.h"
 #include "LayoutFolder.h"
+#include "LayoutPath.h"
 #include "MessageCaption.h"
 #include "RegKey.h"
 #include "Resources.h"
+#include "SaveFailure.h"
 #include "TextFormat.h"
 #include "TreePlace.h"
 #include "resource.h"
 
 namespace {
 
-bool EqualIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                  TRUE) == CSTR_EQUAL;
-}
-
-bool IsTemporary(std::wstring_view path) {
-    constexpr std::wstring_view kExtension = L".tmp";
-    return path.size() >= kExtension.size() &&
-           EqualIgnoringCase(path.substr(path.size() - kExtension.size()), kExtension);
-}
-
-/// A path from the command line may be relative, and one from the registry may have detours.
-std::wstring FullPathOf(const std::wstring& path) {
-    std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return full;
-}
-
-std::wstring FileNameOf(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/") + 1); }
+constexpr wchar_t kTemporary[] = L".tmp";
 
 /// The null id is nobody's, though a record without a second id may stand under it.
 const VstInventoryRecord* FindVst(const CPluginInventory& inventory, const Guid& clsid) {
@@ -82,7 +66,7 @@ void CLayoutFilesView::ListLayouts() {
 }
 
 void CLayoutFilesView::Open(const std::wstring& path) {
-    if (!OpenByPath(FullPathOf(path))) Complain(IDS_NOT_A_LAYOUT);
+    if (!OpenByPath(FullPathOf(path))) Complain(LoadText(IDS_NOT_A_LAYOUT));
     m_tree.UpdateButtons();
 }
 
@@ -90,7 +74,7 @@ bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
     const auto name = Load(path);
     if (!name) return false;
     m_temporaryPath.clear();
-    if (IsTemporary(path)) {
+    if (HasExtension(path, kTemporary)) {
         m_temporaryPath = path;
         ShowFileName(L"");
     } else {
@@ -171,7 +155,7 @@ void CLayoutFilesView::Pick(std::optional<int> row) {
 
 void CLayoutFilesView::ShowPicked(std::optional<int> row) {
     const std::wstring path = PathOf(row);
-    if (!path.empty() && !Load(path)) return Complain(IDS_NOT_A_LAYOUT);
+    if (!path.empty() && !Load(path)) return Complain(LoadText(IDS_NOT_A_LAYOUT));
     m_list.SetCurrentRow(row);
     SetName(row ? m_list.RowText(*row) : std::wstring());
     m_temporaryPath.clear();
@@ -200,7 +184,8 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
     } else {
         // So that the user sees which item can't be written.
         if (document.FailedItem()) m_tree.Layout().Tree().SelectOnly(document.FailedItem());
-        Complain(IDS_LAYOUT_SAVE_ERROR);
+        const std::wstring reason = SaveFailureText(document);
+        Complain(LoadText(IDS_LAYOUT_SAVE_ERROR) + (reason.empty() ? L"" : L"\n\n" + reason));
     }
     NoteChange();
     m_host.Tell(kLayoutsChanged);
@@ -208,7 +193,7 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
 
 void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& name) {
     m_tree.Layout().SetModified(false);
-    m_temporaryPath = IsTemporary(path) ? path : std::wstring();
+    m_temporaryPath = HasExtension(path, kTemporary) ? path : std::wstring();
     SetName(name);
     ListLayouts();
     ShowFileName(path);
@@ -252,7 +237,7 @@ std::wstring CLayoutFilesView::PathOf(std::optional<int> row) const {
 
 std::optional<int> CLayoutFilesView::RowOf(const std::wstring& path) const {
     for (int row = 0; row < m_list.Count(); ++row) {
-        if (EqualIgnoringCase(PathOf(row), path)) return row;
+        if (SamePath(PathOf(row), path)) return row;
     }
     return std::nullopt;
 }
@@ -304,6 +289,6 @@ int CLayoutFilesView::Ask(const std::wstring& question, UINT buttons) const {
     return ShowMessage(m_dialog.Handle(), question, kMessageCaption, buttons | MB_ICONWARNING);
 }
 
-void CLayoutFilesView::Complain(UINT textId) const {
-    ShowMessage(m_dialog.Handle(), LoadText(textId), kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
+void CLayoutFilesView::Complain(const std::wstring& text) const {
+    ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
 }

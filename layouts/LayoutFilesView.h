@@ -64,7 +64,7 @@ class CLayoutFilesView {
     void EnableDelete(bool enable) const;
     void NoteChange() const;
     int Ask(const std::wstring& question, UINT buttons) const;
-    void Complain(UINT textId) const;
+    void Complain(const std::wstring& text) const;
 
     CDialog& m_dialog;
     CLayoutTreeView& m_tree;

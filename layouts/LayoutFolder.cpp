@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "Handles.h"
+#include "LayoutPath.h"
 #include "XmlDoc.h"
 
 namespace {
@@ -30,7 +31,8 @@ std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder) {
     if (first == INVALID_HANDLE_VALUE) return files;
     const UniqueHandle<HANDLE, &::FindClose> find(first);
     do {
-        if (entry.dwFileAttributes & kPassedOver) continue;
+        // The pattern also finds short names, which Windows makes of extensions that only begin so.
+        if ((entry.dwFileAttributes & kPassedOver) || !HasExtension(entry.cFileName, L".pgl")) continue;
         std::wstring path = prefix + entry.cFileName;
         std::wstring name = DisplayNameOf(path);
         if (!name.empty()) files.push_back({std::move(name), std::move(path)});

@@ -13,8 +13,6 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-constexpr std::size_t kLargestFile = 64U << 20;  // a hundred thousand items take about half of it
-
 // The compiler's headers stop at an earlier version of the parser.
 constexpr CLSID kDomDocument60 = {
     0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
@@ -57,8 +55,10 @@ std::wstring NodeValue(IXMLDOMNode* node) {
     return text;
 }
 
+}  // namespace
+
 /// XML has no way to write most control characters, nor half a surrogate pair.
-bool IsXmlText(std::wstring_view text) {
+bool CXmlDoc::IsXmlText(std::wstring_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar_t c = text[i];
         if (IS_HIGH_SURROGATE(c)) {
@@ -70,8 +70,6 @@ bool IsXmlText(std::wstring_view text) {
     }
     return true;
 }
-
-}  // namespace
 
 bool CXmlDoc::Fail(std::wstring_view error) {
     m_lastError = error;
@@ -140,6 +138,7 @@ void CXmlDoc::ReadParseError() {
 
 bool CXmlDoc::Save(const std::wstring& path) {
     assert(m_document);
+    m_saveError = ERROR_SUCCESS;
     ComPtr<IStream> stream;
     if (!m_document || FAILED(::CreateStreamOnHGlobal(nullptr, TRUE, &stream))) return false;
     VARIANT target;
@@ -154,10 +153,10 @@ bool CXmlDoc::Save(const std::wstring& path) {
     const auto* bytes = static_cast<const char*>(::GlobalLock(memory));
     const std::size_t size = facts.cbSize.QuadPart;
     // A file that is too large to be read again is not written.
-    const bool saved =
-        bytes && size <= kLargestFile && ReplaceFileContents(path, {bytes, size}) == ERROR_SUCCESS;
+    if (bytes)
+        m_saveError = size <= kLargestFile ? ReplaceFileContents(path, {bytes, size}) : ERROR_FILE_TOO_LARGE;
     ::GlobalUnlock(memory);
-    return saved;
+    return bytes && m_saveError == ERROR_SUCCESS;
 }
 
 bool CXmlDoc::HandleNode(IXMLDOMNode* node) {

@@ -34,6 +34,11 @@ class CXmlDoc {
 
   public:
     const std::wstring& LastError() const { return m_lastError; }
+    /// What kept the last save from writing the file: the system's error, ERROR_FILE_TOO_LARGE for a file
+    /// that Load would refuse; ERROR_SUCCESS when it was nothing about the file.
+    DWORD SaveError() const { return m_saveError; }
+    static constexpr std::size_t kLargestFile = 64U << 20;  // a hundred thousand items take about half of it
+    static bool IsXmlText(std::wstring_view text);
 
     // The node parsed last.
     /// The element's name in angle brackets; "<#TEXT#>" and "<#CDATA#>" for texts; empty for others.
@@ -107,6 +112,7 @@ class CXmlDoc {
     Microsoft::WRL::ComPtr<IXMLDOMElement> m_root;
     Microsoft::WRL::ComPtr<IXMLDOMNode> m_current;
     std::wstring m_lastError;
+    DWORD m_saveError = ERROR_SUCCESS;
     std::vector<std::wstring> m_attributeNames;
     std::vector<std::wstring> m_attributeValues;
     int m_found = -1;

@@ -8,9 +8,6 @@
 
 namespace {
 
-/// The parser's own limit is a little above; a deeper layout is not written, because it could not be read.
-constexpr int kDeepestNesting = 250;
-
 constexpr wchar_t kUnnamedFolder[] = L"??????";
 
 // Categories in layout files.
@@ -28,8 +25,12 @@ Guid ClsidOf(const std::wstring& text) {
 }  // namespace
 
 bool CXMLTreeCtrl::Save(const std::wstring& path) {
+    m_failure = Failure::Unknown;
     m_failedItem = nullptr;
-    return BuildDocument() && CXmlDoc::Save(path);
+    if (!BuildDocument()) return false;
+    if (CXmlDoc::Save(path)) return true;
+    if (SaveError() != ERROR_SUCCESS) m_failure = Failure::File;
+    return false;
 }
 
 bool CXMLTreeCtrl::BuildDocument() {
@@ -41,8 +42,22 @@ bool CXMLTreeCtrl::BuildDocument() {
         // Kept: the host's users know layouts that are named after their first item.
         m_layoutName = record->name;
     }
+    if (!IsXmlText(m_layoutName)) {
+        m_failure = Failure::Text;
+        m_failedName = m_layoutName;
+    }
     return CreateRootElement(L"PluginMenuLayout") && SetAttribute(L"DocSchema", L"1") &&
            SetAttribute(L"Name", m_layoutName) && WriteItems(first, 1);
+}
+
+void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
+    if (m_failedItem) return;  // a folder fails with what is in it
+    m_failedItem = item;
+    m_failedName = record.name;
+    if (!IsXmlText(record.name) || !IsXmlText(record.originalName) || !IsXmlText(record.defaultPreset))
+        m_failure = Failure::Text;
+    else if (depth > kDeepestNesting)
+        m_failure = Failure::Nesting;
 }
 
 bool CXMLTreeCtrl::WriteItems(HTREEITEM first, int depth) {
@@ -50,7 +65,7 @@ bool CXMLTreeCtrl::WriteItems(HTREEITEM first, int depth) {
         const LayoutItem* record = m_tree.Find(item);
         const CKeepNode keep(*this);
         if (record && WriteItem(item, *record, depth)) continue;
-        if (!m_failedItem) m_failedItem = item;
+        if (record) NoteFailure(item, *record, depth);
         return false;
     }
     return true;

@@ -32,8 +32,17 @@ class CXMLTreeCtrl : public CXmlDoc {
 
     const std::wstring& LayoutName() const { return m_layoutName; }
     void SetLayoutName(const std::wstring& name) { m_layoutName = name; }
+
+    /// Why the last save failed; File: the document's SaveError says more.
+    enum class Failure { Unknown, Text, Nesting, File };
+    Failure LastFailure() const { return m_failure; }
     /// The item at which the last save broke off; null when it was none of them.
     HTREEITEM FailedItem() const { return m_failedItem; }
+    /// Its name; the layout's when that is what could not be written.
+    const std::wstring& FailedName() const { return m_failedName; }
+    /// The parser's own limit is a little above; a deeper layout is not written, because it could not be
+    /// read.
+    static constexpr int kDeepestNesting = 250;
 
   protected:
     /// The root element handler: rebuilds the tree. Refuses everything below the root.
@@ -44,6 +53,7 @@ class CXMLTreeCtrl : public CXmlDoc {
     bool WriteItems(HTREEITEM first, int depth);
     bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
     bool WritePlugin(const LayoutItem& record);
+    void NoteFailure(HTREEITEM item, const LayoutItem& record, int depth);
 
     /// An item that was read, with what is in it.
     struct Node {
@@ -63,5 +73,7 @@ class CXMLTreeCtrl : public CXmlDoc {
     std::wstring m_layoutName;
     int m_schema = 0;
     HTREEITEM m_lastFolder = nullptr;
+    Failure m_failure = Failure::Unknown;
     HTREEITEM m_failedItem = nullptr;
+    std::wstring m_failedName;
 };

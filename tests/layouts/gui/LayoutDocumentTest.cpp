@@ -5,6 +5,7 @@
 
 #include "ClsidText.h"
 #include "Dialog.h"
+#include "SaveFailure.h"
 #include "XmlTreeCtrl.h"
 #include "resource.h"
 #include "support/FileSandbox.h"
@@ -189,6 +190,10 @@ TEST_F(LayoutDocument, ANameThatXmlCantHoldFailsTheSaveAndIsPointedAt) {
     m_tree.layout.Change(inner, [](LayoutItem& item) { item.name = L"B\x01"; });
     EXPECT_FALSE(m_document.Save(m_files.Path(L"out.pgl")));
     EXPECT_EQ(m_document.FailedItem(), inner);
+    EXPECT_EQ(SaveFailureText(m_document), L"\"B\x01\" contains a character that a layout file can't hold.");
+    m_document.SetLayoutName(L"\xDFB9");
+    EXPECT_FALSE(m_document.Save(m_files.Path(L"out.pgl")));
+    EXPECT_TRUE(SaveFailureText(m_document).starts_with(L"\"\xDFB9\" contains") && !m_document.FailedItem());
     EXPECT_EQ(m_files.Read(L"out.pgl"), "old");
 }
 
@@ -207,6 +212,8 @@ TEST_F(LayoutDocument, NestingHasALimitThatReadingAndWritingShare) {
     EXPECT_TRUE(m_document.Save(m_files.Path(L"out.pgl")));
     ASSERT_TRUE(m_tree.layout.Append(m_tree.tree.Parent(deepest), NewFolder(L"beside")));
     EXPECT_FALSE(m_document.Save(m_files.Path(L"out.pgl"))) << "it could not be read again";
+    EXPECT_EQ(SaveFailureText(m_document),
+              L"The folder \"beside\" is nested too deeply: a layout can have 250 levels at most.");
     for (const int depth : {251, 254, 300, 20000}) EXPECT_FALSE(Load(Layout(nested(depth)))) << depth;
 }
 

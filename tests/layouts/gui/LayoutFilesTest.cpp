@@ -158,6 +158,26 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
     EXPECT_EQ(Shown(), L"One|one.pgl|1+");
 }
 
+TEST_F(LayoutFiles, ANewLayoutIsSavedByItsDisplayNameAlone) {
+    Open();
+    Modify();
+    m_popups.Expect(kSave, [](HWND dialog) {
+        const HWND file = InFileDialog(dialog, support::kFileNameField);
+        const auto proposed = [&](const wchar_t* name) {
+            EnterText(InFileDialog(dialog, IDC_DISPLAY_NAME), name);
+            return support::TextOf(file);
+        };
+        EXPECT_EQ(proposed(L"Live"), L"Live");
+        EnterText(file, L"own");
+        EXPECT_EQ(proposed(L"Live?"), L"own");
+        EnterText(file, L"Live");
+        EXPECT_EQ(proposed(L"Live: 2"), L"Live 2");
+        ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    Press(IDC_LAYOUT_SAVE);
+    EXPECT_EQ(Shown(), L"Live: 2|Live 2.pgl|1+");
+}
+
 TEST_F(LayoutFiles, WhatCouldNotBeSavedStopsOnlyClosing) {
     Open();
     Modify();
@@ -169,7 +189,7 @@ TEST_F(LayoutFiles, WhatCouldNotBeSavedStopsOnlyClosing) {
     const auto fail = [&](int control) {
         Answer(L"<Unnamed Layout>", IDYES)
             .ExpectFile(kSave, m_files.Path(kDoomed), Named(L"Doomed"))
-            .Expect(L"Could not save", IDOK);
+            .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
         Press(control);
         EXPECT_TRUE(TakeDirty());
     };

@@ -109,6 +109,7 @@ TEST_F(XmlDoc, AFolderIsScannedForNamedLayouts) {
     const std::string good = "<PluginMenuLayout DocSchema='0' Name='Good'><Anything/></PluginMenuLayout>";
     m_files.Write(L"good.PGL", good);
     m_files.Write(L"other.txt", good);
+    m_files.Write(L"good.pgl_old", good);  // its short name ends in ".pgl"
     m_files.Write(L"unnamed.pgl", "<PluginMenuLayout DocSchema='1' Name=''/>");
     m_files.Write(L"nameless.pgl", "<PluginMenuLayout DocSchema='1'/>");
     m_files.Write(L"root.pgl", "<pluginmenulayout Name='Case'/>");

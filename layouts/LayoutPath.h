@@ -1,0 +1,12 @@
+// Paths of layout files.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+bool SamePath(std::wstring_view a, std::wstring_view b);
+/// Case is ignored, here as there.
+bool HasExtension(std::wstring_view path, std::wstring_view extension);
+/// A path from the command line may be relative, and one from the registry may have detours.
+std::wstring FullPathOf(const std::wstring& path);
+std::wstring FileNameOf(const std::wstring& path);
