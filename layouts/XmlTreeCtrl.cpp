@@ -1,7 +1,6 @@
 #include "XmlTreeCtrl.h"
 
 #include <cwchar>
-#include <ranges>
 #include <utility>
 
 #include "ClsidText.h"
@@ -124,7 +123,8 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
 bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, const std::vector<Node>& nodes) {
     bool hasFolder = false;
     // From the last to the first: to add behind others, the control would walk all of them each time.
-    for (const Node& node : nodes | std::views::reverse) {
+    for (std::size_t left = nodes.size(); left > 0; --left) {
+        const Node& node = nodes[left - 1];
         const HTREEITEM item = m_tree.Prepend(parent, node.record);
         if (!item || !InsertItems(item, node.children)) return false;
         if (node.record.kind != LayoutKind::Folder) continue;

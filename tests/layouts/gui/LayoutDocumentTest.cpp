@@ -93,6 +93,9 @@ TEST_F(LayoutDocument, ALayoutIsReadInMenuOrder) {
     EXPECT_EQ(Shown(), L"Reverbs(\?\?\?\?\?\?(),P),-,P,()");
     EXPECT_EQ(m_document.LayoutName(), L"Mixing");
     EXPECT_EQ(::GetFocus(), m_tree.tree.Handle());
+    const auto items = m_tree.layout.Children(nullptr);
+    EXPECT_TRUE(m_tree.tree.IsExpanded(items.front())) << "it holds a folder, and each was selected in turn";
+    EXPECT_TRUE(m_tree.tree.Caret() == items.back() && m_tree.tree.FirstVisible() == items.front());
     const LayoutItem& plugin =
         *m_tree.layout.Find(m_tree.layout.Children(m_tree.layout.FirstTopLevel()).back());
     EXPECT_EQ(ClsidText(plugin.clsid), L"{11111111-2222-3333-4444-555555555555}");

@@ -41,7 +41,7 @@ class LayoutFiles : public support::MainDialog {
                std::to_wstring(support::TreeCount(Control(IDC_LAYOUT_TREE))) +
                (IsEnabled(IDC_LAYOUT_DELETE) ? L"+" : L"");
     }
-    CTreeView Tree() const { return CTreeView(Control(IDC_LAYOUT_TREE)); }
+    CTreeView Tree() const { return m_dialog->Control<CTreeView>(IDC_LAYOUT_TREE); }
     HWND List() const { return Control(IDC_LAYOUTS); }
     void Pick(const wchar_t* name) {
         Select(IDC_LAYOUTS, {name});
