@@ -29,7 +29,26 @@ std::wstring CListBox::RowText(int row) const {
     return TextByMessages(*this, LB_GETTEXTLEN, LB_GETTEXT, row);
 }
 
-std::optional<int> CListBox::CurrentRow() const { return RowOrNothing(SendInt(LB_GETCURSEL)); }
+bool CListBox::TakesSeveral() const {
+    return (::GetWindowLongPtrW(m_hwnd, GWL_STYLE) & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
+}
+
+std::optional<int> CListBox::CurrentRow() const {
+    // Where several can be selected, not every system says by LB_GETCURSEL what a click has done.
+    if (!TakesSeveral()) return RowOrNothing(SendInt(LB_GETCURSEL));
+    const auto selected = SelectedRows();
+    return selected.size() == 1 ? std::optional(selected.front()) : CaretRow();
+}
+
+std::optional<int> CListBox::CaretRow() const {
+    // An empty box may have its caret on row 0.
+    return Count() > 0 ? RowOrNothing(SendInt(LB_GETCARETINDEX)) : std::nullopt;
+}
+
+void CListBox::SetCaretRow(int row) const {
+    Send(LB_SETANCHORINDEX, static_cast<WPARAM>(row));
+    Send(LB_SETCARETINDEX, static_cast<WPARAM>(row), FALSE);
+}
 
 std::vector<int> CListBox::SelectedRows() const {
     const int count = SelectedCount();

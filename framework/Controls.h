@@ -47,7 +47,8 @@ class CListBox : public CWindow {
         return data == LB_ERR ? nullptr : reinterpret_cast<const T*>(data);
     }
 
-    /// Single selection, or the row with the caret where several can be selected; nothing when there is none.
+    /// The selected row; where several can be selected, the only one, else the one with the caret. Nothing
+    /// when there is none.
     std::optional<int> CurrentRow() const;
     /// No notification is sent. False when there is no such row; then nothing is selected.
     bool SetCurrentRow(int row) const { return SendInt(LB_SETCURSEL, static_cast<WPARAM>(row)) >= 0; }
@@ -57,8 +58,19 @@ class CListBox : public CWindow {
     int SelectedCount() const { return SendInt(LB_GETSELCOUNT); }
     std::vector<int> SelectedRows() const;
 
+    // For a box in which several rows can be selected.
+    std::optional<int> CaretRow() const;
+    /// Arrow keys go on from there; the row is scrolled into view, and not selected.
+    void SetCaretRow(int row) const;
+
+    int TopRow() const { return SendInt(LB_GETTOPINDEX); }
+    void SetTopRow(int row) const { Send(LB_SETTOPINDEX, static_cast<WPARAM>(row)); }
+
     /// Lets a box with a scroll bar for it move sideways as far as its longest row.
     void FitScrollWidth() const;
+
+  private:
+    bool TakesSeveral() const;
 };
 
 class CComboBox : public CWindow {
@@ -77,6 +89,8 @@ class CComboBox : public CWindow {
     void SetCurrentRow(std::optional<int> row) const {
         Send(CB_SETCURSEL, static_cast<WPARAM>(row.value_or(-1)));
     }
+    /// As Escape does: what was selected before the list was dropped down stays.
+    void CloseList() const { Send(CB_SHOWDROPDOWN, FALSE); }
 };
 
 class CTreeView : public CWindow {

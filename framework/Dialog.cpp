@@ -13,6 +13,12 @@ constexpr bool AnswersDirectly(UINT message) {
            (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC);
 }
 
+/// To these 0 would mean that the list is to act on its first row.
+constexpr INT_PTR AnswerOfNobody(UINT message) {
+    constexpr INT_PTR kAsTheListDoes = -1;
+    return message == WM_VKEYTOITEM || message == WM_CHARTOITEM ? kAsTheListDoes : FALSE;
+}
+
 /// The loop waits for a message, and the end of its dialog may have come inside one that was sent.
 void WakeLoop() { ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0); }
 
@@ -118,7 +124,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
         dialog->m_ended = true;
         WakeLoop();
     }
-    if (!answer) return FALSE;
+    if (!answer) return AnswerOfNobody(message);
     if (AnswersDirectly(message)) return static_cast<INT_PTR>(*answer);
     ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, static_cast<LONG_PTR>(*answer));
     return TRUE;

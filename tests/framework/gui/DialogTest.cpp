@@ -99,6 +99,16 @@ TEST(Dialog, TheOwnerIsDisabledMeanwhileAndEnabledOnTheWayOut) {
     EXPECT_FALSE(owner.IsLive()) << "a modeless dialog's window goes with End";
 }
 
+TEST(Dialog, KeysThatNobodyTakesAreLeftToTheirList) {
+    LRESULT answers[2] = {};
+    CScriptedDialog({[&](auto& d) {
+        answers[0] = d.Send(WM_CHARTOITEM, 'k');
+        answers[1] = d.Send(WM_VKEYTOITEM, VK_SPACE);
+    }}).RunModal(nullptr);
+    EXPECT_EQ(answers[0], -1);
+    EXPECT_EQ(answers[1], -1);
+}
+
 class CNotedHelp : public IDialogHelp {
   public:
     CNotedHelp() { SetDialogHelp(this); }
