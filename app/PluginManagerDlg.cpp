@@ -1,5 +1,7 @@
 #include "PluginManagerDlg.h"
 
+#include <utility>
+
 #include "AboutDlg.h"
 #include "ControlPlacement.h"
 #include "DialogHelp.h"
@@ -12,10 +14,8 @@
 
 namespace {
 
-// Commands of the system menu; the system keeps the low four bits.
+// A command of the system menu; the system keeps the low four bits.
 constexpr UINT kCommandAbout = 0x10;
-constexpr UINT kCommandDock = 0x20;
-constexpr UINT kCommandFloat = 0x30;
 
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
@@ -45,6 +45,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
     : CDialog(IDD_PLUGIN_MANAGER),
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
+      m_docking(*this, m_host, m_cmdLine.floating),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
       m_inventory(m_vstKey.path, m_database),
@@ -73,6 +74,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
     using R = CRoutesOf<CPluginManagerDlg>;
     static constexpr CRoute kRoutes[] = {
         R::OnMessage<WM_SYSCOMMAND, &Frame::OnSysCommand>(),
+        R::OnMessage<WM_SYSCOMMAND, &CDocking::OnSysCommand>(),
         R::OnMessage<WM_PAINT, &Frame::OnPaint>(),
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
         R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
@@ -80,6 +82,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_SIZE, &Frame::OnSize>(),
         R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
         R::OnMessage<WM_QUERYENDSESSION, &Frame::OnQueryEndSession>(),
+        R::OnMessage<WM_ENDSESSION, &Frame::OnEndSession>(),
         R::OnMessage<WM_GETDPISCALEDSIZE, &Frame::OnScaledSize>(),
         R::OnMessage<WM_DPICHANGED, &Frame::OnDpiChanged>(),
         R::OnMessage<WM_DPICHANGED_AFTERPARENT, &Frame::OnParentScaled>(),
@@ -154,7 +157,8 @@ bool CPluginManagerDlg::OnInitDialog() {
     }
     const CWaitCursor wait;
     SetText(LoadText(IDS_TITLE) + L" x64");
-    AddSystemCommands();
+    AddAboutCommand();
+    m_docking.OnInitDialog();
     m_scale.Attach(m_hwnd);
     m_tips.Create(m_hwnd);
     for (const Tip& tip : kTips) m_tips.Add(Item(tip.control).Handle());
@@ -174,26 +178,17 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_exclusion.OnInitDialog();
 
     SetHelpNumbers();
-    if (StartsDocked()) Dock();
+    m_docking.Start();
     ::SetTimer(m_hwnd, kFirstFillTimer, kFirstFillDelay, nullptr);
     return true;
 }
 
-void CPluginManagerDlg::AddSystemCommands() {
+void CPluginManagerDlg::AddAboutCommand() const {
+    const std::wstring text = LoadText(IDS_ABOUT_COMMAND);
+    if (text.empty()) return;
     const HMENU menu = ::GetSystemMenu(m_hwnd, FALSE);
-    const std::wstring about = LoadText(IDS_ABOUT_COMMAND);
-    if (!about.empty()) {
-        ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-        ::AppendMenuW(menu, MF_STRING, kCommandAbout, about.c_str());
-    }
-    if (!m_host.IsLive()) return;
-    for (const int command : {SC_MAXIMIZE, SC_MINIMIZE, SC_RESTORE})
-        ::DeleteMenu(menu, static_cast<UINT>(command), MF_BYCOMMAND);
-    const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
-    ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, style & ~LONG_PTR{WS_MAXIMIZEBOX | WS_MINIMIZEBOX});
-    if (m_cmdLine.floating) return;
     ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-    ::AppendMenuW(menu, MF_STRING, kCommandFloat, LoadText(IDS_ENABLE_FLOATING).c_str());
+    ::AppendMenuW(menu, MF_STRING, kCommandAbout, text.c_str());
 }
 
 void CPluginManagerDlg::SetIcons() {
@@ -231,58 +226,9 @@ void CPluginManagerDlg::FirstFill() {
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {
-    switch (command) {
-        case kCommandAbout:
-            CAboutDlg().RunModal(m_hwnd);
-            return true;
-        case kCommandFloat:
-            OfferFloating(false);
-            Float();
-            return true;
-        case kCommandDock:
-            OfferFloating(true);
-            if (m_host.IsLive()) Dock();
-            return true;
-        default:
-            return false;
-    }
-}
-
-void CPluginManagerDlg::OfferFloating(bool enable) {
-    const HMENU menu = ::GetSystemMenu(m_hwnd, FALSE);
-    const UINT offered = enable ? kCommandFloat : kCommandDock;
-    const UINT shown = enable ? kCommandDock : kCommandFloat;
-    const std::wstring text = LoadText(enable ? IDS_ENABLE_FLOATING : IDS_DISABLE_FLOATING);
-    ::ModifyMenuW(menu, shown, MF_BYCOMMAND | MF_STRING, offered, text.c_str());
-}
-
-bool CPluginManagerDlg::StartsDocked() const { return !m_cmdLine.floating && m_host.IsLive(); }
-
-void CPluginManagerDlg::Dock() {
-    // A window with a parent other than the desktop has to be a child before it gets it, else it has no place
-    // there.
-    const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
-    ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_POPUP}) | WS_CHILD);
-    if (!::SetParent(m_hwnd, m_host.Handle())) {
-        ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, style);
-        OfferFloating(false);
-        return;
-    }
-    const HMONITOR primary = ::MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
-    if (::MonitorFromWindow(m_host.Handle(), MONITOR_DEFAULTTONEAREST) != primary) {
-        ::SetWindowPos(m_hwnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    OnParentScaled();
-}
-
-void CPluginManagerDlg::Float() {
-    const Rect place = WindowRect();
-    ::SetParent(m_hwnd, nullptr);
-    const LONG_PTR style = ::GetWindowLongPtrW(m_hwnd, GWL_STYLE);
-    ::SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_CHILD}) | WS_POPUP);
-    // A new parent takes the old coordinates for its own; on the screen the dialog stays where it was.
-    ::SetWindowPos(m_hwnd, HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE);
-    OnParentScaled();
+    if (command != kCommandAbout) return false;
+    CAboutDlg().RunModal(m_hwnd);
+    return true;
 }
 
 bool CPluginManagerDlg::OnPaint() {
@@ -349,6 +295,7 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
         case VK_ESCAPE:
             m_tree.CancelDrag();
             if (editing) m_tree.EndLabelEdit(true);
+            Control<CComboBox>(IDC_LAYOUTS).CloseList();
             return true;  // Escape never closes the dialog
         case VK_RETURN:
             if (editing) {
@@ -409,16 +356,14 @@ void CPluginManagerDlg::OnOK() {
     m_tree.CancelDrag();
     if (!MayClose()) return;
     // Kept: closing with OK does to the selected plug-ins what the Exclude or Enable button would do.
-    m_exclusion.TogglePluginExclusion();
+    if (Item(IDC_EXCLUDE).IsEnabled()) m_exclusion.TogglePluginExclusion();
     m_host.Tell(kLayoutsChanged);
     End(IDOK);
 }
 
 void CPluginManagerDlg::OnCancel() {
     m_tree.CancelDrag();
-    // Under a host the question comes when the window goes, whoever closes it.
-    if (!m_host.WasGiven() && !MayClose()) return;
-    End(IDCANCEL);
+    if (MayClose()) End(IDCANCEL);
 }
 
 bool CPluginManagerDlg::OnQueryEndSession() {
@@ -426,14 +371,28 @@ bool CPluginManagerDlg::OnQueryEndSession() {
     return IsEnabled() ? MayClose() : !m_tree.Layout().IsModified();
 }
 
+void CPluginManagerDlg::OnEndSession(bool ends) {
+    // Another program kept the session from ending: what was to be thrown away is still there.
+    if (!ends && std::exchange(m_discarded, false)) m_tree.Layout().SetModified(true);
+}
+
 bool CPluginManagerDlg::MayClose() {
-    const int answer = m_files.AskToSave(MB_YESNOCANCEL);
-    // Still modified after Yes: it could not be written, and what the tree holds is all there is.
-    return answer != IDCANCEL && !(answer == IDYES && m_tree.Layout().IsModified());
+    switch (m_files.AskToSave(MB_YESNOCANCEL)) {
+        case IDYES:
+            // Still modified: it could not be written, and what the tree holds is all there is.
+            return !m_tree.Layout().IsModified();
+        case IDNO:
+            m_discarded = m_discarded || m_tree.Layout().IsModified();
+            m_tree.Layout().SetModified(false);  // so that nothing asks again
+            return true;
+        default:
+            return false;
+    }
 }
 
 void CPluginManagerDlg::OnDestroy() {
     if (m_cmdLine.registerOnly) return;
+    // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_list.OnDestroy();
     m_tree.OnDestroy();

@@ -9,6 +9,7 @@
 #include "CmdLine.h"
 #include "Dialog.h"
 #include "DialogScale.h"
+#include "Docking.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
 #include "FriendlyNameView.h"
@@ -54,6 +55,7 @@ class CPluginManagerDlg : public CDialog {
     void OnSize(Size client);
     void OnSizing(UINT edge, RECT& proposed);
     bool OnQueryEndSession();
+    void OnEndSession(bool ends);
     void OnDpiChanged(UINT dpi, const RECT& place);
     void OnScaledSize(UINT dpi, SIZE& window);
     void OnParentScaled();
@@ -67,26 +69,25 @@ class CPluginManagerDlg : public CDialog {
     void OnNeedTipText(NMTTDISPINFOW& tip);
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
-    void AddSystemCommands();
+    void AddAboutCommand() const;
     void SetIcons();
-    /// Asks about an unsaved layout; false when the user keeps it, or it could not be saved.
+    /// Asks about an unsaved layout; false when the user keeps it, nobody answers, or it could not be saved.
+    /// One that is thrown away counts as unmodified.
     bool MayClose();
     void SetHelpNumbers() const;
     void ScaleTo(UINT dpi);
     void FirstFill();
-    bool StartsDocked() const;
-    void Dock();
-    void Float();
-    void OfferFloating(bool enable);
 
     const CPluginManagerCmdLine m_cmdLine;
     const CHostWindow m_host;
+    CDocking m_docking;
     const VstKey m_vstKey;
     const ManagerSettings m_settings;
     UniqueIcon m_icon;
     UniqueIcon m_smallIcon;
     CDialogScale m_scale;
     Size m_minimum;
+    bool m_discarded = false;  // the layout, by an answer to MayClose
     CToolTips m_tips;
 
     CPluginDatabase m_database;
@@ -104,7 +105,7 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
-    std::tuple<CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&, CLayoutTreeView&,
-               CLayoutFilesView&, CLayoutToolbar&>
-        m_views{m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files, m_toolbar};
+    std::tuple<CDocking&, CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&,
+               CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
+        m_views{m_docking, m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files, m_toolbar};
 };

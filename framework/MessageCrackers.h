@@ -74,6 +74,12 @@ Answer Call(Of<WM_QUERYENDSESSION>, auto&& handler, WPARAM, LPARAM) {
     return static_cast<LRESULT>(handler());
 }
 
+/// handler(bool ends): what became of the session
+Answer Call(Of<WM_ENDSESSION>, auto&& handler, WPARAM wParam, LPARAM) {
+    handler(wParam != FALSE);
+    return 0;
+}
+
 /// handler(UINT edge, RECT& proposed)
 Answer Call(Of<WM_SIZING>, auto&& handler, WPARAM wParam, LPARAM lParam) {
     handler(static_cast<UINT>(wParam), *reinterpret_cast<RECT*>(lParam));

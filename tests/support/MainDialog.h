@@ -34,6 +34,8 @@ class MainDialog : public testing::Test {
         m_dialog->Show();
         BringToFront(m_dialog->Handle());
     }
+    /// The dialog goes before a host that the test made.
+    void TearDown() override { m_dialog.reset(); }
     bool IsOpen() const { return m_dialog && m_dialog->IsLive(); }
 
     CWindow Item(int id) const { return m_dialog->Item(id); }

@@ -16,7 +16,7 @@ struct StandInHost::State {
     mutable std::mutex mutex;
     std::vector<Message> messages;
 
-    void Run(std::promise<HWND> opened);
+    void Run(Size size, std::promise<HWND> opened);
     static LRESULT CALLBACK WindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
 };
 
@@ -31,7 +31,7 @@ LRESULT CALLBACK StandInHost::State::WindowProc(HWND hwnd, UINT message, WPARAM 
     return DefWindowProcW(hwnd, message, wParam, lParam);
 }
 
-void StandInHost::State::Run(std::promise<HWND> opened) {
+void StandInHost::State::Run(Size size, std::promise<HWND> opened) {
     constexpr wchar_t kClass[] = L"StandInHost";
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = WindowProc;
@@ -39,8 +39,10 @@ void StandInHost::State::Run(std::promise<HWND> opened) {
     windowClass.lpszClassName = kClass;
     windowClass.hbrBackground = GetSysColorBrush(COLOR_APPWORKSPACE);
     RegisterClassW(&windowClass);  // fails for the second host of a test, which uses the class of the first
-    const HWND created = CreateWindowExW(0, kClass, L"Stand-in host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                                         0, 0, 1200, 900, nullptr, nullptr, windowClass.hInstance, nullptr);
+    const SIZE extent = size == Size::Large ? SIZE{1150, 900} : SIZE{700, 500};
+    const HWND created =
+        CreateWindowExW(0, kClass, L"Stand-in host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 60, 50, extent.cx,
+                        extent.cy, nullptr, nullptr, windowClass.hInstance, nullptr);
     SetWindowLongPtrW(created, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     ShowWindow(created, SW_SHOWNOACTIVATE);
     opened.set_value(created);
@@ -49,10 +51,10 @@ void StandInHost::State::Run(std::promise<HWND> opened) {
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
 }
 
-StandInHost::StandInHost() : m_state(std::make_unique<State>()) {
+StandInHost::StandInHost(Size size) : m_state(std::make_unique<State>()) {
     std::promise<HWND> opened;
     auto window = opened.get_future();
-    m_state->thread = std::thread(&State::Run, m_state.get(), std::move(opened));
+    m_state->thread = std::thread(&State::Run, m_state.get(), size, std::move(opened));
     m_state->window = window.get();
     if (m_state->window) return;
     m_state->thread.join();

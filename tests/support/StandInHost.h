@@ -16,8 +16,8 @@ namespace support {
 inline constexpr UINT kLayoutsChanged = 0x8081;
 inline constexpr UINT kPluginsChanged = 0x8082;
 
-/// A large top-level window with a thread of its own, so that it answers while the test waits. It notes the
-/// program's messages. A dialog docked into it is destroyed with it.
+/// A top-level window off the screen's corner, with a thread of its own, so that it answers while the test
+/// waits. It notes the program's messages. A dialog docked into it is destroyed with it.
 class StandInHost {
   public:
     struct Message {
@@ -27,7 +27,9 @@ class StandInHost {
         bool operator==(const Message&) const = default;
     };
 
-    StandInHost();
+    /// The main dialog fits into it, or does not.
+    enum class Size { Large, Small };
+    explicit StandInHost(Size size = Size::Large);
     ~StandInHost();
     StandInHost(const StandInHost&) = delete;
     StandInHost& operator=(const StandInHost&) = delete;

@@ -1,0 +1,100 @@
+#include "Docking.h"
+
+#include <string>
+
+#include "DockedPlace.h"
+#include "Resources.h"
+#include "resource.h"
+
+namespace {
+
+// Commands of the system menu; the system keeps the low four bits.
+constexpr UINT kCommandDock = 0x20;
+constexpr UINT kCommandFloat = 0x30;
+
+LONG_PTR StyleOf(const CWindow& window) { return ::GetWindowLongPtrW(window.Handle(), GWL_STYLE); }
+
+void SetStyle(const CWindow& window, LONG_PTR style) {
+    ::SetWindowLongPtrW(window.Handle(), GWL_STYLE, style);
+}
+
+bool IsOnPrimaryMonitor(HWND window) {
+    return ::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST) ==
+           ::MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
+}
+
+}  // namespace
+
+void CDocking::OnInitDialog() const {
+    if (!m_host.IsLive()) return;
+    const HMENU menu = ::GetSystemMenu(m_dialog.Handle(), FALSE);
+    for (const int command : {SC_MAXIMIZE, SC_MINIMIZE, SC_RESTORE})
+        ::DeleteMenu(menu, static_cast<UINT>(command), MF_BYCOMMAND);
+    SetStyle(m_dialog, StyleOf(m_dialog) & ~LONG_PTR{WS_MAXIMIZEBOX | WS_MINIMIZEBOX});
+    if (m_floating) return;
+    ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    ::AppendMenuW(menu, MF_STRING, kCommandFloat, LoadText(IDS_ENABLE_FLOATING).c_str());
+}
+
+void CDocking::Start() const {
+    if (StartsDocked()) Dock();
+}
+
+bool CDocking::OnSysCommand(UINT command) {
+    if (command != kCommandFloat && command != kCommandDock) return false;
+    OfferFloating(command == kCommandDock);
+    if (command == kCommandFloat) {
+        Float();
+    } else if (m_host.IsLive()) {
+        Dock();
+    }
+    return true;
+}
+
+void CDocking::OfferFloating(bool enable) const {
+    const HMENU menu = ::GetSystemMenu(m_dialog.Handle(), FALSE);
+    const UINT offered = enable ? kCommandFloat : kCommandDock;
+    const UINT shown = enable ? kCommandDock : kCommandFloat;
+    const std::wstring text = LoadText(enable ? IDS_ENABLE_FLOATING : IDS_DISABLE_FLOATING);
+    ::ModifyMenuW(menu, shown, MF_BYCOMMAND | MF_STRING, offered, text.c_str());
+}
+
+void CDocking::Dock() const {
+    const Rect place = m_dialog.WindowRect();
+    const LONG_PTR style = StyleOf(m_dialog);
+    // A window with a parent other than the desktop has to be a child before it gets it, else it has no place
+    // there.
+    SetStyle(m_dialog, (style & ~LONG_PTR{WS_POPUP}) | WS_CHILD);
+    if (!::SetParent(m_dialog.Handle(), m_host.Handle())) {
+        SetStyle(m_dialog, style);
+        OfferFloating(false);
+        return;
+    }
+    m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
+    PlaceInHost(place);
+}
+
+void CDocking::PlaceInHost(const Rect& onScreen) const {
+    const HWND host = m_host.Handle();
+    Rect place;  // the corner, where the host is on another than the primary monitor
+    if (IsOnPrimaryMonitor(host)) {
+        POINT corner{onScreen.left, onScreen.top};
+        ::ScreenToClient(host, &corner);
+        const Rect client = CWindow(host).ClientRect();
+        const Rect window =
+            m_dialog.WindowRect();  // of another size than before, if the host has another scale
+        place = PlaceWithin({client.Width(), client.Height()}, corner.x, corner.y,
+                            {window.Width(), window.Height()});
+    }
+    ::SetWindowPos(m_dialog.Handle(), nullptr, place.left, place.top, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CDocking::Float() const {
+    const Rect place = m_dialog.WindowRect();
+    ::SetParent(m_dialog.Handle(), nullptr);
+    SetStyle(m_dialog, (StyleOf(m_dialog) & ~LONG_PTR{WS_CHILD}) | WS_POPUP);
+    // A new parent takes the old coordinates for its own; on the screen the dialog stays where it was.
+    ::SetWindowPos(m_dialog.Handle(), HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE);
+    m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
+}

@@ -1,0 +1,30 @@
+// The main dialog inside the host's window, and outside of it again.
+#pragma once
+
+#include "Dialog.h"
+#include "HostWindow.h"
+
+/// A dialog that starts docked has a command in its system menu that lets it float, and the reverse after
+/// that. When its parent has changed it is sent WM_DPICHANGED_AFTERPARENT.
+class CDocking {
+  public:
+    CDocking(CDialog& dialog, const CHostWindow& host, bool floating)
+        : m_dialog(dialog), m_host(host), m_floating(floating) {}
+
+    /// Fits the system menu and the caption's buttons to a window that belongs to a host.
+    void OnInitDialog() const;
+    /// Docks a dialog that starts so.
+    void Start() const;
+    bool OnSysCommand(UINT command);
+
+  private:
+    bool StartsDocked() const { return !m_floating && m_host.IsLive(); }
+    void Dock() const;
+    void Float() const;
+    void OfferFloating(bool enable) const;
+    void PlaceInHost(const Rect& onScreen) const;
+
+    CDialog& m_dialog;
+    const CHostWindow& m_host;
+    const bool m_floating;
+};

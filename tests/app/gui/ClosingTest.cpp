@@ -1,0 +1,105 @@
+// What is asked before the main dialog closes, and what Enter on Close does to the selection.
+#include <functional>
+
+#include "support/MainDialog.h"
+#include "support/StandInHost.h"
+#include "support/TestPlugins.h"
+
+namespace {
+
+using support::IdText;
+
+constexpr wchar_t kQuestion[] = L"Save changes";
+constexpr wchar_t kSaveTitle[] = L"Save Plug-In Menu Layout";
+constexpr wchar_t kExcluded[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
+
+class Closing : public support::MainDialog {
+  protected:
+    void OpenModified(const std::vector<std::wstring>& arguments) {
+        Open(arguments);
+        Show();
+        Press(IDC_ADD_SEPARATOR);
+    }
+    std::vector<std::wstring> Hosted() const { return {L"/Float", L"/ParentWnd", m_host.HandleText()}; }
+    void Post(UINT message) {
+        ::PostMessageW(m_dialog->Handle(), message, 0, 0);
+        Pump();
+    }
+    void EnterOnClose() {
+        Item(IDC_CLOSE).Focus();
+        Key(IDC_CLOSE, VK_RETURN);
+    }
+
+    support::StandInHost m_host;
+};
+
+TEST_F(Closing, AsksOnceAndKeepsWhatWasNotSaved) {
+    const std::function<void()> ways[] = {[this] { EnterOnClose(); }, [this] { Post(WM_CLOSE); }};
+    for (const auto& arguments : {std::vector<std::wstring>(), Hosted()}) {
+        for (const auto& close : ways) {
+            OpenModified(arguments);
+            m_popups.Expect(kQuestion, IDCANCEL);
+            close();
+            ASSERT_TRUE(IsOpen());
+            m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
+            close();
+            ASSERT_TRUE(IsOpen()) << "the save dialog was left";
+            m_popups.Expect(kQuestion, IDYES)
+                .ExpectFile(kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
+                            [](HWND dialog) {
+                                support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X");
+                            })
+                .Expect(L"Could not save", IDOK);
+            close();
+            ASSERT_TRUE(IsOpen()) << "it could not be saved";
+            EXPECT_EQ(support::TreeCount(Control(IDC_LAYOUT_TREE)), 1);
+            m_popups.Expect(kQuestion, IDNO);
+            close();
+            ASSERT_FALSE(IsOpen());
+            m_popups.ExpectNoMore();
+        }
+    }
+}
+
+TEST_F(Closing, AHostThatTakesTheWindowAwayIsPutTheQuestion) {
+    OpenModified(Hosted());
+    m_popups.Expect(kQuestion, IDNO);
+    ::DestroyWindow(m_dialog->Handle());
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAway) {
+    OpenModified(Hosted());
+    m_popups.Expect(kQuestion, IDNO);
+    EXPECT_TRUE(m_dialog->Send(WM_QUERYENDSESSION));
+    EXPECT_TRUE(m_dialog->Send(WM_QUERYENDSESSION)) << "nothing asks again";
+    m_dialog->Send(WM_ENDSESSION, FALSE);
+    m_popups.Expect(kQuestion, IDCANCEL);
+    EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION));
+    m_popups.Expect(kQuestion, IDNO);
+    Post(WM_CLOSE);
+    EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
+    support::SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + IdText(3), L"Description", L"Desk");
+    support::AddVst(1, L"Bellows");
+    for (const auto& [category, plugin, excluded] :
+         {std::tuple(L"Control Surfaces", L"Desk", 0U), std::tuple(support::kVstEffects, L"Bellows", 1U)}) {
+        Open(Hosted());
+        Show();
+        Choose(category);
+        SelectPlugins({plugin});
+        for (const int id : {IDC_CATEGORIES, IDC_PLUGINS, IDC_CLOSE}) Key(id, VK_ESCAPE);
+        Item(IDC_CATEGORIES).Focus();
+        Key(IDC_CATEGORIES, VK_RETURN);
+        ASSERT_TRUE(IsOpen());
+        EnterOnClose();
+        EXPECT_FALSE(IsOpen());
+        EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, kExcluded).size(), excluded);
+    }
+    EXPECT_TRUE(support::WaitFor([&] { return m_host.MessageCount(support::kLayoutsChanged) == 2; }));
+    EXPECT_EQ(m_host.MessageCount(support::kPluginsChanged), 0U) << "without the button's message";
+}
+
+}  // namespace
