@@ -25,9 +25,16 @@ std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid) {
     return FormatText(place.path, id);
 }
 
+bool IsBlank(std::wstring_view name) {
+    constexpr wchar_t kBlanks[] = L" \t\r\n\x00A0\x3000";  // also those that don't break and that are wide
+    return name.find_first_not_of(kBlanks) == std::wstring_view::npos;
+}
+
 std::wstring StoredFullName(const std::wstring& name, bool hostAddsPrefix) {
     constexpr std::wstring_view kPrefix = L"VST ";
-    return hostAddsPrefix && name.starts_with(kPrefix) ? name.substr(kPrefix.size()) : name;
+    if (!hostAddsPrefix || !name.starts_with(kPrefix)) return name;
+    std::wstring rest = name.substr(kPrefix.size());
+    return IsBlank(rest) ? name : rest;
 }
 
 std::wstring ReadableName(const std::wstring& name, Category category) {

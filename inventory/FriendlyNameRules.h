@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "PluginCategory.h"
 
@@ -60,7 +61,11 @@ constexpr bool IsWrittenFor(const NamePlace& place, Category category) {
 /// `clsid` is the text in braces.
 std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid);
 
-/// What an inventory stores as "FullName": the host puts "VST " before the names of some entries itself.
+/// Nothing to see in it: no name for a plug-in.
+bool IsBlank(std::wstring_view name);
+
+/// What an inventory stores as "FullName": the host puts "VST " before the names of some entries itself. A
+/// name that is nothing else stays whole, because an entry without a name is not listed.
 std::wstring StoredFullName(const std::wstring& name, bool hostAddsPrefix);
 
 /// As much of a name as is read back where such plug-ins keep theirs: with more, the plug-in would be found

@@ -22,12 +22,18 @@ std::optional<std::wstring> WriteToEntry(const std::optional<CRegKey>& entry, co
     return entry->WriteString(place.value, stored) ? std::optional(stored) : std::nullopt;
 }
 
+/// Copies of a plug-in in several folders share its plug-in id, and each has an MD5 id of its own.
+std::optional<CRegKey> OpenVstEntry(const CVstInventory& inventory, const PluginListItem& item) {
+    auto entry = inventory.OpenEntry(item.md5Clsid);
+    return entry ? std::move(entry) : inventory.OpenEntry(item.clsid);
+}
+
 /// The name as it is stored then; nothing when the VST inventory refuses it, or the property bag of a filter.
-std::optional<std::wstring> WriteName(const CPluginInventory& inventory, const Guid& clsid, Category category,
-                                      std::size_t sourceIndex, const std::wstring& name) {
-    const std::wstring clsidText = ClsidText(clsid);
+std::optional<std::wstring> WriteName(const CPluginInventory& inventory, const PluginListItem& item,
+                                      const std::wstring& name) {
+    const std::wstring clsidText = ClsidText(item.clsid);
     for (const NamePlace& place : kNamePlaces) {
-        if (!IsWrittenFor(place, category)) continue;
+        if (!IsWrittenFor(place, item.category)) continue;
         switch (place.store) {
             case NameStore::ClassesRoot:
                 WriteToKey(HKEY_CLASSES_ROOT, place, clsidText, name);
@@ -36,11 +42,11 @@ std::optional<std::wstring> WriteName(const CPluginInventory& inventory, const G
                 WriteToKey(HKEY_LOCAL_MACHINE, place, clsidText, name);
                 break;
             case NameStore::FilterBag:
-                if (!WriteProperty(inventory.Filters().at(sourceIndex), place.value, name))
+                if (!WriteProperty(inventory.Filters().at(item.sourceIndex), place.value, name))
                     return std::nullopt;
                 break;
             case NameStore::VstEntry:
-                return WriteToEntry(inventory.Vst().OpenEntry(clsid), place, name);
+                return WriteToEntry(OpenVstEntry(inventory.Vst(), item), place, name);
             case NameStore::AdapterEntry:
                 WriteToEntry(CAdapterInventory::OpenEntry(clsidText), place, name);
                 break;
@@ -63,7 +69,7 @@ void CFriendlyNames::Rename(const PluginListItem& item, const std::wstring& name
         return;
     }
     const std::wstring readable = ReadableName(name, item.category);
-    const auto stored = WriteName(m_inventory, item.clsid, item.category, item.sourceIndex, readable);
+    const auto stored = WriteName(m_inventory, item, readable);
     const auto listed = item.fromInventory ? stored : std::optional(readable);
     if (listed) m_inventory.SetName(item, *listed);
 }
@@ -74,9 +80,13 @@ unsigned CFriendlyNames::CorrectWrapped(const CPluginInventory& inventory) {
         const PluginEntry& entry = inventory.Entries()[i];
         if (!entry.name || !entry.category || !IsLegacyWrapped(*entry.category)) continue;
         const auto registered = inventory.RegisteredNameOf(entry.clsid, *entry.category);
-        // An empty name would take the plug-in's name away.
-        if (!registered || registered->empty() || registered == entry.name) continue;
-        if (WriteName(inventory, entry.clsid, *entry.category, i, *registered)) ++corrected;
+        // An empty name would take the plug-in's name away. What the database calls it does not matter here.
+        if (!registered || registered->empty() || registered == entry.ownName) continue;
+        const PluginListItem item{.sourceIndex = static_cast<unsigned>(i),
+                                  .clsid = entry.clsid,
+                                  .md5Clsid = {},
+                                  .category = *entry.category};
+        if (WriteName(inventory, item, *registered)) ++corrected;
     }
     return corrected;
 }

@@ -29,7 +29,9 @@ void CPluginInventory::SetName(const PluginListItem& item, const std::wstring& n
     if (item.fromInventory) {
         m_vst.SetName(item.clsid, name);
     } else if (item.sourceIndex < m_entries.size() && m_entries[item.sourceIndex].clsid == item.clsid) {
-        m_entries[item.sourceIndex].name = name;
+        PluginEntry& entry = m_entries[item.sourceIndex];
+        entry.name = name;
+        if (!m_database.IsOpen()) entry.ownName = name;
     }
 }
 
@@ -38,7 +40,8 @@ bool CPluginInventory::Append(FoundPlugins found, const NameMap& names, bool cla
         PluginEntry& entry = m_entries.emplace_back();
         entry.clsid = plugin.clsid;
         m_clsids.insert(entry.clsid);
-        entry.name = std::move(plugin.name);
+        entry.name = plugin.name;
+        entry.ownName = std::move(plugin.name);
         if (auto known = names.empty() ? std::nullopt : FindName(names, ClsidText(entry.clsid)))
             entry.name = known;
         const RegistrationFacts facts = m_index.FactsOf(entry.clsid);

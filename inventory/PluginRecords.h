@@ -15,8 +15,9 @@ inline constexpr std::size_t kMaxEntries = 4096;
 /// A plug-in registered with the system: a filter, a media object, a MIDI effect or a control surface.
 struct PluginEntry {
     Guid clsid;
-    std::optional<std::wstring> name;
-    std::optional<Category> category;  // nothing: listed nowhere
+    std::optional<std::wstring> name;     // as listed: the database's, if it has one
+    std::optional<std::wstring> ownName;  // as the plug-in is registered
+    std::optional<Category> category;     // nothing: listed nowhere
 };
 
 /// A usable entry of the VST inventory.
@@ -38,6 +39,14 @@ using VstInventoryMap = std::map<Guid, VstInventoryRecord, GuidByteOrder>;
 /// Display names of the host's database, by class id text.
 using NameMap = std::map<std::wstring, std::wstring>;
 
+/// A plug-in of a list. Of several registrations of one class the first has the number 0.
+struct PluginId {
+    Guid clsid;
+    unsigned namesake = 0;
+
+    friend bool operator==(const PluginId&, const PluginId&) = default;
+};
+
 /// What a row of the plug-in list stands for.
 struct PluginListItem {
     unsigned sourceIndex = 0;  // in the entry array; 0 for inventory rows
@@ -46,4 +55,7 @@ struct PluginListItem {
     bool fromInventory = false;
     bool isX64 = false;
     Category category = Category::DirectXEffects;  // the one shown when the row was added
+    unsigned namesake = 0;                         // of the class id, in the list
+
+    PluginId Id() const { return {clsid, namesake}; }
 };

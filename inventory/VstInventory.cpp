@@ -32,6 +32,10 @@ Guid ClsidOrNull(const std::optional<std::wstring>& text) {
     return text ? ParseClsid(*text).value_or(Guid{}) : Guid{};
 }
 
+bool IsCopy(const VstInventoryRecord& a, const VstInventoryRecord& b) {
+    return a.clsid == b.clsid && a.md5Clsid == b.md5Clsid;
+}
+
 VstInventoryRecord RecordOf(const VstEntry& entry, const NameMap& names, bool classified) {
     const auto known = entry.clsidPlugMd5 ? FindName(names, *entry.clsidPlugMd5) : std::nullopt;
     VstInventoryRecord record{
@@ -76,8 +80,13 @@ const VstInventoryRecord* CVstInventory::Find(const Guid& clsid) const {
 }
 
 void CVstInventory::SetName(const Guid& clsid, const std::wstring& name) {
-    const auto found = m_records.find(clsid);
-    if (found != m_records.end()) found->second.name = name;
+    const auto* record = Find(clsid);
+    if (!record) return;
+    // Under its other id another plug-in's record may stand, which has that id, too.
+    for (const Guid& id : {record->clsid, record->md5Clsid}) {
+        const auto found = m_records.find(id);
+        if (found != m_records.end() && IsCopy(found->second, *record)) found->second.name = name;
+    }
 }
 
 std::optional<CRegKey> CVstInventory::OpenEntry(const Guid& clsid) const {

@@ -22,7 +22,7 @@ class CVstInventory {
     /// Under either of its class ids; null when there is none.
     const VstInventoryRecord* Find(const Guid& clsid) const;
 
-    /// The name of the record under this class id, until the key is read again.
+    /// The name of the plug-in with this class id, under its other id as well, until the key is read again.
     void SetName(const Guid& clsid, const std::wstring& name);
 
     /// The entry in the registry with this MD5 or plug-in class id, usable or not; none has the null id.

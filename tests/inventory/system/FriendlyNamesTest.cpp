@@ -3,7 +3,9 @@
 
 #include "ClsidText.h"
 #include "FriendlyNames.h"
+#include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
+#include "support/WindowDriver.h"
 
 namespace {
 
@@ -70,14 +72,14 @@ class FriendlyNames : public testing::Test {
         SetDword(HKEY_LOCAL_MACHINE, kAdapterEntry, L"addVstPrefix", hostAddsPrefix);
     }
 
-    /// Number 5, with the MD5 id of number 6.
-    static void AddVst() {
-        SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlug", L"{00000005-abcd-1234-0102-030405060708}");
-        SetText(HKEY_CURRENT_USER, kVstEntry, L"clsidPlugMD5", IdText(6));
-        SetText(HKEY_CURRENT_USER, kVstEntry, L"FullPath", L"C:\\a.dll");
-        SetText(HKEY_CURRENT_USER, kVstEntry, L"FullName", L"Old");
-        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isVst", 1);
-        SetDword(HKEY_CURRENT_USER, kVstEntry, L"isX64", 1);
+    /// Number 5, with the MD5 id of another number.
+    static void AddVst(const std::wstring& entry = kVstEntry, unsigned md5 = 6) {
+        SetText(HKEY_CURRENT_USER, entry, L"clsidPlug", L"{00000005-abcd-1234-0102-030405060708}");
+        SetText(HKEY_CURRENT_USER, entry, L"clsidPlugMD5", IdText(md5));
+        SetText(HKEY_CURRENT_USER, entry, L"FullPath", L"C:\\a.dll");
+        SetText(HKEY_CURRENT_USER, entry, L"FullName", L"Old");
+        SetDword(HKEY_CURRENT_USER, entry, L"isVst", 1);
+        SetDword(HKEY_CURRENT_USER, entry, L"isX64", 1);
     }
     static PluginListItem VstItem() {
         return {.clsid = Id(5), .md5Clsid = Id(6), .fromInventory = true, .category = Category::VstEffects};
@@ -206,8 +208,23 @@ TEST_F(FriendlyNames, AVstIsRenamedInItsInventory) {
         m_names.Rename({.clsid = Id(row), .md5Clsid = Id(6), .fromInventory = true, .category = category},
                        L"VST New");
         EXPECT_EQ(Text(HKEY_CURRENT_USER, kVstEntry, L"FullName"), stored);
-        EXPECT_EQ(m_inventory.Vst().Find(Id(row))->name, stored);
+        for (const unsigned id : {5U, 6U}) EXPECT_EQ(m_inventory.Vst().Find(Id(id))->name, stored) << id;
     }
+}
+
+TEST_F(FriendlyNames, OfTwoCopiesOfAVstTheOneThatIsListedIsRenamed) {
+    const std::wstring other = std::wstring(kVstEntry) + L"2";
+    AddVst();
+    AddVst(other, 7);
+    Enumerate();
+    ASSERT_EQ(m_inventory.Vst().Find(Id(5))->md5Clsid, Id(7));
+    PluginListItem listed = VstItem();
+    listed.md5Clsid = Id(7);
+    m_names.Rename(listed, L"New");
+    EXPECT_EQ(Text(HKEY_CURRENT_USER, other.c_str(), L"FullName"), L"New");
+    EXPECT_EQ(m_inventory.Vst().Find(Id(6))->name, L"Old");
+    Enumerate();
+    EXPECT_EQ(m_inventory.Vst().Find(Id(5))->name, L"New");
 }
 
 TEST_F(FriendlyNames, WrappedPluginsFollowTheNameOfTheirClass) {
@@ -224,6 +241,65 @@ TEST_F(FriendlyNames, WrappedPluginsFollowTheNameOfTheirClass) {
     ExpectFilterNames();
     EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kAdapterEntry, L"FullName"), L"New");
     EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U);
+}
+
+/// With a database of its own, which calls filter 1 "Of the database".
+class FriendlyNamesWithDatabase : public FriendlyNames {
+  protected:
+    void SetUp() override {
+        FriendlyNames::SetUp();
+        m_files.Write(L"names.txt", support::Utf8(IdText(1)) + "\tOf the database\n");
+        std::filesystem::copy_file(support::BesideTest(L"stand-ins\\VrnDatabase.dll"),
+                                   m_files.Path(L"d.dll"));
+        m_database.Open(m_files.Path(L"d.dll"));
+        m_inventory.ReadAdapterInventory();
+        m_inventory.Enumerate(true);
+    }
+    support::FileSandbox m_files;
+    CPluginDatabase m_database;
+    CPluginInventory m_inventory{kDefaultVstKey, m_database};
+    CFriendlyNames m_names{m_inventory, m_database};
+};
+
+TEST_F(FriendlyNamesWithDatabase, ItNamesThePluginsAndIsToldOfNewNamesAlone) {
+    ASSERT_EQ(m_inventory.Entries().front().name, L"Of the database");
+    const PluginListItem filter{.clsid = Id(1), .md5Clsid = {}, .category = Category::DirectXInstruments};
+    m_names.Rename(filter, L"New");
+    AddVst();
+    m_names.Rename(VstItem(), L"refused");
+    EXPECT_EQ(m_files.Read(L"calls.txt"), "fill\nset\t" + support::Utf8(IdText(1)) + "\t2\tNew\nset\t" +
+                                              support::Utf8(IdText(6)) + "\t0\trefused\n");
+    EXPECT_EQ(m_inventory.Entries().front().name, L"New");
+    EXPECT_EQ(Text(HKEY_CURRENT_USER, kVstEntry, L"FullName"), L"Old");
+    EXPECT_FALSE(Text(HKEY_CLASSES_ROOT, kInstances, L"FriendlyName"));
+}
+
+TEST_F(FriendlyNamesWithDatabase, ItsNamesAreNoReasonToCorrectAnything) {
+    CreateFilterKeys();
+    Wrap(false, false);
+    m_inventory.ReadAdapterInventory();
+    m_inventory.Enumerate(true);
+    ASSERT_EQ(m_inventory.Entries().front().name, L"Of the database");
+    ASSERT_EQ(m_inventory.Entries().front().category, Category::LegacyVstEffects);
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U);
+    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1), nullptr, L"VST New");
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 1U);
+    m_inventory.Enumerate(true);
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "once";
+}
+
+TEST(PluginDatabase, ALibraryThatIsNoneLeavesRegistryMode) {
+    const support::FileSandbox files;
+    for (const std::filesystem::path& library :
+         {std::filesystem::path(files.Path(L"missing.dll")),
+          support::BesideTest(L"stand-ins\\no-export\\VrnDatabase.dll"),
+          support::BesideTest(L"stand-ins\\null\\VrnDatabase.dll"),
+          std::filesystem::path(files.Write(L"text.dll", "not a library"))}) {
+        CPluginDatabase database;
+        database.Open(library.wstring());
+        EXPECT_FALSE(database.IsOpen()) << library;
+        EXPECT_TRUE(database.Names().empty());
+    }
 }
 
 }  // namespace

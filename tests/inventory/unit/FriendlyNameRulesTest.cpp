@@ -12,7 +12,8 @@ TEST(FriendlyNameRules, AnExactPrefixIsLeftToTheHost) {
                                        {L"vst Hall", L"vst Hall"},
                                        {L"VSTHall", L"VSTHall"},
                                        {L"VST", L"VST"},
-                                       {L"VST ", L""},
+                                       {L"VST ", L"VST "},
+                                       {L"VST  \x3000", L"VST  \x3000"},
                                        {L"VST VST Hall", L"VST Hall"},
                                        {L"", L""}}) {
         EXPECT_EQ(StoredFullName(name, true), stored);

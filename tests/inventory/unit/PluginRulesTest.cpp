@@ -4,6 +4,7 @@
 #include "Classification.h"
 #include "PermanentExclusions.h"
 #include "PluginCategory.h"
+#include "RegisteredFile.h"
 #include "VisibilityRule.h"
 
 namespace {
@@ -58,6 +59,20 @@ TEST(PermanentExclusions, HoldTheirTableOnly) {
     EXPECT_TRUE(IsPermanentlyExcluded("{D42D5FCC-AB16-4318-AA95-EDFEFC514AAF}"_guid)) << "the last row";
     EXPECT_FALSE(IsPermanentlyExcluded("{D42D5FCC-AB16-4318-AA95-EDFEFC514AA0}"_guid)) << "one digit off";
     EXPECT_FALSE(IsPermanentlyExcluded({}));
+}
+
+TEST(RegisteredFile, QuotesAndBareNamesAreResolvedAndNothingElse) {
+    for (const auto& [path, file] : {std::pair(LR"(C:\a b\fx.dll)", LR"(C:\a b\fx.dll)"),
+                                     {LR"("C:\a b\fx.dll")", LR"(C:\a b\fx.dll)"},
+                                     {LR"("C:\a b\fx.dll)", LR"(C:\a b\fx.dll)"},
+                                     {LR"("C:\a b\fx.dll" /x)", LR"(C:\a b\fx.dll)"},
+                                     {L"fx.dll", LR"(C:\system\fx.dll)"},
+                                     {LR"("fx.dll")", LR"(C:\system\fx.dll)"},
+                                     {LR"(sub\fx.dll)", LR"(sub\fx.dll)"},
+                                     {L"C:fx.dll", L"C:fx.dll"},
+                                     {L"\"", L""},
+                                     {L"", L""}})
+        EXPECT_EQ(RegisteredFile(path, LR"(C:\system)"), file);
 }
 
 PaneState State(Category category, int rows, unsigned presets = 0) {
