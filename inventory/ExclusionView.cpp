@@ -2,11 +2,23 @@
 
 #include <shlwapi.h>
 
+#include <array>
+
 #include "MessageCaption.h"
 #include "PermanentExclusions.h"
 #include "PluginRemoval.h"
+#include "RegisteredFile.h"
 #include "Resources.h"
 #include "TextFormat.h"
+
+namespace {
+
+std::wstring SystemFolder() {
+    std::array<wchar_t, MAX_PATH> path{};
+    return {path.data(), ::GetSystemDirectoryW(path.data(), MAX_PATH)};
+}
+
+}  // namespace
 
 CExclusionView::CExclusionView(CDialog& dialog, CExclusionList& exclusions, const CPluginInventory& inventory,
                                CPluginListView& list, const CHostWindow& host, Visibility& visibility)
@@ -39,17 +51,18 @@ void CExclusionView::OnShowPermanent() {
 }
 
 void CExclusionView::OnExclude() {
+    const auto rows = CRememberedRows::BehindSelection(m_list.Plugins());
     TogglePluginExclusion();
     if (!m_dialog.IsLive()) return;
     m_exclusions.Load();
-    m_list.Refill();
+    m_list.Refill(rows);
     m_host.Tell(kPluginsChanged);
 }
 
 CExclusionView::Verdict CExclusionView::Judge(const Guid& clsid, const std::wstring& name,
                                               Category category) const {
     const std::wstring path = m_inventory.PathOf(clsid, category).value_or(L"");
-    if (::PathFileExistsW(path.c_str())) return Verdict::Toggle;
+    if (::PathFileExistsW(RegisteredFile(path, SystemFolder()).c_str())) return Verdict::Toggle;
     const std::wstring question = FormatText(LoadText(IDS_MISSING_FILE_QUESTION), name, path);
     switch (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION)) {
         case IDYES:
@@ -65,6 +78,7 @@ CExclusionView::Verdict CExclusionView::Judge(const Guid& clsid, const std::wstr
 bool CExclusionView::TogglePluginExclusion() {
     const auto category = m_list.SelectedCategory();
     if (!category) return false;
+    const CWaitCursor wait;
     bool removed = false;
     const CListBox plugins = m_list.Plugins();
     // The rows are counted again each time: the question lets other messages in.
@@ -74,7 +88,7 @@ bool CExclusionView::TogglePluginExclusion() {
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);
         const Verdict verdict = Judge(clsid, name, *category);
-        if (verdict == Verdict::GiveUp) return true;
+        if (verdict == Verdict::GiveUp) break;
         if (verdict == Verdict::Remove) {
             UnregisterPlugin(clsid, *category);
             removed = true;
@@ -84,6 +98,6 @@ bool CExclusionView::TogglePluginExclusion() {
             CExclusionList::Enable(clsid);
         }
     }
-    if (removed) m_list.EnumeratePlugins();
+    if (removed && m_dialog.IsLive()) m_list.EnumeratePlugins();
     return true;
 }

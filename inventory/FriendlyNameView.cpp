@@ -17,11 +17,12 @@ void CFriendlyNameView::OnRename() {
             .RunModal(m_dialog.Handle()) != IDOK) {
         return;
     }
-    if (name.empty() || !m_dialog.IsLive() || !m_names.CanRename(item)) return;
+    if (IsBlank(name) || !m_dialog.IsLive() || !m_names.CanRename(item)) return;
 
-    m_names.Rename(item, name);
     const CListBox plugins = m_list.Plugins();
-    const auto row = plugins.CurrentRow();
-    m_list.Refill();
-    if (row) plugins.Select(*row);
+    const auto rows = CRememberedRows::Of(plugins);
+    m_names.Rename(item, name);
+    m_list.Refill(rows);
+    // The new name may stand far from the old one.
+    if (const auto row = plugins.CurrentRow()) plugins.SetCaretRow(*row);
 }

@@ -10,7 +10,7 @@ class CFriendlyNameView {
     CFriendlyNameView(CDialog& dialog, CPluginListView& list, CFriendlyNames& names)
         : m_dialog(dialog), m_list(list), m_names(names) {}
 
-    /// Asks for the new name of the plug-in, if one alone is selected; an empty one leaves it as it is.
+    /// Asks for the new name of the plug-in, if one alone is selected; a blank one leaves it as it is.
     void OnRename();
 
   private:

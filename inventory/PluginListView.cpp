@@ -1,6 +1,7 @@
 #include "PluginListView.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "FriendlyNames.h"
 #include "PermanentExclusions.h"
@@ -66,7 +67,8 @@ void CPluginListView::EnumeratePlugins() {
     ClearPlugins();
 
     FillCategories(m_inventory.ReadAdapterInventory());
-    const bool classified = Categories().SetCurrentRow(selected);
+    // The rows of the adapter's plug-ins come last; they go when it is removed.
+    const bool classified = Categories().SetCurrentRow(selected) || Categories().SetCurrentRow(0);
     // Kept: the caption tells the size of the table, not the number of rows.
     m_categoriesCaption.ShowCount(kCategories.size());
     if (!m_inventory.Enumerate(classified)) return;
@@ -127,6 +129,12 @@ void CPluginListView::Refill() {
     RefreshPluginList();
 }
 
+void CPluginListView::Refill(const CRememberedRows& rows) {
+    Refill();
+    rows.Restore(Plugins());
+    OnSelectionChanged();
+}
+
 void CPluginListView::RefreshPluginList() {
     const auto category = SelectedCategory();
     if (!category || category == m_shown) return;
@@ -154,6 +162,7 @@ void CPluginListView::FillFromEntries(Category category) {
     const auto& entries = m_inventory.Entries();
     const CListBox plugins = Plugins();  // looked up once: that costs more than adding a row
     bool isEmpty = true;
+    std::unordered_map<Guid, unsigned, GuidHash> namesakes;
     const CRedrawLock noRedraw(plugins);
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
@@ -168,7 +177,8 @@ void CPluginListView::FillFromEntries(Category category) {
                 .md5Clsid = {},
                 .fromInventory = false,
                 .isX64 = false,
-                .category = category});
+                .category = category,
+                .namesake = namesakes[entry.clsid]++});
     }
     ShowCount(plugins, isEmpty);
 }
@@ -195,7 +205,8 @@ void CPluginListView::FillFromInventory(Category category) {
                 .md5Clsid = record.md5Clsid,
                 .fromInventory = true,
                 .isX64 = record.isX64,
-                .category = category});
+                .category = category,
+                .namesake = 0});
     }
     ShowCount(plugins, isEmpty);
 }
@@ -237,10 +248,21 @@ void CPluginListView::ShowPanesOf(Category category) const {
     m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
 }
 
+/// Where one row alone is left selected, keys and commands go on from there; the list does not move for that.
+void CPluginListView::PutCaretOnSelection() const {
+    const CListBox plugins = Plugins();
+    const auto row = plugins.CurrentRow();
+    if (row == plugins.CaretRow()) return;
+    const int top = plugins.TopRow();
+    plugins.SetCaretRow(*row);
+    plugins.SetTopRow(top);
+}
+
 void CPluginListView::OnSelectionChanged() {
     const auto category = SelectedCategory();
     const auto plugins = SelectedPlugins();
     if (!category || plugins.empty()) return;
+    PutCaretOnSelection();
 
     PaneState state = StateOf(*category);
     for (const PresetPlugin& plugin : plugins) state.presets += CPresetListMgr(plugin).CountPresets();

@@ -12,6 +12,7 @@
 #include "PluginInventory.h"
 #include "PluginRecords.h"
 #include "PresetPlugin.h"
+#include "RememberedRows.h"
 #include "VisibilityRule.h"
 #include "VstToolPaths.h"
 
@@ -50,13 +51,15 @@ class CPluginListView {
     void RefreshPluginList();
     /// Fills the plug-in list even if its category is shown already.
     void Refill();
+    /// The same, and what was remembered is selected again and in view.
+    void Refill(const CRememberedRows& rows);
     /// The user selected plug-ins.
     void OnSelectionChanged();
 
     std::optional<Category> SelectedCategory() const;
     /// The selected plug-ins, from top to bottom.
     std::vector<PluginRow> SelectedRows() const;
-    /// The plug-in under the caret; nothing when there is none.
+    /// The plug-in that is selected alone, else the one under the caret; nothing when there is none.
     std::optional<PluginRow> CaretRow() const;
     /// An item of a row is a PluginListItem, null for the row that says that there are no entries.
     CListBox Plugins() const { return m_dialog.Control<CListBox>(IDC_PLUGINS); }
@@ -74,6 +77,7 @@ class CPluginListView {
     void FillFromEntries(Category category);
     void FillFromInventory(Category category);
     void ShowCount(CListBox plugins, bool isEmpty);
+    void PutCaretOnSelection() const;
     void ShowPanesOf(Category category) const;
     PaneState StateOf(Category category) const;
 

@@ -7,6 +7,8 @@
 #include "FriendlyNames.h"
 #include "Process.h"
 #include "RegKey.h"
+#include "Resources.h"
+#include "TextFormat.h"
 
 namespace {
 
@@ -20,6 +22,21 @@ class CDialogLock {
 
   private:
     const CDialog& m_dialog;
+};
+
+/// Tells in a group's caption that its program runs.
+class CBusyCaption {
+  public:
+    explicit CBusyCaption(const CWindow& group) : m_group(group), m_caption(group.Text()) {
+        m_group.SetText(FormatText(LoadText(IDS_TOOL_RUNNING), m_caption));
+    }
+    ~CBusyCaption() { m_group.SetText(m_caption); }
+    CBusyCaption(const CBusyCaption&) = delete;
+    CBusyCaption& operator=(const CBusyCaption&) = delete;
+
+  private:
+    const CWindow m_group;
+    const std::wstring m_caption;
 };
 
 bool IsFile(const std::wstring& path) {
@@ -45,16 +62,18 @@ void CVstToolsView::LaunchVstTool(const VstToolAction& action) {
     if (program.empty() || !clsid || std::ranges::any_of(ProgramsOnTheWay(program), IsFile)) return;
 
     const std::uint64_t before = LastUpdateTime();
-    if (!RunTool(CommandLine(action, program, *clsid, m_key)) || !action.refreshes) return;
+    const CWindow group = m_dialog.Item(scanner ? IDC_VST_GROUP : IDC_ADAPTER_GROUP);
+    if (!RunTool(CommandLine(action, program, *clsid, m_key), group) || !action.refreshes) return;
     if (!scanner || LastUpdateTime() > before) RefreshPlugins();
 }
 
-bool CVstToolsView::RunTool(const std::wstring& commandLine) const {
+bool CVstToolsView::RunTool(const std::wstring& commandLine, const CWindow& group) const {
     const CWindow focus(::GetFocus());
     const auto process = CProcess::Start(commandLine);
     if (!process) return false;
     {
         const CDialogLock disabled(m_dialog);
+        const CBusyCaption busy(group);
         if (!process->WaitDispatching(m_dialog)) return false;
     }
     if (focus.IsLive()) focus.Focus();
@@ -75,11 +94,9 @@ void CVstToolsView::RefreshPlugins() {
     const CWindow focus(::GetFocus());
     CFriendlyNames::CorrectWrapped(m_inventory);
     if (m_list.SelectedCategory()) {
-        const auto row = m_list.Plugins().CurrentRow();
+        const auto rows = CRememberedRows::Of(m_list.Plugins());
         m_list.EnumeratePlugins();
-        m_list.Refill();
-        if (row) m_list.Plugins().Select(*row);
-        m_list.OnSelectionChanged();
+        m_list.Refill(rows);
         // A button that was disabled for a moment has given the focus away.
         if (focus.IsEnabled()) focus.Focus();
     }

@@ -11,8 +11,8 @@
 #include "VstToolCommands.h"
 #include "VstToolPaths.h"
 
-/// While a program runs, the dialog is disabled but goes on painting and answering. A program that is not
-/// registered or can't be started does nothing.
+/// While a program runs, the dialog is disabled but goes on painting and answering, and says so. A program
+/// that is not registered or can't be started does nothing.
 class CVstToolsView {
   public:
     CVstToolsView(CDialog& dialog, const CPluginInventory& inventory, CPluginListView& list,
@@ -26,8 +26,9 @@ class CVstToolsView {
 
   private:
     void LaunchVstTool(const VstToolAction& action);
-    /// False when the program was not started, or the dialog has to end before it.
-    bool RunTool(const std::wstring& commandLine) const;
+    /// False when the program was not started, or the dialog has to end before it. `group` is the box around
+    /// its buttons.
+    bool RunTool(const std::wstring& commandLine, const CWindow& group) const;
     void BringToFront() const;
     void RefreshPlugins();
     std::optional<std::wstring> CurrentPlugin() const;

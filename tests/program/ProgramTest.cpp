@@ -18,7 +18,6 @@ using namespace support;
 constexpr wchar_t kExcluded[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
 constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
 constexpr wchar_t kCompany[] = L"Software\\Corvane Music Software";
-constexpr wchar_t kMissing[] = L"Ysterholm Gone Astray";
 
 /// These tests write to the real registry: they run only where the sample studio was loaded for them.
 class Program : public testing::Test {
@@ -35,13 +34,6 @@ class Program : public testing::Test {
             const auto rows = program.Rows(IDC_PLUGINS);
             return (std::find(rows.begin(), rows.end(), text) != rows.end()) == there;
         });
-    }
-    static void AnswerQuestion(const WindowDriver& program, int button) {
-        const HWND question = program.WaitForPopup(L"Plug-in Manager");
-        ASSERT_TRUE(question) << program.OnScreen();
-        EXPECT_NE(LabelsOf(question).find(kMissing), std::wstring::npos);
-        Press(::GetDlgItem(question, button));
-        ASSERT_TRUE(WaitFor([&] { return !::IsWindow(question); }));
     }
     static HWND ParentOf(HWND window) { return ::GetAncestor(window, GA_PARENT); }
     static void Command(HWND window, UINT command) { ::PostMessageW(window, WM_SYSCOMMAND, command, 0); }
@@ -91,25 +83,6 @@ TEST_F(Program, ExcludesTellsTheHostAndEnablesAgain) {
     EXPECT_EQ(host.MessageCount(kLayoutsChanged), 0U) << "closing is not OK";
 }
 
-TEST_F(Program, AsksAboutAMissingFileAndRemovesItOnYes) {
-    const WindowDriver program;
-    ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
-    program.Select(IDC_PLUGINS, {kMissing});
-    program.Press(IDC_EXCLUDE);
-    AnswerQuestion(program, IDNO);
-    ASSERT_TRUE(WaitForRow(program, kMissing, false));
-    EXPECT_EQ(Subkeys(HKEY_CURRENT_USER, kExcluded).size(), 1U) << "No excludes as usual";
-    program.Press(IDC_SHOW_EXCLUDED);
-    ASSERT_TRUE(WaitForRow(program, kMissing, true));
-    program.Select(IDC_PLUGINS, {kMissing});
-    program.Press(IDC_EXCLUDE);
-    AnswerQuestion(program, IDYES);
-    DeleteTree(HKEY_CURRENT_USER, kExcluded);
-    program.Press(IDC_SHOW_ENABLED);
-    ASSERT_TRUE(WaitFor([&] { return program.Rows(IDC_PLUGINS).size() > 1; }));
-    EXPECT_TRUE(WaitForRow(program, kMissing, false)) << "its registration is gone\n" << program.OnScreen();
-}
-
 TEST_F(Program, DocksFloatsAndDocksAgain) {
     const StandInHost host;
     const WindowDriver program(L"/ParentWnd " + host.HandleText() +
@@ -148,38 +121,6 @@ TEST_F(Program, EndsWithTheCodeThatItsThreadIsAskedToQuitWith) {
     ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
     ::PostThreadMessageW(::GetWindowThreadProcessId(program.Window(), nullptr), WM_QUIT, 5, 0);
     EXPECT_EQ(program.WaitForExit(), 5U);
-}
-
-TEST_F(Program, EscapeAndEnterKeepItOpenButOnTheCloseButton) {
-    const StandInHost host;
-    const WindowDriver program(L"/Float /ParentWnd " + host.HandleText());
-    ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
-    const auto first = program.Rows(IDC_PLUGINS).front();
-    program.Select(IDC_PLUGINS, {first});
-    BringToFront(program.Window());
-    for (const int id : {IDC_CATEGORIES, IDC_PLUGINS, IDC_CLOSE}) PostKey(program.Control(id), VK_ESCAPE);
-    PostKey(program.Control(IDC_CATEGORIES), VK_RETURN);
-    // The click is taken after the keys.
-    program.Press(IDC_SHOW_EXCLUDED);
-    ASSERT_TRUE(WaitFor([&] { return program.IsEnabled(IDC_SHOW_PERMANENT); })) << program.OnScreen();
-    program.Press(IDC_SHOW_ENABLED);
-    ASSERT_TRUE(WaitForRow(program, first, true));
-    program.Select(IDC_PLUGINS, {first});
-    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kExcluded));
-    const auto closeIsNext = [&] {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof(info);
-        ::SendMessageW(program.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program.Control(IDC_CLOSE)),
-                       TRUE);
-        return ::GetGUIThreadInfo(::GetWindowThreadProcessId(program.Window(), nullptr), &info) &&
-               info.hwndFocus == program.Control(IDC_CLOSE);
-    };
-    ASSERT_TRUE(WaitFor(closeIsNext));
-    PostKey(program.Control(IDC_CLOSE), VK_RETURN);
-    EXPECT_EQ(program.WaitForExit(), 0U);
-    EXPECT_EQ(host.MessageCount(kLayoutsChanged), 1U);
-    EXPECT_EQ(Subkeys(HKEY_CURRENT_USER, kExcluded).size(), 1U) << "OK does what the Exclude button would do";
-    EXPECT_EQ(host.MessageCount(kPluginsChanged), 0U) << "but without its message";
 }
 
 TEST_F(Program, RegistersItselfWithoutAWindow) {
@@ -272,48 +213,6 @@ TEST_F(ProgramWithDatabase, NamesComeFromTheDatabase) {
     EXPECT_TRUE(WaitForRow(program, L"From the database", true)) << program.OnScreen();
     EXPECT_EQ(program.Close(), 0U);
     EXPECT_EQ(Calls(), "fill\ndestroy\n");
-}
-
-TEST_F(ProgramWithDatabase, ANewNameGoesToTheDatabaseAlone) {
-    Install(L"stand-ins\\VrnDatabase.dll");
-    const WindowDriver program(L"/UseDatabase", m_folder / L"PluginManager.exe");
-    ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
-    std::string calls = "fill\n";
-    for (const auto& [category, key, kind, name] :
-         {std::tuple(L"DirectX Instruments (DXi)", L"", "2", L"~ of the database"),
-          std::tuple(L"DirectX Audio Effects (DX)", L"", "0", L"~ refused"),
-          std::tuple(L"VST Audio Effects (VST)", L"{54774263-4D44-3500-8A01-5A3C1E90B764}", "0",
-                     L"~ refused, too")}) {
-        program.Select(IDC_CATEGORIES, {category});
-        SelectRows(program.Control(IDC_PLUGINS), {0});
-        const std::wstring id = *key ? key : program.TextOf(IDC_CLSID);
-        PostNotification(program.Control(IDC_PLUGINS), LBN_DBLCLK);
-        const HWND prompt = program.WaitForPopup(L"Set Plug-in Friendly Name");
-        ASSERT_TRUE(prompt) << program.OnScreen();
-        EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), name);
-        Press(::GetDlgItem(prompt, IDOK));
-        ASSERT_TRUE(WaitForRow(program, name, true)) << program.OnScreen();
-        calls += "set\t" + Utf8(id) + "\t" + kind + "\t" + Utf8(name) + "\n";
-        EXPECT_NE(Text(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + id, nullptr), name);
-    }
-    EXPECT_EQ(Calls(), calls);
-    EXPECT_EQ(Text(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\Corvane VST\\Inventory\\TwBc-x64",
-                   L"FullName"),
-              L"Bellows Compressor");
-}
-
-TEST_F(ProgramWithDatabase, ALibraryThatIsNoDatabaseLeavesRegistryMode) {
-    const auto runs = [this] {
-        const WindowDriver program(L"/UseDatabase", m_folder / L"PluginManager.exe");
-        return WaitForFill(program) && program.Close() == 0U;
-    };
-    EXPECT_TRUE(runs()) << "missing";
-    Install(L"stand-ins\\no-export\\VrnDatabase.dll");
-    EXPECT_TRUE(runs()) << "without the export";
-    Install(L"stand-ins\\null\\VrnDatabase.dll");
-    EXPECT_TRUE(runs()) << "without an object";
-    std::ofstream(m_folder / L"Database\\VrnDatabase.dll") << "not a library";
-    EXPECT_TRUE(runs()) << "not a library";
 }
 
 }  // namespace

@@ -151,6 +151,7 @@ TEST_F(VstTools, TheDialogWaitsAliveAndTakesNoCommand) {
     ASSERT_TRUE(Open(program, kVst)) << program.OnScreen();
     program.Press(IDC_VST_SCAN);
     ASSERT_TRUE(WaitFor([&] { return IsLocked(program) && Commands().size() == 1; }));
+    EXPECT_EQ(program.TextOf(IDC_VST_GROUP), L"VST Configuration (program running)");
     program.Press(IDC_VST_OPTIONS);
     PostNotification(program.Control(IDC_PLUGINS), LBN_DBLCLK);
     ::PostMessageW(program.Window(), WM_CLOSE, 0, 0);
@@ -161,6 +162,7 @@ TEST_F(VstTools, TheDialogWaitsAliveAndTakesNoCommand) {
     ASSERT_TRUE(WaitForTools(program, 1)) << program.OnScreen();
     EXPECT_TRUE(WaitFor([&] { return Lists(program, kFound); })) << program.OnScreen();
     EXPECT_FALSE(program.Popup());
+    EXPECT_EQ(program.TextOf(IDC_VST_GROUP), L"VST Configuration");
     EXPECT_EQ(FocusOf(program), program.Control(IDC_VST_SCAN)) << "as before the scan";
     EXPECT_EQ(program.Close(), 0U);
 }
@@ -211,61 +213,6 @@ TEST_F(VstTools, AHostMayTakeTheWindowAwayMeanwhile) {
     ASSERT_TRUE(WaitFor([&] { return IsLocked(program) && Commands().size() == 1; }));
     host.reset();
     EXPECT_EQ(program.WaitForExit(), 0U);
-}
-
-TEST_F(VstTools, AWrappedPluginTakesTheNameThatItsClassWasGiven) {
-    constexpr wchar_t kClass[] = L"Software\\Classes\\CLSID\\{4C674264-4458-4600-8A01-5A3C1E90B764}";
-    LetToolDo(L"nothing");
-    const WindowDriver program;
-    ASSERT_TRUE(Open(program, kLegacy)) << program.OnScreen();
-    ASSERT_TRUE(Lists(program, L"VST Brass Delay"));
-    SetText(HKEY_LOCAL_MACHINE, kClass, nullptr, L"VST Cornet Delay");
-    program.Press(IDC_ADAPTER_WIZARD);
-    EXPECT_TRUE(WaitFor([&] { return Lists(program, L"VST Cornet Delay"); })) << program.OnScreen();
-    SetText(HKEY_LOCAL_MACHINE, kClass, nullptr, L"VST Brass Delay");
-    ASSERT_TRUE(WaitForTools(program, 1));
-    program.Press(IDC_ADAPTER_WIZARD);
-    EXPECT_TRUE(WaitFor([&] { return Lists(program, L"VST Brass Delay"); })) << program.OnScreen();
-}
-
-/// Enters the name in the prompt and confirms; true when the prompt is gone.
-bool EnterName(const WindowDriver& program, const std::wstring& name, int button = IDOK) {
-    const HWND prompt = program.WaitForPopup(L"Set Plug-in Friendly Name");
-    if (!prompt) return false;
-    EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), name);
-    Press(::GetDlgItem(prompt, button));
-    return WaitFor([&] { return !::IsWindow(prompt) && !program.Popup(); });
-}
-
-TEST_F(VstTools, APluginIsRenamedByDoubleClickAndByF2) {
-    const std::wstring anvil = std::wstring(kKey) + L"\\Inventory\\Anvil";
-    const WindowDriver program(GivenKey());
-    ASSERT_TRUE(Open(program, kVst)) << program.OnScreen();
-    const HWND list = program.Control(IDC_PLUGINS);
-    PostNotification(list, LBN_DBLCLK);
-    ASSERT_TRUE(EnterName(program, L"Zither")) << program.OnScreen();
-    ASSERT_TRUE(WaitFor([&] { return Lists(program, L"Zither"); })) << program.OnScreen();
-    EXPECT_EQ(Text(HKEY_CURRENT_USER, anvil, L"FullName"), L"Zither");
-    EXPECT_TRUE(WaitFor([&] { return program.SelectedRows(IDC_PLUGINS) == std::vector<int>{0}; }))
-        << "the row, whatever stands there now";
-
-    program.Select(IDC_PLUGINS, {L"Zither"});
-    const std::wstring strange = L"\x1\t\xD83C\xDFB9 " + std::wstring(2000, L'x');
-    PostKey(list, VK_F2);
-    ASSERT_TRUE(EnterName(program, strange)) << program.OnScreen();
-    const std::wstring kept = strange.substr(0, 1023);
-    ASSERT_TRUE(WaitFor([&] { return Text(HKEY_CURRENT_USER, anvil, L"FullName") == kept; }));
-    ASSERT_TRUE(WaitFor([&] { return Lists(program, kept); })) << program.OnScreen();
-    program.Select(IDC_PLUGINS, {kept});
-    for (const auto& [name, button] : {std::pair(L"", IDOK), std::pair(L"Cancelled", IDCANCEL)}) {
-        PostKey(list, VK_F2);
-        ASSERT_TRUE(EnterName(program, name, button)) << program.OnScreen();
-    }
-    program.Select(IDC_PLUGINS, {kept, L"Reed"});
-    PostKey(list, VK_F2);
-    EXPECT_FALSE(program.WaitForPopup({}, 300ms)) << "two rows";
-    EXPECT_EQ(Text(HKEY_CURRENT_USER, anvil, L"FullName"), kept);
-    EXPECT_EQ(program.Close(), 0U);
 }
 
 }  // namespace

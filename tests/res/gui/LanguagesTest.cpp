@@ -19,7 +19,10 @@ constexpr UINT kDialogs[] = {IDD_ABOUT,       IDD_PLUGIN_MANAGER, IDD_LAYOUT_NAM
                              IDD_PRESET_FILE, IDD_MANAGE_PRESETS, IDD_TREE_ITEM_PROPERTIES};
 constexpr UINT kMenus[] = {IDM_LAYOUT, IDM_LAYOUT_PLUGIN, IDM_LAYOUT_ROOT, IDM_LAYOUT_FOLDER};
 constexpr UINT kFirstText = IDS_ABOUT_COMMAND;
-constexpr UINT kLastText = IDS_DATABASE_MODE_QUESTION;
+constexpr UINT kLastText = 199;
+
+/// Behind the first block of texts not every number is taken.
+bool IsText(UINT id) { return id <= IDS_DATABASE_MODE_QUESTION || TextIn(kEnglish, id); }
 
 /// Texts that the program gives to a control at run time, or to the rows of a list.
 struct LaterText {
@@ -82,6 +85,8 @@ std::vector<std::wstring> TextsOf(const Language& language, UINT dialog, const D
         const std::wstring found = TextIn(language, IDS_FOUND).value_or(L"");
         texts.push_back(FormatText(L"%s (%d %s)", control.text, count->second, found));
     }
+    if (control.id == IDC_VST_GROUP || control.id == IDC_ADAPTER_GROUP)
+        texts.push_back(FormatText(TextIn(language, IDS_TOOL_RUNNING).value_or(L""), control.text));
     return texts;
 }
 
@@ -105,7 +110,8 @@ TEST_P(Languages, HaveEveryResource) {
     EXPECT_THAT(ResourceIds(RT_MENU), testing::UnorderedElementsAreArray(kMenus));
     for (const UINT id : kDialogs) EXPECT_FALSE(ResourceIn(GetParam(), RT_DIALOG, id).empty()) << id;
     for (const UINT id : kMenus) EXPECT_FALSE(ResourceIn(GetParam(), RT_MENU, id).empty()) << id;
-    for (UINT id = kFirstText; id <= kLastText; ++id) EXPECT_TRUE(TextIn(GetParam(), id)) << id;
+    for (UINT id = kFirstText; id <= kLastText; ++id)
+        EXPECT_EQ(TextIn(GetParam(), id).has_value(), IsText(id)) << id;
 }
 
 TEST_P(Languages, KeepTheFormOfTheEnglishTexts) {
@@ -230,7 +236,7 @@ TEST_P(Languages, ControlsStandClear) {
 // The rules themselves, on faults planted here.
 
 TEST(ResourceRules, FindAMissingText) {
-    EXPECT_TRUE(TextIn(kEnglish, kLastText));
+    EXPECT_TRUE(TextIn(kEnglish, kFirstText));
     EXPECT_FALSE(TextIn(kEnglish, kLastText + 1));
     EXPECT_FALSE(TextIn({"Dutch", 1043, L""}, kFirstText));
     EXPECT_TRUE(ResourceIn({"Dutch", 1043, L""}, RT_DIALOG, IDD_ABOUT).empty());
