@@ -136,6 +136,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnNotify<NM_RCLICK, &Tree::OnRightClick>(IDC_LAYOUT_TREE),
         R::OnNotify<NM_DBLCLK, &Tree::OnDoubleClick>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_SELCHANGEDW, &Tree::OnSelectionChanged>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_ITEMEXPANDEDW, &Tree::OnItemExpanded>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),

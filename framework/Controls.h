@@ -106,10 +106,11 @@ class CTreeView : public CWindow {
         Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(item));
     }
     HTREEITEM FirstVisible() const { return Next(TVGN_FIRSTVISIBLE, nullptr); }
+    /// Of the items that closed ones don't hide, whether they are in view or not.
+    HTREEITEM NextVisible(HTREEITEM item) const { return Next(TVGN_NEXTVISIBLE, item); }
+    HTREEITEM PreviousVisible(HTREEITEM item) const { return Next(TVGN_PREVIOUSVISIBLE, item); }
     /// Scrolls so that the item is the first visible one, as far as the tree can be scrolled.
-    void ScrollToTop(HTREEITEM item) const {
-        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
-    }
+    void ScrollToTop(HTREEITEM item) const;
     void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item)); }
     /// `compare` gets the data of two items and `context`. Null parent sorts the top level.
     void SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const;

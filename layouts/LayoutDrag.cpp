@@ -189,13 +189,13 @@ void CLayoutDrag::Drop() {
     const bool moves = m_image && !m_onItself && !GoesAlong(target);
     End();
     if (!moves) return;
-    const CRedrawLock noRedraw(Tree());
+    const CTreeHold hold(m_layout.Scroll());
     HTREEITEM last = nullptr;
     for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
         if (!item || GoesAlong(Tree().Parent(item))) continue;
         last = last ? m_layout.MoveAfter(item, last) : MoveFirst(item, m_layout.HandleOf(targetId));
-        Tree().SetSelected(last, false);
     }
+    Tree().ClearSelection();
 }
