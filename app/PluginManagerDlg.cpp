@@ -170,6 +170,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_toolbar.OnInitDialog();
     m_files.OnInitDialog();
     m_list.OnInitDialog();
+    m_list.WhenEnumerated([this] { m_files.MarkInstalled(); });
     Item(IDC_ADD_PLUGIN).Enable(false);
     m_tree.UpdateButtons();
     m_exclusion.OnInitDialog();

@@ -102,6 +102,15 @@ LPARAM CTreeView::Data(HTREEITEM item) const {
     return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query)) ? query.lParam : 0;
 }
 
+void CTreeView::SetItemImages(HTREEITEM item, int image, int selectedImage) const {
+    TVITEMW change{};
+    change.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    change.hItem = item;
+    change.iImage = image;
+    change.iSelectedImage = selectedImage;
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+}
+
 void CTreeView::ScrollToTop(HTREEITEM item) const {
     const auto scroll = [this](HTREEITEM top) {
         Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(top));

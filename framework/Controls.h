@@ -97,6 +97,7 @@ class CTreeView : public CWindow {
     void Select(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item)); }
     std::wstring ItemText(HTREEITEM item) const;
     void SetItemText(HTREEITEM item, const std::wstring& text) const;
+    void SetItemImages(HTREEITEM item, int image, int selectedImage) const;
     LPARAM Data(HTREEITEM item) const;
     /// The list stays the caller's.
     void SetImages(HIMAGELIST images) const {

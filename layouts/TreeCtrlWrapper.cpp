@@ -50,6 +50,16 @@ void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name
     if (found != m_entries.end()) found->second->record.originalName = name;
 }
 
+void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
+    for (auto& [id, entry] : m_records) {
+        if (entry.record.kind != LayoutKind::Plugin) continue;
+        mark(entry.record);
+        const LayoutImages images = ImagesOf(entry.record);
+        m_tree.SetItemImages(entry.item, images.normal, images.selected);
+    }
+    ::InvalidateRect(m_tree.Handle(), nullptr, FALSE);
+}
+
 HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record) {
     if (record.id == kInvalidItemId) return nullptr;
     const LayoutImages images = ImagesOf(record);

@@ -43,6 +43,8 @@ class CTreeCtrlWrapper {
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
     /// What a plug-in is registered as now; no change of the user's, and so the layout is not modified by it.
     void NoteOriginalName(HTREEITEM item, const std::wstring& name);
+    /// Marks each plug-in as installed or not, with the image for that; the layout is not modified by it.
+    void Mark(const std::function<void(LayoutItem&)>& mark);
 
     /// Adds as the last child. Null when it fails.
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record) {

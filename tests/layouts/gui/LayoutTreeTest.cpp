@@ -322,7 +322,7 @@ TEST_F(LayoutTree, ButtonsFollowTheSelection) {
     EXPECT_TRUE(Tree().HasFocus()) << "a button that goes grey leaves the keyboard to the tree";
 }
 
-TEST_F(LayoutTree, OnlyMissingPluginsAreGrey) {
+TEST_F(LayoutTree, OnlyMissingPluginsAreGreyAndAnEnumerationTellsWhichTheseAre) {
     Build(L"F(a,b),c");
     for (const wchar_t* name : {L"a", L"c"}) {
         Layout().Change(Node(name), [&](LayoutItem& record) {
@@ -333,6 +333,11 @@ TEST_F(LayoutTree, OnlyMissingPluginsAreGrey) {
     Layout().SetModified(false);
     EXPECT_TRUE(IsGrey(L"a") && IsGrey(L"b"));
     EXPECT_FALSE(IsGrey(L"F") || IsGrey(L"c"));
+    support::AddVst(1, L"Found");
+    m_dialog->Send(WM_TIMER, 1);
+    EXPECT_TRUE(IsGrey(L"b") && IsGrey(L"c"));
+    EXPECT_FALSE(IsGrey(L"a"));
+    EXPECT_FALSE(Layout().IsModified());
 }
 
 TEST_F(LayoutTree, ClickingSelectsAsInAList) {
