@@ -132,6 +132,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
+        R::OnMessage<WM_RBUTTONDOWN, &Tree::CancelDrag>(),
         R::OnMessage<WM_CAPTURECHANGED, &Tree::OnCaptureChanged>(),
         R::OnNotify<NM_RCLICK, &Tree::OnRightClick>(IDC_LAYOUT_TREE),
         R::OnNotify<NM_DBLCLK, &Tree::OnDoubleClick>(IDC_LAYOUT_TREE),

@@ -112,6 +112,11 @@ class CTreeView : public CWindow {
     HTREEITEM PreviousVisible(HTREEITEM item) const { return Next(TVGN_PREVIOUSVISIBLE, item); }
     /// Scrolls so that the item is the first visible one, as far as the tree can be scrolled.
     void ScrollToTop(HTREEITEM item) const;
+    /// The item that is drawn as the one to drop on.
+    HTREEITEM DropTarget() const { return Next(TVGN_DROPHILITE, nullptr); }
+    void SetDropTarget(HTREEITEM item) const {
+        Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(item));
+    }
     void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item)); }
     /// `compare` gets the data of two items and `context`. Null parent sorts the top level.
     void SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const;

@@ -48,7 +48,8 @@ void CLayoutTreeView::OnInitDialog() {
                              [this](bool down) {
                                  m_mayUpdate = !down && !m_drag.IsDragging();
                                  UpdateButtons();
-                             }});
+                             },
+                         .onTimer = [this] { m_drag.OnTimer(); }});
     ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_tree.Send(WM_SETFONT, static_cast<WPARAM>(m_dialog.Send(WM_GETFONT)));

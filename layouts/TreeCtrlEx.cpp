@@ -42,6 +42,9 @@ bool MovesAway(HWND window, POINT client) {
     return away;
 }
 
+/// The control has timers of its own, of small numbers.
+constexpr UINT_PTR kTimer = 0x1000;
+
 bool IsDown(int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; }
 
 /// Keys that move the caret.
@@ -69,12 +72,42 @@ void CTreeCtrlEx::Detach() {
     m_hwnd = nullptr;
 }
 
+void CTreeCtrlEx::SetInsertMark(HTREEITEM item, bool behind, HTREEITEM sibling) {
+    m_markLevel = sibling;
+    if (item == m_marked && behind == m_behindMarked) return;
+    for (const HTREEITEM changed : {std::exchange(m_marked, item), item}) {
+        RECT row{};
+        if (RowOf(changed, row)) ::InvalidateRect(m_hwnd, &row, TRUE);
+    }
+    m_behindMarked = behind;
+}
+
+void CTreeCtrlEx::StartTimer(UINT milliseconds) const { ::SetTimer(m_hwnd, kTimer, milliseconds, nullptr); }
+
+void CTreeCtrlEx::StopTimer() const { ::KillTimer(m_hwnd, kTimer); }
+
 LRESULT CTreeCtrlEx::OnCustomDraw(NMTVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-    const bool drawsItem = draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT;
-    if (drawsItem && m_hooks.isGrey(reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec)))
-        draw.clrText = GreyText();
-    return CDRF_DODEFAULT;
+    const auto item = reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPOSTPAINT && item == m_marked) DrawInsertMark(draw.nmcd.hdc);
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    if (item == m_marked) {
+        draw.clrText = ::GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = ::GetSysColor(COLOR_WINDOW);
+    }
+    if (m_hooks.isGrey(item)) draw.clrText = GreyText();
+    return item == m_marked ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+}
+
+/// The control's own mark can't be taken away on every system.
+void CTreeCtrlEx::DrawInsertMark(HDC dc) const {
+    RECT row{};
+    RECT label{};
+    if (!RowOf(m_marked, row) || !LabelOf(m_markLevel, label)) return;
+    const LONG thickness = (row.bottom - row.top) / 8;
+    const LONG top = m_behindMarked ? row.bottom - thickness : row.top;
+    const RECT line{label.left, top, row.right, top + thickness};
+    ::FillRect(dc, &line, ::GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
 LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -134,6 +167,11 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SYSCHAR:
             if (wParam == VK_RETURN) return 0;  // the system would look for a menu of that letter, and beep
             break;
+        case WM_TIMER:
+            if (wParam != kTimer) break;
+            StopTimer();
+            m_hooks.onTimer();
+            return 0;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
             // All selected items show whether the tree has the focus; the control repaints the caret item
@@ -141,7 +179,7 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
             break;
         case TVM_DELETEITEM:
-            m_anchor = nullptr;  // it may be the item that goes, or be in it
+            m_anchor = m_marked = m_markLevel = nullptr;  // it may be the item that goes, or be in it
             break;
         default:
             break;

@@ -16,6 +16,7 @@ class CTreeCtrlEx : public CTreeSelection {
         std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in grey
         std::function<void(bool)>
             onInput;  // true: the left button went down, false: mouse or key are dealt with
+        std::function<void()> onTimer;
     };
 
     CTreeCtrlEx() = default;
@@ -26,6 +27,14 @@ class CTreeCtrlEx : public CTreeSelection {
     /// Takes over the window, which must have no extensions yet.
     void Attach(HWND tree, Hooks hooks);
     void Detach();
+
+    /// Draws a line before or behind the item, indented like `sibling`; the item then does not look like one
+    /// to drop on.
+    void SetInsertMark(HTREEITEM item, bool behind, HTREEITEM sibling);
+    void RemoveInsertMark() { SetInsertMark(nullptr, false, nullptr); }
+    /// Has onTimer called, once.
+    void StartTimer(UINT milliseconds) const;
+    void StopTimer() const;
 
     /// The owner passes on the tree's NM_CUSTOMDRAW.
     LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const;
@@ -43,6 +52,7 @@ class CTreeCtrlEx : public CTreeSelection {
     void PressOnSelected(HTREEITEM item, POINT client);
     void ExtendTo(HTREEITEM item);
     void Toggle(HTREEITEM item);
+    void DrawInsertMark(HDC dc) const;
     /// A click elsewhere takes the name that is being edited, and does what it does otherwise.
     void TakeEditedLabel() const;
     void NotifyKey(WORD key) const;
@@ -51,4 +61,7 @@ class CTreeCtrlEx : public CTreeSelection {
     Hooks m_hooks;
     WNDPROC m_original = nullptr;
     HTREEITEM m_anchor = nullptr;  // of a selection with Shift; null after any plain click
+    HTREEITEM m_marked = nullptr;  // has the insert mark
+    HTREEITEM m_markLevel = nullptr;
+    bool m_behindMarked = false;
 };

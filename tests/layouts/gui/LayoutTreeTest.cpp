@@ -3,6 +3,7 @@
 
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
+#include "support/WaitFor.h"
 
 namespace {
 
@@ -97,6 +98,11 @@ class LayoutTree : public support::MainDialog {
         return draw;
     }
     bool IsGrey(const wchar_t* name) { return Drawn(name).clrText == RGB(0xCD, 0xCD, 0xCD); }
+    bool IsMarked(const wchar_t* name) {
+        LRESULT answer = 0;
+        Drawn(name, &answer);
+        return answer == CDRF_NOTIFYPOSTPAINT;
+    }
     /// A key as it comes while the other one is held.
     void KeyWith(BYTE held, UINT message, WPARAM key) {
         BYTE keys[256]{};
@@ -414,10 +420,44 @@ TEST_F(LayoutTree, DragsTheSelectionToWhereThePointerIs) {
              Case{L"a,*b", L"a", L"b", 5, L"b,a"},
          }) {
         Build(c.before);
+        Item(IDC_CATEGORIES).Focus();
         Drag(c.from, c.to, c.below);
         Drop();
         EXPECT_EQ(Shape(), c.after) << support::Utf8(c.before) << " to " << support::Utf8(c.to) << c.below;
-        EXPECT_TRUE(IsEnabled(IDC_SORT_ALL));
+        EXPECT_TRUE(Tree().HasFocus() && IsEnabled(IDC_SORT_ALL));
+    }
+}
+
+TEST_F(LayoutTree, ADragShowsWhereTheItemsWouldLand) {
+    Build(L"*a,F[b],c");
+    Drag(L"a", L"c", -5);
+    EXPECT_TRUE(IsMarked(L"c"));
+    EXPECT_EQ(Drawn(L"c").clrTextBk, ::GetSysColor(COLOR_WINDOW))
+        << "not as the folder that it would go into";
+    m_dialog->Send(WM_RBUTTONDOWN);
+    Drop();
+    EXPECT_EQ(Shape(), L"*a,F[b],c") << "the right button breaks off";
+    Drag(L"a", L"F", 5);
+    EXPECT_FALSE(IsMarked(L"F"));
+    EXPECT_EQ(Tree().DropTarget(), Node(L"F"));
+    EXPECT_TRUE(support::WaitFor([&] { return Tree().IsExpanded(Node(L"F")); }));
+    Drop();
+    EXPECT_EQ(Shape(), L"F(b,a),c");
+    std::wstring text = L"*a,F(b";
+    for (int i = 0; i < 60; ++i) text += L",k";
+    Build(text + L")");
+    Drag(L"a", L"F", 5);
+    Drop();
+    RECT row{};
+    EXPECT_TRUE(Tree().RowOf(Node(L"a"), row) && row.bottom <= Tree().ClientRect().bottom)
+        << "what has moved is in view";
+    for (const POINT outside : {POINT{-30, 20}, POINT{20, -30}, POINT{20, 5000}}) {
+        Build(L"*a,F(b),c");
+        Drag(L"a", outside);
+        EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_NO));
+        EXPECT_FALSE(IsMarked(L"c") || IsMarked(L"F"));
+        Drop();
+        EXPECT_EQ(Shape(), L"*a,F(b),c");
     }
 }
 
