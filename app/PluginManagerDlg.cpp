@@ -135,10 +135,12 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
+        R::OnMessage<WM_RBUTTONDOWN, &Tree::CancelDrag>(),
         R::OnMessage<WM_CAPTURECHANGED, &Tree::OnCaptureChanged>(),
         R::OnNotify<NM_RCLICK, &Tree::OnRightClick>(IDC_LAYOUT_TREE),
         R::OnNotify<NM_DBLCLK, &Tree::OnDoubleClick>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_SELCHANGEDW, &Tree::OnSelectionChanged>(IDC_LAYOUT_TREE),
+        R::OnNotify<TVN_ITEMEXPANDEDW, &Tree::OnItemExpanded>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
         R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),
@@ -173,6 +175,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_toolbar.OnInitDialog();
     m_files.OnInitDialog();
     m_list.OnInitDialog();
+    m_list.WhenEnumerated([this] { m_files.MarkInstalled(); });
     Item(IDC_ADD_PLUGIN).Enable(false);
     m_tree.UpdateButtons();
     m_exclusion.OnInitDialog();

@@ -121,6 +121,26 @@ LPARAM CTreeView::Data(HTREEITEM item) const {
     return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query)) ? query.lParam : 0;
 }
 
+void CTreeView::SetItemImages(HTREEITEM item, int image, int selectedImage) const {
+    TVITEMW change{};
+    change.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    change.hItem = item;
+    change.iImage = image;
+    change.iSelectedImage = selectedImage;
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+}
+
+void CTreeView::ScrollToTop(HTREEITEM item) const {
+    const auto scroll = [this](HTREEITEM top) {
+        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(top));
+    };
+    scroll(item);
+    if (FirstVisible() == item) return;
+    // Not every system does that for the caret item.
+    if (const HTREEITEM next = NextVisible(item)) scroll(next);
+    EnsureVisible(item);
+}
+
 void CTreeView::SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const {
     TVSORTCB sort{parent ? parent : TVI_ROOT, compare, context};
     Send(TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));

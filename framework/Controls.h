@@ -111,6 +111,7 @@ class CTreeView : public CWindow {
     void Select(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item)); }
     std::wstring ItemText(HTREEITEM item) const;
     void SetItemText(HTREEITEM item, const std::wstring& text) const;
+    void SetItemImages(HTREEITEM item, int image, int selectedImage) const;
     LPARAM Data(HTREEITEM item) const;
     /// The list stays the caller's.
     void SetImages(HIMAGELIST images) const {
@@ -120,9 +121,15 @@ class CTreeView : public CWindow {
         Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(item));
     }
     HTREEITEM FirstVisible() const { return Next(TVGN_FIRSTVISIBLE, nullptr); }
+    /// Of the items that closed ones don't hide, whether they are in view or not.
+    HTREEITEM NextVisible(HTREEITEM item) const { return Next(TVGN_NEXTVISIBLE, item); }
+    HTREEITEM PreviousVisible(HTREEITEM item) const { return Next(TVGN_PREVIOUSVISIBLE, item); }
     /// Scrolls so that the item is the first visible one, as far as the tree can be scrolled.
-    void ScrollToTop(HTREEITEM item) const {
-        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
+    void ScrollToTop(HTREEITEM item) const;
+    /// The item that is drawn as the one to drop on.
+    HTREEITEM DropTarget() const { return Next(TVGN_DROPHILITE, nullptr); }
+    void SetDropTarget(HTREEITEM item) const {
+        Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(item));
     }
     void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item)); }
     /// `compare` gets the data of two items and `context`. Null parent sorts the top level.

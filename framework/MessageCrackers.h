@@ -57,6 +57,7 @@ Answer CallAt(auto&& handler, LPARAM lParam) {
 }
 Answer Call(Of<WM_MOUSEMOVE>, auto&& handler, WPARAM, LPARAM lParam) { return CallAt(handler, lParam); }
 Answer Call(Of<WM_LBUTTONUP>, auto&& handler, WPARAM, LPARAM lParam) { return CallAt(handler, lParam); }
+Answer Call(Of<WM_RBUTTONDOWN>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 
 /// handler(UINT virtualKey, HWND list) -> int: -2 handled whole, -1 default action, else the row to act on
 Answer Call(Of<WM_VKEYTOITEM>, auto&& handler, WPARAM wParam, LPARAM lParam) {
@@ -117,6 +118,7 @@ const NMHDR& Carried(Of<NM_DBLCLK>);
 const NMTREEVIEWW& Carried(Of<TVN_SELCHANGEDW>);
 const NMTREEVIEWW& Carried(Of<TVN_DELETEITEMW>);
 const NMTREEVIEWW& Carried(Of<TVN_BEGINDRAGW>);
+const NMTREEVIEWW& Carried(Of<TVN_ITEMEXPANDEDW>);
 const NMTVDISPINFOW& Carried(Of<TVN_BEGINLABELEDITW>);
 const NMTVDISPINFOW& Carried(Of<TVN_ENDLABELEDITW>);
 const NMTVKEYDOWN& Carried(Of<TVN_KEYDOWN>);

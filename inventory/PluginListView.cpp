@@ -71,9 +71,10 @@ void CPluginListView::EnumeratePlugins() {
     const bool classified = Categories().SetCurrentRow(selected) || Categories().SetCurrentRow(0);
     // Kept: the caption tells the size of the table, not the number of rows.
     m_categoriesCaption.ShowCount(kCategories.size());
-    if (!m_inventory.Enumerate(classified)) return;
     // Once: where a name can't be kept, it would have to be corrected for ever.
-    if (CFriendlyNames::CorrectWrapped(m_inventory) > 0) m_inventory.Enumerate(classified);
+    if (m_inventory.Enumerate(classified) && CFriendlyNames::CorrectWrapped(m_inventory) > 0)
+        m_inventory.Enumerate(classified);
+    if (m_whenEnumerated) m_whenEnumerated();
 }
 
 void CPluginListView::FillCategories(bool withLegacy) const {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ButtonRules.h"
@@ -47,6 +49,8 @@ class CPluginListView {
     /// Finds all plug-ins anew and fills the category list; the plug-in list stays empty until it is
     /// refilled.
     void EnumeratePlugins();
+    /// Called whenever the plug-ins were found anew.
+    void WhenEnumerated(std::function<void()> call) { m_whenEnumerated = std::move(call); }
     /// The user chose a category; the one that is shown already is not filled again.
     void RefreshPluginList();
     /// Fills the plug-in list even if its category is shown already.
@@ -90,6 +94,7 @@ class CPluginListView {
     CCountedCaption m_categoriesCaption;
     CCountedCaption m_pluginsCaption;
     CCountedCaption m_presetsCaption;
+    std::function<void()> m_whenEnumerated;
     std::optional<Category> m_shown;     // nothing: the next refresh fills, whatever is selected
     std::deque<PluginListItem> m_items;  // the rows' data; a deque keeps its places
 };

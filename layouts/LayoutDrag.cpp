@@ -1,8 +1,12 @@
 #include "LayoutDrag.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
+
+/// A closed folder opens when the pointer has rested on it for so long.
+constexpr UINT kOpenDelay = 800;  // ms
 
 /// Where the pointer holds the image.
 constexpr int kHotSpot = 5;
@@ -11,6 +15,13 @@ constexpr int kHotSpot = 5;
 constexpr std::size_t kShownItems = 8;
 
 constexpr COLORREF kTransparent = RGB(255, 0, 255);
+
+/// The system moves the image by places counted from a window's corner, not from its client area's.
+POINT InWindow(const CWindow& window, POINT client) {
+    ::ClientToScreen(window.Handle(), &client);
+    const Rect place = window.WindowRect();
+    return {client.x - place.left, client.y - place.top};
+}
 
 /// A device context and what was selected into it, put back at the end.
 class CDrawing {
@@ -43,9 +54,11 @@ void CLayoutDrag::Begin(HTREEITEM item, POINT client) {
     m_lowerHalf = m_belowDragged = m_onItself = false;
     m_image = DrawImage();
     m_dragging = true;
+    Tree().Focus();
     ::SetCapture(m_dialog.Handle());
     if (m_image && ::ImageList_BeginDrag(m_image.Get(), 0, kHotSpot, kHotSpot)) {
-        ::ImageList_DragEnter(Tree().Handle(), client.x, client.y);
+        const POINT place = InWindow(Tree(), client);
+        ::ImageList_DragEnter(Tree().Handle(), place.x, place.y);
     }
 }
 
@@ -86,26 +99,70 @@ UniqueImageList CLayoutDrag::DrawImage() const {
 
 void CLayoutDrag::OnMouseMove(POINT client) {
     if (!m_dragging) return;
-    POINT inTree = client;
-    ::MapWindowPoints(m_dialog.Handle(), Tree().Handle(), &inTree, 1);
-    ::ImageList_DragMove(inTree.x, inTree.y);
-    // The tree paints below the image, which has to make room.
-    ::ImageList_DragShowNolock(FALSE);
-    Highlight(inTree);
-    ScrollBeyond(inTree);
-    ::UpdateWindow(Tree().Handle());
-    ::ImageList_DragShowNolock(TRUE);
+    m_pointer = client;
+    ::MapWindowPoints(m_dialog.Handle(), Tree().Handle(), &m_pointer, 1);
+    const POINT place = InWindow(Tree(), m_pointer);
+    ::ImageList_DragMove(place.x, place.y);
+    ShowPlace();
 }
 
-void CLayoutDrag::Highlight(POINT inTree) {
+void CLayoutDrag::ShowPlace() {
+    ::ImageList_DragShowNolock(FALSE);
+    Highlight();
+    ScrollBeyond();
+    MarkPlace();
+    AwaitOpening();
+    ::UpdateWindow(Tree().Handle());
+    ::ImageList_DragShowNolock(TRUE);
+    ::SetCursor(::LoadCursorW(nullptr, m_inside ? IDC_ARROW : IDC_NO));
+}
+
+void CLayoutDrag::Highlight() {
+    const Rect client = Tree().ClientRect();
+    m_inside = m_pointer.x >= client.left && m_pointer.x < client.right && m_pointer.y >= client.top &&
+               m_pointer.y < client.bottom;
     RECT dragged{};
-    m_belowDragged = Tree().RowOf(m_layout.HandleOf(m_dragged), dragged) && inTree.y >= dragged.bottom;
-    const HTREEITEM item = Tree().HitTest(inTree);
+    m_belowDragged = Tree().RowOf(m_layout.HandleOf(m_dragged), dragged) && m_pointer.y >= dragged.bottom;
+    const HTREEITEM item = Tree().HitTest(m_pointer);
     RECT row{};
-    if (Tree().RowOf(item, row)) m_lowerHalf = inTree.y > (row.top + row.bottom) / 2;
+    if (Tree().RowOf(item, row)) m_lowerHalf = m_pointer.y > (row.top + row.bottom) / 2;
     m_onItself = IsDragged(item);
-    const HTREEITEM target = m_onItself ? nullptr : item;
-    Tree().Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(target));
+    Tree().SetDropTarget(m_onItself ? nullptr : item);
+}
+
+bool CLayoutDrag::CanDrop() const {
+    return m_image && m_inside && !m_onItself && !GoesAlong(Tree().DropTarget());
+}
+
+void CLayoutDrag::MarkPlace() const {
+    const HTREEITEM target = Tree().DropTarget();
+    const DropPlace place = Place(target);
+    if (!CanDrop() || place == DropPlace::LastInside) return Tree().RemoveInsertMark();
+    if (target) return Tree().SetInsertMark(target, place == DropPlace::AfterItem, target);
+    const bool last = place == DropPlace::TopLevelLast;
+    Tree().SetInsertMark(last ? LastVisible() : Tree().Root(), last, Tree().Root());
+}
+
+HTREEITEM CLayoutDrag::LastVisible() const {
+    HTREEITEM last = Tree().FirstVisible();
+    while (const HTREEITEM next = Tree().NextVisible(last)) last = next;
+    return last;
+}
+
+void CLayoutDrag::AwaitOpening() {
+    const HTREEITEM target = Tree().DropTarget();
+    const bool opens = CanDrop() && target && Tree().Child(target) && !Tree().IsExpanded(target);
+    const auto folder = opens ? static_cast<LayoutItemId>(Tree().Data(target)) : kInvalidItemId;
+    if (folder == std::exchange(m_opening, folder)) return;
+    opens ? Tree().StartTimer(kOpenDelay) : Tree().StopTimer();
+}
+
+void CLayoutDrag::OnTimer() {
+    const HTREEITEM folder = m_layout.HandleOf(std::exchange(m_opening, kInvalidItemId));
+    if (!m_dragging || !folder) return;
+    ::ImageList_DragShowNolock(FALSE);
+    Tree().Expand(folder, true);
+    ShowPlace();
 }
 
 bool CLayoutDrag::IsDragged(HTREEITEM item) const {
@@ -119,54 +176,56 @@ bool CLayoutDrag::GoesAlong(HTREEITEM item) const {
     return false;
 }
 
-void CLayoutDrag::ScrollBeyond(POINT inTree) {
+void CLayoutDrag::ScrollBeyond() const {
     const Rect client = Tree().ClientRect();
-    if (inTree.y >= client.top && inTree.y < client.bottom) return;
-    const bool above = inTree.y < client.top;
-    auto edge = reinterpret_cast<HTREEITEM>(Tree().Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE));
+    if (m_pointer.y >= client.top && m_pointer.y < client.bottom) return;
+    const bool above = m_pointer.y < client.top;
+    HTREEITEM edge = Tree().FirstVisible();
     if (!above) {
         // The last item that the client area shows in full.
         const int visible = Tree().SendInt(TVM_GETVISIBLECOUNT);
         for (int i = 1; i < visible && edge; ++i) {
-            const auto next = reinterpret_cast<HTREEITEM>(
-                Tree().Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(edge)));
+            const HTREEITEM next = Tree().NextVisible(edge);
             if (!next) break;
             edge = next;
         }
     }
-    const auto beyond = reinterpret_cast<HTREEITEM>(Tree().Send(
-        TVM_GETNEXTITEM, above ? TVGN_PREVIOUSVISIBLE : TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(edge)));
+    const HTREEITEM beyond = above ? Tree().PreviousVisible(edge) : Tree().NextVisible(edge);
     if (!beyond) return;
-    Tree().Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(beyond));
+    Tree().SetDropTarget(beyond);
     Tree().EnsureVisible(beyond);
 }
 
 void CLayoutDrag::End() {
     m_dragging = false;
+    m_opening = kInvalidItemId;
+    Tree().StopTimer();
+    ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW));
     if (m_image) {
         ::ImageList_DragLeave(Tree().Handle());
         ::ImageList_EndDrag();
         m_image.Reset();
     }
     if (::GetCapture() == m_dialog.Handle()) ::ReleaseCapture();
-    Tree().Send(TVM_SELECTITEM, TVGN_DROPHILITE, 0);
+    Tree().RemoveInsertMark();
+    Tree().SetDropTarget(nullptr);
 }
 
 void CLayoutDrag::Cancel() {
     if (m_dragging) End();
 }
 
-DropFacts CLayoutDrag::FactsOf(HTREEITEM target) const {
+DropPlace CLayoutDrag::Place(HTREEITEM target) const {
     const LayoutItem* record = m_layout.Find(target);
-    return {.onItem = target != nullptr,
-            .lowerHalf = m_lowerHalf,
-            .onFolder = record && record->kind == LayoutKind::Folder,
-            .hasPrevious = m_layout.CanMoveUp(target),
-            .belowDragged = m_belowDragged};
+    return PlaceOfDrop({.onItem = target != nullptr,
+                        .lowerHalf = m_lowerHalf,
+                        .onFolder = record && record->kind == LayoutKind::Folder,
+                        .hasPrevious = m_layout.CanMoveUp(target),
+                        .belowDragged = m_belowDragged});
 }
 
 HTREEITEM CLayoutDrag::MoveFirst(HTREEITEM item, HTREEITEM target) {
-    switch (PlaceOfDrop(FactsOf(target))) {
+    switch (Place(target)) {
         case DropPlace::AfterPrevious:
             return m_layout.MoveAfter(item, Tree().PreviousSibling(target));
         case DropPlace::FirstOfParent:
@@ -184,18 +243,18 @@ HTREEITEM CLayoutDrag::MoveFirst(HTREEITEM item, HTREEITEM target) {
 }
 
 void CLayoutDrag::Drop() {
-    const auto target = reinterpret_cast<HTREEITEM>(Tree().Send(TVM_GETNEXTITEM, TVGN_DROPHILITE));
+    const HTREEITEM target = Tree().DropTarget();
     const auto targetId = static_cast<LayoutItemId>(target ? Tree().Data(target) : 0);
-    const bool moves = m_image && !m_onItself && !GoesAlong(target);
+    const bool moves = CanDrop();
     End();
     if (!moves) return;
-    const CRedrawLock noRedraw(Tree());
+    const CTreeHold hold(m_layout.Scroll());
     HTREEITEM last = nullptr;
     for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
         if (!item || GoesAlong(Tree().Parent(item))) continue;
         last = last ? m_layout.MoveAfter(item, last) : MoveFirst(item, m_layout.HandleOf(targetId));
-        Tree().SetSelected(last, false);
     }
+    Tree().ClearSelection();
 }

@@ -20,6 +20,8 @@ class CLayoutFilesView {
                      const CHostWindow& host, const std::wstring& folder, std::wstring settingsKey);
 
     void OnInitDialog();
+    /// The plug-ins were found anew: those of the layout that are missing now are grey, and no others.
+    void MarkInstalled() { m_tree.Layout().Mark(m_plugins.mark); }
 
     /// Asks whether to save a modified layout, with the given MB_ buttons. Gives the answer's button id: IDNO
     /// when there is nothing to save, IDCANCEL also when the user says yes and then leaves the save dialog.

@@ -22,6 +22,7 @@ class CLayoutTreeView::CUpdateLock {
 
   private:
     CLayoutTreeView& m_view;
+    const CTreeHold m_hold{m_view.m_layout.Scroll()};
 };
 
 CLayoutTreeView::CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory,
@@ -47,7 +48,8 @@ void CLayoutTreeView::OnInitDialog() {
                              [this](bool down) {
                                  m_mayUpdate = !down && !m_drag.IsDragging();
                                  UpdateButtons();
-                             }});
+                             },
+                         .onTimer = [this] { m_drag.OnTimer(); }});
     ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_tree.Send(WM_SETFONT, static_cast<WPARAM>(m_dialog.Send(WM_GETFONT)));
@@ -91,7 +93,6 @@ LayoutItem CLayoutTreeView::PluginItem(const PluginRow& plugin) const {
 
 void CLayoutTreeView::OnAddPlugin() {
     const CUpdateLock lock(*this);
-    const CRedrawLock noRedraw(m_tree);
     // Kept: the target stays the same for all, so behind a plug-in they end up in reverse order.
     const HTREEITEM target = m_tree.Caret();
     HTREEITEM last = nullptr;
@@ -103,20 +104,24 @@ void CLayoutTreeView::OnAddPlugin() {
 }
 
 void CLayoutTreeView::InsertFolder(HTREEITEM target, IntoFolder into) {
-    const HTREEITEM folder = m_layout.Insert(target, into, NewFolder(LoadText(IDS_NEW_FOLDER)));
-    if (!folder) return;
+    HTREEITEM folder = nullptr;
     {
         const CUpdateLock lock(*this);
-        m_tree.SelectOnly(folder);
+        folder = m_layout.Insert(target, into, NewFolder(LoadText(IDS_NEW_FOLDER)));
+        if (folder) m_tree.SelectOnly(folder);
     }
     Rename(folder);
 }
 
-void CLayoutTreeView::OnNewFolder() { InsertFolder(m_tree.Caret(), IntoFolder::No); }
+HTREEITEM CLayoutTreeView::PlaceForNew() const {
+    return m_tree.SelectedItems().empty() ? nullptr : m_tree.Caret();
+}
+
+void CLayoutTreeView::OnNewFolder() { InsertFolder(PlaceForNew(), IntoFolder::No); }
 
 void CLayoutTreeView::OnAddSeparator() {
     const CUpdateLock lock(*this);
-    const HTREEITEM separator = m_layout.Insert(m_tree.Caret(), IntoFolder::No, NewSeparator());
+    const HTREEITEM separator = m_layout.Insert(PlaceForNew(), IntoFolder::No, NewSeparator());
     if (separator) m_tree.SelectOnly(separator);
 }
 
@@ -133,18 +138,16 @@ void CLayoutTreeView::ExpandAll(bool expand) {
 
 void CLayoutTreeView::OnSortAll() {
     const CUpdateLock lock(*this);
-    const CRedrawLock noRedraw(m_tree);
     m_layout.Sort(nullptr);
 }
 
 void CLayoutTreeView::SortSelected() {
     const CUpdateLock lock(*this);
-    const CRedrawLock noRedraw(m_tree);
     for (const HTREEITEM item : m_tree.SelectedItems()) m_layout.Sort(item);
 }
 
 void CLayoutTreeView::OnRemove() {
-    if (m_layout.SelectionHasFolder() && Ask(IDS_DELETE_FOLDER_QUESTION) != IDYES) return;
+    if (m_layout.WouldDeleteFolder() && Ask(IDS_DELETE_FOLDER_QUESTION) != IDYES) return;
     const CUpdateLock lock(*this);
     m_layout.DeleteSelection();
 }
@@ -161,7 +164,6 @@ void CLayoutTreeView::OnMoveDown() {
 
 void CLayoutTreeView::OnPromote() {
     const CUpdateLock lock(*this);
-    const CRedrawLock noRedraw(m_tree);
     for (const LayoutItemId id : m_layout.SelectedIds()) {
         const HTREEITEM item = m_layout.HandleOf(id);
         // Kept: an item of the top level goes to its end.
@@ -233,19 +235,41 @@ void CLayoutTreeView::OnRightClick() {
     ShowContextMenu(m_tree.HitTest(client), screen);
 }
 
+void CLayoutTreeView::OnItemExpanded(const NMTREEVIEWW& item) const {
+    if (item.action != TVE_COLLAPSE) return;
+    // What can't be seen must not go along with what is done to the selection.
+    m_tree.DeselectWithin(item.itemNew.hItem);
+    UpdateButtons();
+}
+
 void CLayoutTreeView::OnKeyDown(const NMTVKEYDOWN& key) {
-    const HTREEITEM caret = m_tree.Caret();
-    if (key.wVKey == VK_DELETE) {
-        OnRemove();
-    } else if (key.wVKey == VK_F2) {
-        Rename(caret);
-    } else if (key.wVKey == VK_APPS) {
-        RECT row{};
-        m_tree.RowOf(caret, row);
-        POINT place{row.left, row.bottom};
-        ::ClientToScreen(m_tree.Handle(), &place);
-        ShowContextMenu(caret, place);
+    if (m_drag.IsDragging()) return;
+    switch (key.wVKey) {
+        case VK_DELETE:
+            if (m_dialog.Item(IDC_REMOVE).IsEnabled()) OnRemove();
+            break;
+        case VK_F2:
+            Rename(m_tree.Caret());
+            break;
+        case VK_APPS:
+            ShowMenuOfCaret();
+            break;
+        case VK_RETURN:
+            if ((::GetKeyState(VK_MENU) & 0x8000) != 0) ShowProperties(m_tree.Caret());
+            break;
+        default:
+            break;
     }
+}
+
+void CLayoutTreeView::ShowMenuOfCaret() {
+    const HTREEITEM caret = m_tree.Caret();
+    if (caret) m_tree.EnsureVisible(caret);
+    RECT label{};
+    m_tree.LabelOf(caret, label);
+    POINT place{label.left, label.bottom};
+    ::ClientToScreen(m_tree.Handle(), &place);
+    ShowContextMenu(caret, place);
 }
 
 void CLayoutTreeView::ShowContextMenu(HTREEITEM item, POINT screen) {

@@ -47,21 +47,25 @@ class CLayoutTreeView {
     void OnRightClick();
     void OnDoubleClick();
     void OnSelectionChanged() const { UpdateButtons(); }
+    void OnItemExpanded(const NMTREEVIEWW& item) const;
     BOOL OnBeginLabelEdit(const NMTVDISPINFOW& item) const;
     BOOL OnEndLabelEdit(const NMTVDISPINFOW& item);
     void OnDeleteItem(const NMTREEVIEWW& item) { m_layout.OnDeleteItem(item.itemOld.hItem); }
     void OnKeyDown(const NMTVKEYDOWN& key);
     void OnBeginDrag(const NMTREEVIEWW& item);
-    LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const { return m_tree.OnCustomDraw(draw, draw.clrText); }
+    LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const { return m_tree.OnCustomDraw(draw); }
 
     /// A command of the context menus, for the item that it was opened for.
     void Run(UINT command, HTREEITEM target);
 
   private:
-    /// Keeps the buttons as they are while many items change, and sets them anew at the end.
+    /// Keeps the buttons as they are while items change, and sets them anew at the end; the tree keeps its
+    /// place.
     class CUpdateLock;
 
     LayoutItem PluginItem(const PluginRow& plugin) const;
+    /// Null, the end of the top level, when nothing is selected: the caret outlives a click on empty space.
+    HTREEITEM PlaceForNew() const;
     void InsertFolder(HTREEITEM target, IntoFolder into);
     void Rename(HTREEITEM item) const;
     void ExpandAll(bool expand);
@@ -71,6 +75,7 @@ class CLayoutTreeView {
     void ShowFolderProperties(HTREEITEM item, const LayoutItem& folder);
     void ShowPluginProperties(HTREEITEM item, const LayoutItem& plugin);
     void ShowContextMenu(HTREEITEM item, POINT screen);
+    void ShowMenuOfCaret();
     int Ask(UINT textId) const;
 
     CDialog& m_dialog;

@@ -2,7 +2,6 @@
 
 #include <windowsx.h>
 
-#include <cstring>
 #include <utility>
 
 namespace {
@@ -43,6 +42,9 @@ bool MovesAway(HWND window, POINT client) {
     return away;
 }
 
+/// The control has timers of its own, of small numbers.
+constexpr UINT_PTR kTimer = 0x1000;
+
 bool IsDown(int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; }
 
 /// Keys that move the caret.
@@ -70,89 +72,42 @@ void CTreeCtrlEx::Detach() {
     m_hwnd = nullptr;
 }
 
-UINT CTreeCtrlEx::State(HTREEITEM item) const {
-    return static_cast<UINT>(
-        Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_SELECTED | TVIS_EXPANDED));
-}
-
-void CTreeCtrlEx::SetSelected(HTREEITEM item, bool selected) const {
-    TVITEMW change{};
-    change.mask = TVIF_STATE;
-    change.hItem = item;
-    change.stateMask = TVIS_SELECTED;
-    change.state = selected ? TVIS_SELECTED : 0;
-    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
-}
-
-HTREEITEM CTreeCtrlEx::NextInOrder(HTREEITEM item) const {
-    const HTREEITEM child = Child(item);
-    return child ? child : NextBehind(item);
-}
-
-HTREEITEM CTreeCtrlEx::NextBehind(HTREEITEM item) const {
-    for (; item; item = Parent(item)) {
-        if (const HTREEITEM sibling = NextSibling(item)) return sibling;
+void CTreeCtrlEx::SetInsertMark(HTREEITEM item, bool behind, HTREEITEM sibling) {
+    m_markLevel = sibling;
+    if (item == m_marked && behind == m_behindMarked) return;
+    for (const HTREEITEM changed : {std::exchange(m_marked, item), item}) {
+        RECT row{};
+        if (RowOf(changed, row)) ::InvalidateRect(m_hwnd, &row, TRUE);
     }
-    return nullptr;
+    m_behindMarked = behind;
 }
 
-std::vector<HTREEITEM> CTreeCtrlEx::SelectedItems() const {
-    std::vector<HTREEITEM> items;
-    for (HTREEITEM item = Root(); item; item = NextInOrder(item)) {
-        if (IsSelected(item)) items.push_back(item);
-    }
-    return items;
-}
+void CTreeCtrlEx::StartTimer(UINT milliseconds) const { ::SetTimer(m_hwnd, kTimer, milliseconds, nullptr); }
 
-void CTreeCtrlEx::ClearSelection() const {
-    for (const HTREEITEM item : SelectedItems()) SetSelected(item, false);
-}
+void CTreeCtrlEx::StopTimer() const { ::KillTimer(m_hwnd, kTimer); }
 
-void CTreeCtrlEx::SelectAll() const {
-    const CRedrawLock noRedraw(*this);
-    for (HTREEITEM item = Root(); item; item = NextInOrder(item)) SetSelected(item, true);
-}
-
-void CTreeCtrlEx::SelectOnly(HTREEITEM item) const {
-    ClearSelection();
-    Select(item);
-    // The control does nothing for an item that was the caret before.
-    if (item) SetSelected(item, true);
-}
-
-void CTreeCtrlEx::MoveCaret(HTREEITEM item) const {
-    const HTREEITEM old = Caret();
-    if (old == item) return;
-    const bool oldSelected = old && IsSelected(old);
-    const bool itemSelected = item && IsSelected(item);
-    Select(item);
-    // The control takes the caret for the one selected item.
-    if (old) SetSelected(old, oldSelected);
-    if (item) SetSelected(item, itemSelected);
-}
-
-HTREEITEM CTreeCtrlEx::HitTest(POINT client, UINT* flags) const {
-    TVHITTESTINFO hit{};
-    hit.pt = client;
-    const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
-    if (flags) *flags = hit.flags;
-    return item;
-}
-
-bool CTreeCtrlEx::RowOf(HTREEITEM item, RECT& row) const {
-    // The message takes the item from where it puts the rectangle.
-    const auto handle = reinterpret_cast<UINT_PTR>(item);
-    std::memcpy(&row, &handle, sizeof handle);
-    if (item && Send(TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&row)) != 0) return true;
-    row = {};
-    return false;
-}
-
-LRESULT CTreeCtrlEx::OnCustomDraw(const NMTVCUSTOMDRAW& draw, COLORREF& text) const {
+LRESULT CTreeCtrlEx::OnCustomDraw(NMTVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-    const bool drawsItem = draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT;
-    if (drawsItem && m_hooks.isGrey(reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec))) text = GreyText();
-    return CDRF_DODEFAULT;
+    const auto item = reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPOSTPAINT && item == m_marked) DrawInsertMark(draw.nmcd.hdc);
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    if (item == m_marked) {
+        draw.clrText = ::GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = ::GetSysColor(COLOR_WINDOW);
+    }
+    if (m_hooks.isGrey(item)) draw.clrText = GreyText();
+    return item == m_marked ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+}
+
+/// The control's own mark can't be taken away on every system.
+void CTreeCtrlEx::DrawInsertMark(HDC dc) const {
+    RECT row{};
+    RECT label{};
+    if (!RowOf(m_marked, row) || !LabelOf(m_markLevel, label)) return;
+    const LONG thickness = (row.bottom - row.top) / 8;
+    const LONG top = m_behindMarked ? row.bottom - thickness : row.top;
+    const RECT line{label.left, top, row.right, top + thickness};
+    ::FillRect(dc, &line, ::GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
 LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -173,7 +128,12 @@ LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
 LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
+        case WM_LBUTTONDBLCLK:
+            // With Shift or Ctrl it is one more click.
+            if ((wParam & (MK_SHIFT | MK_CONTROL)) == 0) break;
+            [[fallthrough]];
         case WM_LBUTTONDOWN: {
+            TakeEditedLabel();
             m_hooks.onInput(true);
             const bool taken = OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0);
             // The control waits for the release itself and takes its message: none may come after this.
@@ -182,6 +142,7 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             return result;
         }
         case WM_RBUTTONDOWN: {
+            TakeEditedLabel();
             const bool taken = OnRightDown(client);
             m_hooks.onInput(false);
             if (taken) return 0;
@@ -200,7 +161,17 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
                 NotifyKey(VK_APPS);
                 return 0;
             }
+            if (wParam != VK_RETURN) break;
+            NotifyKey(VK_RETURN);
+            return 0;
+        case WM_SYSCHAR:
+            if (wParam == VK_RETURN) return 0;  // the system would look for a menu of that letter, and beep
             break;
+        case WM_TIMER:
+            if (wParam != kTimer) break;
+            StopTimer();
+            m_hooks.onTimer();
+            return 0;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
             // All selected items show whether the tree has the focus; the control repaints the caret item
@@ -208,12 +179,16 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
             break;
         case TVM_DELETEITEM:
-            m_anchor = nullptr;  // it may be the item that goes, or be in it
+            m_anchor = m_marked = m_markLevel = nullptr;  // it may be the item that goes, or be in it
             break;
         default:
             break;
     }
     return Default(message, wParam, lParam);
+}
+
+void CTreeCtrlEx::TakeEditedLabel() const {
+    if (LabelEdit().IsLive()) EndLabelEdit(false);
 }
 
 bool CTreeCtrlEx::OnLeftDown(POINT client, bool shift, bool control) {
@@ -281,26 +256,7 @@ void CTreeCtrlEx::NotifyParent(NMHDR& header, UINT code) const {
 void CTreeCtrlEx::ExtendTo(HTREEITEM item) {
     if (!m_anchor) m_anchor = Caret() ? Caret() : item;
     MoveCaret(item);
-    SelectRange(m_anchor, item);
-}
-
-bool CTreeCtrlEx::IsBefore(HTREEITEM a, HTREEITEM b) const {
-    for (; a; a = NextInOrder(a)) {
-        if (a == b) return true;
-    }
-    return false;
-}
-
-void CTreeCtrlEx::SelectRange(HTREEITEM from, HTREEITEM to) const {
-    if (!IsBefore(from, to)) std::swap(from, to);
-    ClearSelection();
-    // What is hidden in a closed folder is not what the user sees between the two.
-    for (HTREEITEM item = from; item;
-         item = reinterpret_cast<HTREEITEM>(
-             Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)))) {
-        SetSelected(item, true);
-        if (item == to) return;
-    }
+    SelectRange(Shown(m_anchor), item);
 }
 
 void CTreeCtrlEx::Toggle(HTREEITEM item) {
@@ -341,6 +297,6 @@ bool CTreeCtrlEx::OnKeyDown(UINT key) {
     // The control finds the item that the key leads to, and then it is the range up to there that is
     // selected.
     Default(WM_KEYDOWN, key, 0);
-    if (m_anchor && Caret()) SelectRange(m_anchor, Caret());
+    if (m_anchor && Caret()) SelectRange(Shown(m_anchor), Caret());
     return true;
 }

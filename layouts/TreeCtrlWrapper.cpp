@@ -1,6 +1,7 @@
 #include "TreeCtrlWrapper.h"
 
 #include <algorithm>
+#include <ranges>
 #include <unordered_map>
 #include <utility>
 
@@ -49,6 +50,16 @@ void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name
     if (found != m_entries.end()) found->second->record.originalName = name;
 }
 
+void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
+    for (auto& [id, entry] : m_records) {
+        if (entry.record.kind != LayoutKind::Plugin) continue;
+        mark(entry.record);
+        const LayoutImages images = ImagesOf(entry.record);
+        m_tree.SetItemImages(entry.item, images.normal, images.selected);
+    }
+    ::InvalidateRect(m_tree.Handle(), nullptr, FALSE);
+}
+
 HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record) {
     if (record.id == kInvalidItemId) return nullptr;
     const LayoutImages images = ImagesOf(record);
@@ -64,7 +75,10 @@ HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const 
 
 HTREEITEM CTreeCtrlWrapper::Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record) {
     const bool inside = GoesInside(target, into);
-    return InsertItem(inside ? target : m_tree.Parent(target), inside ? TVI_LAST : target, record);
+    const HTREEITEM item =
+        InsertItem(inside ? target : m_tree.Parent(target), inside ? TVI_LAST : target, record);
+    if (item) m_scroll.Show(item);
+    return item;
 }
 
 /// The top level is inside of no item.
@@ -97,30 +111,36 @@ std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
     return children;
 }
 
-bool CTreeCtrlWrapper::IsWithin(HTREEITEM inner, HTREEITEM outer) const {
-    for (; inner; inner = m_tree.Parent(inner)) {
-        if (inner == outer) return true;
-    }
-    return false;
-}
-
 HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
     const LayoutItem* record = Find(item);
     const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
     if (!copy) return nullptr;
-    for (HTREEITEM child = m_tree.Child(item); child; child = m_tree.NextSibling(child))
-        CopySubtree(child, copy, TVI_LAST);
+    // From the last to the first: behind the last one the control would look for it along all the others.
+    for (const HTREEITEM child : std::views::reverse(Children(item))) CopySubtree(child, copy, TVI_FIRST);
     if (m_tree.IsExpanded(item)) m_tree.Expand(copy, true);
+    if (m_tree.IsSelected(item)) m_tree.SetSelected(copy, true);
     return copy;
 }
 
+void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM heir) {
+    m_scroll.Goes(item, heir);
+    m_tree.Delete(item);
+}
+
 HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
-    if (item == after || IsWithin(parent, item)) return item;
-    const bool wasSelected = m_tree.IsSelected(item);
+    if (item == after || m_tree.IsWithin(parent, item)) return item;
+    const CTreeHold hold(m_scroll);
+    const HTREEITEM caret = m_tree.Caret();
     const HTREEITEM moved = CopySubtree(item, parent, after);
     if (!moved) return item;
-    m_tree.Delete(item);
-    if (wasSelected) m_tree.SelectOnly(!parent || m_tree.IsExpanded(parent) ? moved : parent);
+    // Before the deletion, at which the control would select another item in the place of its caret item.
+    if (m_tree.IsSelected(item)) {
+        m_tree.AddToSelection(!parent || m_tree.IsExpanded(parent) ? moved : parent);
+    } else if (m_tree.IsWithin(caret, item)) {
+        m_tree.MoveCaret(HandleOf(static_cast<LayoutItemId>(m_tree.Data(caret))));
+    }
+    Delete(item, moved);
+    m_scroll.Show(moved);
     return moved;
 }
 
@@ -148,6 +168,7 @@ void CTreeCtrlWrapper::MoveDown(HTREEITEM item) {
 }
 
 void CTreeCtrlWrapper::Sort(HTREEITEM parent) {
+    const CTreeHold hold(m_scroll);
     const std::vector<HTREEITEM> children = Children(parent);
     std::vector<SortItem> items;
     std::vector<LayoutItemId> ids;
@@ -176,10 +197,12 @@ void CTreeCtrlWrapper::Sort(HTREEITEM parent) {
 }
 
 void CTreeCtrlWrapper::ExpandAll(bool expand) {
-    const CRedrawLock noRedraw(m_tree);
+    const CTreeHold hold(m_scroll);
     for (HTREEITEM item = m_tree.Root(); item; item = m_tree.NextInOrder(item)) {
         if (m_tree.Child(item)) m_tree.Expand(item, expand);
     }
+    if (expand) return;
+    for (const HTREEITEM item : Children(nullptr)) m_tree.DeselectWithin(item);
 }
 
 void CTreeCtrlWrapper::DeleteSelection() {
@@ -193,16 +216,21 @@ void CTreeCtrlWrapper::DeleteSelection() {
         item = goes ? m_tree.NextBehind(item) : m_tree.NextInOrder(item);
     }
     const bool caretGoesAlong =
-        std::ranges::any_of(outermost, [&](HTREEITEM item) { return IsWithin(caret, item); });
-    const CRedrawLock noRedraw(m_tree);
-    for (const HTREEITEM item : outermost) m_tree.Delete(item);
-    if (!caretGoesAlong) m_tree.Delete(caret);
+        std::ranges::any_of(outermost, [&](HTREEITEM item) { return m_tree.IsWithin(caret, item); });
+    const CTreeHold hold(m_scroll);
+    for (const HTREEITEM item : outermost) Delete(item);
+    if (!caretGoesAlong) Delete(caret);
+    m_scroll.Show(m_tree.Caret());
     m_modified = true;
 }
 
-bool CTreeCtrlWrapper::SelectionHasFolder() const { return std::ranges::any_of(SelectedIds(), IsFolderId); }
+bool CTreeCtrlWrapper::WouldDeleteFolder() const {
+    const LayoutItem* caret = Find(m_tree.Caret());
+    return (caret && caret->kind == LayoutKind::Folder) || std::ranges::any_of(SelectedIds(), IsFolderId);
+}
 
 void CTreeCtrlWrapper::OnDeleteItem(HTREEITEM item) {
+    m_scroll.Forget(item);
     const auto found = m_entries.find(item);
     if (found == m_entries.end()) return;
     const Entry* entry = found->second;

@@ -15,6 +15,7 @@
 #include "LayoutItem.h"
 #include "LayoutOrder.h"
 #include "TreeCtrlEx.h"
+#include "TreeScroll.h"
 
 /// Whether an item that is put at a folder goes inside it.
 enum class IntoFolder { No, Yes };
@@ -26,6 +27,9 @@ class CTreeCtrlWrapper {
     explicit CTreeCtrlWrapper(CTreeCtrlEx& tree) : m_tree(tree) {}
 
     CTreeCtrlEx& Tree() const { return m_tree; }
+    /// Held by all that moves, sorts, deletes, opens or closes items, and by who does several of these at
+    /// once.
+    CTreeScroll& Scroll() { return m_scroll; }
     /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
     bool IsModified() const { return m_modified; }
     void SetModified(bool modified) { m_modified = modified; }
@@ -35,10 +39,12 @@ class CTreeCtrlWrapper {
     /// The item with this id. Ids outlive moves, handles don't.
     HTREEITEM HandleOf(LayoutItemId id) const;
     std::vector<LayoutItemId> SelectedIds() const;
-    /// Changes an item's record, its label and image with it.
+    /// Changes an item's record, its label with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
     /// What a plug-in is registered as now; no change of the user's, and so the layout is not modified by it.
     void NoteOriginalName(HTREEITEM item, const std::wstring& name);
+    /// Marks each plug-in as installed or not, with the image for that; the layout is not modified by it.
+    void Mark(const std::function<void(LayoutItem&)>& mark);
 
     /// Adds as the last child. Null when it fails.
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record) {
@@ -78,7 +84,8 @@ class CTreeCtrlWrapper {
     void ExpandAll(bool expand);
     /// Deletes every selected item and then the caret item, which is deleted even if it is not selected.
     void DeleteSelection();
-    bool SelectionHasFolder() const;
+    /// Whether the caret item or a selected one is a folder.
+    bool WouldDeleteFolder() const;
 
     /// From the tree's notification that an item goes.
     void OnDeleteItem(HTREEITEM item);
@@ -92,9 +99,10 @@ class CTreeCtrlWrapper {
     HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;
-    bool IsWithin(HTREEITEM inner, HTREEITEM outer) const;
+    void Delete(HTREEITEM item, HTREEITEM heir = nullptr);
 
     CTreeCtrlEx& m_tree;
+    CTreeScroll m_scroll{m_tree};
     std::map<LayoutItemId, Entry> m_records;
     // The same by item: Wine's tree view looks through all of its items when it is asked about one.
     std::unordered_map<HTREEITEM, Entry*> m_entries;

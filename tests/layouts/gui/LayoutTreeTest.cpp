@@ -1,394 +1,464 @@
-// The layout tree on a hidden dialog.
+// The layout tree of the main dialog, worked by its buttons, menu commands, keys and the mouse.
 #include <gtest/gtest.h>
-#include <string>
 
-#include "ClsidText.h"
-#include "Dialog.h"
-#include "LayoutTreeView.h"
-#include "resource.h"
-#include "support/RegistrySandbox.h"
+#include "support/MainDialog.h"
+#include "support/TestPlugins.h"
+#include "support/WaitFor.h"
 
 namespace {
 
-class LayoutTree : public testing::Test {
+/// Trees are written as "a,F(*b,G[c]),-": plug-ins, open and closed folders, separators. A star stands before
+/// what is selected, of which the last is the caret item; "^" makes an item the caret item that is not
+/// selected.
+class LayoutTree : public support::MainDialog {
   protected:
-    class CHiddenDialog : public CDialog {
-      public:
-        CHiddenDialog() : CDialog(IDD_PLUGIN_MANAGER) {}
-        CLayoutTreeView* m_view = nullptr;
-        WORD m_key = 0;  // the last one that the tree told of
-        template <typename T>
-        T& View() {
-            return *m_view;
-        }
+    void SetUp() override { Open(); }
 
-      private:
-        std::span<const CRoute> Routes() const override {
-            using R = CRoutesOf<CHiddenDialog>;
-            using Tree = CLayoutTreeView;
-            static constexpr CRoute kRoutes[] = {
-                R::OnNotify<TVN_SELCHANGEDW, &Tree::OnSelectionChanged>(IDC_LAYOUT_TREE),
-                R::OnNotify<TVN_BEGINLABELEDITW, &Tree::OnBeginLabelEdit>(IDC_LAYOUT_TREE),
-                R::OnNotify<TVN_ENDLABELEDITW, &Tree::OnEndLabelEdit>(IDC_LAYOUT_TREE),
-                R::OnNotify<TVN_DELETEITEMW, &Tree::OnDeleteItem>(IDC_LAYOUT_TREE),
-                R::OnNotify<TVN_KEYDOWN, &CHiddenDialog::OnKey>(IDC_LAYOUT_TREE),
-            };
-            return kRoutes;
-        }
-        void OnKey(const NMTVKEYDOWN& key) { m_key = key.wVKey; }
-    };
-
-    void SetUp() override {
-        ASSERT_TRUE(m_dialog.CreateModeless(nullptr));
-        m_dialog.m_view = &m_view;
-        m_view.OnInitDialog();
-    }
-    void TearDown() override { m_view.OnDestroy(); }
-
-    CTreeCtrlWrapper& Layout() { return m_view.Layout(); }
+    CLayoutTreeView& View() { return m_dialog->View<CLayoutTreeView>(); }
+    CTreeCtrlWrapper& Layout() { return View().Layout(); }
     CTreeCtrlEx& Tree() { return Layout().Tree(); }
+    HWND Window() { return Tree().Handle(); }
 
-    /// Builds from a text such as "a,F(b,c),-": capitals are folders.
     void Build(const std::wstring& text) {
+        Layout().Clear();
         HTREEITEM parent = nullptr;
-        for (const wchar_t c : text) {
-            if (c == L'(') parent = Last(parent);
-            if (c == L')') parent = Tree().Parent(parent);
-            if (c == L'-') Layout().Append(parent, NewSeparator());
-            if (c >= L'A' && c <= L'Z') Layout().Append(parent, NewFolder({c}));
-            if (c >= L'a' && c <= L'z') {
-                LayoutItem plugin = NewPlugin();
-                plugin.name = c;
-                Layout().Append(parent, plugin);
-            }
+        std::vector<HTREEITEM> closed;
+        std::vector<HTREEITEM> selected;
+        HTREEITEM caret = nullptr;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const wchar_t c = text[i];
+            const wchar_t before = i > 0 ? text[i - 1] : L' ';
+            if (c == L'(' || c == L'[') parent = Layout().Children(parent).back();
+            if (c == L'[') closed.push_back(parent);
+            if (c == L')' || c == L']') parent = Tree().Parent(parent);
+            LayoutItem item = c == L'-' ? NewSeparator() : c >= L'a' ? NewPlugin() : NewFolder({c});
+            if (c >= L'a') item.name = c;
+            const bool isItem = c == L'-' || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
+            const HTREEITEM added = isItem ? Layout().Append(parent, item) : nullptr;
+            if (isItem && before == L'*') selected.push_back(added);
+            if (isItem && before == L'^') caret = added;
         }
+        Layout().ExpandAll(true);
+        for (const HTREEITEM folder : closed) Tree().Expand(folder, false);
+        Tree().SelectOnly(nullptr);
+        for (const HTREEITEM item : selected) Tree().AddToSelection(item);
+        if (caret) Tree().MoveCaret(caret);
         Layout().SetModified(false);
+        View().UpdateButtons();
     }
-    HTREEITEM Last(HTREEITEM parent) { return Layout().Children(parent).back(); }
-    std::wstring Text(HTREEITEM parent = nullptr) {
+    std::wstring Shape(HTREEITEM parent = nullptr) {
         std::wstring text;
         for (const HTREEITEM item : Layout().Children(parent)) {
             if (!text.empty()) text += L',';
+            if (Tree().IsSelected(item)) text += L'*';
             const LayoutItem* record = Layout().Find(item);
             text += !record ? L"?" : record->kind == LayoutKind::Separator ? L"-" : record->name;
-            if (Tree().Child(item)) text += L"(" + Text(item) + L")";
+            const bool open = Tree().IsExpanded(item);
+            if (Tree().Child(item)) text += (open ? L"(" : L"[") + Shape(item) + (open ? L")" : L"]");
         }
         return text;
     }
-    HTREEITEM Item(const wchar_t* name) {
+    HTREEITEM Node(const wchar_t* name) {
         for (HTREEITEM item = Tree().Root(); item; item = Tree().NextInOrder(item)) {
             if (Tree().ItemText(item) == name) return item;
         }
         return nullptr;
     }
-    void Select(std::initializer_list<const wchar_t*> names) {
-        Tree().SelectOnly(Item(*names.begin()));
-        for (const wchar_t* name : names) Tree().SetSelected(Item(name), true);
-        m_view.UpdateButtons();
-    }
-    std::wstring Selected() {
-        std::wstring text;
-        for (const HTREEITEM item : Tree().SelectedItems()) text += Tree().ItemText(item);
-        return text;
-    }
+    std::wstring Caret() { return Tree().Caret() ? Tree().ItemText(Tree().Caret()) : L""; }
+    std::wstring Top() { return Tree().ItemText(Tree().FirstVisible()); }
+
     POINT PlaceOf(const wchar_t* name) {
         RECT label{};
-        EXPECT_TRUE(TreeView_GetItemRect(Tree().Handle(), Item(name), &label, TRUE)) << name;
+        EXPECT_TRUE(Tree().LabelOf(Node(name), label)) << support::Utf8(name);
         return {(label.left + label.right) / 2, (label.top + label.bottom) / 2};
     }
-    void Click(const wchar_t* name, WPARAM keys) {
-        const POINT point = PlaceOf(name);
-        const LPARAM place = MAKELPARAM(point.x, point.y);
-        // Waiting already when the control looks for it.
-        ::PostMessageW(Tree().Handle(), WM_LBUTTONUP, keys, place);
-        Tree().Send(WM_LBUTTONDOWN, MK_LBUTTON | keys, place);
-        MSG up;
-        ::PeekMessageW(&up, Tree().Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_REMOVE);
+    void ClickOn(const wchar_t* name, WPARAM keys = 0) { Click(Window(), PlaceOf(name), keys); }
+    /// To a place in the tree; the button is still held then.
+    void Drag(const wchar_t* from, POINT to) {
+        const POINT start = PlaceOf(from);
+        ::PostMessageW(Window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(start.x, start.y));
+        ::PostMessageW(Window(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(start.x + 20, start.y));
+        Pump();
+        ::MapWindowPoints(Window(), m_dialog->Handle(), &to, 1);
+        m_end = MAKELPARAM(to.x, to.y);
+        m_dialog->Send(WM_MOUSEMOVE, MK_LBUTTON, m_end);
     }
-    /// From one item to so many pixels below the middle of another; below all without one.
+    void Drop() { m_dialog->Send(WM_LBUTTONUP, 0, m_end); }
+    /// So many pixels below the middle of the item.
     void Drag(const wchar_t* from, const wchar_t* to, int below) {
-        NMTREEVIEWW begin{};
-        begin.itemNew.hItem = Item(from);
-        begin.ptDrag = PlaceOf(from);
-        POINT end = to ? PlaceOf(to) : POINT{5, Tree().ClientRect().bottom - 1};
-        end.y += below;
-        ::MapWindowPoints(Tree().Handle(), m_dialog.Handle(), &end, 1);
-        m_view.OnBeginDrag(begin);
-        m_view.OnMouseMove(end);
-        m_view.OnButtonUp(end);
+        const POINT place = PlaceOf(to);
+        Drag(from, POINT{place.x, place.y + below});
     }
-    bool IsEnabled(int id) { return m_dialog.Item(id).IsEnabled(); }
+    NMTVCUSTOMDRAW Drawn(const wchar_t* name, LRESULT* answer = nullptr) {
+        NMTVCUSTOMDRAW draw{};
+        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+        draw.nmcd.dwItemSpec = reinterpret_cast<DWORD_PTR>(Node(name));
+        const LRESULT given = View().OnCustomDraw(draw);
+        if (answer) *answer = given;
+        return draw;
+    }
+    bool IsGrey(const wchar_t* name) { return Drawn(name).clrText == RGB(0xCD, 0xCD, 0xCD); }
+    bool IsMarked(const wchar_t* name) {
+        LRESULT answer = 0;
+        Drawn(name, &answer);
+        return answer == CDRF_NOTIFYPOSTPAINT;
+    }
+    /// A key as it comes while the other one is held.
+    void KeyWith(BYTE held, UINT message, WPARAM key) {
+        BYTE keys[256]{};
+        ::GetKeyboardState(keys);
+        for (const BYTE state : {BYTE{0x80}, BYTE{0}}) {
+            keys[held] = state;
+            ::SetKeyboardState(keys);
+            if (state != 0) Tree().Send(message, key);
+        }
+    }
 
-    CHiddenDialog m_dialog;
-    CPluginDatabase m_noDatabase;
-    CPluginInventory m_inventory{L"Software\\No such key", m_noDatabase};
-    CExclusionList m_exclusions;
-    Visibility m_visibility;
-    VstToolPaths m_tools;
-    CPluginListView m_plugins{m_dialog, m_inventory, m_exclusions, m_visibility, m_tools};
-    CLayoutTreeView m_view{m_dialog, m_inventory, m_plugins};
+    LPARAM m_end = 0;
 };
 
-TEST_F(LayoutTree, MovesUpAndDownAndStopsAtTheEnds) {
-    Build(L"a,b,F(c)");
-    Select({L"b"});
-    m_view.OnMoveUp();
-    EXPECT_EQ(Text(), L"b,a,F(c)");
-    EXPECT_EQ(Selected(), L"b");
-    m_view.OnMoveUp();
-    m_view.OnMoveDown();
-    EXPECT_EQ(Text(), L"a,b,F(c)");
-    Select({L"F"});
-    Layout().SetModified(false);
-    m_view.OnMoveDown();
+TEST_F(LayoutTree, CommandsDoTheirWork) {
+    struct Case {
+        const wchar_t* before;
+        int button;
+        const wchar_t* after;
+    };
+    for (const Case& c : {
+             Case{L"a,*b,F(c)", IDC_MOVE_UP, L"*b,a,F(c)"},
+             Case{L"a,b,*F(c)", IDC_MOVE_UP, L"a,*F(c),b"},
+             Case{L"*F[a],b", IDC_MOVE_DOWN, L"b,*F[a]"},
+             Case{L"F(a,G(*b,*c)),d", IDC_PROMOTE, L"F(a,G,*c,*b),d"},
+             Case{L"F(*G(*a,b))", IDC_PROMOTE, L"F,*G(b),*a"},
+             Case{L"c,-,F(y,x,-),a,E", IDC_SORT_ALL, L"E,F(x,-,y),a,c,-"},
+             Case{L"*a,F(*b,c,G(d))", IDC_COLLAPSE_ALL, L"*a,*F[b,c,G[d]]"},
+             Case{L"F(*a),*b", IDC_COLLAPSE_ALL, L"F[a],*b"},
+             Case{L"F(*a,b),^c,d,*e", IDC_REMOVE, L"F(b),*d"},
+             Case{L"*F(a),b", IDC_NEW_FOLDER, L"F(a),*New Folder,b"},
+             Case{L"F(^a),b", IDC_NEW_FOLDER, L"F(a),b,*New Folder"},
+             Case{L"F(*a),b", IDC_ADD_SEPARATOR, L"F(a,*-),b"},
+             Case{L"F(^a),b", IDC_ADD_SEPARATOR, L"F(a),b,*-"},
+         }) {
+        Build(c.before);
+        Press(c.button);
+        View().EndLabelEdit(true);
+        EXPECT_EQ(Shape(), c.after) << support::Utf8(c.before) << ", button " << c.button;
+    }
+    struct MenuCase {
+        const wchar_t* before;
+        UINT command;
+        const wchar_t* target;
+        const wchar_t* after;
+    };
+    for (const MenuCase& c : {
+             MenuCase{L"*a,b,F(c)", ID_MOVE_TO_BOTTOM, L"a", L"b,F(c),*a"},
+             MenuCase{L"a,b,^F(c)", ID_MOVE_TO_TOP, L"F", L"F(c),a,b"},
+             MenuCase{L"*F(a),b", ID_NEW_SUBFOLDER, L"F", L"F(a,*New Folder),b"},
+             MenuCase{L"*F(a),b", ID_NEW_FOLDER_HERE, L"F", L"F(a),*New Folder,b"},
+             MenuCase{L"*F(a),b", ID_NEW_FOLDER_AT_END, L"F", L"F(a),b,*New Folder"},
+             MenuCase{L"*F(b,a),G(d,c)", ID_SORT_FOLDERS, L"F", L"*F(a,b),G(d,c)"},
+             MenuCase{L"*F(G(a)),b", ID_ITEM_DELETE, L"F", L"*b"},
+         }) {
+        Build(c.before);
+        View().Run(c.command, Node(c.target));
+        View().EndLabelEdit(true);
+        EXPECT_EQ(Shape(), c.after) << support::Utf8(c.before) << ", command " << c.command;
+    }
+    Build(L"*a,b");
+    View().OnPromote();
+    EXPECT_EQ(Shape(), L"b,*a") << "an item of the top level goes to its end";
+    Build(L"a,*b");
+    View().OnMoveDown();
     EXPECT_FALSE(Layout().IsModified()) << "the last one stays";
-    m_view.OnMoveUp();
-    EXPECT_EQ(Text(), L"a,F(c),b") << "its children go along";
-    EXPECT_TRUE(Layout().IsModified());
-    m_view.Run(ID_MOVE_TO_BOTTOM, nullptr);
-    EXPECT_EQ(Text(), L"a,b,F(c)");
-    m_view.Run(ID_MOVE_TO_TOP, nullptr);
-    EXPECT_EQ(Text(), L"F(c),a,b");
 }
 
-TEST_F(LayoutTree, PromotesOutOfItsFolderAndToTheEndOfTheTopLevel) {
-    Build(L"F(a,G(b,c)),d");
-    Select({L"b", L"c"});
-    m_view.OnPromote();
-    EXPECT_EQ(Text(), L"F(a,G,c,b),d") << "each goes directly behind the folder";
-    Select({L"F"});
-    m_view.OnPromote();
-    EXPECT_EQ(Text(), L"d,F(a,G,c,b)");
-    Select({L"G", L"a"});
-    m_view.OnPromote();
-    EXPECT_EQ(Text(), L"d,F(c,b),G,a");
-}
-
-TEST_F(LayoutTree, PromotesAFolderTogetherWithWhatIsInIt) {
-    Build(L"F(G(a))");
-    Select({L"G", L"a"});
-    m_view.OnPromote();
-    EXPECT_EQ(Text(), L"F,G,a");
-}
-
-TEST_F(LayoutTree, AMoveIntoItselfIsRefused) {
+TEST_F(LayoutTree, AMoveKeepsTheIdAndIsRefusedIntoTheItemItself) {
     Build(L"F(G(a)),b");
-    const HTREEITEM folder = Item(L"F");
-    EXPECT_EQ(Layout().MoveInto(folder, Item(L"G"), false), folder);
+    const HTREEITEM folder = Node(L"F");
+    EXPECT_EQ(Layout().MoveInto(folder, Node(L"G"), false), folder);
     EXPECT_EQ(Layout().MoveInto(folder, folder, false), folder);
     EXPECT_EQ(Layout().MoveAfter(folder, folder), folder);
-    EXPECT_EQ(Layout().MoveAfter(folder, Item(L"a")), folder);
-    EXPECT_EQ(Text(), L"F(G(a)),b");
+    EXPECT_EQ(Layout().MoveAfter(folder, Node(L"a")), folder);
     EXPECT_FALSE(Layout().IsModified());
-}
-
-TEST_F(LayoutTree, AMoveKeepsTheIdAndWhetherAFolderIsOpen) {
-    Build(L"F(a),b");
-    Tree().Expand(Item(L"F"), true);
-    const LayoutItemId id = Layout().Find(Item(L"F"))->id;
-    const HTREEITEM moved = Layout().MoveAfter(Item(L"F"), Item(L"b"));
+    const LayoutItemId id = Layout().Find(folder)->id;
+    const HTREEITEM moved = Layout().MoveAfter(folder, Node(L"b"));
     EXPECT_EQ(Layout().Find(moved)->id, id);
     EXPECT_EQ(Layout().HandleOf(id), moved);
-    EXPECT_TRUE(Tree().IsExpanded(moved));
 }
 
-TEST_F(LayoutTree, SortsFoldersFirstAtEveryDepth) {
-    Build(L"c,-,F(y,x,-),a,E");
-    m_view.OnSortAll();
-    EXPECT_EQ(Text(), L"E,F(x,-,y),a,c,-") << "separators stay behind what they followed";
-}
-
-TEST_F(LayoutTree, NewItemsGoByTheInsertionRule) {
+TEST_F(LayoutTree, SeveralPluginsBehindAPluginEndUpInReverseOrder) {
     Build(L"F(a),b");
-    Select({L"F"});
-    m_view.OnNewFolder();
-    EXPECT_EQ(Text(), L"F(a),New Folder,b");
-    EXPECT_TRUE(m_view.IsEditingLabel());
-    m_view.EndLabelEdit(true);
-    m_view.OnAddSeparator();
-    EXPECT_EQ(Text(), L"F(a),New Folder,-,b");
-    EXPECT_FALSE(Tree().EditLabel(Tree().Caret())) << "a separator has no name to edit";
-    m_view.Run(ID_NEW_SUBFOLDER, Item(L"F"));
-    m_view.EndLabelEdit(true);
-    EXPECT_EQ(Text(), L"F(a,New Folder),New Folder,-,b");
-    m_view.Run(ID_NEW_FOLDER_AT_END, nullptr);
-    m_view.EndLabelEdit(true);
-    EXPECT_EQ(Text(), L"F(a,New Folder),New Folder,-,b,New Folder");
     for (const wchar_t* name : {L"x", L"y"}) {
         LayoutItem plugin = NewPlugin();
         plugin.name = name;
-        Layout().Insert(Item(L"b"), IntoFolder::Yes, plugin);
+        Layout().Insert(Node(L"b"), IntoFolder::Yes, plugin);
     }
-    EXPECT_EQ(Text(), L"F(a,New Folder),New Folder,-,b,y,x,New Folder");
+    EXPECT_EQ(Shape(), L"F(a),b,y,x");
+}
+
+TEST_F(LayoutTree, WhatIsInViewStaysUnlessTheItemWouldBeOutOfSight) {
+    struct Case {
+        const wchar_t* before;
+        const wchar_t* top;
+        int button;
+        const wchar_t* topAfter;
+    };
+    for (const Case& c : {
+             Case{L"F(a,b,c,*d)", L"b", IDC_PROMOTE, L"b"},
+             Case{L"a,b,c,*d", L"b", IDC_MOVE_UP, L"b"},
+             Case{L"*a,b,c,d", L"c", IDC_MOVE_DOWN, L"a"},
+             Case{L"F(a,*b,c,d)", L"b", IDC_REMOVE, L"c"},
+             Case{L"F(a,b),c,*d", L"b", IDC_COLLAPSE_ALL, L"F"},
+             Case{L"c,*b,a", L"c", IDC_SORT_ALL, L"a"},
+         }) {
+        std::wstring text = c.before;
+        for (int i = 0; i < 60; ++i) text += L",k";
+        Build(text);
+        Tree().ScrollToTop(Node(c.top));
+        Press(c.button);
+        EXPECT_EQ(Top(), c.topAfter) << support::Utf8(c.before) << ", button " << c.button;
+    }
+    Build(L"F(a,b,c,d),G(*e)");
+    Press(IDC_PROMOTE);
+    EXPECT_EQ(Top(), L"F") << "all of it is in view";
 }
 
 TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
-    Build(L"a");
-    Tree().EditLabel(Item(L"a"));
-    const CWindow edit = Tree().LabelEdit();
-    ASSERT_TRUE(edit.IsLive());
+    Build(L"*a,b,-");
+    Key(Window(), VK_F2);
     const std::wstring longName(300, L'n');
-    edit.SetText(longName);
-    m_view.EndLabelEdit(false);
-    EXPECT_EQ(Text(), longName);
+    Tree().LabelEdit().SetText(longName);
+    View().EndLabelEdit(false);
+    EXPECT_EQ(Shape(), L"*" + longName + L",b,-");
     Layout().SetModified(false);
     Tree().EditLabel(Tree().Root());
     EXPECT_EQ(Tree().LabelEdit().Text(), longName) << "the whole name is there to edit";
     Tree().LabelEdit().SetText(L"");
-    m_view.EndLabelEdit(false);
-    EXPECT_EQ(Text(), longName);
+    View().EndLabelEdit(false);
     EXPECT_FALSE(Layout().IsModified());
+    EXPECT_FALSE(Tree().EditLabel(Layout().Children(nullptr).back())) << "a separator has no name to edit";
+    Build(L"*a,b");
+    Key(Window(), VK_F2);
+    Tree().LabelEdit().SetText(L"c");
+    ClickOn(L"b");
+    EXPECT_EQ(Shape(), L"c,*b") << "a click elsewhere takes the name, and selects";
 }
 
 TEST_F(LayoutTree, ThePropertiesOfAPluginBringItsOriginalNameUpToDate) {
-    const support::RegistrySandbox sandbox;
     LayoutItem plugin = NewPlugin();
     plugin.clsid = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;
     plugin.originalName = L"Old";
     support::SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + ClsidText(plugin.clsid), nullptr, L"New");
     const HTREEITEM item = Layout().Append(nullptr, plugin);
     Layout().SetModified(false);
-    const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
-        ::PostMessageW(::FindWindowW(nullptr, L"Item Properties"), WM_COMMAND, IDCANCEL, 0);
-    });
-    m_view.Run(ID_ITEM_PROPERTIES, item);
-    ::KillTimer(nullptr, timer);
+    m_popups.Expect(L"Item Properties", IDCANCEL);
+    View().Run(ID_ITEM_PROPERTIES, item);
     EXPECT_EQ(Layout().Find(item)->originalName, L"New");
     EXPECT_FALSE(Layout().IsModified()) << "it was only looked at";
 }
 
-TEST_F(LayoutTree, DeletesTheSelectionAndTheCaretWithTheirRecords) {
-    Build(L"F(a,G(b)),c,d,e");
-    Select({L"c", L"F", L"b", L"d"});
-    Layout().DeleteSelection();
-    EXPECT_EQ(Text(), L"e");
-    EXPECT_EQ(Tree().Count(), 1);
-    Build(L"x,y");
-    Select({L"x"});
-    Tree().SetSelected(Item(L"x"), false);
-    Layout().DeleteSelection();
-    EXPECT_EQ(Text(), L"e,y") << "the caret item goes even if it is not selected";
-}
-
-TEST_F(LayoutTree, ButtonsFollowTheSelection) {
-    m_view.UpdateButtons();
-    for (const int id : {IDC_EXPAND_ALL, IDC_SORT_ALL, IDC_REMOVE, IDC_MOVE_UP, IDC_PROMOTE})
-        EXPECT_FALSE(IsEnabled(id));
-    Build(L"a,F(b,c)");
-    Select({L"a"});
-    EXPECT_TRUE(IsEnabled(IDC_EXPAND_ALL) && IsEnabled(IDC_REMOVE) && IsEnabled(IDC_MOVE_DOWN));
-    EXPECT_FALSE(IsEnabled(IDC_MOVE_UP) || IsEnabled(IDC_PROMOTE));
-    Select({L"b", L"c"});
-    EXPECT_TRUE(IsEnabled(IDC_REMOVE) && IsEnabled(IDC_PROMOTE));
-    EXPECT_FALSE(IsEnabled(IDC_MOVE_UP) || IsEnabled(IDC_MOVE_DOWN));
-    Select({L"a", L"b"});
-    EXPECT_FALSE(IsEnabled(IDC_PROMOTE)) << "one of them is in no folder";
-}
-
-TEST_F(LayoutTree, AButtonThatGoesGreyLeavesTheKeyboardToTheTree) {
-    Build(L"a");
-    Tree().SelectOnly(Item(L"a"));
-    m_dialog.Item(IDC_REMOVE).Focus();
-    ASSERT_TRUE(m_dialog.Item(IDC_REMOVE).HasFocus());
-    m_view.OnRemove();
-    EXPECT_TRUE(Tree().HasFocus());
-}
-
-TEST_F(LayoutTree, ShiftF10IsTheMenuKey) {
-    BYTE keys[256]{};
-    ::GetKeyboardState(keys);
-    for (const BYTE shift : {BYTE{0x80}, BYTE{0}}) {
-        keys[VK_SHIFT] = shift;
-        ::SetKeyboardState(keys);
-        m_dialog.m_key = 0;
-        Tree().Send(WM_SYSKEYDOWN, VK_F10);
-        EXPECT_EQ(m_dialog.m_key == VK_APPS, shift != 0);
+TEST_F(LayoutTree, AltEnterOpensTheProperties) {
+    Build(L"*a,F,-");
+    m_popups.Expect(L"Item Properties", IDCANCEL).Expect(L"Folder Name", IDCANCEL);
+    Key(Window(), VK_RETURN);
+    for (const HTREEITEM item : Layout().Children(nullptr)) {
+        Tree().SelectOnly(item);
+        KeyWith(VK_MENU, WM_SYSKEYDOWN, VK_RETURN);
     }
 }
 
-TEST_F(LayoutTree, OnlyMissingPluginsAreDrawnInGrey) {
-    Build(L"F(a,b),-");
-    Layout().Change(Item(L"a"), [](LayoutItem& record) { record.installed = true; });
-    const auto colourOf = [this](HTREEITEM item) {
-        NMTVCUSTOMDRAW draw{};
-        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
-        draw.nmcd.dwItemSpec = reinterpret_cast<DWORD_PTR>(item);
-        draw.clrText = RGB(1, 2, 3);
-        m_view.OnCustomDraw(draw);
-        return draw.clrText;
+TEST_F(LayoutTree, TheMenuKeyOpensTheMenuAtTheItem) {
+    static RECT menu;
+    std::wstring text = L"*a";
+    for (int i = 0; i < 60; ++i) text += L",k";
+    Build(text);
+    Show();
+    for (const bool shiftF10 : {false, true}) {
+        menu = {};
+        Tree().ScrollToTop(Layout().Children(nullptr).back());
+        const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+            const HWND open = ::FindWindowW(L"#32768", nullptr);
+            if (open && ::IsWindowVisible(open) && ::GetWindowRect(open, &menu)) ::EndMenu();
+        });
+        shiftF10 ? KeyWith(VK_SHIFT, WM_SYSKEYDOWN, VK_F10) : Key(Window(), VK_APPS);
+        ::KillTimer(nullptr, timer);
+        RECT label{};
+        ASSERT_TRUE(Tree().LabelOf(Node(L"a"), label));
+        EXPECT_GE(label.top, 0);
+        ::MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&label), 2);
+        EXPECT_EQ(menu.left, label.left);
+        EXPECT_EQ(menu.top, label.bottom);
+    }
+}
+
+TEST_F(LayoutTree, DeletesOnlyWhatShowsAsSelectedAndAsksAboutFolders) {
+    Build(L"F(^a),b");
+    Key(Window(), VK_DELETE);
+    EXPECT_EQ(Shape(), L"F(a),b") << "the caret alone is not enough";
+    for (const int answer : {IDNO, IDYES}) {
+        Build(L"*a,^F(b),c");
+        m_popups.Expect(L"A folder is about to be deleted", answer);
+        Key(Window(), VK_DELETE);
+        EXPECT_EQ(Tree().Count(), answer == IDNO ? 4 : 1) << "the caret item goes along";
+    }
+}
+
+TEST_F(LayoutTree, ButtonsFollowTheSelection) {
+    struct Case {
+        const wchar_t* tree;
+        std::vector<int> enabled;
     };
-    EXPECT_EQ(colourOf(Item(L"b")), RGB(0xCD, 0xCD, 0xCD));
-    for (const HTREEITEM other : {Item(L"a"), Item(L"F"), Last(nullptr)})
-        EXPECT_EQ(colourOf(other), RGB(1, 2, 3));
+    for (const Case& c : {
+             Case{L"", {}},
+             Case{L"*a,F(b)", {IDC_EXPAND_ALL, IDC_SORT_ALL, IDC_REMOVE, IDC_MOVE_DOWN}},
+             Case{L"a,F(*b,*c)", {IDC_EXPAND_ALL, IDC_SORT_ALL, IDC_REMOVE, IDC_PROMOTE}},
+             Case{L"*a,F(*b)", {IDC_EXPAND_ALL, IDC_SORT_ALL, IDC_REMOVE}},
+             Case{L"a,^F", {IDC_EXPAND_ALL, IDC_SORT_ALL}},
+         }) {
+        Build(c.tree);
+        std::vector<int> enabled;
+        for (const int id :
+             {IDC_EXPAND_ALL, IDC_SORT_ALL, IDC_REMOVE, IDC_MOVE_UP, IDC_MOVE_DOWN, IDC_PROMOTE}) {
+            if (IsEnabled(id)) enabled.push_back(id);
+        }
+        EXPECT_EQ(enabled, c.enabled) << support::Utf8(c.tree);
+    }
+    Build(L"*a");
+    Item(IDC_REMOVE).Focus();
+    Press(IDC_REMOVE);
+    EXPECT_TRUE(Tree().HasFocus()) << "a button that goes grey leaves the keyboard to the tree";
+}
+
+TEST_F(LayoutTree, OnlyMissingPluginsAreGreyAndAnEnumerationTellsWhichTheseAre) {
+    Build(L"F(a,b),c");
+    for (const wchar_t* name : {L"a", L"c"}) {
+        Layout().Change(Node(name), [&](LayoutItem& record) {
+            record.clsid = *ParseClsid(support::IdText(*name == L'a' ? 1 : 2));
+            record.installed = *name == L'c';
+        });
+    }
+    Layout().SetModified(false);
+    EXPECT_TRUE(IsGrey(L"a") && IsGrey(L"b"));
+    EXPECT_FALSE(IsGrey(L"F") || IsGrey(L"c"));
+    support::AddVst(1, L"Found");
+    m_dialog->Send(WM_TIMER, 1);
+    EXPECT_TRUE(IsGrey(L"b") && IsGrey(L"c"));
+    EXPECT_FALSE(IsGrey(L"a"));
+    EXPECT_FALSE(Layout().IsModified());
 }
 
 TEST_F(LayoutTree, ClickingSelectsAsInAList) {
-    Build(L"a,b,c,d");
-    Tree().SelectOnly(Item(L"b"));
-    Click(L"d", MK_SHIFT);
-    EXPECT_EQ(Selected(), L"bcd");
-    Click(L"a", MK_SHIFT);
-    EXPECT_EQ(Selected(), L"ab") << "from the same anchor";
-    Click(L"d", MK_CONTROL);
-    EXPECT_EQ(Selected(), L"abd");
-    EXPECT_EQ(Tree().Caret(), Item(L"d"));
-    Click(L"d", MK_CONTROL);
-    EXPECT_EQ(Selected(), L"ab");
-    EXPECT_EQ(Tree().Caret(), Item(L"a")) << "the first of those that are left";
-    Click(L"a", MK_CONTROL);
-    Click(L"b", MK_CONTROL);
-    EXPECT_EQ(Selected(), L"");
-    EXPECT_EQ(Tree().Caret(), nullptr);
+    struct Case {
+        const wchar_t* item;
+        WPARAM keys;
+        const wchar_t* after;
+        const wchar_t* caret;
+    };
+    Build(L"a,*b,c,d");
+    for (const Case& c : {
+             Case{L"d", MK_SHIFT, L"a,*b,*c,*d", L"d"},
+             Case{L"a", MK_SHIFT, L"*a,*b,c,d", L"a"},  // from the same anchor
+             Case{L"d", MK_CONTROL, L"*a,*b,c,*d", L"d"},
+             Case{L"d", MK_CONTROL, L"*a,*b,c,d", L"a"},  // the first of those that are left
+             Case{L"a", MK_CONTROL, L"a,*b,c,d", L"b"},
+             Case{L"b", MK_CONTROL, L"a,b,c,d", L""},
+             Case{L"d", 0, L"a,b,c,*d", L"d"},
+             Case{L"c", MK_SHIFT, L"a,b,*c,*d", L"c"},
+             Case{L"b", 0, L"a,*b,c,d", L"b"},  // forgets the anchor
+             Case{L"a", MK_SHIFT, L"*a,*b,c,d", L"a"},
+         }) {
+        ClickOn(c.item, c.keys);
+        EXPECT_EQ(Shape(), c.after) << support::Utf8(c.item);
+        EXPECT_EQ(Caret(), c.caret);
+    }
+    EXPECT_FALSE(IsEnabled(IDC_MOVE_DOWN)) << "the release never came to the tree";
+    Build(L"a,^b");
+    ClickOn(L"b");
+    EXPECT_EQ(Shape(), L"a,*b") << "though it was the caret item already";
+    const POINT place = PlaceOf(L"a");
+    ClickOn(L"a", MK_CONTROL);
+    ::PostMessageW(Window(), WM_LBUTTONDBLCLK, MK_LBUTTON | MK_CONTROL, MAKELPARAM(place.x, place.y));
+    Pump();
+    EXPECT_EQ(Shape(), L"a,*b") << "twice in a row";
+    Tree().Delete(Node(L"b"));
+    ClickOn(L"a", MK_SHIFT);
+    EXPECT_EQ(Shape(), L"*a") << "the anchor is gone";
 }
 
-TEST_F(LayoutTree, APlainClickSelectsOneItemAndSetsTheButtons) {
-    Build(L"a,b,c,d");
-    Select({L"a"});
-    Click(L"b", 0);
-    EXPECT_TRUE(IsEnabled(IDC_MOVE_UP)) << "the release never came to the tree";
-    Tree().SetSelected(Item(L"b"), false);
-    Click(L"b", 0);
-    EXPECT_EQ(Selected(), L"b") << "though it was the caret item already";
-    Click(L"d", MK_SHIFT);
-    Click(L"a", 0);
-    Click(L"b", MK_SHIFT);
-    EXPECT_EQ(Selected(), L"ab") << "a plain click forgets where a selection began";
-    Tree().Delete(Item(L"a"));
-    Click(L"c", MK_SHIFT);
-    EXPECT_EQ(Selected(), L"bc") << "and so does the end of that item";
+TEST_F(LayoutTree, WhatAClosedFolderHidesIsNotSelected) {
+    Build(L"a,F(b,c,*d)");
+    ClickOn(L"c", MK_SHIFT);
+    Press(IDC_COLLAPSE_ALL);
+    ClickOn(L"a", MK_SHIFT);
+    EXPECT_EQ(Shape(), L"*a,*F[b,c,d]") << "up to the folder that hides where the selection began";
+    Build(L"F(*a),*b");
+    Tree().MoveCaret(Node(L"F"));
+    Key(Window(), VK_LEFT);
+    EXPECT_EQ(Shape(), L"*F[a],b");
+    KeyWith(VK_CONTROL, WM_KEYDOWN, 'A');
+    EXPECT_EQ(Shape(), L"*F[a],*b") << "everything that can be seen";
 }
 
-TEST_F(LayoutTree, DragsTheSelectionAndLeavesItWhereItIsWhenItIsDroppedOnItself) {
-    Build(L"F(a,b),c,d");
-    Tree().Expand(Item(L"F"), true);
-    Select({L"a", L"b"});
-    Drag(L"a", L"a", -1);
-    Drag(L"a", L"b", 1);
-    EXPECT_EQ(Text(), L"F(a,b),c,d");
-    Drag(L"a", L"d", -1);
-    EXPECT_EQ(Text(), L"F,c,a,b,d") << "before the item, in its upper half";
-    EXPECT_EQ(Selected(), L"");
-    Drag(L"d", L"F", 1);
-    EXPECT_EQ(Text(), L"F(d),c,a,b");
-    Drag(L"F", L"F", 0);
-    Drag(L"F", L"d", 1);
-    EXPECT_EQ(Text(), L"F(d),c,a,b") << "not into itself";
-    Drag(L"c", L"F", -1);
-    EXPECT_EQ(Text(), L"c,F(d),a,b") << "the first of its parent";
-    Drag(L"d", nullptr, 0);
-    EXPECT_EQ(Text(), L"c,F,a,b,d") << "below all items";
-    EXPECT_TRUE(IsEnabled(IDC_SORT_ALL));
+TEST_F(LayoutTree, DragsTheSelectionToWhereThePointerIs) {
+    struct Case {
+        const wchar_t* before;
+        const wchar_t* from;
+        const wchar_t* to;
+        int below;
+        const wchar_t* after;
+    };
+    for (const Case& c : {
+             Case{L"F(*a,*b),c,d", L"a", L"b", 5, L"F(*a,*b),c,d"},  // onto itself
+             Case{L"*F(a)", L"F", L"a", 5, L"*F(a)"},
+             Case{L"F(*a,*b),c,d", L"a", L"d", -5, L"F,c,a,b,d"},
+             Case{L"F(*a,b),c", L"a", L"b", 5, L"F(b,a),c"},
+             Case{L"F(a),*c", L"c", L"F", 5, L"F(a,c)"},
+             Case{L"F(a),*c", L"c", L"F", -5, L"c,F(a)"},
+             Case{L"F(*a,b),c", L"a", L"c", 200, L"F(b),c,a"},  // below all items
+             Case{L"F[a],*c", L"c", L"F", 5, L"F[a,c]"},
+             Case{L"*F(*a,b),*c,d", L"F", L"d", 5, L"d,F(a,b),c"},
+             Case{L"*F(a,b),*c", L"F", L"b", 5, L"*F(a,b),*c"},  // not into what moves itself
+             Case{L"a,*b", L"a", L"b", 5, L"b,a"},
+         }) {
+        Build(c.before);
+        Item(IDC_CATEGORIES).Focus();
+        Drag(c.from, c.to, c.below);
+        Drop();
+        EXPECT_EQ(Shape(), c.after) << support::Utf8(c.before) << " to " << support::Utf8(c.to) << c.below;
+        EXPECT_TRUE(Tree().HasFocus() && IsEnabled(IDC_SORT_ALL));
+    }
 }
 
-TEST_F(LayoutTree, WhatIsDraggedWithItsFolderStaysInIt) {
-    Build(L"F(a,b),c,d");
-    Tree().Expand(Item(L"F"), true);
-    Select({L"F", L"a", L"c"});
-    Drag(L"F", L"d", 1);
-    EXPECT_EQ(Text(), L"d,F(a,b),c");
-    Select({L"F", L"c"});
-    Drag(L"F", L"b", 1);
-    EXPECT_EQ(Text(), L"d,F(a,b),c") << "nothing moves into a folder that moves itself";
+TEST_F(LayoutTree, ADragShowsWhereTheItemsWouldLand) {
+    Build(L"*a,F[b],c");
+    Drag(L"a", L"c", -5);
+    EXPECT_TRUE(IsMarked(L"c"));
+    EXPECT_EQ(Drawn(L"c").clrTextBk, ::GetSysColor(COLOR_WINDOW))
+        << "not as the folder that it would go into";
+    m_dialog->Send(WM_RBUTTONDOWN);
+    Drop();
+    EXPECT_EQ(Shape(), L"*a,F[b],c") << "the right button breaks off";
+    Drag(L"a", L"F", 5);
+    EXPECT_FALSE(IsMarked(L"F"));
+    EXPECT_EQ(Tree().DropTarget(), Node(L"F"));
+    EXPECT_TRUE(support::WaitFor([&] { return Tree().IsExpanded(Node(L"F")); }));
+    Drop();
+    EXPECT_EQ(Shape(), L"F(b,a),c");
+    std::wstring text = L"*a,F(b";
+    for (int i = 0; i < 60; ++i) text += L",k";
+    Build(text + L")");
+    Drag(L"a", L"F", 5);
+    Drop();
+    RECT row{};
+    EXPECT_TRUE(Tree().RowOf(Node(L"a"), row) && row.bottom <= Tree().ClientRect().bottom)
+        << "what has moved is in view";
+    for (const POINT outside : {POINT{-30, 20}, POINT{20, -30}, POINT{20, 5000}}) {
+        Build(L"*a,F(b),c");
+        Drag(L"a", outside);
+        EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_NO));
+        EXPECT_FALSE(IsMarked(L"c") || IsMarked(L"F"));
+        Drop();
+        EXPECT_EQ(Shape(), L"*a,F(b),c");
+    }
 }
 
 }  // namespace

@@ -36,15 +36,6 @@ TEST(LayoutOrder, EqualNamesKeepTheirOrder) {
     EXPECT_EQ(SortedOrder(items, [](auto, auto) { return 0; }), (std::vector<std::size_t>{0, 1, 2}));
 }
 
-TEST(LayoutOrder, DropsGoWhereThePointerWas) {
-    EXPECT_EQ(PlaceOfDrop({.onItem = true, .hasPrevious = true}), DropPlace::AfterPrevious);
-    EXPECT_EQ(PlaceOfDrop({.onItem = true, .onFolder = true}), DropPlace::FirstOfParent);
-    EXPECT_EQ(PlaceOfDrop({.onItem = true, .lowerHalf = true, .onFolder = true}), DropPlace::LastInside);
-    EXPECT_EQ(PlaceOfDrop({.onItem = true, .lowerHalf = true, .hasPrevious = true}), DropPlace::AfterItem);
-    EXPECT_EQ(PlaceOfDrop({.belowDragged = true}), DropPlace::TopLevelLast);
-    EXPECT_EQ(PlaceOfDrop({.lowerHalf = true}), DropPlace::TopLevelFirst);
-}
-
 TEST(LayoutItem, IdsTellTheKindAndImagesTheState) {
     EXPECT_TRUE(IsPluginId(NewPlugin().id) && IsFolderId(NewFolder(L"a").id) &&
                 IsSeparatorId(NewSeparator().id));
