@@ -7,6 +7,7 @@
 #include "FileStream.h"
 #include "PresetListBox.h"
 #include "PresetListMgr.h"
+#include "PresetWriter.h"
 #include "presets/StoredPresets.h"
 #include "resource.h"
 #include "support/FileSandbox.h"
@@ -81,17 +82,53 @@ TEST_F(PresetStore, NothingIsWrittenOutsideOfThePluginsFolder) {
     EXPECT_TRUE(Store(L"plain", Data(1024)));
     const std::size_t files = FilesBelowTop();
     for (const wchar_t* name : {L"..\\x", L"..\\..\\..\\x", L"/x", L"a/b", L"a:b", L"C:\\x",
-                                L"\\\\localhost\\c$\\x", L"..", L"nul.txt", L"COM1", L"x.", L"x ", L"x\n"}) {
+                                L"\\\\localhost\\c$\\x", L"..", L"nul.txt", L"COM1", L". .", L"x\n"}) {
         EXPECT_FALSE(Store(name, Data(1024))) << ::testing::PrintToString(name);
         EXPECT_FALSE(Store(name, Data(1), 1)) << ::testing::PrintToString(name);
     }
     EXPECT_FALSE(Store(std::wstring(5000, L'n'), Data(1024)));
+    EXPECT_FALSE(Store(std::wstring(520, L'n'), Data(1))) << "it would never be listed";
     EXPECT_EQ(FilesBelowTop(), files);
     EXPECT_EQ(m_hall.CountPresets(), 1U);
     EXPECT_TRUE(Store(L"..\\x", Data(1))) << "a registry value may have any name";
     fs::remove_all(m_top / L"Shared Presets");
     m_files.Write(L"Shared Presets", "a file in the folder's place");
     EXPECT_FALSE(Store(L"plain", Data(1024)));
+}
+
+TEST_F(PresetStore, TheEndOfANameThatWindowsDropsIsDropped) {
+    EXPECT_TRUE(Store(L"Wide...", Data(1024)));
+    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kHallKey, L"Wide..."), (m_folder / L"Wide").wstring());
+    EXPECT_TRUE(Store(L"WIDE...", Data(1024, 'x'))) << "the same preset";
+    EXPECT_FALSE(Store(L"Wide ", Data(1024))) << "the file is another preset's";
+    Store(L"Thin", Data(1024));
+    m_hall.RenamePreset(L"Thin", L"Slim");
+    EXPECT_FALSE(Store(L"Thin.", Data(1024))) << "under whatever name";
+    CPresetWriter writer(m_hall);
+    EXPECT_TRUE(writer.Store({.type = 3, .name = L"Init.", .data = Data(1024)}));
+    EXPECT_FALSE(writer.Store({.type = 3, .name = L"Init ", .data = Data(1024)})) << "of the same command";
+    EXPECT_EQ(m_hall.CountPresets(), 3U);
+    EXPECT_TRUE(StoredPresets(kHallKey).contains(L"Wide...:1:" + std::wstring(1024, L'x')));
+}
+
+TEST_F(PresetStore, WhatCannotBeStoredLeavesWhatWasThere) {
+    const std::wstring small = L"small", large = L"large", orphan = L"orphan";
+    Store(large, Data(1024));
+    Store(orphan, Data(1024));
+    CRegKey::Open(HKEY_CURRENT_USER, kHallKey, KEY_WRITE)->DeleteValue(orphan.c_str());
+    const auto before = StoredPresets(kHallKey);
+    const UniqueFile held(::CreateFileW((m_folder / orphan).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, 0, nullptr));
+    EXPECT_FALSE(Store(orphan, Data(2000)));
+    EXPECT_EQ(StoredPresets(kHallKey), before) << "no value without its data";
+    // A key that goes in the middle of a command takes no more values.
+    CPresetWriter writer(m_hall);
+    EXPECT_TRUE(writer.Store({.type = 3, .name = small, .data = Data(1)}));
+    support::DeleteTree(HKEY_CURRENT_USER, kHallKey);
+    EXPECT_FALSE(writer.Store({.type = 3, .name = large, .data = Data(2000)}));
+    EXPECT_FALSE(writer.Store({.type = 3, .name = L"new", .data = Data(2000)}));
+    EXPECT_EQ(fs::file_size(m_folder / large), 1024U);
+    EXPECT_EQ(FilesBelowTop(), 4U) << "two folders, two files";
 }
 
 TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
