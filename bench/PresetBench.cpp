@@ -121,6 +121,7 @@ void BareExport(int plugin, const std::wstring& path, std::size_t size) {
         }
     });
     ::RegCloseKey(key);
+    ::FlushFileBuffers(out);
     ::CloseHandle(out);
 }
 
@@ -139,9 +140,12 @@ void BareImport(int plugin, const std::wstring& path, const std::wstring& folder
         BareRead(in, buffer);
         std::wstring target = folder;
         target.append(L"\\").append(name);
-        const HANDLE preset = BareFile(target.c_str(), true);
+        const std::wstring beside = target + L".tmp";
+        const HANDLE preset = BareFile(beside.c_str(), true);
         BareWrite(preset, buffer.data(), buffer.size());
+        ::FlushFileBuffers(preset);
         ::CloseHandle(preset);
+        ::MoveFileExW(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
         ::RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(target.c_str()),
                          static_cast<DWORD>((target.size() + 1) * sizeof(wchar_t)));
     }

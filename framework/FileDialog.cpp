@@ -1,6 +1,7 @@
 #include "FileDialog.h"
 
 #include <cderr.h>
+#include <dlgs.h>
 
 #include <cstring>
 #include <vector>
@@ -12,6 +13,9 @@ namespace {
 
 /// Long paths are possible where the user switched them on.
 constexpr std::size_t kMaxPathCharacters = 32768;
+
+constexpr UINT_PTR kNameTimer = 1;
+constexpr UINT kTypingPause = 250;  // ms
 
 /// The dialog wants a template from memory, so that the language is ours to choose.
 UniqueGlobal CopyOfTemplate(UINT id) {
@@ -66,6 +70,18 @@ std::wstring CFileDialog::Query(UINT message) const {
     return text.c_str();
 }
 
+std::wstring CFileDialog::CurrentPath() const {
+    const HWND dialog = ::GetParent(m_window.Handle());
+    const HWND combo = ::GetDlgItem(dialog, cmb13);
+    const std::wstring name = CWindow(combo ? combo : ::GetDlgItem(dialog, edt1)).Text();
+    // Some systems put the folder before a path that was typed whole.
+    const bool whole = name.starts_with(L"\\\\") || (name.size() > 2 && name[1] == L':');
+    const std::wstring path = whole ? name : Query(CDM_GETFILEPATH);
+    std::vector<wchar_t> full(kMaxPathCharacters);
+    return ::GetFullPathNameW(path.c_str(), kMaxPathCharacters, full.data(), nullptr) ? full.data()
+                                                                                      : std::wstring();
+}
+
 UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_INITDIALOG) {
         const auto& settings = *reinterpret_cast<const OPENFILENAMEW*>(lParam);
@@ -89,6 +105,11 @@ std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM l
         OnCommand(LOWORD(wParam), HIWORD(wParam));
         return std::nullopt;
     }
+    if (message == WM_TIMER && wParam == kNameTimer) {
+        ::KillTimer(m_window.Handle(), kNameTimer);
+        OnSelectionChange();
+        return TRUE;
+    }
     if (message == WM_HELP) {
         const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
         ShowHelpOn(help.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(help.hItemHandle)
@@ -98,6 +119,7 @@ std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM l
     if (message != WM_NOTIFY) return std::nullopt;
     switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
         case CDN_INITDONE:
+            m_nameWatch.Watch(m_window.Handle());
             OnInitDone();
             break;
         case CDN_FOLDERCHANGE:
@@ -107,10 +129,31 @@ std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM l
             OnSelectionChange();
             break;
         case CDN_FILEOK:
-            if (!OnFileOk()) return TRUE;
+            if (!OnConfirmed(reinterpret_cast<const OFNOTIFYW*>(lParam)->lpOFN->lpstrFile)) return TRUE;
             break;
         default:
             break;
     }
+    return std::nullopt;
+}
+
+bool CFileDialog::OnConfirmed(const wchar_t* path) {
+    m_confirmed = path;
+    if (m_confirmed.empty()) m_confirmed = CurrentPath();
+    return OnFileOk();
+}
+
+void CFileDialog::CNameWatch::Watch(HWND window) {
+    m_told = window;
+    Attach(::GetParent(window));
+}
+
+Answer CFileDialog::CNameWatch::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/) {
+    const UINT id = LOWORD(wParam);
+    const UINT code = HIWORD(wParam);
+    const bool typed = message == WM_COMMAND &&
+                       ((id == cmb13 && code == CBN_EDITCHANGE) || (id == edt1 && code == EN_CHANGE));
+    // Once for a few letters, since each may mean a file to be looked at.
+    if (typed) ::SetTimer(m_told, kNameTimer, kTypingPause, nullptr);
     return std::nullopt;
 }

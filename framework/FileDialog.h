@@ -9,6 +9,7 @@
 #include <string>
 
 #include "Controls.h"
+#include "SubclassedControl.h"
 
 struct FileDialogSettings {
     std::wstring title;
@@ -36,6 +37,7 @@ class CFileDialog {
     /// All controls are there; Window() is the added template's window.
     virtual void OnInitDone() {}
     virtual void OnFolderChange() {}
+    /// Another file may have been chosen: by a click, or by a name that was typed a moment ago.
     virtual void OnSelectionChange() {}
     /// False keeps the dialog open.
     virtual bool OnFileOk() { return true; }
@@ -48,15 +50,30 @@ class CFileDialog {
         return TControl(::GetDlgItem(m_window.Handle(), id));
     }
     /// Full path of the file chosen at the moment, and of the folder shown; empty when there is none.
-    std::wstring CurrentPath() const { return Query(CDM_GETFILEPATH); }
+    std::wstring CurrentPath() const;
     std::wstring CurrentFolder() const { return Query(CDM_GETFOLDERPATH); }
+    /// While OnFileOk runs, the full path that the dialog made of the name.
+    const std::wstring& ConfirmedPath() const { return m_confirmed; }
 
   private:
+    /// The system sends the hook no notification of typing.
+    class CNameWatch : public CSubclassedControl<CWindow> {
+      public:
+        void Watch(HWND window);
+
+      private:
+        Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+        HWND m_told = nullptr;
+    };
+
     std::optional<std::wstring> Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*));
     std::wstring Query(UINT message) const;
     std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    bool OnConfirmed(const wchar_t* path);
     static UINT_PTR CALLBACK Hook(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     FileDialogSettings m_settings;
     CWindow m_window;
+    CNameWatch m_nameWatch;
+    std::wstring m_confirmed;
 };

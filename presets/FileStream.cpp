@@ -64,18 +64,23 @@ void CFileSink::WriteOut(std::span<const std::byte> bytes) {
 }
 
 void CFileSink::Write(std::span<const std::byte> bytes) {
-    if (m_buffer.size() + bytes.size() > kBuffer) Flush();
+    if (m_buffer.size() + bytes.size() > kBuffer) EmptyBuffer();
     if (bytes.size() > kBuffer) return WriteOut(bytes);
     m_buffer.insert(m_buffer.end(), bytes.begin(), bytes.end());
 }
 
-void CFileSink::Flush() {
+void CFileSink::EmptyBuffer() {
     WriteOut(m_buffer);
     m_buffer.clear();
 }
 
+void CFileSink::Flush() {
+    EmptyBuffer();
+    if (!::FlushFileBuffers(m_file.Get())) throw StreamError();
+}
+
 void CFileSink::Seek(std::uint64_t position) {
-    Flush();
+    EmptyBuffer();
     if (!MoveTo(m_file.Get(), position)) throw StreamError();
     m_position = position;
 }

@@ -30,7 +30,7 @@ class CFileSource : public IByteSource {
     std::vector<std::byte> m_buffer;
 };
 
-/// A file that is created or truncated. What was written is in the file after Flush only.
+/// A file that is created or truncated. What was written is on the disk after Flush only.
 class CFileSink : public IByteSink {
   public:
     static std::optional<CFileSink> Create(const std::wstring& path);
@@ -43,6 +43,7 @@ class CFileSink : public IByteSink {
   private:
     explicit CFileSink(UniqueFile file) : m_file(std::move(file)) {}
     void WriteOut(std::span<const std::byte> bytes);
+    void EmptyBuffer();
 
     UniqueFile m_file;
     std::uint64_t m_position = 0;  // where the buffer goes

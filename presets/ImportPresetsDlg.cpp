@@ -1,6 +1,7 @@
 #include "ImportPresetsDlg.h"
 
 #include "FileStream.h"
+#include "Resources.h"
 
 CImportPresetsDlg::CImportPresetsDlg(std::span<CPresetListMgr> plugins, std::wstring& folder)
     : CPresetFileDlg(IDS_IMPORT_PRESETS_TITLE, OFN_FILEMUSTEXIST, plugins, folder) {}
@@ -13,7 +14,9 @@ void CImportPresetsDlg::OnInitDone() {
 
 void CImportPresetsDlg::OnSelectionChange() {
     const std::wstring path = CurrentPath();
-    if (path != m_previewed) ShowPreview(path);
+    if (path == m_chosen) return;
+    m_chosen = path;
+    ShowPreview(path);
 }
 
 int CImportPresetsDlg::FillPreview(IByteSource& file) const {
@@ -33,8 +36,14 @@ void CImportPresetsDlg::ShowPreview(const std::wstring& path) {
     const CWaitCursor wait;
     const CRedrawLock noRedraw(List());
     List().Clear();
-    auto file = CFileSource::Open(path);
-    m_previewed = file ? path : std::wstring();
+    m_previewed = path;
+    auto file = CFileSource::Open(m_previewed);
+    if (!file && ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        // The dialog gives a name the extension that was not typed.
+        m_previewed += L"." + LoadText(IDS_PRESET_EXTENSION);
+        file = CFileSource::Open(m_previewed);
+    }
+    if (!file) m_previewed.clear();
     const int presets = file ? FillPreview(*file) : 0;
     SelectAllButton().Enable(presets > 0);
     if (presets > 0) SelectAll();
@@ -42,8 +51,9 @@ void CImportPresetsDlg::ShowPreview(const std::wstring& path) {
 }
 
 bool CImportPresetsDlg::OnFileOk() {
-    // A name that was typed has not been looked at yet.
-    OnSelectionChange();
+    // What is selected in the list must be of the file that is read. A name may have been typed just now.
+    if (::CompareStringOrdinal(m_previewed.c_str(), -1, ConfirmedPath().c_str(), -1, TRUE) != CSTR_EQUAL)
+        ShowPreview(ConfirmedPath());
     if (!HasSeveral() && !m_previewed.empty()) TakeSelection();
     return true;
 }

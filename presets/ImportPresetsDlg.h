@@ -14,5 +14,6 @@ class CImportPresetsDlg : public CPresetFileDlg {
     void ShowPreview(const std::wstring& path);
     int FillPreview(IByteSource& file) const;
 
-    std::wstring m_previewed;  // empty: no file's content is shown
+    std::wstring m_chosen;     // as the dialog named it when it was looked at
+    std::wstring m_previewed;  // the file that it is; empty: no file's content is shown
 };

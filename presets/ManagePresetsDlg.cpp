@@ -1,5 +1,7 @@
 #include "ManagePresetsDlg.h"
 
+#include <algorithm>
+
 #include "MessageCaption.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"
@@ -35,8 +37,7 @@ bool CManagePresetsDlg::OnInitDialog() {
     m_list = CPresetListBox(Control<CListBox>(IDC_PRESET_LIST));
     SetText(Text() + m_presets.DisplayName());
     FillList();
-    if (m_listed > 0) m_list.Select(0);
-    UpdateRename();
+    SelectOne(0);
     return true;
 }
 
@@ -44,6 +45,13 @@ void CManagePresetsDlg::FillList() {
     const CRedrawLock noRedraw(m_list);
     m_list.Clear();
     m_listed = m_presets.FillPresetList(m_list);
+    UpdateRename();
+}
+
+/// Of a list in which nothing is selected.
+void CManagePresetsDlg::SelectOne(int row) {
+    m_list.Select(row);
+    m_list.Send(LB_SETCARETINDEX, static_cast<WPARAM>(row));
     UpdateRename();
 }
 
@@ -61,10 +69,11 @@ void CManagePresetsDlg::Report(UINT textId) const {
 }
 
 void CManagePresetsDlg::OnDelete() {
+    const std::vector<int> rows = m_list.SelectedRows();
+    if (rows.empty() && m_listed > 0) return;
     const std::wstring question = FormatText(LoadText(IDS_DELETE_PRESETS_QUESTION), m_presets.DisplayName());
     if (ShowMessage(m_hwnd, question, kMessageCaption, MB_OKCANCEL | MB_ICONEXCLAMATION) != IDOK) return;
     const CWaitCursor wait;
-    const std::vector<int> rows = m_list.SelectedRows();
     // Kept: of a plug-in without presets, too, "all" are selected.
     if (static_cast<int>(rows.size()) == m_listed) {
         if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
@@ -74,6 +83,8 @@ void CManagePresetsDlg::OnDelete() {
         }
     }
     FillList();
+    // The one after those that went, or the last.
+    if (m_listed > 0 && !rows.empty()) SelectOne(std::min(rows.front(), m_listed - 1));
 }
 
 void CManagePresetsDlg::OnRename() {
@@ -83,8 +94,10 @@ void CManagePresetsDlg::OnRename() {
     std::wstring newName = oldName;
     CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfRename);
     if (prompt.RunModal(m_hwnd) != IDOK || newName.empty()) return;
-    if (!m_presets.RenamePreset(oldName, newName)) Report(IDS_PRESET_RENAME_ERROR);
+    const bool renamed = m_presets.RenamePreset(oldName, newName);
+    if (!renamed) Report(IDS_PRESET_RENAME_ERROR);
     FillList();
+    if (const auto row = m_list.FindExact(renamed ? newName : oldName)) SelectOne(*row);
 }
 
 int CManagePresetsDlg::OnVKeyToItem(UINT key, HWND list) {

@@ -19,6 +19,7 @@ class CManagePresetsDlg : public CDialog {
     void UpdateRename();
 
     void FillList();
+    void SelectOne(int row);
     void Report(UINT textId) const;
 
     const CPresetListMgr& m_presets;

@@ -1,6 +1,7 @@
 #include "PresetListMgr.h"
 
 #include "ClsidText.h"
+#include "Files.h"
 #include "PresetWriter.h"
 
 namespace {
@@ -38,8 +39,8 @@ const wchar_t* StoreRootOf(const Guid& category) {
 }
 
 /// Kept: the path in the store is believed, wherever it leads.
-void DeleteFileOf(DWORD type, std::span<const std::byte> data) {
-    if (type == REG_SZ) ::DeleteFileW(TextOf(data).c_str());
+void DeleteFileOf(DWORD type, std::span<const std::byte> data, CPatience& patience) {
+    if (type == REG_SZ) DeleteHeldFile(TextOf(data), patience);
 }
 
 }  // namespace
@@ -72,7 +73,8 @@ unsigned CPresetListMgr::CountPresets() {
 bool CPresetListMgr::DeletePreset(const std::wstring& name) const {
     const auto key = OpenPluginKey(false);
     if (!key) return false;
-    if (const auto value = key->ReadValue(name.c_str())) DeleteFileOf(value->type, value->data);
+    CPatience patience;
+    if (const auto value = key->ReadValue(name.c_str())) DeleteFileOf(value->type, value->data, patience);
     return key->DeleteValue(name.c_str());
 }
 
@@ -80,7 +82,9 @@ bool CPresetListMgr::DeleteAllPresets() const {
     const auto root = OpenStoreRoot(false);
     const auto key = OpenPluginKey(false);
     if (!root || !key) return false;
-    for (CRegValues values(*key, kMaxPresetName); values.Next();) DeleteFileOf(values.Type(), values.Data());
+    CPatience patience;
+    for (CRegValues values(*key, kMaxPresetName); values.Next();)
+        DeleteFileOf(values.Type(), values.Data(), patience);
     return CRegKey::DeleteTree(root->Handle(), ClsidText(Clsid()));
 }
 

@@ -62,7 +62,8 @@ class CPresetListMgr {
     /// Fails when there is a preset of the new name, or the name is too long to be listed. A preset's file
     /// keeps its name.
     bool RenamePreset(const std::wstring& oldName, const std::wstring& newName) const;
-    /// Overwrites a preset of the same name. A preset without data is not stored.
+    /// Overwrites a preset of the same name. A preset without data, or with a name too long to be listed, is
+    /// not stored.
     bool StoreImportedPreset(const ImportedPreset& preset) const;
 
     // The selection goes by the index in the store for an export, and by the position in the file's record

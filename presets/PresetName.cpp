@@ -31,12 +31,12 @@ bool IsDevice(std::wstring_view name) {
 
 }  // namespace
 
-bool IsPlainFileName(std::wstring_view name) {
-    if (name.empty() || name.size() > kMaxName) return false;
-    // A name of dots alone ends in one.
-    if (name.back() == L'.' || name.back() == L' ') return false;
+std::optional<std::wstring_view> PresetFileName(std::wstring_view name) {
+    // Of dots and blanks alone, nothing is left.
+    name = name.substr(0, name.find_last_not_of(L". ") + 1);
+    if (name.empty() || name.size() > kMaxName) return std::nullopt;
     const bool plain = std::ranges::none_of(name, [](wchar_t c) {
         return c < kFirstPrintable || kSeparators.find(c) != std::wstring_view::npos;
     });
-    return plain && !IsDevice(name);
+    return plain && !IsDevice(name) ? std::optional(name) : std::nullopt;
 }

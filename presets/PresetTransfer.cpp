@@ -137,5 +137,5 @@ int CPresetListMgr::ListFileForPlugin(IByteSource& file, const PreviewList& list
 
 int CPresetListMgr::ListFileContents(IByteSource& file, const PreviewList& list) {
     CPresetFileReader reader(file, AnsiText());
-    return ListContents(reader, list, LoadText(IDS_NOT_A_PRESET_FILE));
+    return ListContents(reader, list, LoadText(IDS_NOT_A_PRESET_FILE), LoadText(IDS_PREVIEW_GOES_ON));
 }

@@ -17,6 +17,12 @@ std::vector<CPresetListMgr> ManagersOf(const std::vector<PresetPlugin>& chosen) 
     return {chosen.begin(), chosen.end()};
 }
 
+/// Without the backslash at its end, which only the root of a drive needs.
+std::wstring FolderOf(const std::wstring& path) {
+    const std::size_t end = path.find_last_of(L"\\/");
+    return path.substr(0, end != std::wstring::npos && end > 2 ? end : end + 1);
+}
+
 /// Lets the windows paint from time to time during work that would otherwise leave them blank. No input gets
 /// through, so that nothing else can begin meanwhile.
 std::function<void()> KeepPainting() {
@@ -63,7 +69,7 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
     CExportPresetsDlg dialog(plugins, m_folder);
     const auto path = dialog.RunSave(m_dialog.Handle());
     if (!path) return;
-
+    m_folder = FolderOf(*path);
     auto file = CFileSink::Create(*path);
     const PresetTransferEvents events{
         .invalidPreset =
@@ -75,7 +81,8 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
     // A file that could not be opened is not ours to delete.
     if (!file) return;
     file.reset();
-    ::DeleteFileW(path->c_str());
+    CPatience patience;
+    DeleteHeldFile(*path, patience);
 }
 
 void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
@@ -84,7 +91,7 @@ void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
     CImportPresetsDlg dialog(plugins, m_folder);
     const auto path = dialog.RunOpen(m_dialog.Handle());
     if (!path) return;
-
+    m_folder = FolderOf(*path);
     const int result = ImportFrom(*path, plugins, dialog.Selection());
     if (result > 0) return;
     const bool nothingThere = result == kNotAPresetFile || result == kNothingForPlugin;

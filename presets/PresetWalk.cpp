@@ -1,5 +1,7 @@
 #include "PresetWalk.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Goes through the presets of a record; a count below 0 is none.
@@ -121,22 +123,29 @@ int ListForPlugin(CPresetFileReader& reader, const PresetPlugin& plugin, const P
     });
 }
 
-int ListContents(CPresetFileReader& reader, const PreviewList& list, const std::wstring& notAPresetFile) {
+int ListContents(CPresetFileReader& reader, const PreviewList& list, const std::wstring& notAPresetFile,
+                 const std::wstring& more) {
     return ResultOf([&] {
         int listed = 0;
+        std::int32_t room = kMostContents;
         const int result = ForEachRecord(reader, [&](std::uint16_t version) {
             PluginInFile any;
             if (ReadPluginInto(reader, version, any) == kNotAPresetFile) {
                 list(notAPresetFile, kNoPreset);
                 return false;
             }
-            list(L"<<" + any.plugin.name + L">>", kNoPreset);
-            ForEachPreset(reader, any.presets, [&](const PresetRecordHead& preset, std::int32_t position) {
+            const bool fits = room-- > 0;
+            if (fits) list(L"<<" + any.plugin.name + L">>", kNoPreset);
+            const std::int32_t shown = fits ? std::min(any.presets, room) : 0;
+            ForEachPreset(reader, shown, [&](const PresetRecordHead& preset, std::int32_t position) {
                 reader.SkipData(preset);
                 list(preset.name, position);
                 ++listed;
+                --room;
             });
-            return true;
+            if (fits && shown >= any.presets) return true;
+            list(more, kNoPreset);
+            return false;
         });
         return result != 0 ? result : listed;
     });

@@ -51,5 +51,9 @@ using PreviewList = std::function<void(const std::wstring& line, std::int32_t po
 /// Lists the presets of one plug-in; gives their number or a result code.
 int ListForPlugin(CPresetFileReader& reader, const PresetPlugin& plugin, const PreviewList& list,
                   const std::wstring& notAPresetFile);
-/// Lists each plug-in as "<<name>>", and its presets below it.
-int ListContents(CPresetFileReader& reader, const PreviewList& list, const std::wstring& notAPresetFile);
+/// A small file can claim millions of presets; a list that nobody can read need not hold them.
+inline constexpr std::int32_t kMostContents = 100000;
+/// Lists each plug-in as "<<name>>", and its presets below it. A list of kMostContents lines gets `more` as
+/// its last one when the file goes on.
+int ListContents(CPresetFileReader& reader, const PreviewList& list, const std::wstring& notAPresetFile,
+                 const std::wstring& more);

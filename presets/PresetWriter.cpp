@@ -1,5 +1,7 @@
 #include "PresetWriter.h"
 
+#include <algorithm>
+
 #include "AppDataRoot.h"
 #include "ClsidText.h"
 #include "Files.h"
@@ -14,6 +16,12 @@ bool MakeFolder(const std::wstring& path) {
     return ::CreateDirectoryW(path.c_str(), nullptr) || ::GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
+/// The registry and the file system know no case.
+std::wstring InCapitals(std::wstring text) {
+    ::CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
+    return text;
+}
+
 std::string_view BytesOf(const ImportedPreset& preset) {
     return {reinterpret_cast<const char*>(preset.data.data()), preset.data.size()};
 }
@@ -21,7 +29,8 @@ std::string_view BytesOf(const ImportedPreset& preset) {
 }  // namespace
 
 bool CPresetWriter::Store(const ImportedPreset& preset) {
-    if (preset.data.empty()) return false;
+    // A longer name would never be read back.
+    if (preset.data.empty() || preset.name.size() > kMaxPresetName) return false;
     if (!m_key) m_key = m_plugin.OpenPluginKey(true);
     if (!m_key) return false;
     if (preset.type == kPresetInFile || preset.data.size() >= kLargeData) return StoreInFile(preset);
@@ -42,9 +51,50 @@ bool CPresetWriter::FindFolder() {
     return true;
 }
 
+bool CPresetWriter::IsFileOfAnother(const std::wstring& path, const std::wstring& name) {
+    if (!m_presetsOfFiles) {
+        m_presetsOfFiles.emplace();
+        for (CRegValues values(*m_key, kMaxPresetName); values.Next();) {
+            if (values.Type() != REG_SZ) continue;
+            std::wstring file = TextOf(values.Data());
+            file.resize(file.find_last_not_of(L". ") + 1);
+            m_presetsOfFiles->emplace(InCapitals(file), InCapitals(values.Name()));
+        }
+    }
+    const auto [first, last] = m_presetsOfFiles->equal_range(InCapitals(path));
+    return std::any_of(first, last, [&](const auto& entry) { return entry.second != InCapitals(name); });
+}
+
 bool CPresetWriter::StoreInFile(const ImportedPreset& preset) {
-    if (!IsPlainFileName(preset.name) || !FindFolder()) return false;
-    const std::wstring path = m_folder + L"\\" + preset.name;
-    return ReplaceFileContents(path, BytesOf(preset)) == ERROR_SUCCESS &&
-           m_key->WriteString(preset.name.c_str(), path);
+    const auto fileName = PresetFileName(preset.name);
+    if (!fileName || !FindFolder()) return false;
+    const std::wstring path = m_folder + L"\\" + std::wstring(*fileName);
+    if (*fileName != preset.name && IsFileOfAnother(path, preset.name)) return false;
+    const bool isNew = ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES;
+    if (!(isNew ? StoreNewFile(preset, path) : StoreOverFile(preset, path))) return false;
+    if (m_presetsOfFiles) m_presetsOfFiles->emplace(InCapitals(path), InCapitals(preset.name));
+    return true;
+}
+
+/// The file first, so that at no moment a value names a file that is not there.
+bool CPresetWriter::StoreNewFile(const ImportedPreset& preset, const std::wstring& path) const {
+    if (ReplaceFileContents(path, BytesOf(preset)) != ERROR_SUCCESS) return false;
+    if (m_key->WriteString(preset.name.c_str(), path)) return true;
+    CPatience patience;
+    DeleteHeldFile(path, patience);
+    return false;
+}
+
+/// The value first: it can be taken back, the old file can't.
+bool CPresetWriter::StoreOverFile(const ImportedPreset& preset, const std::wstring& path) const {
+    const wchar_t* name = preset.name.c_str();
+    const auto old = m_key->ReadValue(name);
+    if (!m_key->WriteString(name, path)) return false;
+    if (ReplaceFileContents(path, BytesOf(preset)) == ERROR_SUCCESS) return true;
+    if (old) {
+        m_key->WriteValue(name, old->type, old->data);
+    } else {
+        m_key->DeleteValue(name);
+    }
+    return false;
 }

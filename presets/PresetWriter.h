@@ -1,6 +1,7 @@
 // Writes imported presets into a plug-in's store.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 
@@ -11,15 +12,21 @@ class CPresetWriter {
   public:
     explicit CPresetWriter(const CPresetListMgr& plugin) : m_plugin(plugin) {}
 
-    /// Overwrites a preset of the same name. False when there are no data, or when key, folder or file can't
-    /// be written; then nothing was stored.
+    /// Overwrites a preset of the same name. False when there are no data, the name is too long to be listed,
+    /// or key, folder or file can't be written; then nothing was stored, and what was there before is there
+    /// still.
     bool Store(const ImportedPreset& preset);
 
   private:
     bool StoreInFile(const ImportedPreset& preset);
+    bool StoreNewFile(const ImportedPreset& preset, const std::wstring& path) const;
+    bool StoreOverFile(const ImportedPreset& preset, const std::wstring& path) const;
     bool FindFolder();
+    bool IsFileOfAnother(const std::wstring& path, const std::wstring& name);
 
     const CPresetListMgr& m_plugin;
     std::optional<CRegKey> m_key;
     std::wstring m_folder;  // empty until it is needed
+    /// Which presets name which file, in capitals; nothing until it is needed.
+    std::optional<std::multimap<std::wstring, std::wstring>> m_presetsOfFiles;
 };

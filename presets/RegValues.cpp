@@ -1,6 +1,6 @@
 #include "RegValues.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace {
 
@@ -12,7 +12,8 @@ constexpr std::size_t kUsualData = 4096;
 
 std::wstring TextOf(std::span<const std::byte> data) {
     std::wstring text(data.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text.data(), data.data(), text.size() * sizeof(wchar_t));
+    const auto characters = std::as_writable_bytes(std::span(text));
+    std::ranges::copy(data.first(characters.size()), characters.begin());
     return text.c_str();
 }
 

@@ -40,8 +40,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         ++visited;
         stored += preset.data.size();
         Require(preset.name.find(L'\0') == std::wstring::npos);
-        if (IsPlainFileName(preset.name))
-            Require(preset.name.find_first_of(L"\\/:") == std::wstring::npos && preset.name != L"..");
+        if (const auto file = PresetFileName(preset.name))
+            Require(file->find_first_of(L"\\/:") == std::wstring::npos && !file->ends_with(L'.'));
         return !preset.data.empty();
     };
     const auto list = [&](const std::wstring& line, std::int32_t) {
@@ -65,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(reader.Position() <= size);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
-        Require(ListContents(reader, list, L"no") >= kPresetIoFailure);
+        Require(ListContents(reader, list, L"no", L"more") >= kPresetIoFailure);
     });
     return 0;
 }

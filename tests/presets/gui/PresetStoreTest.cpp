@@ -7,6 +7,7 @@
 #include "FileStream.h"
 #include "PresetListBox.h"
 #include "PresetListMgr.h"
+#include "PresetWriter.h"
 #include "presets/StoredPresets.h"
 #include "resource.h"
 #include "support/FileSandbox.h"
@@ -81,17 +82,53 @@ TEST_F(PresetStore, NothingIsWrittenOutsideOfThePluginsFolder) {
     EXPECT_TRUE(Store(L"plain", Data(1024)));
     const std::size_t files = FilesBelowTop();
     for (const wchar_t* name : {L"..\\x", L"..\\..\\..\\x", L"/x", L"a/b", L"a:b", L"C:\\x",
-                                L"\\\\localhost\\c$\\x", L"..", L"nul.txt", L"COM1", L"x.", L"x ", L"x\n"}) {
+                                L"\\\\localhost\\c$\\x", L"..", L"nul.txt", L"COM1", L". .", L"x\n"}) {
         EXPECT_FALSE(Store(name, Data(1024))) << ::testing::PrintToString(name);
         EXPECT_FALSE(Store(name, Data(1), 1)) << ::testing::PrintToString(name);
     }
     EXPECT_FALSE(Store(std::wstring(5000, L'n'), Data(1024)));
+    EXPECT_FALSE(Store(std::wstring(520, L'n'), Data(1))) << "it would never be listed";
     EXPECT_EQ(FilesBelowTop(), files);
     EXPECT_EQ(m_hall.CountPresets(), 1U);
     EXPECT_TRUE(Store(L"..\\x", Data(1))) << "a registry value may have any name";
     fs::remove_all(m_top / L"Shared Presets");
     m_files.Write(L"Shared Presets", "a file in the folder's place");
     EXPECT_FALSE(Store(L"plain", Data(1024)));
+}
+
+TEST_F(PresetStore, TheEndOfANameThatWindowsDropsIsDropped) {
+    EXPECT_TRUE(Store(L"Wide...", Data(1024)));
+    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kHallKey, L"Wide..."), (m_folder / L"Wide").wstring());
+    EXPECT_TRUE(Store(L"WIDE...", Data(1024, 'x'))) << "the same preset";
+    EXPECT_FALSE(Store(L"Wide ", Data(1024))) << "the file is another preset's";
+    Store(L"Thin", Data(1024));
+    m_hall.RenamePreset(L"Thin", L"Slim");
+    EXPECT_FALSE(Store(L"Thin.", Data(1024))) << "under whatever name";
+    CPresetWriter writer(m_hall);
+    EXPECT_TRUE(writer.Store({.type = 3, .name = L"Init.", .data = Data(1024)}));
+    EXPECT_FALSE(writer.Store({.type = 3, .name = L"Init ", .data = Data(1024)})) << "of the same command";
+    EXPECT_EQ(m_hall.CountPresets(), 3U);
+    EXPECT_TRUE(StoredPresets(kHallKey).contains(L"Wide...:1:" + std::wstring(1024, L'x')));
+}
+
+TEST_F(PresetStore, WhatCannotBeStoredLeavesWhatWasThere) {
+    const std::wstring small = L"small", large = L"large", orphan = L"orphan";
+    Store(large, Data(1024));
+    Store(orphan, Data(1024));
+    CRegKey::Open(HKEY_CURRENT_USER, kHallKey, KEY_WRITE)->DeleteValue(orphan.c_str());
+    const auto before = StoredPresets(kHallKey);
+    const UniqueFile held(::CreateFileW((m_folder / orphan).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, 0, nullptr));
+    EXPECT_FALSE(Store(orphan, Data(2000)));
+    EXPECT_EQ(StoredPresets(kHallKey), before) << "no value without its data";
+    // A key that goes in the middle of a command takes no more values.
+    CPresetWriter writer(m_hall);
+    EXPECT_TRUE(writer.Store({.type = 3, .name = small, .data = Data(1)}));
+    support::DeleteTree(HKEY_CURRENT_USER, kHallKey);
+    EXPECT_FALSE(writer.Store({.type = 3, .name = large, .data = Data(2000)}));
+    EXPECT_FALSE(writer.Store({.type = 3, .name = L"new", .data = Data(2000)}));
+    EXPECT_EQ(fs::file_size(m_folder / large), 1024U);
+    EXPECT_EQ(FilesBelowTop(), 4U) << "two folders, two files";
 }
 
 TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
@@ -156,31 +193,24 @@ TEST_F(PresetStore, AKeyThatCanOnlyBeReadLosesNothing) {
 }
 
 TEST_F(PresetStore, EachCategoryHasItsRoot) {
-    const struct {
-        const wchar_t* root;
-        std::vector<Guid> categories;
-    } roots[] = {
-        {kRoot,
-         {"{083863F1-70DE-11D0-BD40-00A0C911CE86}"_guid, "{F2B30048-71CC-4182-A042-5F9719265B2D}"_guid,
-          "{018A6D0F-344A-40DF-864C-3D83A94844E4}"_guid, "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid,
-          "{FDB0F208-FD06-4195-BC36-4BC5AFC89581}"_guid, "{5B3CB5A1-2452-4C7B-A445-0A84580F9D7C}"_guid,
-          "{8D3D44A4-FB4A-4E34-AF6D-910531720233}"_guid, "{2BB55B37-EAF2-434F-B82E-AEA2156366CF}"_guid,
-          "{A21768E5-211E-4A57-98D6-F32D57061A1A}"_guid}},
-        {L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\Presets",
-         {"{EA928480-B8A3-43C0-8FA0-CCAD36569849}"_guid}},
-        {L"SOFTWARE\\Corvane Music Software\\ControlSurfaces\\Presets",
-         {"{E26F299E-B4BC-49E6-99BF-275210DDC844}"_guid}},
-    };
-    for (const auto& [root, categories] : roots) {
-        const std::wstring key = root + kHallKey.substr(std::size(kRoot) - 1);
-        for (const Guid& category : categories) {
-            CPresetListMgr plugin(kHall, category, L"Hall");
-            EXPECT_EQ(plugin.CountPresets(), 0U);
-            support::SetRaw(HKEY_CURRENT_USER, key, L"x", REG_BINARY, {1});
-            EXPECT_EQ(plugin.CountPresets(), 1U);
-            EXPECT_TRUE(plugin.DeleteAllPresets());
-            EXPECT_FALSE(support::Exists(HKEY_CURRENT_USER, key));
-        }
+    const std::wstring product = L"SOFTWARE\\Corvane Music Software\\";
+    const std::wstring midi = product + L"MIDI Filters\\Presets",
+                       surfaces = product + L"ControlSurfaces\\Presets";
+    const std::pair<Guid, std::wstring> roots[] = {{"{083863F1-70DE-11D0-BD40-00A0C911CE86}"_guid, kRoot},
+                                                   {"{F2B30048-71CC-4182-A042-5F9719265B2D}"_guid, kRoot},
+                                                   {"{018A6D0F-344A-40DF-864C-3D83A94844E4}"_guid, kRoot},
+                                                   {"{FDB0F208-FD06-4195-BC36-4BC5AFC89581}"_guid, kRoot},
+                                                   {"{5B3CB5A1-2452-4C7B-A445-0A84580F9D7C}"_guid, kRoot},
+                                                   {"{8D3D44A4-FB4A-4E34-AF6D-910531720233}"_guid, kRoot},
+                                                   {"{2BB55B37-EAF2-434F-B82E-AEA2156366CF}"_guid, kRoot},
+                                                   {"{A21768E5-211E-4A57-98D6-F32D57061A1A}"_guid, kRoot},
+                                                   {"{EA928480-B8A3-43C0-8FA0-CCAD36569849}"_guid, midi},
+                                                   {"{E26F299E-B4BC-49E6-99BF-275210DDC844}"_guid, surfaces}};
+    for (const auto& [category, root] : roots) {
+        CPresetListMgr plugin(kHall, category, L"Hall");
+        EXPECT_TRUE(plugin.StoreImportedPreset({.type = 3, .name = L"x", .data = Data(1)}));
+        EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, root).size(), 1U) << support::Utf8(root);
+        EXPECT_TRUE(plugin.DeleteAllPresets());
     }
     EXPECT_EQ(CPresetListMgr(kHall, kNowhere, L"Hall").CountPresets(), 0U) << "a category without a store";
 }
@@ -231,22 +261,6 @@ TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
               41);
 }
 
-TEST_F(PresetStore, ASelectionGoesByTheIndex) {
-    for (const wchar_t* name : {L"a", L"b", L"c"}) Store(name, Data(2));
-    const PresetSelection bAndC = {0, 1, 1}, none = {0, 0, 0};
-    {
-        auto file = CFileSink::Create(m_file);
-        EXPECT_EQ(m_hall.ExportPresets(*file, &none, true), 0);
-        EXPECT_EQ(file->Position(), 0U) << "nothing is written";
-        EXPECT_EQ(m_hall.ExportPresets(*file, &bAndC, true), 2);
-    }
-    m_hall.DeleteAllPresets();
-    const PresetSelection second = {0, 1};
-    auto file = CFileSource::Open(m_file);
-    EXPECT_EQ(m_hall.ImportPresets(*file, &second), 1);
-    EXPECT_EQ(StoredPresets(kHallKey), std::set<std::wstring>{L"c:3:dd"});
-}
-
 TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     Store(L"good", Data(2));
     const auto result = [this](std::wstring* invalid = nullptr) {
@@ -270,17 +284,15 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     EXPECT_EQ(result(), 1);
     EXPECT_EQ(announced(), 4);
 
-    for (const wchar_t* path : {L"C:\\no such folder\\x", L"C:\\windows"}) {
+    const std::wstring locked = m_files.Write(L"locked", "data");
+    const UniqueFile lock(::CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    for (const std::wstring& path :
+         {std::wstring(L"C:\\no such folder\\x"), std::wstring(L"C:\\windows"), locked}) {
         support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", path);
         std::wstring invalid;
         EXPECT_EQ(result(&invalid), kPresetIoFailure);
         EXPECT_EQ(invalid, L"unreadable");
     }
-    const std::wstring locked = m_files.Write(L"locked", "data");
-    const UniqueFile lock(
-        ::CreateFileW(locked.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", locked);
-    EXPECT_EQ(result(), kPresetIoFailure);
 }
 
 TEST_F(PresetStore, SeveralPluginsShareAFile) {

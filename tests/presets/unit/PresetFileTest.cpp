@@ -98,7 +98,8 @@ std::string Preview(const Bytes& file, const PresetPlugin* plugin, int& result) 
     const auto list = [&](const std::wstring& line, std::int32_t position) {
         lines += Narrow(line) + "@" + std::to_string(position) + ";";
     };
-    result = plugin ? ListForPlugin(reader, *plugin, list, L"no") : ListContents(reader, list, L"no");
+    result =
+        plugin ? ListForPlugin(reader, *plugin, list, L"no") : ListContents(reader, list, L"no", L"more");
     return lines;
 }
 
@@ -297,18 +298,38 @@ TEST(PresetFile, NoLengthIsBelieved) {
               kPresetIoFailure);
 }
 
+TEST(PresetFile, APreviewOfAWholeFileEndsSomewhere) {
+    const auto previewOf = [](std::initializer_list<int> records) {
+        Maker file = Maker().Header(static_cast<int>(records.size()));
+        for (const int presets : records) {
+            file.Head(kRoom, presets);
+            for (int i = 0; i < presets; ++i) file.Preset("", "");
+        }
+        int result = 0;
+        const std::string lines = Preview(file.bytes, nullptr, result);
+        return std::to_string(std::ranges::count(lines, ';')) +
+               lines.substr(lines.rfind(';', lines.size() - 2));
+    };
+    EXPECT_EQ(previewOf({kMostContents - 1}), "100000;@99998;") << "just fits";
+    EXPECT_EQ(previewOf({kMostContents}), "100001;more@-1;");
+    EXPECT_EQ(previewOf({5, kMostContents - 7}), "100000;@99992;");
+    EXPECT_EQ(previewOf({5, kMostContents - 7, 1}), "100001;more@-1;");
+}
+
 TEST(PresetName, OnlyPlainNamesBecomeFiles) {
     for (const wchar_t* plain : {L"Hall", L"Big Hall 2", L" leading", L"v1.2", L".hidden", L"COMB", L"COM10",
                                  L"console", L"nul-l", L"\u4E00\u00E9", L"100% wet; (dry)"})
-        EXPECT_TRUE(IsPlainFileName(plain)) << Narrow(plain);
+        EXPECT_EQ(PresetFileName(plain), plain) << Narrow(plain);
+    for (const wchar_t* shortened : {L"Wide.", L"Wide ", L"Wide...", L"Wide . ."})
+        EXPECT_EQ(PresetFileName(shortened), L"Wide");
     for (const wchar_t* other :
-         {L"",       L".",    L"..",     L"..\\x",   L"C:\\x",    L"C:",     L"\\\\server\\x",
-          L"a/b",    L"a:b",  L"CON",    L"nul.txt", L"aux .x",   L"com1",   L"LPT\u00B2.a.b",
-          L"conin$", L"dot.", L"blank ", L"... ",    L"tab\tbed", L"line\n", L"\x01",
-          L"what?",  L"a*",   L"\"x\"",  L"<x>",     L"a|b"})
-        EXPECT_FALSE(IsPlainFileName(other)) << Narrow(other);
-    EXPECT_TRUE(IsPlainFileName(std::wstring(255, L'n')));
-    EXPECT_FALSE(IsPlainFileName(std::wstring(256, L'n')));
+         {L"",       L".",    L"..",    L"..\\x",   L"C:\\x",    L"C:",     L"\\\\server\\x",
+          L"a/b",    L"a:b",  L"CON",   L"nul.txt", L"aux .x",   L"com1",   L"LPT\u00B2.a.b",
+          L"conin$", L"nul.", L"COM1 ", L"... ",    L"tab\tbed", L"line\n", L"\x01",
+          L"what?",  L"a*",   L"\"x\"", L"<x>",     L"a|b"})
+        EXPECT_FALSE(PresetFileName(other)) << Narrow(other);
+    EXPECT_TRUE(PresetFileName(std::wstring(255, L'n')));
+    EXPECT_FALSE(PresetFileName(std::wstring(256, L'n')));
 }
 
 TEST(PromptLayout, WidthsFollowTheTexts) {
