@@ -61,28 +61,6 @@ TEST_F(Program, FillsItselfAndShowsWhatIsSelected) {
     EXPECT_EQ(program.Close(), 0U);
 }
 
-TEST_F(Program, ExcludesTellsTheHostAndEnablesAgain) {
-    const StandInHost host;
-    const WindowDriver program(L"/Float /ParentWnd " + host.HandleText());
-    ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
-    const auto rows = program.Rows(IDC_PLUGINS);
-    program.Select(IDC_PLUGINS, {rows[0], rows[1]});
-    program.Press(IDC_EXCLUDE);
-    ASSERT_TRUE(host.WaitForMessage(kPluginsChanged));
-    ASSERT_TRUE(WaitForRow(program, rows[1], false));
-    EXPECT_EQ(Subkeys(HKEY_CURRENT_USER, kExcluded).size(), 2U);
-    program.Press(IDC_SHOW_EXCLUDED);
-    ASSERT_TRUE(WaitForRow(program, rows[1], true));
-    program.Select(IDC_PLUGINS, {rows[0], rows[1]});
-    program.Press(IDC_EXCLUDE);
-    ASSERT_TRUE(WaitForRow(program, rows[1], false));
-    EXPECT_TRUE(Subkeys(HKEY_CURRENT_USER, kExcluded).empty());
-    ASSERT_TRUE(WaitFor([&] { return host.MessageCount(kPluginsChanged) == 2; }));
-    EXPECT_EQ(host.Messages().front(), (StandInHost::Message{kPluginsChanged, 0, 0}));
-    EXPECT_EQ(program.Close(), 0U);
-    EXPECT_EQ(host.MessageCount(kLayoutsChanged), 0U) << "closing is not OK";
-}
-
 TEST_F(Program, DocksFloatsAndDocksAgain) {
     const StandInHost host;
     const WindowDriver program(L"/ParentWnd " + host.HandleText() +
@@ -121,16 +99,6 @@ TEST_F(Program, EndsWithTheCodeThatItsThreadIsAskedToQuitWith) {
     ASSERT_TRUE(WaitForFill(program)) << program.OnScreen();
     ::PostThreadMessageW(::GetWindowThreadProcessId(program.Window(), nullptr), WM_QUIT, 5, 0);
     EXPECT_EQ(program.WaitForExit(), 5U);
-}
-
-TEST_F(Program, RegistersItselfWithoutAWindow) {
-    const WindowDriver program(L"/Register");
-    EXPECT_EQ(program.WaitForExit(), 0U);
-    constexpr wchar_t kEntry[] = L"SOFTWARE\\Corvane Music Software\\Tools Menu\\Plugin Manager";
-    const auto path = Text(HKEY_LOCAL_MACHINE, kEntry, L"ExePath");
-    ASSERT_TRUE(path);
-    EXPECT_TRUE(std::filesystem::equivalent(*path, BesideTest(L"PluginManager.exe")));
-    EXPECT_EQ(Text(HKEY_LOCAL_MACHINE, kEntry, L"CmdArgs"), L"/ParentWnd$ /VSTInventoryRegKey$");
 }
 
 TEST_F(Program, SpeaksTheLanguageOfItsSetting) {

@@ -111,17 +111,6 @@ TEST_F(VstInventory, NamesComeFromTheDatabaseWhereItHasOne) {
     EXPECT_EQ(Find(kMd5)->name, L"Alpha");
 }
 
-TEST_F(VstInventory, A32BitTwinIsHiddenWhicheverComesFirst) {
-    constexpr wchar_t kBefore[] = L"{00000001-1111-2222-9999-444444444444}";
-    constexpr wchar_t kBehind[] = L"{00000001-1111-2222-AAAA-444444444444}";
-    Entry(L"a").Text(L"clsidPlug", kBefore).Number(L"isX64", 0);
-    Entry(L"b").Text(L"clsidPlug", kPlug);
-    Entry(L"c").Text(L"clsidPlug", kBehind).Number(L"isX64", 0);
-    m_inventory.Read({}, true);
-    EXPECT_TRUE(Find(kPlug));
-    EXPECT_FALSE(Find(kBefore) || Find(kBehind));
-}
-
 TEST_F(VstInventory, TheScannerMayChangeItWhileItIsRead) {
     const std::wstring inventory = std::wstring(kKey) + L"\\Inventory";
     std::atomic<bool> done = false;
