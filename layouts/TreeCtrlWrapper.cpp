@@ -1,7 +1,6 @@
 #include "TreeCtrlWrapper.h"
 
 #include <algorithm>
-#include <ranges>
 #include <unordered_map>
 #include <utility>
 
@@ -116,7 +115,9 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
     if (!copy) return nullptr;
     // From the last to the first: behind the last one the control would look for it along all the others.
-    for (const HTREEITEM child : std::views::reverse(Children(item))) CopySubtree(child, copy, TVI_FIRST);
+    const std::vector<HTREEITEM> children = Children(item);
+    for (std::size_t left = children.size(); left > 0; --left)
+        CopySubtree(children[left - 1], copy, TVI_FIRST);
     if (m_tree.IsExpanded(item)) m_tree.Expand(copy, true);
     if (m_tree.IsSelected(item)) m_tree.SetSelected(copy, true);
     return copy;
