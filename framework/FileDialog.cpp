@@ -74,6 +74,7 @@ std::wstring CFileDialog::CurrentPath() const {
     const HWND dialog = ::GetParent(m_window.Handle());
     const HWND combo = ::GetDlgItem(dialog, cmb13);
     const std::wstring name = CWindow(combo ? combo : ::GetDlgItem(dialog, edt1)).Text();
+    if (name.empty()) return {};
     // Some systems put the folder before a path that was typed whole.
     const bool whole = name.starts_with(L"\\\\") || (name.size() > 2 && name[1] == L':');
     const std::wstring path = whole ? name : Query(CDM_GETFILEPATH);

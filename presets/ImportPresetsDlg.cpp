@@ -38,7 +38,7 @@ void CImportPresetsDlg::ShowPreview(const std::wstring& path) {
     List().Clear();
     m_previewed = path;
     auto file = CFileSource::Open(m_previewed);
-    if (!file && ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    if (!file && !path.empty() && ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
         // The dialog gives a name the extension that was not typed.
         m_previewed += L"." + LoadText(IDS_PRESET_EXTENSION);
         file = CFileSource::Open(m_previewed);

@@ -26,7 +26,6 @@ constexpr Guid kEffects = "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid;
 constexpr Guid kNowhere = "{00000000-0000-0000-0000-00000000000A}"_guid;
 constexpr wchar_t kRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets";
 const std::wstring kHallKey = std::wstring(kRoot) + L"\\{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
-const std::wstring kRoomKey = std::wstring(kRoot) + L"\\{11111111-2222-3333-4444-555555555555}";
 
 std::vector<std::byte> Data(std::size_t size, char fill = 'd') {
     return {size, static_cast<std::byte>(fill)};
@@ -293,35 +292,6 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
         EXPECT_EQ(result(&invalid), kPresetIoFailure);
         EXPECT_EQ(invalid, L"unreadable");
     }
-}
-
-TEST_F(PresetStore, SeveralPluginsShareAFile) {
-    Store(L"one", Data(1));
-    CPresetListMgr empty(
-        {.clsid = "{99999999-2222-3333-4444-555555555555}"_guid, .category = kEffects, .name = L"Empty"});
-    m_room.StoreImportedPreset({.type = 3, .name = L"large", .data = Data(5000)});
-    const auto hall = StoredPresets(kHallKey), room = StoredPresets(kRoomKey);
-    std::vector<CPresetListMgr> plugins = {m_hall, empty, m_room};
-    {
-        auto file = CFileSink::Create(m_file);
-        EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*file, plugins), 2);
-    }
-    m_hall.DeleteAllPresets();
-    m_room.DeleteAllPresets();
-    auto file = CFileSource::Open(m_file);
-    Names lines;
-    EXPECT_EQ(CPresetListMgr::ListFileContents(
-                  *file, [&](const std::wstring& line, std::int32_t) { lines.push_back(line); }),
-              2)
-        << "the header counts the records that are there";
-    EXPECT_EQ(lines, (Names{L"<<Hall>>", L"one", L"<<Room>>", L"large"}));
-    file->Seek(0);
-    EXPECT_EQ(CPresetListMgr::ImportPresetsOfPlugins(*file, plugins), 2);
-    EXPECT_EQ(StoredPresets(kHallKey), hall);
-    EXPECT_EQ(StoredPresets(kRoomKey), room);
-    auto nothing = CFileSink::Create(m_file + L"2");
-    EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*nothing, std::span(&empty, 1)), 0);
-    EXPECT_EQ(CPresetListMgr::ExportPresetsOfPlugins(*nothing, {}), 0);
 }
 
 }  // namespace

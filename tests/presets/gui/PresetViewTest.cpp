@@ -13,7 +13,8 @@ namespace {
 using namespace support;
 using Names = std::vector<std::wstring>;
 
-const std::wstring kHallKey = L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\" + IdText(1);
+const std::wstring kRoot = L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\";
+const std::wstring kHallKey = kRoot + IdText(1), kRoomKey = kRoot + IdText(2);
 
 class PresetView : public MainDialog {
   protected:
@@ -21,6 +22,7 @@ class PresetView : public MainDialog {
     void SetUp() override {
         AddVst(1, L"Hall");
         AddVst(2, L"Room");
+        AddVst(3, L"Empty");
         Fill({L"a", L"b", L"c"});
         Open();
         Choose(kVstEffects);
@@ -162,16 +164,19 @@ TEST_F(PresetView, TheNextDialogBeginsInTheFolderOfTheLastFile) {
 }
 
 TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
-    SelectPlugins({L"Hall", L"Room"});
+    SetRaw(HKEY_CURRENT_USER, kRoomKey, L"large", REG_BINARY, std::vector<BYTE>(1000, 'x'));
+    SelectPlugins({L"Empty", L"Hall", L"Room"});
     m_popups.ExpectFile(L"Export Presets For: <Multiple plug-ins selected>", m_file, [](HWND dialog) {
         EXPECT_EQ(support::Rows(List(dialog)), Names{L"<Multiple plug-ins selected>"});
         EXPECT_FALSE(IsWindowEnabled(List(dialog)));
     });
     Press(IDC_EXPORT);
-    const auto before = StoredPresets(kHallKey);
+    const auto hall = StoredPresets(kHallKey), room = StoredPresets(kRoomKey);
     Fill({});
-    ImportFrom(m_file);
-    EXPECT_EQ(StoredPresets(kHallKey), before);
+    DeleteTree(HKEY_CURRENT_USER, kRoomKey);
+    ImportFrom(m_file, [](HWND dialog) { EXPECT_EQ(support::Rows(List(dialog)).size(), 1U); });
+    EXPECT_EQ(StoredPresets(kHallKey), hall);
+    EXPECT_EQ(StoredPresets(kRoomKey), room);
 }
 
 TEST_F(PresetView, AFailureIsReportedAndLosesNothing) {
