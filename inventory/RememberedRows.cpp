@@ -59,6 +59,8 @@ CRememberedRows CRememberedRows::BehindSelection(const CListBox& plugins) {
 }
 
 void CRememberedRows::Restore(const CListBox& plugins) const {
+    const int last = plugins.Count() - 1;
+    if (last < 0) return;
     std::unordered_map<PluginId, int, PluginIdHash> rows;
     constexpr int kGone = -1;
     for (const PluginId& plugin : m_selected) rows.emplace(plugin, kGone);
@@ -67,7 +69,6 @@ void CRememberedRows::Restore(const CListBox& plugins) const {
     }
     FindRows(plugins, rows);
 
-    const int last = plugins.Count() - 1;
     const auto rowOf = [&](const Place& place) {
         const int row = place.plugin ? rows.at(*place.plugin) : kGone;
         return row == kGone ? std::min(place.row, last) : row;

@@ -63,12 +63,6 @@ class MainDialog : public support::MainDialog {
     }
 };
 
-TEST_F(MainDialog, UnitsAreThoseOfTheTemplate) {
-    RECT unit{0, 0, 4, 8};
-    ::MapDialogRect(m_dialog->Handle(), &unit);
-    EXPECT_EQ(UnitsAt(kUsual), (Size{static_cast<int>(unit.right), static_cast<int>(unit.bottom)}));
-}
-
 TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const Places before = ControlPlaces();
     const Size sizeBefore = WindowSize();
