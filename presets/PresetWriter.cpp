@@ -51,7 +51,10 @@ bool CPresetWriter::FindFolder() {
     return true;
 }
 
-bool CPresetWriter::IsFileOfAnother(const std::wstring& path, const std::wstring& name) {
+/// "Wide" and "Wide..." have the same file: the second of them is refused. Kept: under its own name, a preset
+/// overwrites what a rename has left there.
+bool CPresetWriter::IsFileOfAnother(const std::wstring& path, std::wstring_view fileName,
+                                    const std::wstring& name) {
     if (!m_presetsOfFiles) {
         m_presetsOfFiles.emplace();
         for (CRegValues values(*m_key, kMaxPresetName); values.Next();) {
@@ -61,16 +64,19 @@ bool CPresetWriter::IsFileOfAnother(const std::wstring& path, const std::wstring
             m_presetsOfFiles->emplace(InCapitals(file), InCapitals(values.Name()));
         }
     }
+    const std::wstring file = InCapitals(std::wstring(fileName));
     const auto [first, last] = m_presetsOfFiles->equal_range(InCapitals(path));
-    return std::any_of(first, last, [&](const auto& entry) { return entry.second != InCapitals(name); });
+    return std::any_of(first, last, [&](const auto& entry) {
+        return entry.second != InCapitals(name) && (fileName != name || PresetFileName(entry.second) == file);
+    });
 }
 
 bool CPresetWriter::StoreInFile(const ImportedPreset& preset) {
     const auto fileName = PresetFileName(preset.name);
     if (!fileName || !FindFolder()) return false;
     const std::wstring path = m_folder + L"\\" + std::wstring(*fileName);
-    if (*fileName != preset.name && IsFileOfAnother(path, preset.name)) return false;
     const bool isNew = ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES;
+    if ((!isNew || *fileName != preset.name) && IsFileOfAnother(path, *fileName, preset.name)) return false;
     if (!(isNew ? StoreNewFile(preset, path) : StoreOverFile(preset, path))) return false;
     if (m_presetsOfFiles) m_presetsOfFiles->emplace(InCapitals(path), InCapitals(preset.name));
     return true;

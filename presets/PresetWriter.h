@@ -22,7 +22,7 @@ class CPresetWriter {
     bool StoreNewFile(const ImportedPreset& preset, const std::wstring& path) const;
     bool StoreOverFile(const ImportedPreset& preset, const std::wstring& path) const;
     bool FindFolder();
-    bool IsFileOfAnother(const std::wstring& path, const std::wstring& name);
+    bool IsFileOfAnother(const std::wstring& path, std::wstring_view fileName, const std::wstring& name);
 
     const CPresetListMgr& m_plugin;
     std::optional<CRegKey> m_key;

@@ -99,7 +99,8 @@ TEST_F(PresetStore, TheEndOfANameThatWindowsDropsIsDropped) {
     EXPECT_TRUE(Store(L"Wide...", Data(1024)));
     EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kHallKey, L"Wide..."), (m_folder / L"Wide").wstring());
     EXPECT_TRUE(Store(L"WIDE...", Data(1024, 'x'))) << "the same preset";
-    EXPECT_FALSE(Store(L"Wide ", Data(1024))) << "the file is another preset's";
+    for (const wchar_t* other : {L"Wide ", L"Wide"})
+        EXPECT_FALSE(Store(other, Data(1024))) << "the file is another preset's";
     Store(L"Thin", Data(1024));
     m_hall.RenamePreset(L"Thin", L"Slim");
     EXPECT_FALSE(Store(L"Thin.", Data(1024))) << "under whatever name";
