@@ -16,8 +16,8 @@ UniqueFile OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD d
         ::CreateFileW(path.c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-UniqueFile OpenPatiently(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
-    CPatience patience;
+UniqueFile OpenPatiently(const std::wstring& path, DWORD access, DWORD share, DWORD disposition,
+                         CPatience& patience) {
     for (;;) {
         UniqueFile file = OpenFile(path, access, share, disposition);
         if (file || !patience.Waits(::GetLastError())) return file;
@@ -85,15 +85,16 @@ bool CPatience::Waits(DWORD error) {
     return true;
 }
 
-UniqueFile OpenForReading(const std::wstring& path) {
-    UniqueFile file = OpenPatiently(path, GENERIC_READ, kShareAll, OPEN_EXISTING);
+UniqueFile OpenForReading(const std::wstring& path, CPatience& patience) {
+    UniqueFile file = OpenPatiently(path, GENERIC_READ, kShareAll, OPEN_EXISTING, patience);
     return file && ::GetFileType(file.Get()) == FILE_TYPE_DISK ? std::move(file) : UniqueFile();
 }
 
 UniqueFile OpenForWriting(const std::wstring& path) {
+    CPatience patience;
     // Emptied afterwards: a hidden file can't be created anew.
-    UniqueFile file =
-        OpenPatiently(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, OPEN_ALWAYS);
+    UniqueFile file = OpenPatiently(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                    OPEN_ALWAYS, patience);
     return file && ::SetEndOfFile(file.Get()) ? std::move(file) : UniqueFile();
 }
 
@@ -121,8 +122,9 @@ bool WriteAll(HANDLE file, std::span<const std::byte> bytes) {
     return true;
 }
 
-FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::string& bytes) {
-    const UniqueFile file = OpenForReading(path);
+FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::string& bytes,
+                       CPatience& patience) {
+    const UniqueFile file = OpenForReading(path, patience);
     const auto size = SizeOf(file);
     if (!size || *size > limit) return FileRead::NotOpened;
     bytes.resize(static_cast<std::size_t>(*size));

@@ -25,7 +25,7 @@ class CPatience {
 
 /// Others may read, write and remove the file meanwhile. Nothing for what is no plain file: a device or a
 /// pipe would be waited for.
-UniqueFile OpenForReading(const std::wstring& path);
+UniqueFile OpenForReading(const std::wstring& path, CPatience& patience);
 /// Creates or empties the file, for writing and reading; others may read it.
 UniqueFile OpenForWriting(const std::wstring& path);
 std::optional<std::uint64_t> SizeOf(const UniqueFile& file);
@@ -35,7 +35,8 @@ bool WriteAll(HANDLE file, std::span<const std::byte> bytes);
 
 enum class FileRead { Whole, Short, NotOpened };
 /// Puts a whole file into `bytes`. One that is longer than the limit is not opened.
-FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::string& bytes);
+FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::string& bytes,
+                       CPatience& patience);
 
 /// Gives ERROR_SUCCESS when the bytes are on the disk, else the system's error. They are written beside the
 /// file, as a ".tmp", and moved over it when they are complete: a failure leaves the old file as it was. A

@@ -12,9 +12,9 @@ namespace {
 constexpr DWORD kPassedOver = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY |
                               FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_COMPRESSED;
 
-std::wstring DisplayNameOf(const std::wstring& path) {
+std::wstring DisplayNameOf(const std::wstring& path, CPatience& patience) {
     CXmlDoc document;
-    if (!document.Load(path, true) || !document.TagIs(L"<PluginMenuLayout>") ||
+    if (!document.LoadRoot(path, patience) || !document.TagIs(L"<PluginMenuLayout>") ||
         !document.FindAttribute(L"Name"))
         return {};
     return document.FoundAttribute().value_or(L"");
@@ -30,11 +30,12 @@ std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder) {
     const HANDLE first = ::FindFirstFileW((prefix + L"*.pgl").c_str(), &entry);
     if (first == INVALID_HANDLE_VALUE) return files;
     const UniqueHandle<HANDLE, &::FindClose> find(first);
+    CPatience patience;
     do {
         // The pattern also finds short names, which Windows makes of extensions that only begin so.
         if ((entry.dwFileAttributes & kPassedOver) || !HasExtension(entry.cFileName, L".pgl")) continue;
         std::wstring path = prefix + entry.cFileName;
-        std::wstring name = DisplayNameOf(path);
+        std::wstring name = DisplayNameOf(path, patience);
         if (!name.empty()) files.push_back({std::move(name), std::move(path)});
     } while (::FindNextFileW(find.Get(), &entry));
     return files;

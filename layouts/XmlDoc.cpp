@@ -6,7 +6,6 @@
 #include <cassert>
 
 #include "DocumentType.h"
-#include "Files.h"
 #include "Handles.h"
 
 using Microsoft::WRL::ComPtr;
@@ -96,13 +95,21 @@ bool CXmlDoc::CreateDocument() {
 }
 
 bool CXmlDoc::Load(const std::wstring& path, bool rootOnly) {
+    CPatience patience;
+    if (!LoadRoot(path, patience)) return false;
+    if (rootOnly) return true;
+    const bool accepted = HandleNode(m_root.Get());
+    ParseNode(m_root.Get());
+    return accepted;
+}
+
+bool CXmlDoc::LoadRoot(const std::wstring& path, CPatience& patience) {
     m_lastError.clear();
     if (!CreateDocument()) return false;
     std::string bytes;
-    if (ReadWholeFile(path, kLargestFile, bytes) != FileRead::Whole || !Parse(bytes)) return false;
-    const bool accepted = rootOnly || HandleNode(m_root.Get());
+    if (ReadWholeFile(path, kLargestFile, bytes, patience) != FileRead::Whole || !Parse(bytes)) return false;
     ParseNode(m_root.Get());
-    return accepted;
+    return true;
 }
 
 bool CXmlDoc::Parse(const std::string& bytes) {

@@ -11,6 +11,8 @@
 #include <vector>
 #include <wrl/client.h>
 
+#include "Files.h"
+
 /// Operations work on the current node. Failure contract: one that fails gives false, or nothing, and most
 /// leave a text in LastError. Nothing is thrown. A document with a document type is never loaded.
 class CXmlDoc {
@@ -23,6 +25,8 @@ class CXmlDoc {
     /// Parses the file, makes its root element current and parses that; with `rootOnly` that is all, else the
     /// root element is given to HandleNode first, whose answer is the result.
     virtual bool Load(const std::wstring& path, bool rootOnly);
+    /// Load with `rootOnly`, for one of several files that are waited for together.
+    bool LoadRoot(const std::wstring& path, CPatience& patience);
     /// There must be a document. A file of that name stays as it was when this fails.
     virtual bool Save(const std::wstring& path);
 

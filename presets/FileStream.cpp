@@ -15,7 +15,8 @@ bool MoveTo(HANDLE file, std::uint64_t position) {
 }  // namespace
 
 std::optional<CFileSource> CFileSource::Open(const std::wstring& path) {
-    UniqueFile file = OpenForReading(path);
+    CPatience patience;
+    UniqueFile file = OpenForReading(path, patience);
     const auto size = SizeOf(file);
     if (!size) return std::nullopt;
     return CFileSource(std::move(file), *size);

@@ -78,8 +78,9 @@ void CManagePresetsDlg::OnDelete() {
     if (static_cast<int>(rows.size()) == m_listed) {
         if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
     } else {
+        CPatience patience;
         for (const int row : rows) {
-            if (!m_presets.DeletePreset(m_list.RowText(row))) Report(IDS_PRESET_DELETE_ERROR);
+            if (!m_presets.DeletePreset(m_list.RowText(row), patience)) Report(IDS_PRESET_DELETE_ERROR);
         }
     }
     FillList();

@@ -1,7 +1,6 @@
 #include "PresetListMgr.h"
 
 #include "ClsidText.h"
-#include "Files.h"
 #include "PresetWriter.h"
 
 namespace {
@@ -70,10 +69,9 @@ unsigned CPresetListMgr::CountPresets() {
     return count;
 }
 
-bool CPresetListMgr::DeletePreset(const std::wstring& name) const {
+bool CPresetListMgr::DeletePreset(const std::wstring& name, CPatience& patience) const {
     const auto key = OpenPluginKey(false);
     if (!key) return false;
-    CPatience patience;
     if (const auto value = key->ReadValue(name.c_str())) DeleteFileOf(value->type, value->data, patience);
     return key->DeleteValue(name.c_str());
 }

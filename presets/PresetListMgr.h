@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 
+#include "Files.h"
 #include "PresetWalk.h"
 #include "RegValues.h"
 
@@ -55,8 +56,9 @@ class CPresetListMgr {
     template <PresetNameList TList>
     int FillPresetList(const TList& list) const;
 
-    /// A preset whose data are in a file loses the file, too.
-    bool DeletePreset(const std::wstring& name) const;
+    /// A preset whose data are in a file loses the file, too. One that others hold is waited for, and left in
+    /// the end.
+    bool DeletePreset(const std::wstring& name, CPatience& patience) const;
     /// Removes the plug-in's key with everything in it, and the files. False when there was no key.
     bool DeleteAllPresets() const;
     /// Fails when there is a preset of the new name, or the name is too long to be listed. A preset's file

@@ -2,7 +2,6 @@
 #include <limits>
 
 #include "AnsiText.h"
-#include "Files.h"
 #include "PresetListMgr.h"
 #include "PresetWriter.h"
 #include "Resources.h"
@@ -21,7 +20,8 @@ Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, s
     if (preset.Type() == REG_SZ) {
         const std::wstring path = TextOf(data);
         if (path.empty()) return Written::Nothing;
-        const FileRead read = ReadWholeFile(path, kLongestPreset, file);
+        CPatience patience;
+        const FileRead read = ReadWholeFile(path, kLongestPreset, file, patience);
         if (read == FileRead::NotOpened) return Written::Failed;
         if (read == FileRead::Short || file.empty()) return Written::Nothing;
         data = std::as_bytes(std::span(file));

@@ -45,7 +45,7 @@ TEST_F(Files, WhatIsHeldForAMomentIsWaitedFor) {
     };
     std::string bytes;
     CPatience patience;
-    whileHeld(0, [&] { EXPECT_EQ(ReadWholeFile(m_old, 3, bytes), FileRead::Whole); });
+    whileHeld(0, [&] { EXPECT_EQ(ReadWholeFile(m_old, 3, bytes, patience), FileRead::Whole); });
     EXPECT_EQ(bytes, "old");
     whileHeld(0, [&] { EXPECT_EQ(ReplaceFileContents(m_old, "new"), DWORD{ERROR_SUCCESS}); });
     whileHeld(0, [&] { EXPECT_TRUE(OpenForWriting(m_old)); });
@@ -58,10 +58,11 @@ TEST_F(Files, WhatIsHeldForAMomentIsWaitedFor) {
 TEST_F(Files, SomeoneWhoWritesDoesNotKeepAReaderOut) {
     const UniqueFile writer = Hold(GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
     std::string bytes;
-    EXPECT_EQ(ReadWholeFile(m_old, 3, bytes), FileRead::Whole);
-    EXPECT_EQ(ReadWholeFile(m_old, 2, bytes), FileRead::NotOpened) << "longer than wanted";
-    EXPECT_EQ(ReadWholeFile(m_files.Path(L""), 9, bytes), FileRead::NotOpened) << "a folder";
-    EXPECT_EQ(ReadWholeFile(L"nul", 9, bytes), FileRead::NotOpened) << "a device";
+    CPatience patience;
+    EXPECT_EQ(ReadWholeFile(m_old, 3, bytes, patience), FileRead::Whole);
+    EXPECT_EQ(ReadWholeFile(m_old, 2, bytes, patience), FileRead::NotOpened) << "longer than wanted";
+    EXPECT_EQ(ReadWholeFile(m_files.Path(L""), 9, bytes, patience), FileRead::NotOpened) << "a folder";
+    EXPECT_EQ(ReadWholeFile(L"nul", 9, bytes, patience), FileRead::NotOpened) << "a device";
 }
 
 }  // namespace

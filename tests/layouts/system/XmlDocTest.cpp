@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include "Handles.h"
 #include "LayoutFolder.h"
 #include "XmlDoc.h"
 #include "support/FileSandbox.h"
@@ -125,6 +126,14 @@ TEST_F(XmlDoc, AFolderIsScannedForNamedLayouts) {
     }
     EXPECT_TRUE(ScanLayoutFolder(L"").empty());
     EXPECT_TRUE(ScanLayoutFolder(m_files.Path(L"no such folder")).empty());
+    const ULONGLONG start = ::GetTickCount64();
+    const auto hold = [this](const wchar_t* name) {
+        return UniqueFile(
+            ::CreateFileW(m_files.Path(name).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    };
+    const UniqueFile held[] = {hold(L"good.PGL"), hold(L"broken.pgl")};
+    EXPECT_TRUE(ScanLayoutFolder(m_files.Path(L"")).empty());
+    EXPECT_LT(::GetTickCount64() - start, 3000U) << "the wait is for all of them";
 }
 
 }  // namespace

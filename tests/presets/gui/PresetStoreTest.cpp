@@ -52,6 +52,7 @@ class PresetStore : public testing::Test {
     const std::wstring m_file = m_files.Path(L"presets.spp");
     CPresetListMgr m_hall{kHall, kEffects, L"Hall"};
     CPresetListMgr m_room{kRoom, kEffects, L"Room"};
+    CPatience m_patience;
 };
 
 TEST_F(PresetStore, LargePresetsAndThoseOfFilesGoToFiles) {
@@ -137,13 +138,13 @@ TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
     Store(L"kept", Data(1024));
     Store(L"small", Data(1));
     fs::remove(m_folder / L"gone");
-    EXPECT_TRUE(m_hall.DeletePreset(L"in a file"));
-    EXPECT_TRUE(m_hall.DeletePreset(L"gone")) << "its file was gone before";
-    EXPECT_FALSE(m_hall.DeletePreset(L"never there"));
+    EXPECT_TRUE(m_hall.DeletePreset(L"in a file", m_patience));
+    EXPECT_TRUE(m_hall.DeletePreset(L"gone", m_patience)) << "its file was gone before";
+    EXPECT_FALSE(m_hall.DeletePreset(L"never there", m_patience));
     EXPECT_FALSE(fs::exists(m_folder / L"in a file"));
     support::SetRaw(HKEY_CURRENT_USER, kHallKey, L"unterminated", REG_SZ,
                     support::Bytes(m_files.Write(L"elsewhere", "x")));
-    EXPECT_TRUE(m_hall.DeletePreset(L"unterminated"));
+    EXPECT_TRUE(m_hall.DeletePreset(L"unterminated", m_patience));
     EXPECT_FALSE(fs::exists(m_top / L"elsewhere"));
 
     support::CreateKey(HKEY_CURRENT_USER, kHallKey + L"\\a subkey");
@@ -153,7 +154,7 @@ TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
     EXPECT_TRUE(support::Exists(HKEY_CURRENT_USER, kRoot));
     EXPECT_FALSE(m_hall.DeleteAllPresets()) << "there is no key any more";
     CPresetListMgr nowhere(kHall, kNowhere, L"");
-    EXPECT_FALSE(nowhere.DeleteAllPresets() || nowhere.DeletePreset(L"x") ||
+    EXPECT_FALSE(nowhere.DeleteAllPresets() || nowhere.DeletePreset(L"x", m_patience) ||
                  nowhere.RenamePreset(L"x", L"y"));
 }
 
@@ -185,7 +186,7 @@ TEST_F(PresetStore, AKeyThatCanOnlyBeReadLosesNothing) {
         const support::ReadOnlyKey locked(HKEY_CURRENT_USER, kHallKey);
         EXPECT_FALSE(Store(L"small", Data(1)) || Store(L"in a file", Data(2000)) ||
                      Store(L"new", Data(1024)));
-        EXPECT_FALSE(m_hall.DeletePreset(L"in a file") || m_hall.DeleteAllPresets());
+        EXPECT_FALSE(m_hall.DeletePreset(L"in a file", m_patience) || m_hall.DeleteAllPresets());
         EXPECT_FALSE(m_hall.RenamePreset(L"small", L"other"));
     }
     EXPECT_EQ(StoredPresets(kHallKey), before);
