@@ -3,6 +3,7 @@
 #include <cderr.h>
 #include <dlgs.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -74,7 +75,9 @@ std::wstring CFileDialog::CurrentPath() const {
     const HWND dialog = ::GetParent(m_window.Handle());
     const HWND combo = ::GetDlgItem(dialog, cmb13);
     const std::wstring name = CWindow(combo ? combo : ::GetDlgItem(dialog, edt1)).Text();
-    if (name.empty()) return {};
+    // A server whose name is half typed would be searched for in the network.
+    const bool noFileYet = name.starts_with(L"\\\\") && std::ranges::count(name, L'\\') < 4;
+    if (name.empty() || noFileYet) return {};
     // Some systems put the folder before a path that was typed whole.
     const bool whole = name.starts_with(L"\\\\") || (name.size() > 2 && name[1] == L':');
     const std::wstring path = whole ? name : Query(CDM_GETFILEPATH);
