@@ -31,12 +31,17 @@ void Command(HWND dialog, int button) {
 
 }  // namespace
 
-Popups::Popups() : m_timer(SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) { g_script->Look(); })) {
+Popups::Popups()
+    : m_timer(SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+          // One more may be in the queue when the timer has gone.
+          if (g_script) g_script->Look();
+      })) {
     g_script = this;
 }
 
 Popups::~Popups() {
     KillTimer(nullptr, m_timer);
+    g_script = nullptr;
     ExpectNoMore();
 }
 
