@@ -37,7 +37,7 @@ void CDocking::OnInitDialog() const {
 }
 
 void CDocking::Start() const {
-    if (StartsDocked()) Dock();
+    if (!m_floating && m_host.IsLive()) Dock();
 }
 
 bool CDocking::OnSysCommand(UINT command) {
@@ -81,8 +81,8 @@ void CDocking::PlaceInHost(const Rect& onScreen) const {
         POINT corner{onScreen.left, onScreen.top};
         ::ScreenToClient(host, &corner);
         const Rect client = CWindow(host).ClientRect();
-        const Rect window =
-            m_dialog.WindowRect();  // of another size than before, if the host has another scale
+        // Measured anew: a host of another scale has changed it.
+        const Rect window = m_dialog.WindowRect();
         place = PlaceWithin({client.Width(), client.Height()}, corner.x, corner.y,
                             {window.Width(), window.Height()});
     }

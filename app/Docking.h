@@ -18,7 +18,6 @@ class CDocking {
     bool OnSysCommand(UINT command);
 
   private:
-    bool StartsDocked() const { return !m_floating && m_host.IsLive(); }
     void Dock() const;
     void Float() const;
     void OfferFloating(bool enable) const;

@@ -397,6 +397,7 @@ void CPluginManagerDlg::OnDestroy() {
     if (m_cmdLine.registerOnly) return;
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
+    m_tree.Layout().SetModified(false);
     m_list.OnDestroy();
     m_tree.OnDestroy();
 }

@@ -51,7 +51,9 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
     if (!m_tree.Layout().IsModified()) return IDNO;
     const std::wstring name = DisplayName().empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
     const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
-    return answer == IDYES ? Save() : answer;
+    if (answer != IDYES) return answer;
+    // A box can outlive the window that the host takes away; then there is no layout left to be saved.
+    return m_tree.Layout().IsModified() ? Save() : IDCANCEL;
 }
 
 void CLayoutFilesView::ListLayouts() {
@@ -171,7 +173,7 @@ int CLayoutFilesView::Save() {
     const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(DisplayName()) : m_temporaryPath;
     CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
     const auto path = dialog.RunSave(m_dialog.Handle());
-    if (!path) return IDCANCEL;
+    if (!path || !m_dialog.IsLive()) return IDCANCEL;
     SaveTo(*path, dialog.DisplayName());
     return IDYES;
 }

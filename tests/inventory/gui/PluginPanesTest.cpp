@@ -46,12 +46,13 @@ class PluginPanes : public support::MainDialog {
     CListBox Plugins() const { return m_dialog->Control<CListBox>(IDC_PLUGINS); }
     std::wstring CaretText() const { return Plugins().RowText(Plugins().CaretRow().value_or(-1)); }
     bool IsShown(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
-    void EnterName(const std::wstring& name, int button = IDOK) {
+    void EnterName(const std::wstring& name, int button = IDOK, bool byKey = true) {
         m_popups.Expect(L"Set Plug-in Friendly Name", [name, button](HWND prompt) {
             support::EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), name);
             support::Press(::GetDlgItem(prompt, button));
         });
-        Key(IDC_PLUGINS, VK_F2);
+        if (!byKey) support::PostNotification(Control(IDC_PLUGINS), LBN_DBLCLK);
+        byKey ? Key(IDC_PLUGINS, VK_F2) : Pump();
         m_popups.ExpectNoMore();
     }
 };
@@ -220,7 +221,7 @@ TEST_F(PluginPanes, ARenamedPluginStaysSelected) {
     for (const wchar_t* name : {L"Anvil", L"Bellows", L"Reed"}) AddVst(*name, name);
     OpenAt(kVst);
     SelectPlugins({L"Anvil"});
-    EnterName(L"Zither");
+    EnterName(L"Zither", IDOK, false);
     EXPECT_EQ(support::Text(HKEY_CURRENT_USER, std::wstring(kVstKey) + L"\\Inventory\\Anvil", L"FullName"),
               L"Zither");
     EXPECT_EQ(Listed(), (Texts{L"Bellows", L"Reed", L"Zither"}));
