@@ -51,6 +51,7 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
     if (!m_tree.Layout().IsModified()) return IDNO;
     const std::wstring name = DisplayName().empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
     const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
+    if (!m_dialog.IsLive()) return IDCANCEL;  // the host took the window away meanwhile
     return answer == IDYES ? Save() : answer;
 }
 
@@ -163,8 +164,7 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
     RemovePlaceholder();
     m_current = m_list.CurrentRow();
     if (m_current) EnableDelete(true);
-    m_tree.Layout().ExpandAll(false);
-    m_tree.UpdateButtons();
+    m_tree.OnCollapseAll();
 }
 
 int CLayoutFilesView::Save() {
@@ -184,6 +184,7 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
     } else {
         // So that the user sees which item can't be written.
         if (document.FailedItem()) m_tree.Layout().Tree().SelectOnly(document.FailedItem());
+        m_tree.UpdateButtons();
         const std::wstring reason = SaveFailureText(document);
         Complain(LoadText(IDS_LAYOUT_SAVE_ERROR) + (reason.empty() ? L"" : L"\n\n" + reason));
     }
