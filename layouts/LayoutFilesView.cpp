@@ -5,10 +5,10 @@
 #include "LayoutPath.h"
 #include "MessageCaption.h"
 #include "RegKey.h"
+#include "RememberedTree.h"
 #include "Resources.h"
 #include "SaveFailure.h"
 #include "TextFormat.h"
-#include "TreePlace.h"
 #include "resource.h"
 
 namespace {
@@ -201,9 +201,9 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     // Of several layouts with one name it is the one in this file.
     const auto row = RowOf(path);
     if (!row || m_list.RowText(*row) != name) return;
-    const CTreePlace place(m_tree.Layout().Tree());
+    const CRememberedTree remembered(m_tree.Layout().Tree());
     ShowPicked(row);
-    place.Restore(m_tree.Layout().Tree());
+    remembered.Restore(m_tree.Layout().Tree());
     m_tree.UpdateButtons();
 }
 
