@@ -58,7 +58,8 @@ void CLayoutFileDlg::OnCommand(UINT id, UINT code) {
     if (id != IDC_DISPLAY_NAME || (code != CBN_EDITCHANGE && code != CBN_SELCHANGE)) return;
     const CWindow dialog(::GetParent(Window().Handle()));
     const int field = ::GetDlgItem(dialog.Handle(), cmb13) ? cmb13 : edt1;
-    if (CWindow(::GetDlgItem(dialog.Handle(), field)).Text() != m_proposed) return;
+    const std::wstring entered = CWindow(::GetDlgItem(dialog.Handle(), field)).Text();
+    if (!entered.empty() && entered != m_proposed) return;
     const auto names = Control<CComboBox>(IDC_DISPLAY_NAME);
     const auto row = code == CBN_SELCHANGE ? names.CurrentRow() : std::nullopt;
     m_proposed = ProposedFileName(row ? names.RowText(*row) : names.Text());

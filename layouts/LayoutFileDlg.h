@@ -31,5 +31,5 @@ class CLayoutFileDlg : public CFileDialog {
   private:
     std::vector<std::wstring> m_names;
     std::wstring m_displayName;
-    std::wstring m_proposed;  // put into the empty field for the file name
+    std::wstring m_proposed;  // put into the field for the file name last
 };

@@ -5,10 +5,10 @@
 #include "LayoutPath.h"
 #include "MessageCaption.h"
 #include "RegKey.h"
+#include "RememberedTree.h"
 #include "Resources.h"
 #include "SaveFailure.h"
 #include "TextFormat.h"
-#include "TreePlace.h"
 #include "resource.h"
 
 namespace {
@@ -51,9 +51,9 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
     if (!m_tree.Layout().IsModified()) return IDNO;
     const std::wstring name = DisplayName().empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
     const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
-    if (answer != IDYES) return answer;
     // A box can outlive the window that the host takes away; then there is no layout left to be saved.
-    return m_tree.Layout().IsModified() ? Save() : IDCANCEL;
+    if (!m_dialog.IsLive() || (answer == IDYES && !m_tree.Layout().IsModified())) return IDCANCEL;
+    return answer == IDYES ? Save() : answer;
 }
 
 void CLayoutFilesView::ListLayouts() {
@@ -165,8 +165,7 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
     RemovePlaceholder();
     m_current = m_list.CurrentRow();
     if (m_current) EnableDelete(true);
-    m_tree.Layout().ExpandAll(false);
-    m_tree.UpdateButtons();
+    m_tree.OnCollapseAll();
 }
 
 int CLayoutFilesView::Save() {
@@ -186,6 +185,7 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
     } else {
         // So that the user sees which item can't be written.
         if (document.FailedItem()) m_tree.Layout().Tree().SelectOnly(document.FailedItem());
+        m_tree.UpdateButtons();
         const std::wstring reason = SaveFailureText(document);
         Complain(LoadText(IDS_LAYOUT_SAVE_ERROR) + (reason.empty() ? L"" : L"\n\n" + reason));
     }
@@ -202,9 +202,9 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     // Of several layouts with one name it is the one in this file.
     const auto row = RowOf(path);
     if (!row || m_list.RowText(*row) != name) return;
-    const CTreePlace place(m_tree.Layout().Tree());
+    const CRememberedTree remembered(m_tree.Layout().Tree());
     ShowPicked(row);
-    place.Restore(m_tree.Layout().Tree());
+    remembered.Restore(m_tree.Layout().Tree());
     m_tree.UpdateButtons();
 }
 

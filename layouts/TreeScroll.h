@@ -1,4 +1,4 @@
-// Keeps a tree where it is while its items change.
+// Keeps a tree where it is while single items of it change.
 #pragma once
 
 #include <windows.h>

@@ -170,7 +170,7 @@ TEST_F(LayoutFiles, ANewLayoutIsSavedByItsDisplayNameAlone) {
         EXPECT_EQ(proposed(L"Live"), L"Live");
         EnterText(file, L"own");
         EXPECT_EQ(proposed(L"Live?"), L"own");
-        EnterText(file, L"Live");
+        EnterText(file, L"");
         EXPECT_EQ(proposed(L"Live: 2"), L"Live 2");
         ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
@@ -203,6 +203,16 @@ TEST_F(LayoutFiles, WhatCouldNotBeSavedStopsOnlyClosing) {
     Answer(L"<Unnamed Layout>", IDNO);
     Press(IDC_CLOSE);
     EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(LayoutFiles, NothingGoesOnWhenTheWindowIsTakenAwayDuringTheQuestion) {
+    for (const int control : {IDC_LAYOUT_OPEN, IDC_LAYOUTS}) {
+        Open();
+        Modify();
+        m_popups.Expect(L"Save changes", [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
+        control == IDC_LAYOUTS ? Pick(L"Two") : Press(control);
+        EXPECT_FALSE(IsOpen());
+    }
 }
 
 TEST_F(LayoutFiles, SavingBeforeAPickStillShowsWhatWasPicked) {

@@ -243,6 +243,16 @@ TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
     EXPECT_EQ(Shape(), L"c,*b") << "a click elsewhere takes the name, and selects";
 }
 
+TEST_F(LayoutTree, WhatCouldNotBeSavedIsSelectedAlone) {
+    Build(L"*a,*b");
+    Layout().Change(Node(L"b"), [](LayoutItem& record) { record.defaultPreset = L"\x01"; });
+    support::EnterText(Control(IDC_LAYOUTS), L"Name");
+    m_popups.ExpectFile(L"Save Plug-In", m_files.Path(L"x")).Expect(L"contains a character", IDOK);
+    Press(IDC_LAYOUT_SAVE);
+    EXPECT_EQ(Shape(), L"a,*b");
+    EXPECT_TRUE(IsEnabled(IDC_MOVE_UP));
+}
+
 TEST_F(LayoutTree, ThePropertiesOfAPluginBringItsOriginalNameUpToDate) {
     LayoutItem plugin = NewPlugin();
     plugin.clsid = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;

@@ -1,14 +1,14 @@
-// What a user has opened, selected and scrolled to in a tree.
+// What is open, selected and in view in a tree, over its being filled anew.
 #pragma once
 
 #include <vector>
 
 #include "TreeCtrlEx.h"
 
-class CTreePlace {
+class CRememberedTree {
   public:
     /// Notes it.
-    explicit CTreePlace(const CTreeCtrlEx& tree);
+    explicit CRememberedTree(const CTreeCtrlEx& tree);
     /// Restores it in a tree that was filled anew with the same items; a tree with others is left alone.
     void Restore(const CTreeCtrlEx& tree) const;
 

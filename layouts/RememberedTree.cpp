@@ -1,13 +1,13 @@
-#include "TreePlace.h"
+#include "RememberedTree.h"
 
-CTreePlace::CTreePlace(const CTreeCtrlEx& tree) {
+CRememberedTree::CRememberedTree(const CTreeCtrlEx& tree) {
     const HTREEITEM caret = tree.Caret();
     const HTREEITEM first = tree.FirstVisible();
     for (HTREEITEM item = tree.Root(); item; item = tree.NextInOrder(item))
         m_rows.push_back({tree.IsExpanded(item), tree.IsSelected(item), item == caret, item == first});
 }
 
-void CTreePlace::Restore(const CTreeCtrlEx& tree) const {
+void CRememberedTree::Restore(const CTreeCtrlEx& tree) const {
     if (static_cast<std::size_t>(tree.Count()) != m_rows.size()) return;
     HTREEITEM caret = nullptr;
     HTREEITEM first = nullptr;
