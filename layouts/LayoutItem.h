@@ -44,6 +44,8 @@ LayoutItem NewPlugin();
 struct LayoutImages {
     int normal;
     int selected;
+
+    friend bool operator==(const LayoutImages&, const LayoutImages&) = default;
 };
 LayoutImages ImagesOf(const LayoutItem& item);
 inline constexpr int kLayoutImageCount = 25;

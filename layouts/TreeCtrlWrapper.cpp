@@ -52,9 +52,10 @@ void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name
 void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
     for (auto& [id, entry] : m_records) {
         if (entry.record.kind != LayoutKind::Plugin) continue;
+        const LayoutImages before = ImagesOf(entry.record);
         mark(entry.record);
         const LayoutImages images = ImagesOf(entry.record);
-        m_tree.SetItemImages(entry.item, images.normal, images.selected);
+        if (images != before) m_tree.SetItemImages(entry.item, images.normal, images.selected);
     }
     ::InvalidateRect(m_tree.Handle(), nullptr, FALSE);
 }
