@@ -287,9 +287,9 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
 
     const std::wstring locked = m_files.Write(L"locked", "data");
     const UniqueFile lock(::CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    for (const std::wstring& path :
+    for (const std::wstring& file :
          {std::wstring(L"C:\\no such folder\\x"), std::wstring(L"C:\\windows"), locked}) {
-        support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", path);
+        support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", file);
         std::wstring invalid;
         EXPECT_EQ(result(&invalid), kPresetIoFailure);
         EXPECT_EQ(invalid, L"unreadable");
