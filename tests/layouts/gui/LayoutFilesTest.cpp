@@ -289,13 +289,9 @@ TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Open({path});
     Pick(L"One");
     Modify();
-    const auto next = [&](HTREEITEM item) {
-        return reinterpret_cast<HTREEITEM>(
-            Tree().Send(TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)));
-    };
     const auto look = [&] {
         std::wstring text;
-        for (HTREEITEM item = Tree().Root(); item; item = next(item)) {
+        for (HTREEITEM item = Tree().Root(); item; item = Tree().NextVisible(item)) {
             const bool selected =
                 Tree().Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_SELECTED) & TVIS_SELECTED;
             text += selected ? L's' : L'.';
@@ -308,11 +304,11 @@ TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Tree().Expand(outer, true);
     Tree().Expand(Tree().Child(outer), true);
     HTREEITEM item = outer;
-    for (int row = 0; row < 15; ++row) item = next(item);
+    for (int row = 0; row < 15; ++row) item = Tree().NextVisible(item);
     Tree().Select(item);
     TVITEMW change{};
     change.mask = TVIF_STATE;
-    change.hItem = next(item);
+    change.hItem = Tree().NextVisible(item);
     change.state = change.stateMask = TVIS_SELECTED;
     Tree().Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
     Tree().ScrollToTop(Tree().Child(outer));
