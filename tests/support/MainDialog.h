@@ -4,9 +4,7 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
-#include <initializer_list>
-#include <string>
-#include <vector>
+#include <optional>
 
 #include "ManagerSettings.h"
 #include "PluginManagerDlg.h"

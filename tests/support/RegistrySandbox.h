@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,7 +17,7 @@ namespace support {
 /// test registers is all that it lists. HKEY_CLASSES_ROOT is the same key as Software\Classes of
 /// HKEY_LOCAL_MACHINE. CoCreateInstance and OleRegGetUserType go on reading the user's real registry.
 ///
-/// One sandbox at a time; another test process waits for its turn. What a crashed run left is removed first.
+/// One sandbox at a time, of one test process at a time. What a crashed run left is removed first.
 /// Throws when the roots can't be redirected, because the test would then write into the user's registry.
 class RegistrySandbox {
   public:
@@ -28,8 +27,16 @@ class RegistrySandbox {
     RegistrySandbox& operator=(const RegistrySandbox&) = delete;
 
   private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    static CRegKey FreshScratch();
+    static void Restore(HKEY root) { RegOverridePredefKey(root, nullptr); }
+    void Redirect(HKEY root, const CRegKey& target);
+
+    static inline bool s_taken = false;  // a second one would undo the first
+    CRegKey m_top = FreshScratch();
+    CRegKey m_user = CRegKey::Create(m_top.Handle(), L"User").value();
+    CRegKey m_machine = CRegKey::Create(m_top.Handle(), L"Machine").value();
+    CRegKey m_classes = CRegKey::Create(m_machine.Handle(), L"Software\\Classes").value();
+    std::vector<UniqueHandle<HKEY, &Restore>> m_roots;
 };
 
 // These work on whatever `root` is at the moment, redirected or not. Keys are created as needed, a null name
@@ -64,7 +71,7 @@ class ReadOnlyKey {
     ReadOnlyKey& operator=(const ReadOnlyKey&) = delete;
 
   private:
-    bool Allow(ACL* list) const;
+    bool Allow(const wchar_t* access) const;
     std::optional<CRegKey> m_key;
 };
 

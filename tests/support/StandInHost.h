@@ -3,10 +3,10 @@
 
 #include <windows.h>
 
-#include <chrono>
-#include <cstddef>
-#include <memory>
+#include <future>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "support/WaitFor.h"
@@ -34,7 +34,7 @@ class StandInHost {
     StandInHost(const StandInHost&) = delete;
     StandInHost& operator=(const StandInHost&) = delete;
 
-    HWND Window() const;
+    HWND Window() const { return m_window; }
     /// The window's handle as the program expects it on its command line.
     std::wstring HandleText() const;
 
@@ -44,8 +44,12 @@ class StandInHost {
     bool WaitForMessage(UINT message, std::chrono::milliseconds limit = kLimit) const;
 
   private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    void Run(Size size, std::promise<HWND> opened);
+
+    mutable std::mutex m_mutex;
+    std::vector<Message> m_messages;
+    HWND m_window = nullptr;
+    std::thread m_thread;
 };
 
 }  // namespace support

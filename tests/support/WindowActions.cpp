@@ -1,7 +1,5 @@
 #include "support/WindowActions.h"
 
-#include <windows.h>
-
 #include <commctrl.h>
 
 #include <algorithm>
@@ -15,57 +13,41 @@
 namespace support {
 namespace {
 
-constexpr UINT kAnswerLimit = 5000;
+/// Room for a row that grows between the question for its length and that for its text.
+constexpr std::size_t kSpareCharacters = 1024;
 
 struct ListMessages {
-    UINT count, textLength, text, select;
+    UINT count, textLength, text, selected, select;
 };
+constexpr ListMessages kListBox{LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT, LB_GETCURSEL, LB_SETCURSEL};
+constexpr ListMessages kComboBox{CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT, CB_GETCURSEL, CB_SETCURSEL};
 
 bool IsCombo(HWND list) { return ClassOf(list) == L"ComboBox"; }
 
-ListMessages MessagesOf(HWND list) {
-    return IsCombo(list) ? ListMessages{CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT, CB_SETCURSEL}
-                         : ListMessages{LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT, LB_SETCURSEL};
-}
+const ListMessages& MessagesOf(HWND list) { return IsCombo(list) ? kComboBox : kListBox; }
 
-bool IsMultipleChoice(HWND list) {
+bool TakesSeveral(HWND list) {
     return !IsCombo(list) && (GetWindowLongW(list, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
-}
-
-WPARAM NotificationOf(HWND control, WORD code) {
-    return MAKEWPARAM(static_cast<WORD>(GetDlgCtrlID(control)), code);
 }
 
 LPARAM ToLParam(const void* pointer) { return reinterpret_cast<LPARAM>(pointer); }
 
-void DescribeTo(std::ostream& out, HWND window) {
-    const RECT rect = RectOf(window);
-    out << Utf8(ClassOf(window)) << ' ' << GetDlgCtrlID(window) << " \"" << Utf8(TextOf(window)) << '"'
-        << (IsWindowVisible(window) ? "" : " hidden") << (IsWindowEnabled(window) ? "" : " disabled")
-        << " at " << rect.left << ',' << rect.top << ' ' << rect.right - rect.left << 'x'
-        << rect.bottom - rect.top << '\n';
-    const auto name = ClassOf(window);
-    if (name != L"ListBox" && name != L"ComboBox") return;
-    const auto selected = SelectedRows(window);
-    int index = 0;
-    for (const auto& row : Rows(window)) {
-        const bool chosen = std::ranges::find(selected, index++) != selected.end();
-        out << (chosen ? "    * \"" : "      \"") << Utf8(row) << "\"\n";
-    }
+void Notify(HWND control, WORD code) {
+    Send(GetParent(control), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control), code), ToLParam(control));
 }
 
-BOOL CALLBACK DescribeChild(HWND child, LPARAM out) {
-    auto& stream = *reinterpret_cast<std::ostream*>(out);
-    stream << "  ";
-    DescribeTo(stream, child);
-    return TRUE;
+void DescribeTo(std::ostream& out, HWND window) {
+    out << Utf8(ClassOf(window)) << ' ' << GetDlgCtrlID(window) << " \"" << Utf8(TextOf(window)) << '"'
+        << (IsWindowVisible(window) ? "" : " hidden") << (IsWindowEnabled(window) ? "" : " disabled") << '\n';
+    for (const auto& row : Rows(window)) out << "    \"" << Utf8(row) << "\"\n";
 }
 
 }  // namespace
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    constexpr auto kMilliseconds = static_cast<UINT>(kLimit.count());
     DWORD_PTR result = 0;
-    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kAnswerLimit, &result))
+    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kMilliseconds, &result))
         throw std::runtime_error("a window is gone or does not answer message " + std::to_string(message));
     return static_cast<LRESULT>(result);
 }
@@ -82,15 +64,6 @@ std::wstring TextOf(HWND window) {
     return text;
 }
 
-std::wstring LabelsOf(HWND dialog) {
-    std::wstring texts;
-    for (HWND child = nullptr; (child = FindWindowExW(dialog, child, L"Static", nullptr)) != nullptr;) {
-        const auto text = TextOf(child);
-        if (!text.empty()) texts += (texts.empty() ? L"" : L"\n") + text;
-    }
-    return texts;
-}
-
 RECT RectOf(HWND window) {
     RECT rect{};
     GetWindowRect(window, &rect);
@@ -101,7 +74,8 @@ std::string Describe(HWND window) {
     std::ostringstream out;
     try {
         DescribeTo(out, window);
-        EnumChildWindows(window, DescribeChild, ToLParam(static_cast<std::ostream*>(&out)));
+        for (HWND child = nullptr; (child = FindWindowExW(window, child, nullptr, nullptr)) != nullptr;)
+            DescribeTo(out, child);
     } catch (const std::exception& error) {
         out << error.what() << '\n';
     }
@@ -113,50 +87,43 @@ std::string Utf8(const std::wstring& text) {
     return {bytes.begin(), bytes.end()};
 }
 
-/// Room for a row that grows between the question for its length and that for its text.
-constexpr std::size_t kSpareCharacters = 1024;
-
 std::vector<std::wstring> Rows(HWND list) {
-    const ListMessages messages = MessagesOf(list);
-    std::vector<std::wstring> rows;
-    const auto count = Send(list, messages.count);
-    for (LRESULT i = 0; i < count; ++i) {
-        const auto index = static_cast<WPARAM>(i);
-        const auto length = Send(list, messages.textLength, index);
+    const ListMessages& messages = MessagesOf(list);
+    std::vector<std::wstring> rows(static_cast<std::size_t>(Send(list, messages.count)));
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const LRESULT length = Send(list, messages.textLength, i);
+        rows[i].resize(static_cast<std::size_t>(length) + kSpareCharacters);
+        const LRESULT got = Send(list, messages.text, i, ToLParam(rows[i].data()));
         // Another process's list may be filled anew meanwhile: then it counts as empty, and the test looks
         // again.
-        if (length < 0) return {};
-        std::wstring row(static_cast<std::size_t>(length) + kSpareCharacters, L'\0');
-        const auto got = Send(list, messages.text, index, ToLParam(row.data()));
         if (got < 0) return {};
-        row.resize(static_cast<std::size_t>(got));
-        rows.push_back(row);
+        rows[i].resize(static_cast<std::size_t>(got));
     }
     return rows;
 }
 
 std::vector<int> SelectedRows(HWND list) {
+    const ListMessages& messages = MessagesOf(list);
+    const bool several = TakesSeveral(list);
+    const LRESULT current = Send(list, messages.selected);
+    const auto count = static_cast<int>(Send(list, messages.count));
     std::vector<int> rows;
-    if (IsMultipleChoice(list)) {
-        const auto count = static_cast<int>(Send(list, LB_GETCOUNT));
-        for (int i = 0; i < count; ++i) {
-            if (Send(list, LB_GETSEL, static_cast<WPARAM>(i)) > 0) rows.push_back(i);
-        }
-    } else if (const auto row = Send(list, IsCombo(list) ? CB_GETCURSEL : LB_GETCURSEL); row >= 0) {
-        rows.push_back(static_cast<int>(row));
+    for (int row = 0; row < count; ++row) {
+        const auto index = static_cast<WPARAM>(row);
+        if (several ? Send(list, LB_GETSEL, index) > 0 : current == row) rows.push_back(row);
     }
     return rows;
 }
 
 void SelectRows(HWND list, const std::vector<int>& rows) {
-    if (IsMultipleChoice(list)) {
+    if (TakesSeveral(list)) {
         Send(list, LB_SETSEL, FALSE, -1);
         for (const int row : rows) Send(list, LB_SETSEL, TRUE, row);
     } else {
         Send(list, MessagesOf(list).select, static_cast<WPARAM>(rows.empty() ? -1 : rows.back()));
     }
     static_assert(LBN_SELCHANGE == CBN_SELCHANGE);
-    Send(GetParent(list), WM_COMMAND, NotificationOf(list, LBN_SELCHANGE), ToLParam(list));
+    Notify(list, LBN_SELCHANGE);
 }
 
 void Select(HWND list, const std::vector<std::wstring>& texts) {
@@ -164,10 +131,7 @@ void Select(HWND list, const std::vector<std::wstring>& texts) {
     std::vector<int> rows;
     for (const auto& text : texts) {
         const auto found = std::ranges::find(all, text);
-        if (found == all.end()) {
-            ADD_FAILURE() << "there is no row \"" << Utf8(text) << "\"\n" << Describe(list);
-            return;
-        }
+        if (found == all.end()) FAIL() << "no row \"" << Utf8(text) << "\" in " << Describe(list);
         rows.push_back(static_cast<int>(found - all.begin()));
     }
     SelectRows(list, rows);
@@ -176,22 +140,19 @@ void Select(HWND list, const std::vector<std::wstring>& texts) {
 int TreeCount(HWND tree) { return static_cast<int>(Send(tree, TVM_GETCOUNT)); }
 
 void PostNotification(HWND control, WORD code) {
-    PostMessageW(GetParent(control), WM_COMMAND, NotificationOf(control, code), ToLParam(control));
+    PostMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control), code), ToLParam(control));
 }
 
 void EnterText(HWND control, const std::wstring& text) {
     Send(control, WM_SETTEXT, 0, ToLParam(text.c_str()));
     // An edit tells its dialog itself; a combo box does so for typed text only.
-    if (IsCombo(control))
-        Send(GetParent(control), WM_COMMAND, NotificationOf(control, CBN_EDITCHANGE), ToLParam(control));
+    if (IsCombo(control)) Notify(control, CBN_EDITCHANGE);
 }
 
 void Press(HWND button) {
-    if (IsWindow(button) && IsWindowEnabled(button) && IsWindowVisible(button))
-        PostMessageW(button, BM_CLICK, 0, 0);
-    else
-        ADD_FAILURE() << "this can't be pressed: "
-                      << (IsWindow(button) ? Describe(button) : "(no such window)");
+    if (!IsWindowEnabled(button) || !IsWindowVisible(button))
+        FAIL() << "this can't be pressed: " << Describe(button);
+    PostMessageW(button, BM_CLICK, 0, 0);
 }
 
 void PostKey(HWND control, WORD virtualKey) {
@@ -203,8 +164,7 @@ void PostKey(HWND control, WORD virtualKey) {
 void BringToFront(HWND window) {
     SetForegroundWindow(window);
     const HWND top = GetAncestor(window, GA_ROOT);
-    if (!WaitFor([&] { return GetForegroundWindow() == top; }))
-        ADD_FAILURE() << "the window does not come to the front: " << Describe(window);
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; })) << Describe(window);
 }
 
 }  // namespace support

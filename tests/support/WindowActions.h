@@ -14,11 +14,8 @@ LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
 std::wstring ClassOf(HWND window);
 std::wstring TextOf(HWND window);
-/// The texts of a dialog's labels, a line each: what a message box says.
-std::wstring LabelsOf(HWND dialog);
 RECT RectOf(HWND window);
-/// The window with its text, state and place, and below it everything within it; for the message of a failed
-/// test.
+/// The window and the controls within it with their texts, states and rows, for the message of a failed test.
 std::string Describe(HWND window);
 std::string Utf8(const std::wstring& text);
 

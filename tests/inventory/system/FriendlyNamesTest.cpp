@@ -249,7 +249,7 @@ class FriendlyNamesWithDatabase : public FriendlyNames {
     void SetUp() override {
         FriendlyNames::SetUp();
         m_files.Write(L"names.txt", support::Utf8(IdText(1)) + "\tOf the database\n");
-        std::filesystem::copy_file(support::BesideTest(L"stand-ins\\VrnDatabase.dll"),
+        std::filesystem::copy_file(support::BesideTest(L"Database\\VrnDatabase.dll"),
                                    m_files.Path(L"d.dll"));
         m_database.Open(m_files.Path(L"d.dll"));
         m_inventory.ReadAdapterInventory();
@@ -290,14 +290,13 @@ TEST_F(FriendlyNamesWithDatabase, ItsNamesAreNoReasonToCorrectAnything) {
 
 TEST(PluginDatabase, ALibraryThatIsNoneLeavesRegistryMode) {
     const support::FileSandbox files;
-    for (const std::filesystem::path& library :
-         {std::filesystem::path(files.Path(L"missing.dll")),
-          support::BesideTest(L"stand-ins\\no-export\\VrnDatabase.dll"),
-          support::BesideTest(L"stand-ins\\null\\VrnDatabase.dll"),
-          std::filesystem::path(files.Write(L"text.dll", "not a library"))}) {
+    std::filesystem::copy_file(support::BesideTest(L"Database\\VrnDatabase.dll"), files.Path(L"null.dll"));
+    for (const std::wstring& library :
+         {files.Path(L"missing.dll"), files.Path(L"null.dll"), files.Write(L"text.dll", "not a library"),
+          std::wstring(L"C:\\windows\\system32\\version.dll")}) {
         CPluginDatabase database;
-        database.Open(library.wstring());
-        EXPECT_FALSE(database.IsOpen()) << library;
+        database.Open(library);
+        EXPECT_FALSE(database.IsOpen()) << support::Utf8(library);
         EXPECT_TRUE(database.Names().empty());
     }
 }
