@@ -124,7 +124,7 @@ TEST_F(VstTools, TheDialogWaitsAliveUntilTheToolEndsOrTheHostTakesItAway) {
     LetToolDo(L"add");
     EXPECT_TRUE(WaitFor([&] { return program.Rows(IDC_PLUGINS).size() == rows + 1; })) << program.OnScreen();
     EXPECT_EQ(Commands().size(), 1U) << program.OnScreen();
-    EXPECT_FALSE(program.Popup());
+    EXPECT_FALSE(IsLocked(program)) << program.OnScreen();
     EXPECT_EQ(program.TextOf(IDC_VST_GROUP), L"VST Configuration");
 
     PressScan(program);

@@ -29,12 +29,13 @@ std::filesystem::path OwnPath() {
     return path;
 }
 
-std::wofstream Calls() {
-    return std::wofstream(OwnPath().replace_filename(L"calls.txt"), std::ios::app | std::ios::binary);
+void Note(const std::wstring& call) {
+    std::wofstream(OwnPath().replace_filename(L"calls.txt"), std::ios::app | std::ios::binary)
+        << call << L'\n';
 }
 
 HRESULT FillNames(void*, INames* names) {
-    Calls() << L"fill\n";
+    Note(L"fill");
     std::wifstream file(OwnPath().replace_filename(L"names.txt"));
     if (!file) return E_FAIL;
     for (std::wstring key, name; std::getline(file, key, L'\t') && std::getline(file, name);)
@@ -43,13 +44,13 @@ HRESULT FillNames(void*, INames* names) {
 }
 
 HRESULT SetName(void*, const wchar_t* key, int kind, const wchar_t* name, int reserved1, int reserved2) {
-    Calls() << L"set\t" << key << L'\t' << kind << L'\t' << name
-            << (reserved1 != 0 || reserved2 != 0 ? L"\treserved\n" : L"\n");
+    Note(std::wstring(L"set\t") + key + L'\t' + std::to_wstring(kind) + L'\t' + name +
+         (reserved1 != 0 || reserved2 != 0 ? L"\treserved" : L""));
     return std::wcsstr(name, L"refused") ? E_ACCESSDENIED : S_OK;
 }
 
-void Unexpected() { Calls() << L"unexpected\n"; }
-void Destroy() { Calls() << L"destroy\n"; }
+void Unexpected() { Note(L"unexpected"); }
+void Destroy() { Note(L"destroy"); }
 
 /// The order of the operations is the library's binary contract.
 using Operation = void (*)();

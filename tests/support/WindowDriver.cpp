@@ -55,23 +55,15 @@ HWND WindowDriver::Control(int id) const {
     throw std::runtime_error("there is no control " + std::to_string(id) + "\n" + OnScreen());
 }
 
-HWND WindowDriver::Popup() const {
-    const HWND owner = GetAncestor(m_window, GA_ROOT);
-    HWND popup = nullptr;
-    do popup = FindWindowExW(nullptr, popup, L"#32770", nullptr);
-    while (popup && GetWindow(popup, GW_OWNER) != owner);
-    return popup;
-}
-
 std::optional<DWORD> WindowDriver::Close() const {
     PostMessageW(m_window, WM_CLOSE, 0, 0);
     return WaitForExit();
 }
 
 std::string WindowDriver::OnScreen() const {
-    const HWND popup = Popup();
-    return WaitForExit(0ms) ? "(the program has ended)"
-                            : Describe(m_window) + (popup ? Describe(popup) : std::string());
+    if (WaitForExit(0ms)) return "(the program has ended)";
+    const HWND popup = GetLastActivePopup(m_window);
+    return Describe(m_window) + (popup != m_window ? Describe(popup) : std::string());
 }
 
 }  // namespace support

@@ -41,8 +41,6 @@ class WindowDriver {
     HWND Window() const { return m_window; }
     /// A control of the main dialog. Throws when there is none: nothing could be said of what it shows.
     HWND Control(int id) const;
-    /// A dialog of the program besides the main one, such as a message box.
-    HWND Popup() const;
 
     // By control id, in the main dialog.
     std::wstring TextOf(int id) const { return support::TextOf(Control(id)); }

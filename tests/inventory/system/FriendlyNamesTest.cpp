@@ -249,8 +249,7 @@ class FriendlyNamesWithDatabase : public FriendlyNames {
     void SetUp() override {
         FriendlyNames::SetUp();
         m_files.Write(L"names.txt", support::Utf8(IdText(1)) + "\tOf the database\n");
-        std::filesystem::copy_file(support::BesideTest(L"Database\\VrnDatabase.dll"),
-                                   m_files.Path(L"d.dll"));
+        std::filesystem::copy_file(support::BesideTest(L"Database\\VrnDatabase.dll"), m_files.Path(L"d.dll"));
         m_database.Open(m_files.Path(L"d.dll"));
         m_inventory.ReadAdapterInventory();
         m_inventory.Enumerate(true);
