@@ -18,7 +18,7 @@ class Tips : public support::MainDialog {
         MSG posted{window, message, 0, MAKELPARAM(client.x, client.y), 0, {}};
         m_dialog->Translate(posted);
     }
-    std::wstring RestOn(HWND window, POINT client = {3, 3}) {
+    std::wstring RestOn(HWND window, POINT client) {
         Post(window, WM_MOUSEMOVE, client);
         Post(window, WM_MOUSEHOVER, client);
         return Shown();
@@ -63,19 +63,17 @@ TEST_F(Tips, OnlyRowsThatAreCutOffAreShownWholeWhileTheMouseIsOnThem) {
 }
 
 TEST_F(Tips, FieldsThatCannotBeEditedAndLabelsThatEndInDotsAreShownWhole) {
-    const auto restOn = [this](int id) {
-        Item(id).SetText(kLong);
+    const auto restOn = [this](HWND control) {
+        CWindow(control).SetText(kLong);
         // Labels let the mouse through to the dialog.
-        const Rect place = Item(id).RectIn(m_dialog->Handle());
-        return support::ClassOf(Control(id)) == L"Static"
+        const Rect place = CWindow(control).RectIn(m_dialog->Handle());
+        return support::ClassOf(control) == L"Static"
                    ? RestOn(m_dialog->Handle(), {place.left + 3, place.top + 3})
-                   : RestOn(Control(id));
+                   : RestOn(control, {3, 3});
     };
-    EXPECT_EQ(restOn(IDC_FILENAME), kLong);
-    EXPECT_EQ(restOn(IDC_LAYOUT_FILE), kLong);
-    EXPECT_EQ(restOn(IDC_LAYOUT_LABEL), L"") << "is not made to be cut off";
-    EXPECT_EQ(restOn(IDC_EXCLUDE), L"");
-    EXPECT_EQ(RestOn(::GetWindow(Control(IDC_LAYOUTS), GW_CHILD)), L"") << "a field for writing";
+    for (const int id : {IDC_FILENAME, IDC_LAYOUT_FILE}) EXPECT_EQ(restOn(Control(id)), kLong) << id;
+    for (const int id : {IDC_LAYOUT_LABEL, IDC_EXCLUDE}) EXPECT_EQ(restOn(Control(id)), L"") << id;
+    EXPECT_EQ(restOn(::GetWindow(Control(IDC_LAYOUTS), GW_CHILD)), L"") << "a field for writing";
 }
 
 TEST_F(Tips, AButtonWithoutAVisibleTextShowsItsName) {

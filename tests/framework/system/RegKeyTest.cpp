@@ -8,7 +8,8 @@ namespace {
 const HKEY kRoot = HKEY_CURRENT_USER;
 const std::wstring kPath = L"Software\\RegKeyTest";
 
-std::wstring Long(std::size_t length) { return std::wstring(length, L'x'); }
+const std::wstring kLong(500'000, L'x');
+const std::wstring kAtLimit = kLong.substr(0, 259);
 
 std::vector<BYTE> Terminated(std::wstring text) {
     text += L'\0';
@@ -40,9 +41,9 @@ TEST_F(RegKey, OnlyWellFormedTextsAreReadAndOnlyExpandableOnesExpanded) {
         {"number", REG_DWORD, {'a', 0, 0, 0}, std::nullopt, std::nullopt},
         {"binary", REG_BINARY, Terminated(L"abc"), std::nullopt, std::nullopt},
         {"list", REG_MULTI_SZ, Terminated(L"abc"), std::nullopt, std::nullopt},
-        {"at the limit", REG_SZ, Terminated(Long(259)), Long(259), Long(259)},
-        {"past the limit", REG_SZ, Terminated(Long(260)), std::nullopt, std::nullopt},
-        {"enormous", REG_SZ, Terminated(Long(500'000)), std::nullopt, std::nullopt},
+        {"at the limit", REG_SZ, Terminated(kAtLimit), kAtLimit, kAtLimit},
+        {"past the limit", REG_SZ, Terminated(kAtLimit + L'x'), std::nullopt, std::nullopt},
+        {"enormous", REG_SZ, Terminated(kLong), std::nullopt, std::nullopt},
     };
     for (const auto& c : cases) {
         support::SetRaw(kRoot, kPath, L"value", c.type, c.bytes);
@@ -52,7 +53,8 @@ TEST_F(RegKey, OnlyWellFormedTextsAreReadAndOnlyExpandableOnesExpanded) {
         EXPECT_EQ(key->ReadPath(L"value"), c.strict ? c.loose : std::nullopt) << c.what;
         EXPECT_EQ(key->ReadUnterminated(L"value", kPathBytes), c.loose) << c.what;
         if (c.bytes.size() <= kPathBytes) continue;
-        EXPECT_EQ(key->ReadString(L"value", c.bytes.size()), Long(c.bytes.size() / sizeof(wchar_t) - 1));
+        EXPECT_EQ(key->ReadString(L"value", c.bytes.size()),
+                  kLong.substr(0, c.bytes.size() / sizeof(wchar_t) - 1));
         EXPECT_FALSE(key->ReadString(L"value", c.bytes.size() - 1)) << c.what;
     }
 }

@@ -82,8 +82,24 @@ TEST_F(LayoutToolbar, AButtonIsDrawnWithinTheClippingOnly) {
                   Draw(Control(IDC_LAYOUT_OPEN), dc, 0);
               }),
               expected);
-    ::DestroyWindow(Control(IDC_LAYOUT_OPEN));
-    EXPECT_FALSE(Draw(nullptr, nullptr, 0)) << "no window is not its window";
+    const HWND gone = Control(IDC_LAYOUT_OPEN);
+    ::DestroyWindow(gone);
+    EXPECT_FALSE(Draw(gone, nullptr, 0));
+}
+
+TEST_F(LayoutToolbar, AButtonRepaintsOnceWhenTheMouseComesAndOnceWhenItGoes) {
+    Show();
+    const CWindow button = Item(IDC_LAYOUT_OPEN);
+    ::UpdateWindow(button.Handle());
+    const auto repaints = [button](UINT message, int x) {
+        ::ValidateRect(button.Handle(), nullptr);
+        button.Send(message, 0, MAKELPARAM(x, 3));
+        return ::GetUpdateRect(button.Handle(), nullptr, FALSE) != FALSE;
+    };
+    EXPECT_TRUE(repaints(WM_MOUSEMOVE, 3));
+    EXPECT_FALSE(repaints(WM_MOUSEMOVE, 3) || repaints(WM_MOUSEHOVER, 3));
+    EXPECT_TRUE(repaints(WM_MOUSELEAVE, -5));
+    EXPECT_FALSE(repaints(WM_MOUSEMOVE, -5));
 }
 
 TEST_F(LayoutToolbar, TheKeyboardWorksAButton) {
