@@ -15,11 +15,11 @@ void Require(bool holds) {
     if (!holds) std::abort();
 }
 
-/// No result may be anything but a code or a count of what was really visited. By reference, because the
-/// call that counts stands in the first argument.
-void CheckResult(int result, const int& visited) {
-    Require(result >= kPresetIoFailure);
-    if (result > 0) Require(result == visited);
+/// No result may be anything but a code or a count of what was really visited, which begins anew. By
+/// reference, because the call that counts stands in the first argument.
+void CheckResult(int result, int& visited) {
+    Require(result >= kPresetIoFailure && (result <= 0 || result == visited));
+    visited = 0;
 }
 
 template <typename TWork>
@@ -53,13 +53,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CheckResult(ImportFor(reader, plugin, nullptr, keep), visited);
         Require(stored <= size);
     });
-    visited = 0;
     WithReader(input, [&](CPresetFileReader& reader) {
         PluginInFile hall{.plugin = kPlugin}, blank;
         PluginInFile* const plugins[] = {&hall, &blank};
         CheckResult(ImportForSeveral(reader, plugins, keep), visited);
     });
-    visited = 0;
     WithReader(input, [&](CPresetFileReader& reader) {
         CheckResult(ListForPlugin(reader, kPlugin, list, L"no"), visited);
         Require(reader.Position() <= size);

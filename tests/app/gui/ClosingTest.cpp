@@ -7,11 +7,8 @@
 
 namespace {
 
-using support::IdText;
-
 constexpr wchar_t kQuestion[] = L"Save changes";
 constexpr wchar_t kSaveTitle[] = L"Save Plug-In Menu Layout";
-constexpr wchar_t kExcluded[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
 
 class Closing : public support::MainDialog {
   protected:
@@ -34,38 +31,33 @@ class Closing : public support::MainDialog {
 };
 
 TEST_F(Closing, AsksOnceAndKeepsWhatWasNotSaved) {
-    const std::function<void()> ways[] = {[this] { EnterOnClose(); }, [this] { Post(WM_CLOSE); }};
-    for (const auto& arguments : {std::vector<std::wstring>(), Hosted()}) {
-        for (const auto& close : ways) {
-            OpenModified(arguments);
-            m_popups.Expect(kQuestion, IDCANCEL);
-            close();
-            ASSERT_TRUE(IsOpen());
-            m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
-            close();
-            ASSERT_TRUE(IsOpen()) << "the save dialog was left";
-            m_popups.Expect(kQuestion, IDYES)
-                .ExpectFile(kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
-                            [](HWND dialog) {
-                                support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X");
-                            })
-                .Expect(L"Could not save", IDOK);
-            close();
-            ASSERT_TRUE(IsOpen()) << "it could not be saved";
-            EXPECT_EQ(support::TreeCount(Control(IDC_LAYOUT_TREE)), 1);
-            m_popups.Expect(kQuestion, IDNO);
-            close();
-            ASSERT_FALSE(IsOpen());
-            m_popups.ExpectNoMore();
-        }
+    const std::pair<std::vector<std::wstring>, std::function<void()>> ways[] = {
+        {{}, [this] { EnterOnClose(); }}, {Hosted(), [this] { Post(WM_CLOSE); }}};
+    for (const auto& [arguments, close] : ways) {
+        OpenModified(arguments);
+        m_popups.Expect(kQuestion, [this](HWND box) {
+            EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION)) << "what is open already is not asked again";
+            ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+        });
+        close();
+        ASSERT_TRUE(IsOpen());
+        m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
+        close();
+        ASSERT_TRUE(IsOpen()) << "the save dialog was left";
+        m_popups.Expect(kQuestion, IDYES)
+            .ExpectFile(kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
+                        [](HWND dialog) {
+                            support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X");
+                        })
+            .Expect(L"Could not save", IDOK);
+        close();
+        ASSERT_TRUE(IsOpen()) << "it could not be saved";
+        EXPECT_EQ(support::TreeCount(Control(IDC_LAYOUT_TREE)), 1);
+        m_popups.Expect(kQuestion, IDNO);
+        close();
+        ASSERT_FALSE(IsOpen());
+        m_popups.ExpectNoMore();
     }
-}
-
-TEST_F(Closing, AHostThatTakesTheWindowAwayIsPutTheQuestion) {
-    OpenModified(Hosted());
-    m_popups.Expect(kQuestion, IDNO);
-    ::DestroyWindow(m_dialog->Handle());
-    EXPECT_FALSE(IsOpen());
 }
 
 TEST_F(Closing, AQuestionThatOutlivesTheWindowSavesNothing) {
@@ -89,7 +81,7 @@ TEST_F(Closing, AQuestionThatOutlivesTheWindowSavesNothing) {
     }));
 }
 
-TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAway) {
+TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAwayUntilTheHostTakesTheWindow) {
     OpenModified(Hosted());
     m_popups.Expect(kQuestion, IDNO);
     EXPECT_TRUE(m_dialog->Send(WM_QUERYENDSESSION));
@@ -98,12 +90,13 @@ TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAway) {
     m_popups.Expect(kQuestion, IDCANCEL);
     EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION));
     m_popups.Expect(kQuestion, IDNO);
-    Post(WM_CLOSE);
+    ::DestroyWindow(m_dialog->Handle());
     EXPECT_FALSE(IsOpen());
 }
 
 TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
-    support::SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + IdText(3), L"Description", L"Desk");
+    support::SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + support::IdText(3), L"Description",
+                     L"Desk");
     support::AddVst(1, L"Bellows");
     for (const auto& [category, plugin, excluded] :
          {std::tuple(L"Control Surfaces", L"Desk", 0U), std::tuple(support::kVstEffects, L"Bellows", 1U)}) {
@@ -117,7 +110,9 @@ TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
         ASSERT_TRUE(IsOpen());
         EnterOnClose();
         EXPECT_FALSE(IsOpen());
-        EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, kExcluded).size(), excluded);
+        const auto keys =
+            support::Subkeys(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\ExcludedPlugIns");
+        EXPECT_EQ(keys.size(), excluded);
     }
     EXPECT_TRUE(support::WaitFor([&] { return m_host.MessageCount(support::kLayoutsChanged) == 2; }));
     EXPECT_EQ(m_host.MessageCount(support::kPluginsChanged), 0U) << "without the button's message";
