@@ -1,13 +1,51 @@
-// The layout tree of the main dialog, worked by its buttons and keys.
+// The layout tree of the main dialog, worked by its buttons, menus and keys.
 #include "layouts/LayoutTreeDialog.h"
 
 namespace {
 
+/// The context menu that came up last.
+struct {
+    UINT wanted;
+    std::vector<UINT> commands;
+    POINT corner;
+} g_menu;
+
+void CALLBACK WorkMenu(HWND, UINT, UINT_PTR, DWORD) {
+    constexpr UINT kGetMenu = 0x1E1;  // MN_GETHMENU
+    const HWND window = ::FindWindowW(L"#32768", nullptr);
+    if (!window || !::IsWindowVisible(window) || !g_menu.commands.empty()) return;
+    const auto menu = reinterpret_cast<HMENU>(support::Send(window, kGetMenu));
+    g_menu.corner = {support::RectOf(window).left, support::RectOf(window).top};
+    for (int row = 0; row < ::GetMenuItemCount(menu); ++row) {
+        const UINT command = ::GetMenuItemID(menu, row);
+        if (command == 0) continue;  // a line between others
+        g_menu.commands.push_back(command);
+        support::PostKey(window, VK_DOWN);
+        if (command == g_menu.wanted) return support::PostKey(window, VK_RETURN);
+    }
+    ::EndMenu();
+}
+
 class LayoutTree : public support::LayoutTreeDialog {
   protected:
     void SetUp() override {
-        for (const unsigned number : {1U, 2U}) support::AddVst(number, number == 1 ? L"x" : L"y");
+        support::AddVst(1, L"x");
+        support::AddVst(2, L"y");
         Open();
+    }
+    /// Gives the commands of the menu that `open` brings up. One is chosen, or else the menu is left.
+    static std::vector<UINT> Menu(const std::function<void()>& open, UINT command = 0) {
+        g_menu = {command, {}, {}};
+        const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &WorkMenu);
+        open();
+        ::KillTimer(nullptr, timer);
+        return g_menu.commands;
+    }
+    std::vector<UINT> RightClick(POINT place) {
+        PutUnderPointer(place);
+        PostMouse(WM_RBUTTONDOWN, place, MK_RBUTTON);
+        PostMouse(WM_RBUTTONUP, place);
+        return Menu([this] { Pump(); });
     }
     void EnterLabel(const std::wstring& text) {
         const CWindow edit = Tree().LabelEdit();
@@ -17,39 +55,45 @@ class LayoutTree : public support::LayoutTreeDialog {
     }
 };
 
-TEST_F(LayoutTree, ButtonsDoTheirWork) {
-    struct Case {
-        const wchar_t* before;
-        int button;
-        const wchar_t* after;
-    };
+TEST_F(LayoutTree, CommandsDoTheirWork) {
     Choose(support::kVstEffects);
     SelectPlugins({L"x", L"y"});
-    for (const Case& c : {
-             Case{L"a,*b,F(c)", IDC_MOVE_UP, L"*b,a,F(c)"},
-             Case{L"a,b,*F(c)", IDC_MOVE_UP, L"a,*F(c),b"},
-             Case{L"*F[a],b", IDC_MOVE_DOWN, L"b,*F[a]"},
-             Case{L"F(a,G(+b,*c)),d", IDC_PROMOTE, L"F(a,G(),*c,+b),d"},
-             Case{L"F(*G(+a,b))", IDC_PROMOTE, L"F(),+G(b),*a"},
-             Case{L"c,-,F(y,x,-),B,a,E()", IDC_SORT_ALL, L"E(),F(x,-,y),a,B,c,-"},
-             Case{L"F[a,G[b]],*c", IDC_EXPAND_ALL, L"F(a,G(b)),*c"},
-             Case{L"*a,F(+b,c,G(d))", IDC_COLLAPSE_ALL, L"*a,F[b,c,G[d]]"},
-             Case{L"F(+a),*b", IDC_COLLAPSE_ALL, L"F[a],*b"},
-             Case{L"F(+a,b),^c,d,+e", IDC_REMOVE, L"F(b),*d"},
-             Case{L"*F(a),b", IDC_NEW_FOLDER, L"F(a),*n(),b"},
-             Case{L"F(^a),b", IDC_NEW_FOLDER, L"F(a),b,*n()"},
-             Case{L"F(*a),b", IDC_ADD_SEPARATOR, L"F(a,*-),b"},
-             Case{L"F(^a),b", IDC_ADD_SEPARATOR, L"F(a),b,*-"},
-             Case{L"F[a],*b,c", IDC_ADD_PLUGIN, L"F[a],b,*y,x,c"},  // each behind the same one
-             Case{L"*F[a],b", IDC_ADD_PLUGIN, L"F(a,x,*y),b"},
-             Case{L"a", IDC_ADD_PLUGIN, L"a,x,*y"},
+    for (const auto& [before, command, after] : Table<Line, int, Line>{
+             {L"a,*b,F(c)", IDC_MOVE_UP, L"*b,a,F(c)"},
+             {L"a,b,*F(c)", IDC_MOVE_UP, L"a,*F(c),b"},
+             {L"*F[a],b", IDC_MOVE_DOWN, L"b,*F[a]"},
+             {L"*a,b,F(c)", ID_MOVE_TO_BOTTOM, L"b,F(c),*a"},
+             {L"a,b,^F(c)", ID_MOVE_TO_TOP, L"^F(c),a,b"},
+             {L"F(a,G(+b,*c)),d", IDC_PROMOTE, L"F(a,G(),*c,+b),d"},
+             {L"F(*G(+a,b))", IDC_PROMOTE, L"F(),+G(b),*a"},
+             {L"c,-,F(y,x,-),B,a,E()", IDC_SORT_ALL, L"E(),F(x,-,y),a,B,c,-"},
+             {L"+F(b,a),*G(d,c),H(f,e)", ID_SORT_FOLDERS, L"+F(a,b),*G(c,d),H(f,e)"},
+             {L"F[a,G[b]],*c", IDC_EXPAND_ALL, L"F(a,G(b)),*c"},
+             {L"*a,F(+b,c,G(d))", IDC_COLLAPSE_ALL, L"*a,F[b,c,G[d]]"},
+             {L"F(+a,b),^c,d,+e", IDC_REMOVE, L"F(b),*d"},
+             {L"*F(G(a)),b", ID_ITEM_DELETE, L"*b"},  // without a question
+             {L"*F(a),b", IDC_NEW_FOLDER, L"F(a),*n(),b"},
+             {L"F(^a),b", IDC_NEW_FOLDER, L"F(a),b,*n()"},
+             {L"*F(a),b", ID_NEW_SUBFOLDER, L"F(a,*n()),b"},
+             {L"*F(a),b", ID_NEW_FOLDER_HERE, L"F(a),*n(),b"},
+             {L"F(a),b", ID_NEW_FOLDER_AT_END, L"F(a),b,*n()"},
+             {L"a,*b", ID_ITEM_RENAME, L"a,*n"},
+             {L"F(*a),b", IDC_ADD_SEPARATOR, L"F(a,*-),b"},
+             {L"F[a],*b,c", IDC_ADD_PLUGIN, L"F[a],b,*y,x,c"},  // each behind the same one
+             {L"*F[a],b", IDC_ADD_PLUGIN, L"F(a,x,*y),b"},
+             {L"a", IDC_ADD_PLUGIN, L"a,x,*y"},
          }) {
-        SCOPED_TRACE(support::Utf8(c.before) + ", button " + std::to_string(c.button));
-        Build(c.before);
-        Press(c.button);
-        if (c.button == IDC_NEW_FOLDER) EnterLabel(L"n");
-        EXPECT_EQ(Shape(), c.after);
-        EXPECT_NE(Layout().IsModified(), c.button == IDC_EXPAND_ALL || c.button == IDC_COLLAPSE_ALL);
+        SCOPED_TRACE(support::Utf8(before) + ", " + std::to_string(command));
+        Build(before);
+        if (Control(command)) {
+            Press(command);
+        } else {
+            PutUnderPointer({-20, 0});  // not within the menu
+            Menu([this] { Type(VK_APPS); }, static_cast<UINT>(command));
+        }
+        if (std::wstring_view(after).find(L"*n") != std::wstring_view::npos) EnterLabel(L"n");
+        EXPECT_EQ(Shape(), after);
+        EXPECT_NE(Layout().IsModified(), command == IDC_EXPAND_ALL || command == IDC_COLLAPSE_ALL);
         const std::wstring buttons = Buttons();
         View().UpdateButtons();
         EXPECT_EQ(Buttons(), buttons);
@@ -59,35 +103,44 @@ TEST_F(LayoutTree, ButtonsDoTheirWork) {
     EXPECT_EQ(Shape(), L"b,*a") << "an item of the top level goes to its end";
 }
 
-TEST_F(LayoutTree, AMoveIntoTheItemItselfIsRefused) {
-    Build(L"F(G(a)),b");
-    const HTREEITEM folder = Node(L"F");
-    for (const HTREEITEM within : {folder, Node(L"G"), Node(L"a")}) {
-        EXPECT_EQ(Layout().MoveInto(folder, within, false), folder);
-        EXPECT_EQ(Layout().MoveAfter(folder, within), folder);
+TEST_F(LayoutTree, MenusOpenForTheItemUnderThePointerOrWithTheCaret) {
+    for (const auto& [item, entries, after] : Table<Line, std::size_t, Line>{
+             {L"a", 4, L"*a,b,F(c),-"},
+             {L"F", 7, L"a,b,*F(c),-"},
+             {kSeparatorText, 0, L"a,b,F(c),*-"},
+             {L"", 1, L"a,b,F(c),-"},
+         }) {
+        Build(L"+a,*b,F(c),-");
+        EXPECT_EQ(RightClick(PlaceOf(item)).size(), entries) << support::Utf8(after);
+        EXPECT_EQ(Shape(), after);
     }
-    EXPECT_FALSE(Layout().IsModified());
+    EXPECT_TRUE(RightClick({Tree().ClientRect().right - 2, PlaceOf(L"a").y}).empty()) << "beside an item";
+    Build(L"*a" + Times(60, L",k"));
+    for (const auto& [key, held] : Table<WORD, BYTE>{{VK_APPS, 0}, {VK_F10, VK_SHIFT}}) {
+        Tree().ScrollToTop(Layout().Children(nullptr).back());
+        EXPECT_FALSE(Menu([this, key = key, held = held] { Type(key, held); }).empty());
+        RECT label{};
+        ASSERT_TRUE(Tree().LabelOf(Node(L"a"), label));
+        EXPECT_GE(label.top, 0);
+        ::ScreenToClient(Window(), &g_menu.corner);
+        EXPECT_EQ(std::pair(g_menu.corner.x, g_menu.corner.y), std::pair(label.left, label.bottom));
+    }
 }
 
 TEST_F(LayoutTree, WhatIsInViewStaysUnlessTheItemWouldBeOutOfSight) {
-    struct Case {
-        const wchar_t* before;
-        const wchar_t* top;
-        int button;
-        const wchar_t* topAfter;
-        int more = 60;
-    };
-    for (const Case& c : {
-             Case{L"F(a,b,c,*d)", L"b", IDC_PROMOTE, L"b"}, Case{L"a,b,c,*d", L"b", IDC_MOVE_UP, L"b"},
-             Case{L"*a,b,c,d", L"c", IDC_MOVE_DOWN, L"a"}, Case{L"F(a,*b,c,d)", L"b", IDC_REMOVE, L"c"},
-             Case{L"F(a,b),c,*d", L"b", IDC_COLLAPSE_ALL, L"F"}, Case{L"c,*b,a", L"c", IDC_SORT_ALL, L"a"},
-             Case{L"F(a,b,c,d),G(*e)", L"F", IDC_PROMOTE, L"F", 0},  // all of it is in view
+    for (const auto& [before, top, button, topAfter, more] : Table<Line, Line, int, Line, int>{
+             {L"F(a,b,c,*d)", L"b", IDC_PROMOTE, L"b", 60},
+             {L"a,b,c,*d", L"b", IDC_MOVE_UP, L"b", 60},
+             {L"*a,b,c,d", L"c", IDC_MOVE_DOWN, L"a", 60},
+             {L"F(a,*b,c,d)", L"b", IDC_REMOVE, L"c", 60},
+             {L"F(a,b),c,*d", L"b", IDC_COLLAPSE_ALL, L"F", 60},
+             {L"c,*b,a", L"c", IDC_SORT_ALL, L"a", 60},
+             {L"F(a,b,c,d),G(*e)", L"F", IDC_PROMOTE, L"F", 0},  // all of it is in view
          }) {
-        Build(c.before + Times(c.more, L",k"));
-        Tree().ScrollToTop(Node(c.top));
-        Press(c.button);
-        EXPECT_EQ(Tree().FirstVisible(), Node(c.topAfter))
-            << support::Utf8(c.before) << ", button " << c.button;
+        Build(before + Times(more, L",k"));
+        Tree().ScrollToTop(Node(top));
+        Press(button);
+        EXPECT_EQ(Tree().FirstVisible(), Node(topAfter)) << support::Utf8(before) << ", button " << button;
     }
 }
 
@@ -101,7 +154,6 @@ TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
     Type(VK_F2);
     EXPECT_EQ(Tree().LabelEdit().Text(), longName) << "the whole name is there to edit";
     EnterLabel(L"");
-    EXPECT_EQ(Shape(), L"*" + longName + L",b,-");
     EXPECT_FALSE(Layout().IsModified());
     EXPECT_FALSE(Tree().EditLabel(Node(kSeparatorText))) << "a separator has no name to edit";
     Build(L"*a,b");
@@ -111,48 +163,36 @@ TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
     EXPECT_EQ(Shape(), L"c,*b") << "a click elsewhere takes the name, and selects";
 }
 
-TEST_F(LayoutTree, KeysSelectAsInAList) {
-    struct Case {
-        WORD key;
-        BYTE held;
-        const wchar_t* after;
-    };
+TEST_F(LayoutTree, KeysSelectAsInAListAndWhatAClosedFolderHidesIsNotSelected) {
     Build(L"*a,F[b],c,d");
-    for (const Case& c : {
-             Case{VK_DOWN, VK_SHIFT, L"+a,*F[b],c,d"},
-             Case{VK_END, VK_SHIFT, L"+a,+F[b],+c,*d"},
-             Case{VK_UP, VK_SHIFT, L"+a,+F[b],*c,d"},
-             Case{VK_UP, 0, L"a,*F[b],c,d"},  // forgets the anchor
-             Case{VK_HOME, VK_SHIFT, L"*a,+F[b],c,d"},
-             Case{'A', VK_CONTROL, L"*a,+F[b],+c,+d"},  // everything that can be seen
-             Case{VK_DOWN, 0, L"a,*F[b],c,d"},
-             Case{VK_RIGHT, 0, L"a,*F(b),c,d"},
-             Case{VK_DOWN, VK_SHIFT, L"a,+F(*b),c,d"},
-             Case{VK_LEFT, 0, L"a,*F(b),c,d"},
-             Case{VK_LEFT, 0, L"a,*F[b],c,d"},
-             Case{VK_END, 0, L"a,F[b],c,*d"},
+    for (const auto& [key, held, after] : Table<WORD, BYTE, Line>{
+             {VK_DOWN, VK_SHIFT, L"+a,*F[b],c,d"},
+             {VK_END, VK_SHIFT, L"+a,+F[b],+c,*d"},
+             {VK_UP, VK_SHIFT, L"+a,+F[b],*c,d"},
+             {VK_UP, 0, L"a,*F[b],c,d"},  // forgets the anchor
+             {VK_HOME, VK_SHIFT, L"*a,+F[b],c,d"},
+             {'A', VK_CONTROL, L"*a,+F[b],+c,+d"},  // everything that can be seen
+             {VK_DOWN, 0, L"a,*F[b],c,d"},
+             {VK_RIGHT, 0, L"a,*F(b),c,d"},
+             {VK_DOWN, VK_SHIFT, L"a,+F(*b),c,d"},
+             {VK_END, VK_SHIFT, L"a,+F(+b),+c,*d"},
          }) {
-        Type(c.key, c.held);
-        EXPECT_EQ(Shape(), c.after) << c.key << " with " << int{c.held};
-    }
-    EXPECT_EQ(Buttons(), L"ECSRU");
-    Build(L"a,b");
-    for (const auto& [key, held] :
-         {std::pair<WORD, BYTE>(VK_DOWN, VK_SHIFT), {VK_DELETE, 0}, {VK_F2, 0}, {VK_RETURN, VK_MENU}})
         Type(key, held);
-    EXPECT_EQ(Shape(), L"a,b") << "without a caret they have nothing to act on";
-}
-
-TEST_F(LayoutTree, WhatAClosedFolderHidesIsNotSelected) {
+        EXPECT_EQ(Shape(), after) << key << " with " << int{held};
+    }
+    Build(L"^F(+a),+b");
+    Type(VK_SUBTRACT);
+    EXPECT_EQ(Shape() + Buttons(), L"^F[a],+bECSRU");
     Build(L"a,F(b,c,*d)");
     ClickOn(L"c", MK_SHIFT);
     Press(IDC_COLLAPSE_ALL);
     ClickOn(L"a", MK_SHIFT);
     EXPECT_EQ(Shape(), L"*a,+F[b,c,d]") << "up to the folder that hides where the selection began";
-    Build(L"^F(+a),+b");
-    Type(VK_SUBTRACT);
-    EXPECT_EQ(Shape(), L"^F[a],+b");
-    EXPECT_EQ(Buttons(), L"ECSRU");
+    Build(L"a,b");
+    for (const auto& [key, held] :
+         Table<WORD, BYTE>{{VK_DELETE, 0}, {VK_F2, 0}, {VK_DOWN, VK_SHIFT}, {VK_RETURN, VK_MENU}})
+        Type(key, held);
+    EXPECT_EQ(Shape(), L"a,b") << "without a caret they have nothing to act on";
 }
 
 TEST_F(LayoutTree, DeletesOnlyWhatShowsAsSelectedAndAsksAboutFolders) {
@@ -173,17 +213,18 @@ TEST_F(LayoutTree, DeletesOnlyWhatShowsAsSelectedAndAsksAboutFolders) {
 
 TEST_F(LayoutTree, OnlyMissingPluginsAreGreyAndAnEnumerationTellsWhichTheseAre) {
     Build(L"F(a,b),c");
-    for (const wchar_t* name : {L"a", L"c"}) {
-        Layout().Change(Node(name), [&](LayoutItem& record) {
-            record.clsid = *ParseClsid(support::IdText(*name == L'a' ? 3 : 4));
-            record.installed = *name == L'c';
+    for (const auto& [name, number] : Table<Line, unsigned>{{L"a", 3}, {L"c", 4}}) {
+        Layout().Change(Node(name), [number = number](LayoutItem& record) {
+            record.clsid = *ParseClsid(support::IdText(number));
+            record.installed = number == 4;
         });
     }
     Layout().SetModified(false);
     const auto grey = [this] {
         std::wstring names;
-        for (const wchar_t* name : {L"a", L"b", L"c", L"F"})
-            if (Drawn(name).clrText == RGB(0xCD, 0xCD, 0xCD)) names += name;
+        for (const Line name : {L"a", L"b", L"c", L"F"}) {
+            if (Drawn(name).first.clrText == RGB(0xCD, 0xCD, 0xCD)) names += name;
+        }
         return names;
     };
     EXPECT_EQ(grey(), L"ab");
