@@ -111,7 +111,7 @@ TEST_F(LayoutTree, MenusOpenForTheItemUnderThePointerOrWithTheCaret) {
              {L"", 1, L"a,b,F(c),-"},
          }) {
         Build(L"+a,*b,F(c),-");
-        EXPECT_EQ(RightClick(PlaceOf(item)).size(), entries) << support::Utf8(after);
+        EXPECT_EQ(RightClick(PlaceOf(item)).size(), entries) << support::Utf8(after);  // no two menus alike
         EXPECT_EQ(Shape(), after);
     }
     EXPECT_TRUE(RightClick({Tree().ClientRect().right - 2, PlaceOf(L"a").y}).empty()) << "beside an item";
@@ -213,12 +213,8 @@ TEST_F(LayoutTree, DeletesOnlyWhatShowsAsSelectedAndAsksAboutFolders) {
 
 TEST_F(LayoutTree, OnlyMissingPluginsAreGreyAndAnEnumerationTellsWhichTheseAre) {
     Build(L"F(a,b),c");
-    for (const auto& [name, number] : Table<Line, unsigned>{{L"a", 3}, {L"c", 4}}) {
-        Layout().Change(Node(name), [number = number](LayoutItem& record) {
-            record.clsid = *ParseClsid(support::IdText(number));
-            record.installed = number == 4;
-        });
-    }
+    Layout().Change(Node(L"a"), [](LayoutItem& plugin) { plugin.clsid = *ParseClsid(support::IdText(3)); });
+    Layout().Change(Node(L"c"), [](LayoutItem& plugin) { plugin.installed = true; });
     Layout().SetModified(false);
     const auto grey = [this] {
         std::wstring names;
