@@ -41,16 +41,16 @@ TEST(LayoutItem, IdsTellTheKindAndImagesTheState) {
                 IsSeparatorId(NewSeparator().id));
     EXPECT_NE(NewPlugin().id, NewPlugin().id);
     LayoutItem plugin = NewPlugin();
-    plugin.category = 9;
-    EXPECT_EQ(ImagesOf(plugin).normal, 11);
-    plugin.installed = true;
-    EXPECT_EQ(ImagesOf(plugin).normal, 21);
-    plugin.inventoryFlag = true;
-    EXPECT_EQ(ImagesOf(plugin).selected, 19);
-    for (const int unknown : {-1, 11, 1'000'000}) {
-        plugin.category = unknown;
-        EXPECT_EQ(ImagesOf(plugin).normal, 8);
-    }
+    const auto image = [&plugin](int category, bool installed, bool inInventory) {
+        plugin.category = category;
+        plugin.installed = installed;
+        plugin.inventoryFlag = inInventory;
+        return ImagesOf(plugin).selected;
+    };
+    EXPECT_EQ(image(9, false, true), 11);
+    EXPECT_EQ(image(9, true, false), 21);
+    EXPECT_EQ(image(9, true, true), 19);
+    for (const int unknown : {-1, 11, 1'000'000}) EXPECT_EQ(image(unknown, true, true), 8);
     EXPECT_EQ(ImagesOf(NewFolder(L"a")).selected, 6);
 }
 
