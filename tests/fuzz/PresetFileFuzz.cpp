@@ -2,14 +2,12 @@
 #include <cstdlib>
 
 #include "PresetName.h"
-#include "PresetWalk.h"
-#include "presets/MemoryStream.h"
+#include "presets/PresetReading.h"
 
 namespace {
 
-// The plug-in of the corpus; most inputs keep it.
-const PresetPlugin kPlugin = {"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid,
-                              "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid, L"Hall"};
+using support::kHall;
+using support::WithReader;
 
 void Require(bool holds) {
     if (!holds) std::abort();
@@ -20,14 +18,6 @@ void Require(bool holds) {
 void CheckResult(int result, int& visited) {
     Require(result >= kPresetIoFailure && (result <= 0 || result == visited));
     visited = 0;
-}
-
-template <typename TWork>
-void WithReader(std::span<const std::byte> input, TWork&& work) {
-    static const TextConversion text = support::Latin1();
-    support::MemorySource source(input);
-    CPresetFileReader reader(source, text);
-    work(reader);
 }
 
 }  // namespace
@@ -49,17 +39,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     };
 
     WithReader(input, [&](CPresetFileReader& reader) {
-        PluginInFile plugin{.plugin = kPlugin};
+        PluginInFile plugin{.plugin = kHall};
         CheckResult(ImportFor(reader, plugin, nullptr, keep), visited);
         Require(stored <= size);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
-        PluginInFile hall{.plugin = kPlugin}, blank;
+        PluginInFile hall{.plugin = kHall}, blank;
         PluginInFile* const plugins[] = {&hall, &blank};
         CheckResult(ImportForSeveral(reader, plugins, keep), visited);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
-        CheckResult(ListForPlugin(reader, kPlugin, list, L"no"), visited);
+        CheckResult(ListForPlugin(reader, kHall, list, L"no"), visited);
         Require(reader.Position() <= size);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
