@@ -36,10 +36,10 @@ TEST(VstEntryRules, EachRuleDropsAnEntry) {
 
 TEST(VstEntryRules, A32BitEntryYieldsToItsTwin) {
     CTwinIndex twins;
-    VstEntry x64 = Usable(true);
-    x64.isBad = true;
     twins.Add(Usable(false, kTwin));
     EXPECT_FALSE(twins.Hides(Usable(false, kTwin))) << "it is no twin of itself";
+    VstEntry x64 = Usable(true);
+    x64.isBad = true;
     twins.Add(x64);
     EXPECT_TRUE(twins.Hides(Usable(false, kTwin))) << "a twin that is not usable counts, and case does not";
     EXPECT_FALSE(twins.Hides(x64));
