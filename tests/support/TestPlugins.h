@@ -70,10 +70,10 @@ inline void AddSurface(unsigned number, const std::wstring& name) {
     SetText(HKEY_CLASSES_ROOT, kSurfaces + IdText(number), L"Description", name);
 }
 
-/// The file of a filter or a media object.
-inline void SetServer(unsigned number, const std::wstring& path) {
+inline void AddFilter(unsigned number, const std::wstring& name, const std::wstring& file) {
+    RegisterAudioFilter(IdText(number), name);
     SetText(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + IdText(number) + L"\\InprocServer32", nullptr,
-            path);
+            file);
 }
 
 inline constexpr wchar_t kVstEffects[] = L"VST Audio Effects (VST)";

@@ -28,10 +28,6 @@ class PluginPanes : public support::MainDialog {
         Choose(category);
         Item(IDC_PLUGINS).Focus();
     }
-    static void AddFilter(unsigned number, const std::wstring& name, const std::wstring& server) {
-        RegisterAudioFilter(IdText(number), name);
-        SetServer(number, server);
-    }
     static void SetWizard(const wchar_t* path) {
         SetText(HKEY_LOCAL_MACHINE, L"Software\\Corvane Music Software\\Corvane VST Adapter",
                 L"VSTConfigWizardPath", path);
@@ -42,18 +38,12 @@ class PluginPanes : public support::MainDialog {
     /// A letter for each button that can be pressed, and what the fields of the details say.
     std::wstring Panes() const {
         const auto isShown = [this](int id) { return ::IsWindowVisible(Control(id)) != FALSE; };
+        constexpr int kButtons[] = {
+            IDC_IMPORT,      IDC_EXPORT,   IDC_MANAGE,         IDC_EXCLUDE,        IDC_ADD_PLUGIN,
+            IDC_VST_OPTIONS, IDC_VST_SCAN, IDC_VST_PROPERTIES, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES};
         std::wstring shown;
-        for (const auto& [id, letter] : {std::pair(IDC_IMPORT, L'i'),
-                                         {IDC_EXPORT, L'e'},
-                                         {IDC_MANAGE, L'm'},
-                                         {IDC_EXCLUDE, L'x'},
-                                         {IDC_ADD_PLUGIN, L'a'},
-                                         {IDC_VST_OPTIONS, L'O'},
-                                         {IDC_VST_SCAN, L'S'},
-                                         {IDC_VST_PROPERTIES, L'P'},
-                                         {IDC_ADAPTER_WIZARD, L'W'},
-                                         {IDC_ADAPTER_PROPERTIES, L'R'}}) {
-            if (isShown(id) && IsEnabled(id)) shown += letter;
+        for (std::size_t i = 0; i < std::size(kButtons); ++i) {
+            if (isShown(kButtons[i]) && IsEnabled(kButtons[i])) shown += L"iemxaOSPWR"[i];
         }
         for (const int id :
              {IDC_FILENAME, IDC_CLSID_LABEL, IDC_CLSID, IDC_VENDOR, IDC_VST_ID_LABEL, IDC_VST_ID}) {
@@ -135,6 +125,7 @@ TEST_F(PluginPanes, NamesAreCorrectedOnlyAfterAWholeEnumeration) {
     CreateKey(HKEY_CLASSES_ROOT, stranger);
     OpenWith({}, kLegacy);
     EXPECT_EQ(Listed(), Texts{L"Old"}) << "broken off";
+    EXPECT_EQ(Panes(), L"|<No plug-in selected>|CLSID:|") << "without the adapter's program";
     DeleteTree(HKEY_CLASSES_ROOT, stranger);
     OpenWith({}, kLegacy);
     EXPECT_EQ(Listed(), Texts{L"New"});
@@ -317,13 +308,11 @@ TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
 TEST_F(PluginPanes, EscapeClosesTheLayoutListAndNothingElse) {
     OpenWith({});
     const HWND layouts = Control(IDC_LAYOUTS);
-    for (const bool dropped : {true, false}) {
-        Send(layouts, CB_SHOWDROPDOWN, dropped);
-        ASSERT_EQ(Send(layouts, CB_GETDROPPEDSTATE), dropped);
-        Key(::GetWindow(layouts, GW_CHILD), VK_ESCAPE);
-        EXPECT_FALSE(Send(layouts, CB_GETDROPPEDSTATE));
-        EXPECT_TRUE(IsOpen());
-    }
+    Send(layouts, CB_SHOWDROPDOWN, TRUE);
+    ASSERT_TRUE(Send(layouts, CB_GETDROPPEDSTATE));
+    Key(::GetWindow(layouts, GW_CHILD), VK_ESCAPE);
+    EXPECT_FALSE(Send(layouts, CB_GETDROPPEDSTATE));
+    EXPECT_TRUE(IsOpen());
 }
 
 }  // namespace

@@ -151,6 +151,8 @@ TEST_F(FriendlyNames, ANameOfAnyKindIsFoundAgain) {
             EXPECT_TRUE(name.starts_with(listed) && !listed.empty()) << number;
             Enumerate();
             EXPECT_EQ(nameOf(number, category), listed) << number;
+            EXPECT_TRUE(number == 1 || m_inventory.RegisteredNameOf(Id(number), category) == listed)
+                << number;
         }
     }
 }

@@ -66,7 +66,7 @@ TEST_F(PluginInventory, WhatIsNoClassIdEndsItThere) {
 
 TEST_F(PluginInventory, PathsComeFromTheRegistrationOfTheCategory) {
     Wrap(1, L"a").Text(L"FullPath", L"C:\\wrapped.dll");
-    SetServer(1, L"C:\\server.dll");
+    AddFilter(1, L"a", L"C:\\server.dll");
     AddVst(2, L"unusable").Number(L"isVst", 0);
     SetRaw(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + IdText(3) + L"\\InprocServer32", nullptr,
            REG_SZ, Bytes(L"C:\\unterminated.dll"));
