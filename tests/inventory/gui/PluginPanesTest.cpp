@@ -200,7 +200,9 @@ TEST_F(PluginPanes, AMissingFileIsAskedAboutAndOnYesItsPluginIsRemoved) {
     EXPECT_EQ(Listed(), Texts{L"System"});
     Press(IDC_SHOW_ENABLED);
     SelectPlugins({L"Kept", L"Lost"});
-    CreateKey(HKEY_CLASSES_ROOT, kFilterInstances + IdText('K') + L"\\below");  // so that it can't be removed
+    // It can't be removed: not every system minds the lock, but then it minds a key within.
+    CreateKey(HKEY_CLASSES_ROOT, kFilterInstances + IdText('K') + L"\\below");
+    const ReadOnlyKey locked(HKEY_CLASSES_ROOT, kFilterInstances + IdText('K'));
     m_popups.Expect(L"\"Kept\"", IDYES).Expect(L"\"Lost\"", IDYES);
     Press(IDC_EXCLUDE);
     EXPECT_EQ(Listed(), Texts{L"Kept"});
@@ -212,6 +214,16 @@ TEST_F(PluginPanes, AMissingFileIsAskedAboutAndOnYesItsPluginIsRemoved) {
         EXPECT_EQ(Listed(), Texts{L"<< No entries >>"});
     }
     EXPECT_FALSE(Exists(HKEY_CLASSES_ROOT, kSoftSynths + IdText(3)));
+}
+
+TEST_F(PluginPanes, AQuestionThatGoesWithTheWindowChangesNothing) {
+    for (const std::wstring name : {L"Gone", L"Lost"}) AddFilter(name.front(), name, L"C:\\no such.dll");
+    OpenWith({}, kDirectX);
+    SelectPlugins({L"Gone", L"Lost"});
+    m_popups.Expect(L"\"Gone\"", [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
+    Press(IDC_EXCLUDE);
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Subkeys(HKEY_CURRENT_USER, kExcludedPlugins), Texts{});
 }
 
 TEST_F(PluginPanes, CommandsServeThePluginThatIsShown) {

@@ -2,6 +2,7 @@
 
 #include "Classification.h"
 #include "RegisteredFile.h"
+#include "VstEntryRules.h"
 
 namespace {
 
@@ -23,6 +24,34 @@ TEST(RegisteredFile, QuotesAndBareNamesAreResolvedAndNothingElse) {
                                      {L"\"", L""},
                                      {L"", L""}})
         EXPECT_EQ(RegisteredFile(path, LR"(C:\system)"), file);
+}
+
+constexpr wchar_t kClsid[] = L"{01234567-89AB-CDEF-0123-000000000064}";
+constexpr wchar_t kTwin[] = L"{01234567-89ab-cdef-9999-000000000032}";  // the same first twenty characters
+
+VstEntry Vst(bool x64, const wchar_t* clsid) {
+    VstEntry entry;
+    entry.kind.isVst = true;
+    entry.isX64 = x64;
+    entry.clsidPlug = clsid;
+    return entry;
+}
+
+TEST(VstEntryRules, A32BitEntryYieldsToItsTwin) {
+    CTwinIndex twins;
+    twins.Add(Vst(false, kTwin));
+    EXPECT_FALSE(twins.Hides(Vst(false, kTwin))) << "it is no twin of itself";
+    twins.Add(Vst(true, kClsid));
+    EXPECT_TRUE(twins.Hides(Vst(false, kTwin))) << "case does not count";
+    EXPECT_FALSE(twins.Hides(Vst(true, kClsid)));
+    EXPECT_FALSE(twins.Hides(Vst(false, L"{01234567-89AB-CDEE-0123-000000000032}")))
+        << "the twentieth character is the last that counts";
+    constexpr wchar_t kShort[] = L"{01234567-89AB-CDEF";
+    twins.Add(Vst(true, kShort));
+    EXPECT_FALSE(twins.Hides(Vst(false, kShort)));
+    VstEntry vst3 = Vst(false, L"{}");
+    vst3.kind.isVst3 = true;
+    EXPECT_TRUE(twins.Hides(vst3)) << "with a twin or without";
 }
 
 }  // namespace
