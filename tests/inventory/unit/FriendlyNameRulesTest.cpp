@@ -5,13 +5,9 @@
 namespace {
 
 TEST(FriendlyNameRules, AnExactPrefixIsLeftToTheHost) {
-    struct Case {
-        const wchar_t *name, *stored;
-    };
-    for (const auto& [name, stored] : {Case{L"VST Hall", L"Hall"},
+    for (const auto& [name, stored] : {std::pair(L"VST Hall", L"Hall"),
                                        {L"vst Hall", L"vst Hall"},
                                        {L"VSTHall", L"VSTHall"},
-                                       {L"VST", L"VST"},
                                        {L"VST ", L"VST "},
                                        {L"VST  \x3000", L"VST  \x3000"},
                                        {L"VST VST Hall", L"VST Hall"},
@@ -23,22 +19,21 @@ TEST(FriendlyNameRules, AnExactPrefixIsLeftToTheHost) {
 
 TEST(FriendlyNameRules, ARowNeedsItsSource) {
     constexpr SourceCounts kCounts{.filters = 2, .filtersAndMediaObjects = 3};
-    EXPECT_TRUE(CanBeRenamed(Category::DirectXEffects, 1, kCounts));
-    EXPECT_FALSE(CanBeRenamed(Category::LegacyVstEffects, 2, kCounts));
-    EXPECT_TRUE(CanBeRenamed(Category::MediaObjects, 2, kCounts));
-    EXPECT_FALSE(CanBeRenamed(Category::MediaObjects, 3, kCounts));
-    EXPECT_TRUE(CanBeRenamed(Category::MidiEffects, 9, {}));
-    EXPECT_TRUE(CanBeRenamed(Category::ControlSurfaces, 9, {}));
+    for (const auto& [category, index, can] : {std::tuple(Category::DirectXEffects, 1U, true),
+                                               {Category::LegacyVstEffects, 2U, false},
+                                               {Category::MediaObjects, 2U, true},
+                                               {Category::MediaObjects, 3U, false},
+                                               {Category::MidiEffects, 9U, true},
+                                               {Category::ControlSurfaces, 9U, true}})
+        EXPECT_EQ(CanBeRenamed(category, index, kCounts), can) << static_cast<int>(category) << index;
     EXPECT_FALSE(CanBeRenamed(Category::Vst3Effects, 0, {})) << "no filter at all";
 }
 
 TEST(FriendlyNameRules, ACutDoesNotHalveACharacter) {
-    const std::wstring name(200, L'x');
+    const std::wstring name(200, L'x'), piano = {0xD83C, 0xDFB9};
     EXPECT_EQ(ReadableName(name, Category::DirectXEffects), name);
-    EXPECT_EQ(ReadableName(name, Category::MediaObjects).size(), 79U);
-    const std::wstring piano = {0xD83C, 0xDFB9};
-    EXPECT_EQ(ReadableName(name.substr(0, 77) + piano, Category::MediaObjects).size(), 79U);
-    EXPECT_EQ(ReadableName(name.substr(0, 78) + piano, Category::MediaObjects).size(), 78U);
+    for (const auto& [before, kept] : {std::pair(79U, 79U), {78U, 78U}, {77U, 79U}})
+        EXPECT_EQ(ReadableName(name.substr(0, before) + piano, Category::MediaObjects).size(), kept);
 }
 
 }  // namespace
