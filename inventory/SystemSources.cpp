@@ -10,39 +10,15 @@
 #include "ClsidText.h"
 #include "RegKey.h"
 #include "RegistrationIndex.h"
+#include "Variant.h"
 
 using Microsoft::WRL::ComPtr;
 
 namespace {
 
-/// A variant that holds a text, freed on every way out.
-class CTextVariant {
-  public:
-    CTextVariant() { ::VariantInit(&m_variant); }
-    ~CTextVariant() { ::VariantClear(&m_variant); }
-    CTextVariant(const CTextVariant&) = delete;
-    CTextVariant& operator=(const CTextVariant&) = delete;
-
-    VARIANT* Put() { return &m_variant; }
-    /// False when there is no memory for it.
-    bool Set(const std::wstring& text) {
-        ::VariantClear(&m_variant);
-        m_variant.bstrVal = ::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-        m_variant.vt = m_variant.bstrVal ? VT_BSTR : VT_EMPTY;
-        return m_variant.vt == VT_BSTR;
-    }
-    std::optional<std::wstring> Text() const {
-        if (m_variant.vt != VT_BSTR) return std::nullopt;
-        return std::wstring(m_variant.bstrVal ? m_variant.bstrVal : L"");
-    }
-
-  private:
-    VARIANT m_variant;
-};
-
 std::optional<std::wstring> ReadProperty(IPropertyBag& bag, const wchar_t* name) {
-    CTextVariant value;
-    if (FAILED(bag.Read(name, value.Put(), nullptr))) return std::nullopt;
+    CVariant value;
+    if (FAILED(bag.Read(name, &value.Get(), nullptr))) return std::nullopt;
     return value.Text();
 }
 
@@ -113,9 +89,10 @@ FoundPlugins ReadFilters(const std::vector<MonikerPtr>& monikers) {
 
 bool WriteProperty(const MonikerPtr& moniker, const wchar_t* name, const std::wstring& text) {
     ComPtr<IPropertyBag> bag;
-    CTextVariant value;
-    return moniker && SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))) &&
-           value.Set(text) && SUCCEEDED(bag->Write(name, value.Put()));
+    CVariant value(text);
+    return moniker && value.Text() &&
+           SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))) &&
+           SUCCEEDED(bag->Write(name, &value.Get()));
 }
 
 FoundPlugins FindMediaObjects(std::size_t limit) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ClsidText.h"
+#include "XmlText.h"
 
 namespace {
 
