@@ -1,38 +1,50 @@
 #include "LayoutImageList.h"
 
 #include "Dpi.h"
+#include "LayoutItem.h"
 #include "Resources.h"
 #include "resource.h"
 
 namespace {
 
-constexpr UINT kIcons[] = {
-    IDI_TREE_GENERIC,                  // 0, not used
-    IDI_TREE_GENERIC,                  // 1, not used
-    IDI_TREE_MIDI_EFFECT,              // 2
-    IDI_TREE_CONTROL_SURFACE,          // 3
-    IDI_TREE_GENERIC,                  // 4, not used
-    IDI_TREE_FOLDER,                   // 5
-    IDI_TREE_FOLDER_OPEN,              // 6
-    IDI_TREE_SEPARATOR,                // 7
-    IDI_TREE_GENERIC,                  // 8
-    IDI_TREE_VST_EFFECT_MISSING,       // 9
-    IDI_TREE_VST_INSTRUMENT_MISSING,   // 10
-    IDI_TREE_VST3_EFFECT_MISSING,      // 11
-    IDI_TREE_VST3_INSTRUMENT_MISSING,  // 12
-    IDI_TREE_DX_EFFECT_MISSING,        // 13
-    IDI_TREE_DX_INSTRUMENT_MISSING,    // 14
-    IDI_TREE_VST_EFFECT,               // 15
-    IDI_TREE_VST_INSTRUMENT,           // 16
-    IDI_TREE_VST_EFFECT_OTHER,         // 17
-    IDI_TREE_VST_INSTRUMENT_OTHER,     // 18
-    IDI_TREE_VST3_EFFECT,              // 19
-    IDI_TREE_VST3_INSTRUMENT,          // 20
-    IDI_TREE_VST3_EFFECT_OTHER,        // 21
-    IDI_TREE_VST3_INSTRUMENT_OTHER,    // 22
-    IDI_TREE_DX_EFFECT,                // 23
-    IDI_TREE_DX_INSTRUMENT,            // 24
+using enum LayoutImage;
+
+struct ImageIcon {
+    LayoutImage image;
+    UINT icon;
 };
+
+constexpr ImageIcon kIcons[] = {
+    {MidiEffect, IDI_TREE_MIDI_EFFECT},
+    {ControlSurface, IDI_TREE_CONTROL_SURFACE},
+    {Folder, IDI_TREE_FOLDER},
+    {OpenFolder, IDI_TREE_FOLDER_OPEN},
+    {Separator, IDI_TREE_SEPARATOR},
+    {VstEffectMissing, IDI_TREE_VST_EFFECT_MISSING},
+    {VstInstrumentMissing, IDI_TREE_VST_INSTRUMENT_MISSING},
+    {Vst3EffectMissing, IDI_TREE_VST3_EFFECT_MISSING},
+    {Vst3InstrumentMissing, IDI_TREE_VST3_INSTRUMENT_MISSING},
+    {DxEffectMissing, IDI_TREE_DX_EFFECT_MISSING},
+    {DxInstrumentMissing, IDI_TREE_DX_INSTRUMENT_MISSING},
+    {VstEffect, IDI_TREE_VST_EFFECT},
+    {VstInstrument, IDI_TREE_VST_INSTRUMENT},
+    {VstEffectElsewhere, IDI_TREE_VST_EFFECT_OTHER},
+    {VstInstrumentElsewhere, IDI_TREE_VST_INSTRUMENT_OTHER},
+    {Vst3Effect, IDI_TREE_VST3_EFFECT},
+    {Vst3Instrument, IDI_TREE_VST3_INSTRUMENT},
+    {Vst3EffectElsewhere, IDI_TREE_VST3_EFFECT_OTHER},
+    {Vst3InstrumentElsewhere, IDI_TREE_VST3_INSTRUMENT_OTHER},
+    {DxEffect, IDI_TREE_DX_EFFECT},
+    {DxInstrument, IDI_TREE_DX_INSTRUMENT},
+};
+
+/// The generic one for what is unknown, and for the indexes that nothing shows.
+UINT IconOf(int index) {
+    for (const ImageIcon& known : kIcons) {
+        if (static_cast<int>(known.image) == index) return known.icon;
+    }
+    return IDI_TREE_GENERIC;
+}
 
 constexpr int kInitialSize = 7;
 constexpr int kGrowth = 10;
@@ -43,8 +55,8 @@ UniqueImageList BuildLayoutImageList(UINT dpi) {
     const int width = SystemMetric(SM_CXSMICON, dpi);
     const int height = SystemMetric(SM_CYSMICON, dpi);
     UniqueImageList list(::ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, kInitialSize, kGrowth));
-    for (const UINT id : kIcons) {
-        const UniqueIcon icon = LoadIconResource(id, width, height);
+    for (int index = 0; index < kLayoutImageCount; ++index) {
+        const UniqueIcon icon = LoadIconResource(IconOf(index), width, height);
         if (!icon || ::ImageList_ReplaceIcon(list.Get(), -1, icon.Get()) < 0) return {};
     }
     return list;
