@@ -21,8 +21,8 @@ namespace crackers {
 template <UINT Number>
 using Of = std::integral_constant<UINT, Number>;
 
-/// What was put off until the controls are done with the message that caused it.
-inline constexpr UINT kPutOff = WM_APP;
+/// Posted by the program to itself, for what has to wait until the controls are done with a message.
+inline constexpr UINT kDeferred = WM_APP;
 
 /// handler(UINT command) -> bool: handled
 Answer Call(Of<WM_SYSCOMMAND>, auto&& handler, WPARAM wParam, LPARAM) {
@@ -45,7 +45,7 @@ Answer CallPlain(auto&& handler) {
 }
 Answer Call(Of<WM_DESTROY>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_CAPTURECHANGED>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
-Answer Call(Of<kPutOff>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
+Answer Call(Of<kDeferred>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_DPICHANGED_AFTERPARENT>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_SYSCOLORCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_SETTINGCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }

@@ -130,12 +130,12 @@ void CLayoutFilesView::OnListChange() {
 
 void CLayoutFilesView::EndPick(bool chosen) {
     m_chosen = chosen;
-    // Put off: the list writes the row's name into its field when it is done with its notifications, whose
+    // Deferred: the list writes the row's name into its field when it is done with its notifications, whose
     // order differs from system to system.
-    ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
+    ::PostMessageW(m_dialog.Handle(), crackers::kDeferred, 0, 0);
 }
 
-void CLayoutFilesView::OnPutOff() {
+void CLayoutFilesView::OnDeferred() {
     if (!m_listMoved) return;
     const auto row = m_list.CurrentRow();
     // Until the picked layout is there, the list shows the one that is.
@@ -184,7 +184,7 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
         ShowSaved(path, name);
     } else {
         // So that the user sees which item can't be written.
-        if (document.FailedItem()) m_tree.Layout().Tree().SelectOnly(document.FailedItem());
+        if (document.FailedItem()) m_tree.Tree().SelectOnly(document.FailedItem());
         m_tree.UpdateButtons();
         const std::wstring reason = SaveFailureText(document);
         Complain(LoadText(IDS_LAYOUT_SAVE_ERROR) + (reason.empty() ? L"" : L"\n\n" + reason));
@@ -202,9 +202,9 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     // Of several layouts with one name it is the one in this file.
     const auto row = RowOf(path);
     if (!row || m_list.RowText(*row) != name) return;
-    const CRememberedTree remembered(m_tree.Layout().Tree());
+    const CRememberedTree remembered(m_tree.Tree());
     ShowPicked(row);
-    remembered.Restore(m_tree.Layout().Tree());
+    remembered.Restore(m_tree.Tree());
     m_tree.UpdateButtons();
 }
 

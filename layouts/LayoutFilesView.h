@@ -40,7 +40,7 @@ class CLayoutFilesView {
     void OnListChange();
     void OnListChosen() { EndPick(true); }
     void OnListLeft() { EndPick(false); }
-    void OnPutOff();
+    void OnDeferred();
     /// Over the closed list it would go through the layouts.
     bool IsWheelOverList(const MSG& message) const;
 
