@@ -136,10 +136,10 @@ bool CLayoutDrag::CanDrop() const {
 
 void CLayoutDrag::MarkPlace() const {
     const HTREEITEM target = Tree().DropTarget();
-    const DropPlace place = Place(target);
-    if (!CanDrop() || place == DropPlace::LastInside) return Tree().RemoveInsertMark();
-    if (target) return Tree().SetInsertMark(target, place == DropPlace::AfterItem, target);
-    const bool last = place == DropPlace::TopLevelLast;
+    const DropPlace place = PlaceOn(target);
+    if (!CanDrop() || (target && place.parent == target)) return Tree().RemoveInsertMark();
+    if (target) return Tree().SetInsertMark(target, place.after == target, target);
+    const bool last = place.after == TVI_LAST;
     Tree().SetInsertMark(last ? LastVisible() : Tree().Root(), last, Tree().Root());
 }
 
@@ -215,36 +215,22 @@ void CLayoutDrag::Cancel() {
     if (m_dragging) End();
 }
 
-DropPlace CLayoutDrag::Place(HTREEITEM target) const {
-    const LayoutItem* record = m_layout.Find(target);
-    return PlaceOfDrop({.onItem = target != nullptr,
-                        .lowerHalf = m_lowerHalf,
-                        .onFolder = record && record->kind == LayoutKind::Folder,
-                        .hasPrevious = m_layout.CanMoveUp(target),
-                        .belowDragged = m_belowDragged});
-}
-
-HTREEITEM CLayoutDrag::MoveFirst(HTREEITEM item, HTREEITEM target) {
-    switch (Place(target)) {
-        case DropPlace::AfterPrevious:
-            return m_layout.MoveAfter(item, Tree().PreviousSibling(target));
-        case DropPlace::FirstOfParent:
-            return m_layout.MoveInto(item, Tree().Parent(target), true);
-        case DropPlace::LastInside:
-            return m_layout.MoveInto(item, target, false);
-        case DropPlace::AfterItem:
-            return m_layout.MoveAfter(item, target);
-        case DropPlace::TopLevelFirst:
-            return m_layout.MoveInto(item, nullptr, true);
-        case DropPlace::TopLevelLast:
-            break;
+/// On an item: before it in the upper half of its row; in the lower half inside it when it is a folder, else
+/// behind it.
+CLayoutDrag::DropPlace CLayoutDrag::PlaceOn(HTREEITEM target) const {
+    if (!target) return {nullptr, m_belowDragged ? TVI_LAST : TVI_FIRST};
+    const HTREEITEM parent = Tree().Parent(target);
+    if (!m_lowerHalf) {
+        const HTREEITEM previous = Tree().PreviousSibling(target);
+        return {parent, previous ? previous : TVI_FIRST};
     }
-    return m_layout.MoveInto(item, nullptr, false);
+    const LayoutItem* record = m_layout.Find(target);
+    const bool isFolder = record && record->kind == LayoutKind::Folder;
+    return isFolder ? DropPlace{target, TVI_LAST} : DropPlace{parent, target};
 }
 
 void CLayoutDrag::Drop() {
-    const HTREEITEM target = Tree().DropTarget();
-    const auto targetId = static_cast<LayoutItemId>(target ? Tree().Data(target) : 0);
+    const DropPlace place = PlaceOn(Tree().DropTarget());
     const bool moves = CanDrop();
     End();
     if (!moves) return;
@@ -254,7 +240,7 @@ void CLayoutDrag::Drop() {
         // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
         if (!item || GoesAlong(Tree().Parent(item))) continue;
-        last = last ? m_layout.MoveAfter(item, last) : MoveFirst(item, m_layout.HandleOf(targetId));
+        last = last ? m_layout.MoveAfter(item, last) : m_layout.Move(item, place.parent, place.after);
     }
     Tree().ClearSelection();
 }

@@ -117,40 +117,27 @@ LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
         tree->Detach();
         return ::CallWindowProcW(original, hwnd, message, wParam, lParam);
     }
-    try {
-        return tree->Dispatch(message, wParam, lParam);
-    } catch (...) {
-        ::OutputDebugStringW(L"A tree handler failed.\n");
-        return 0;
-    }
+    return Guarded([&] { return tree->Dispatch(message, wParam, lParam); });
 }
 
 LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
-    const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
         case WM_LBUTTONDBLCLK:
             // With Shift or Ctrl it is one more click.
             if ((wParam & (MK_SHIFT | MK_CONTROL)) == 0) break;
             [[fallthrough]];
-        case WM_LBUTTONDOWN: {
-            TakeEditedLabel();
-            m_hooks.onInput(true);
-            const bool taken = OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0);
-            // The control waits for the release itself and takes its message: none may come after this.
-            const LRESULT result = taken ? 0 : Default(message, wParam, lParam);
-            m_hooks.onInput(false);
-            return result;
-        }
+        case WM_LBUTTONDOWN:
+            return Press(message, wParam, lParam);
         case WM_RBUTTONDOWN: {
             TakeEditedLabel();
-            const bool taken = OnRightDown(client);
-            m_hooks.onInput(false);
+            const bool taken = OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            m_hooks.onInput();
             if (taken) return 0;
             break;
         }
         case WM_KEYDOWN:
             if (!OnKeyDown(static_cast<UINT>(wParam))) break;
-            m_hooks.onInput(false);
+            m_hooks.onInput();
             return 0;
         case WM_CHAR:
             if (wParam == kControlA) return 0;  // the control would look for an item of that name, and beep
@@ -185,6 +172,20 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
     }
     return Default(message, wParam, lParam);
+}
+
+LRESULT CTreeCtrlEx::Press(UINT message, WPARAM wParam, LPARAM lParam) {
+    TakeEditedLabel();
+    m_pressing = true;
+    const LRESULT result = Guarded([&] {
+        const bool taken = OnLeftDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, (wParam & MK_SHIFT) != 0,
+                                      (wParam & MK_CONTROL) != 0);
+        // The control waits for the release itself and takes its message: none may come after this.
+        return taken ? 0 : Default(message, wParam, lParam);
+    });
+    m_pressing = false;
+    m_hooks.onInput();
+    return result;
 }
 
 void CTreeCtrlEx::TakeEditedLabel() const {

@@ -107,7 +107,8 @@ void CTreeCtrlWrapper::LoadImages(UINT dpi) {
 
 std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
     std::vector<HTREEITEM> children;
-    for (HTREEITEM item = FirstChild(parent); item; item = m_tree.NextSibling(item)) children.push_back(item);
+    const HTREEITEM first = parent ? m_tree.Child(parent) : m_tree.Root();
+    for (HTREEITEM item = first; item; item = m_tree.NextSibling(item)) children.push_back(item);
     return children;
 }
 
@@ -129,7 +130,7 @@ void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM heir) {
     m_tree.Delete(item);
 }
 
-HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
+HTREEITEM CTreeCtrlWrapper::Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
     if (item == after || m_tree.IsWithin(parent, item)) return item;
     const CTreeHold hold(m_scroll);
     const HTREEITEM caret = m_tree.Caret();
@@ -146,23 +147,15 @@ HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     return moved;
 }
 
-HTREEITEM CTreeCtrlWrapper::MoveAfter(HTREEITEM item, HTREEITEM sibling) {
-    return MoveSubtree(item, m_tree.Parent(sibling), sibling);
-}
-
-HTREEITEM CTreeCtrlWrapper::MoveInto(HTREEITEM item, HTREEITEM parent, bool first) {
-    return MoveSubtree(item, parent, first ? TVI_FIRST : TVI_LAST);
-}
-
 HTREEITEM CTreeCtrlWrapper::MoveTo(HTREEITEM item, HTREEITEM target, IntoFolder into) {
-    return GoesInside(target, into) ? MoveInto(item, target, false) : MoveAfter(item, target);
+    return GoesInside(target, into) ? Move(item, target, TVI_LAST) : MoveAfter(item, target);
 }
 
 void CTreeCtrlWrapper::MoveUp(HTREEITEM item) {
     const HTREEITEM previous = m_tree.PreviousSibling(item);
     if (!previous) return;
     const HTREEITEM beforeThat = m_tree.PreviousSibling(previous);
-    beforeThat ? MoveAfter(item, beforeThat) : MoveInto(item, m_tree.Parent(item), true);
+    Move(item, m_tree.Parent(item), beforeThat ? beforeThat : TVI_FIRST);
 }
 
 void CTreeCtrlWrapper::MoveDown(HTREEITEM item) {

@@ -61,17 +61,16 @@ class CTreeCtrlWrapper {
     /// Images for the screen's scale.
     void LoadImages(UINT dpi);
 
-    // Walking, in display order.
-    HTREEITEM FirstTopLevel() const { return m_tree.Root(); }
-    HTREEITEM FirstChild(HTREEITEM parent) const { return parent ? m_tree.Child(parent) : m_tree.Root(); }
-    HTREEITEM NextSibling(HTREEITEM item) const { return m_tree.NextSibling(item); }
-    HTREEITEM Parent(HTREEITEM item) const { return m_tree.Parent(item); }
+    /// In display order.
     std::vector<HTREEITEM> Children(HTREEITEM parent) const;
 
     // Moves keep an item's children, its id and whether it is expanded. A move into the item itself or below
     // it is refused. Each gives the item's new handle, or the old one when nothing was moved.
-    HTREEITEM MoveAfter(HTREEITEM item, HTREEITEM sibling);
-    HTREEITEM MoveInto(HTREEITEM item, HTREEITEM parent, bool first);
+    /// `after` is one of the parent's children, TVI_FIRST or TVI_LAST.
+    HTREEITEM Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    HTREEITEM MoveAfter(HTREEITEM item, HTREEITEM sibling) {
+        return Move(item, m_tree.Parent(sibling), sibling);
+    }
     /// By the insertion rule.
     HTREEITEM MoveTo(HTREEITEM item, HTREEITEM target, IntoFolder into);
     void MoveUp(HTREEITEM item);
@@ -96,7 +95,6 @@ class CTreeCtrlWrapper {
         HTREEITEM item;
     };
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
-    HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;
     void Delete(HTREEITEM item, HTREEITEM heir = nullptr);

@@ -64,8 +64,7 @@ class LayoutDocument : public testing::Test {
     /// The tree as one line: "Folder(child,child),item".
     std::wstring Shown(HTREEITEM parent = nullptr) const {
         std::wstring text;
-        for (HTREEITEM item = m_tree.layout.FirstChild(parent); item;
-             item = m_tree.layout.NextSibling(item)) {
+        for (const HTREEITEM item : m_tree.layout.Children(parent)) {
             const LayoutItem* record = m_tree.layout.Find(item);
             if (!text.empty()) text += L',';
             text += record->kind == LayoutKind::Separator ? L"-" : record->name;
@@ -73,7 +72,7 @@ class LayoutDocument : public testing::Test {
         }
         return text;
     }
-    const LayoutItem& First() const { return *m_tree.layout.Find(m_tree.layout.FirstTopLevel()); }
+    const LayoutItem& First() const { return *m_tree.layout.Find(m_tree.tree.Root()); }
 
     support::FileSandbox m_files;
     TestTree m_tree;
@@ -96,8 +95,7 @@ TEST_F(LayoutDocument, ALayoutIsReadInMenuOrder) {
     const auto items = m_tree.layout.Children(nullptr);
     EXPECT_TRUE(m_tree.tree.IsExpanded(items.front())) << "it holds a folder, and each was selected in turn";
     EXPECT_TRUE(m_tree.tree.Caret() == items.back() && m_tree.tree.FirstVisible() == items.front());
-    const LayoutItem& plugin =
-        *m_tree.layout.Find(m_tree.layout.Children(m_tree.layout.FirstTopLevel()).back());
+    const LayoutItem& plugin = *m_tree.layout.Find(m_tree.layout.Children(m_tree.tree.Root()).back());
     EXPECT_EQ(ClsidText(plugin.clsid), L"{11111111-2222-3333-4444-555555555555}");
     EXPECT_EQ(plugin.originalName, L"Studio Reverb");
     EXPECT_EQ(plugin.defaultPreset, L"Big");
@@ -188,8 +186,8 @@ TEST_F(LayoutDocument, ALayoutWithoutANameIsNamedAfterItsFirstItem) {
 TEST_F(LayoutDocument, ANameThatXmlCantHoldFailsTheSaveAndIsPointedAt) {
     ASSERT_TRUE(Load(Layout("<Separator/><Folder Name='A'><Folder Name='B'/></Folder>")));
     m_files.Write(L"out.pgl", "old");
-    const HTREEITEM outer = m_tree.layout.NextSibling(m_tree.layout.FirstTopLevel());
-    const HTREEITEM inner = m_tree.layout.FirstChild(outer);
+    const HTREEITEM outer = m_tree.tree.NextSibling(m_tree.tree.Root());
+    const HTREEITEM inner = m_tree.tree.Child(outer);
     m_tree.layout.Change(inner, [](LayoutItem& item) { item.name = L"B\x01"; });
     EXPECT_FALSE(m_document.Save(m_files.Path(L"out.pgl")));
     EXPECT_EQ(m_document.FailedItem(), inner);
@@ -210,7 +208,7 @@ TEST_F(LayoutDocument, NestingHasALimitThatReadingAndWritingShare) {
     };
     EXPECT_EQ(Again(nested(200)).find(nested(200)), 1U);
     ASSERT_TRUE(Load(Layout(nested(250))));
-    HTREEITEM deepest = m_tree.layout.FirstTopLevel();
+    HTREEITEM deepest = m_tree.tree.Root();
     while (const HTREEITEM child = m_tree.tree.Child(deepest)) deepest = child;
     EXPECT_TRUE(m_document.Save(m_files.Path(L"out.pgl")));
     ASSERT_TRUE(m_tree.layout.Append(m_tree.tree.Parent(deepest), NewFolder(L"beside")));

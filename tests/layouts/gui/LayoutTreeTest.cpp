@@ -174,8 +174,8 @@ TEST_F(LayoutTree, CommandsDoTheirWork) {
 TEST_F(LayoutTree, AMoveKeepsTheIdAndIsRefusedIntoTheItemItself) {
     Build(L"F(G(a)),b");
     const HTREEITEM folder = Node(L"F");
-    EXPECT_EQ(Layout().MoveInto(folder, Node(L"G"), false), folder);
-    EXPECT_EQ(Layout().MoveInto(folder, folder, false), folder);
+    EXPECT_EQ(Layout().Move(folder, Node(L"G"), TVI_LAST), folder);
+    EXPECT_EQ(Layout().Move(folder, folder, TVI_LAST), folder);
     EXPECT_EQ(Layout().MoveAfter(folder, folder), folder);
     EXPECT_EQ(Layout().MoveAfter(folder, Node(L"a")), folder);
     EXPECT_FALSE(Layout().IsModified());
