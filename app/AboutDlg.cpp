@@ -47,7 +47,7 @@ bool CAboutDlg::OnInitDialog() {
 }
 
 void CAboutDlg::OnLicence() {
-    // Where texts have no program of their own, the system's editor shows them.
+    // Where no program is registered for text files, the system's editor shows it.
     if (!Open(m_hwnd, m_licencePath.c_str()))
         Open(m_hwnd, L"notepad.exe", (L"\"" + m_licencePath + L"\"").c_str());
 }

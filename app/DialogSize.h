@@ -1,4 +1,4 @@
-// The main dialog's size: what of it the controls follow, how small it gets, and what it is at another scale.
+// The main dialog's size: its minimum, the controls that follow it, and what a change of scale makes of it.
 #pragma once
 
 #include <windows.h>

@@ -17,5 +17,5 @@ struct ManagerSettings {
 /// also does so machine-wide and enters the program into the host's Tools menu.
 ManagerSettings LoadManagerSettings(bool registerOnly, HWND host);
 
-/// The host's window is noted only while a dialog lives.
+/// Removes the host's window, which is stored only while there is a dialog.
 void ForgetParentWindow();

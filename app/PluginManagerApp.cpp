@@ -41,7 +41,7 @@ std::wstring TakeTaskText(wchar_t* text) {
     return copy;
 }
 
-/// What the thread was asked to quit with; 0 when it wasn't. Taken, because no message box opens meanwhile.
+/// The code of a WM_QUIT in the queue, else 0. It is removed, because no message box opens while it is there.
 int TakeQuitCode() {
     MSG quit{};
     return ::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) ? static_cast<int>(quit.wParam) : 0;

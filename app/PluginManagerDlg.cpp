@@ -314,14 +314,14 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 }
 
 void CPluginManagerDlg::OnEndSession(bool ends) {
-    // Another program kept the session from ending: what was to be thrown away is still there.
+    // Another program kept the session from ending: the discarded layout is still there.
     if (!ends && std::exchange(m_discarded, false)) m_tree.Layout().SetModified(true);
 }
 
 bool CPluginManagerDlg::MayClose() {
     switch (m_files.AskToSave(MB_YESNOCANCEL)) {
         case IDYES:
-            // Still modified: it could not be written, and what the tree holds is all there is.
+            // Still modified: the save failed, and the tree holds the only copy.
             return !m_tree.Layout().IsModified();
         case IDNO:
             m_discarded = m_discarded || m_tree.Layout().IsModified();

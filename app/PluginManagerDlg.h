@@ -66,8 +66,8 @@ class CPluginManagerDlg : public CDialog {
     void AddAboutCommand() const;
     void LoadImages(UINT dpi);
     void SetIcons(UINT dpi);
-    /// Asks about an unsaved layout; false when the user keeps it, nobody answers, or it could not be saved.
-    /// One that is thrown away counts as unmodified.
+    /// Asks whether to save a modified layout; false when the dialog has to stay open, because the user
+    /// cancelled, nobody answered or the save failed. A discarded layout counts as unmodified.
     bool MayClose();
     void SetHelpNumbers() const;
     void FirstFill();
@@ -80,7 +80,7 @@ class CPluginManagerDlg : public CDialog {
     const ManagerSettings m_settings;
     UniqueIcon m_icon;
     UniqueIcon m_smallIcon;
-    bool m_discarded = false;  // the layout, by an answer to MayClose
+    bool m_discarded = false;  // MayClose discarded a modified layout
 
     CPluginDatabase m_database;
     CPluginInventory m_inventory;

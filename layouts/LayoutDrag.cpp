@@ -131,7 +131,7 @@ void CLayoutDrag::Highlight() {
 }
 
 bool CLayoutDrag::CanDrop() const {
-    return m_image && m_inside && !m_onItself && !GoesAlong(Tree().DropTarget());
+    return m_image && m_inside && !m_onItself && !IsWithinDragged(Tree().DropTarget());
 }
 
 void CLayoutDrag::MarkPlace() const {
@@ -169,7 +169,7 @@ bool CLayoutDrag::IsDragged(HTREEITEM item) const {
     return item && std::ranges::find(m_items, static_cast<LayoutItemId>(Tree().Data(item))) != m_items.end();
 }
 
-bool CLayoutDrag::GoesAlong(HTREEITEM item) const {
+bool CLayoutDrag::IsWithinDragged(HTREEITEM item) const {
     for (; item; item = Tree().Parent(item)) {
         if (IsDragged(item)) return true;
     }
@@ -239,7 +239,7 @@ void CLayoutDrag::Drop() {
     for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
-        if (!item || GoesAlong(Tree().Parent(item))) continue;
+        if (!item || IsWithinDragged(Tree().Parent(item))) continue;
         last = last ? m_layout.MoveAfter(item, last) : m_layout.Move(item, place.parent, place.after);
     }
     Tree().ClearSelection();

@@ -47,8 +47,8 @@ class CLayoutDrag {
     /// The items would move if they were dropped now.
     bool CanDrop() const;
     bool IsDragged(HTREEITEM item) const;
-    /// The item, or a folder around it, is one of the dragged.
-    bool GoesAlong(HTREEITEM item) const;
+    /// The item, or a folder that it lies in, is dragged.
+    bool IsWithinDragged(HTREEITEM item) const;
     void End();
     DropPlace PlaceOn(HTREEITEM target) const;
     CTreeCtrlEx& Tree() const { return m_layout.Tree(); }

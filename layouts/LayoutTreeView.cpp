@@ -195,7 +195,7 @@ void CLayoutTreeView::OnRightClick() {
 
 void CLayoutTreeView::OnItemExpanded(const NMTREEVIEWW& item) const {
     if (item.action != TVE_COLLAPSE) return;
-    // What can't be seen must not go along with what is done to the selection.
+    // A command on the selection must not reach what can't be seen.
     m_tree.DeselectWithin(item.itemNew.hItem);
     UpdateButtons();
 }

@@ -19,7 +19,7 @@ class CLayoutTreeView {
   public:
     CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory, const CPluginListView& plugins);
 
-    /// Puts the tree in the place of the template's one, directly after the layout list in the tab order.
+    /// Replaces the template's tree; the new one stands directly after the layout list in the tab order.
     void OnInitDialog();
     void OnDestroy() { m_tree.Detach(); }
 
@@ -72,7 +72,8 @@ class CLayoutTreeView {
     };
 
     LayoutItem PluginItem(const PluginRow& plugin) const;
-    /// Null, the end of the top level, when nothing is selected: the caret outlives a click on empty space.
+    /// The caret item, or null, the end of the top level, when nothing is selected: a click on empty space
+    /// does not take the caret away.
     HTREEITEM PlaceForNew() const;
     void InsertFolder(HTREEITEM target, IntoFolder into);
     void Rename(HTREEITEM item) const;

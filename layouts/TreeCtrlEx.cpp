@@ -123,13 +123,13 @@ LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
 LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_LBUTTONDBLCLK:
-            // With Shift or Ctrl it is one more click.
+            // With Shift or Ctrl a double click is one more click.
             if ((wParam & (MK_SHIFT | MK_CONTROL)) == 0) break;
             [[fallthrough]];
         case WM_LBUTTONDOWN:
             return Press(message, wParam, lParam);
         case WM_RBUTTONDOWN: {
-            TakeEditedLabel();
+            ConfirmEditedLabel();
             const bool taken = OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
             m_hooks.onInput();
             if (taken) return 0;
@@ -143,7 +143,7 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             if (wParam == kControlA) return 0;  // the control would look for an item of that name, and beep
             break;
         case WM_SYSKEYDOWN:
-            // What the menu key does, on keyboards without it.
+            // Shift+F10 stands for the menu key.
             if (wParam == VK_F10 && IsDown(VK_SHIFT)) {
                 NotifyKey(VK_APPS);
                 return 0;
@@ -166,7 +166,7 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
             break;
         case TVM_DELETEITEM:
-            m_anchor = m_marked = m_markLevel = nullptr;  // it may be the item that goes, or be in it
+            m_anchor = m_marked = m_markLevel = nullptr;  // they may be that item, or lie in it
             break;
         default:
             break;
@@ -175,7 +175,7 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CTreeCtrlEx::Press(UINT message, WPARAM wParam, LPARAM lParam) {
-    TakeEditedLabel();
+    ConfirmEditedLabel();
     m_pressing = true;
     const LRESULT result = Guarded([&] {
         const bool taken = OnLeftDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, (wParam & MK_SHIFT) != 0,
@@ -188,7 +188,7 @@ LRESULT CTreeCtrlEx::Press(UINT message, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
-void CTreeCtrlEx::TakeEditedLabel() const {
+void CTreeCtrlEx::ConfirmEditedLabel() const {
     if (LabelEdit().IsLive()) EndLabelEdit(false);
 }
 
@@ -202,7 +202,7 @@ bool CTreeCtrlEx::OnLeftDown(POINT client, bool shift, bool control) {
         }
         return false;
     }
-    // These two leave the control out: it knows of one selected item only.
+    // Not passed on to the control, which knows of one selected item only.
     if (shift || control) {
         Focus();
         shift ? ExtendTo(item) : Toggle(item);
@@ -295,8 +295,7 @@ bool CTreeCtrlEx::OnKeyDown(UINT key) {
         return false;
     }
     if (!m_anchor) m_anchor = Caret();
-    // The control finds the item that the key leads to, and then it is the range up to there that is
-    // selected.
+    // The control moves the caret to where the key leads; then the range up to there is selected.
     Default(WM_KEYDOWN, key, 0);
     if (m_anchor && Caret()) SelectRange(Shown(m_anchor), Caret());
     return true;

@@ -55,8 +55,8 @@ class CTreeCtrlEx : public CTreeSelection {
     void ExtendTo(HTREEITEM item);
     void Toggle(HTREEITEM item);
     void DrawInsertMark(HDC dc) const;
-    /// A click elsewhere takes the name that is being edited, and does what it does otherwise.
-    void TakeEditedLabel() const;
+    /// A click elsewhere confirms the name that is being edited, and works as usual.
+    void ConfirmEditedLabel() const;
     void NotifyKey(WORD key) const;
     void NotifyParent(NMHDR& header, UINT code) const;
 

@@ -81,7 +81,7 @@ HTREEITEM CTreeCtrlWrapper::Insert(HTREEITEM target, IntoFolder into, const Layo
     return item;
 }
 
-/// The top level is inside of no item.
+/// At a null target the item goes inside the top level.
 bool CTreeCtrlWrapper::GoesInside(HTREEITEM target, IntoFolder into) const {
     if (!target) return true;
     const LayoutItem* record = Find(target);
@@ -116,7 +116,7 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     const LayoutItem* record = Find(item);
     const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
     if (!copy) return nullptr;
-    // From the last to the first: behind the last one the control would look for it along all the others.
+    // From the last to the first: to add behind others, the control would walk all of them each time.
     const std::vector<HTREEITEM> children = Children(item);
     for (std::size_t left = children.size(); left > 0; --left)
         CopySubtree(children[left - 1], copy, TVI_FIRST);
@@ -125,8 +125,8 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     return copy;
 }
 
-void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM heir) {
-    m_scroll.Goes(item, heir);
+void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM replacement) {
+    m_scroll.BeforeDelete(item, replacement);
     m_tree.Delete(item);
 }
 
@@ -205,7 +205,7 @@ void CTreeCtrlWrapper::DeleteSelection() {
     if (!caret) return;
     std::vector<HTREEITEM> outermost;
     for (HTREEITEM item = m_tree.Root(); item;) {
-        // What is in a deleted folder goes with it, and its handles with that.
+        // What is in a folder is deleted with it, and its handles are not valid any more.
         const bool goes = item != caret && m_tree.IsSelected(item);
         if (goes) outermost.push_back(item);
         item = goes ? m_tree.NextBehind(item) : m_tree.NextInOrder(item);

@@ -20,15 +20,14 @@
 /// Whether an item that is put at a folder goes inside it.
 enum class IntoFolder { No, Yes };
 
-/// Each item's data is its record's id. A null item means the top level where a parent or target is asked
-/// for, and that there is none where one is given.
+/// Each item's data is its record's id. As an argument for a parent or a target null means the top level, as
+/// a result that there is no item.
 class CTreeCtrlWrapper {
   public:
     explicit CTreeCtrlWrapper(CTreeCtrlEx& tree) : m_tree(tree) {}
 
     CTreeCtrlEx& Tree() const { return m_tree; }
-    /// Held by all that moves, sorts, deletes, opens or closes items, and by who does several of these at
-    /// once.
+    /// To be held while items are moved, sorted, deleted, opened or closed, and around several of these.
     CTreeScroll& Scroll() { return m_scroll; }
     /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
     bool IsModified() const { return m_modified; }
@@ -41,7 +40,8 @@ class CTreeCtrlWrapper {
     std::vector<LayoutItemId> SelectedIds() const;
     /// Changes an item's record, its label with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
-    /// What a plug-in is registered as now; no change of the user's, and so the layout is not modified by it.
+    /// Notes what the plug-in is registered as now. The user changed nothing, so the layout does not become
+    /// modified.
     void NoteOriginalName(HTREEITEM item, const std::wstring& name);
     /// Marks each plug-in as installed or not, with the image for that; the layout is not modified by it.
     void Mark(const std::function<void(LayoutItem&)>& mark);
@@ -86,7 +86,7 @@ class CTreeCtrlWrapper {
     /// Whether the caret item or a selected one is a folder.
     bool WouldDeleteFolder() const;
 
-    /// From the tree's notification that an item goes.
+    /// For the notification that the tree deletes an item.
     void OnDeleteItem(HTREEITEM item);
 
   private:
@@ -97,7 +97,7 @@ class CTreeCtrlWrapper {
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;
-    void Delete(HTREEITEM item, HTREEITEM heir = nullptr);
+    void Delete(HTREEITEM item, HTREEITEM replacement = nullptr);
 
     CTreeCtrlEx& m_tree;
     CTreeScroll m_scroll{m_tree};

@@ -33,7 +33,7 @@ class CXmlDoc {
     virtual bool Save(const std::wstring& path);
 
   protected:
-    /// Told of each node that the default handler is given.
+    /// Called by the default handler for each node that it gets.
     virtual void OnNode(IXMLDOMNode* /*node*/) {}
     /// The default passes an element's children on, in order, until one gives false; other nodes are ignored.
     virtual bool HandleNode(IXMLDOMNode* node);
@@ -69,7 +69,7 @@ class CXmlDoc {
     std::optional<std::wstring> TextValue();
     bool SetTextValue(const std::wstring& text);
 
-    // Building. What is added becomes current, but for texts.
+    // Building. An element that is added becomes current.
     bool NewDocument();
     /// The first line: version 1.0 and one more attribute, "encoding" or "standalone".
     bool SetHeader(const std::wstring& name, const std::wstring& attribute, const std::wstring& value);

@@ -51,7 +51,7 @@ bool CXMLTreeCtrl::BuildDocument() {
 }
 
 void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
-    if (m_failedItem) return;  // a folder fails with what is in it
+    if (m_failedItem) return;  // the innermost was noted first; its folders fail with it
     m_failedItem = item;
     m_failedName = record.name;
     if (!IsXmlText(record.name) || !IsXmlText(record.originalName) || !IsXmlText(record.defaultPreset))
