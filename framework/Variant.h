@@ -18,7 +18,7 @@ inline UniqueBstr BstrOf(std::wstring_view text) {
     return UniqueBstr(::SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
 }
 /// Up to the first zero; a null one is an empty text.
-inline std::wstring TextOf(BSTR text) { return text ? text : L""; }
+inline std::wstring TextOf(const wchar_t* text) { return text ? text : L""; }
 
 /// Owns what its VARIANT holds.
 class CVariant {
