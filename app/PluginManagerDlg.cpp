@@ -5,7 +5,6 @@
 #include "AboutDlg.h"
 #include "ControlPlacement.h"
 #include "DialogHelp.h"
-#include "Dpi.h"
 #include "HelpTopics.h"
 #include "ProgramPath.h"
 #include "ResizeLayout.h"
@@ -131,7 +130,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<CBN_SELENDCANCEL, &Files::OnListLeft>(IDC_LAYOUTS),
         R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
         R::OnMessage<WM_DRAWITEM, &CLayoutToolbar::OnDrawItem>(),
-        R::OnMessage<crackers::kPutOff, &Files::OnPutOff>(),
+        R::OnMessage<crackers::kDeferred, &Files::OnPutOff>(),
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
@@ -196,7 +195,8 @@ void CPluginManagerDlg::AddAboutCommand() const {
 
 void CPluginManagerDlg::SetIcons() {
     const auto load = [dpi = m_scale.Dpi()](int width, int height) {
-        return LoadIconResource(IDI_PLUGIN_MANAGER, SystemMetric(width, dpi), SystemMetric(height, dpi));
+        return LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetricsForDpi(width, dpi),
+                                ::GetSystemMetricsForDpi(height, dpi));
     };
     UniqueIcon icon = load(SM_CXICON, SM_CYICON);
     UniqueIcon smallIcon = load(SM_CXSMICON, SM_CYSMICON);
@@ -268,7 +268,7 @@ void CPluginManagerDlg::OnDpiChanged(UINT dpi, const RECT& place) {
 
 // A child window is told of no place; and one that gets another parent takes the parent's scale untold.
 void CPluginManagerDlg::OnParentScaled() {
-    const UINT dpi = DpiOf(m_hwnd);
+    const UINT dpi = ::GetDpiForWindow(m_hwnd);
     if (dpi == m_scale.Dpi()) return;
     const Size size = m_scale.SizeAt(dpi, {WindowRect().Width(), WindowRect().Height()});
     ScaleTo(dpi);

@@ -2,6 +2,7 @@
 
 #include "DialogHelp.h"
 #include "Resources.h"
+#include "Scope.h"
 
 namespace {
 
@@ -22,23 +23,6 @@ constexpr INT_PTR AnswerOfNobody(UINT message) {
 /// The loop waits for a message, and the end of its dialog may have come inside one that was sent.
 void WakeLoop() { ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0); }
 
-/// Disables the top-level window that a modal dialog belongs to, and enables it again on every way out.
-class COwnerLock {
-  public:
-    explicit COwnerLock(HWND owner) : m_owner(::GetAncestor(owner, GA_ROOT)) {
-        if (!::IsWindowEnabled(m_owner)) m_owner = nullptr;
-        if (m_owner) ::EnableWindow(m_owner, FALSE);
-    }
-    ~COwnerLock() {
-        if (m_owner) ::EnableWindow(m_owner, TRUE);
-    }
-    COwnerLock(const COwnerLock&) = delete;
-    COwnerLock& operator=(const COwnerLock&) = delete;
-
-  private:
-    HWND m_owner;
-};
-
 }  // namespace
 
 CDialog::~CDialog() {
@@ -58,7 +42,12 @@ INT_PTR CDialog::RunModal(HWND owner) {
     m_ended = false;
     m_result = -1;
     {
-        const COwnerLock ownerLock(owner);
+        const CWindow outermost(::GetAncestor(owner, GA_ROOT));
+        const bool disables = outermost.IsEnabled();
+        const CScopeExit enableAgain([&] {
+            if (disables) outermost.Enable();
+        });
+        if (disables) outermost.Enable(false);
         if (!CreateModeless(owner)) return m_result;
         if (!m_ended) {
             ::ShowWindow(m_hwnd, SW_SHOW);
@@ -94,7 +83,7 @@ bool CDialog::Translate(MSG& message) {
 
 void CDialog::EnableItem(int id, bool enabled, int focusTaker) const {
     if (!enabled && Item(id).HasFocus()) {
-        Send(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(focusTaker).Handle()), TRUE);
+        Send(WM_NEXTDLGCTL, Item(focusTaker).Handle(), TRUE);
     }
     Item(id).Enable(enabled);
 }
@@ -138,8 +127,7 @@ Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (message == WM_HELP) {
         // Served here, because a docked dialog's owner belongs to another program.
-        const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
-        ShowHelpOn(help.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(help.hItemHandle) : m_hwnd);
+        AnswerHelpKey(*reinterpret_cast<const HELPINFO*>(lParam), m_hwnd);
         return TRUE;
     }
     if (message != WM_COMMAND) return DispatchRoutes(message, 0, kAnyControl, wParam, lParam);

@@ -26,8 +26,6 @@ class CFileDialog {
   public:
     explicit CFileDialog(FileDialogSettings settings) : m_settings(std::move(settings)) {}
     virtual ~CFileDialog() = default;
-    CFileDialog(const CFileDialog&) = delete;
-    CFileDialog& operator=(const CFileDialog&) = delete;
 
     /// Each gives the full path that the user confirmed.
     std::optional<std::wstring> RunOpen(HWND owner) { return Run(owner, &::GetOpenFileNameW); }
@@ -63,7 +61,7 @@ class CFileDialog {
 
       private:
         Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-        HWND m_told = nullptr;
+        HWND m_hookWindow = nullptr;
     };
 
     std::optional<std::wstring> Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*));

@@ -132,7 +132,7 @@ void CLayoutFilesView::EndPick(bool chosen) {
     m_chosen = chosen;
     // Put off: the list writes the row's name into its field when it is done with its notifications, whose
     // order differs from system to system.
-    ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
+    ::PostMessageW(m_dialog.Handle(), crackers::kDeferred, 0, 0);
 }
 
 void CLayoutFilesView::OnPutOff() {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "Dpi.h"
 #include "Resources.h"
 #include "resource.h"
 
@@ -38,7 +37,7 @@ void CLayoutToolbar::OnInitDialog() {
         button.Attach(m_dialog.Item(kButtons[i].id).Handle());
     }
     m_label.Attach(m_dialog.Item(IDC_LAYOUT_LABEL).Handle());
-    LoadImages(DpiOf(m_dialog.Handle()));
+    LoadImages(::GetDpiForWindow(m_dialog.Handle()));
 }
 
 void CLayoutToolbar::LoadImages(UINT dpi) {

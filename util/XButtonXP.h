@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "AlphaBitmap.h"
 #include "ButtonPlacement.h"
 #include "OddButton.h"
 #include "ThemeHelper.h"
