@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "HelpContext.h"
 #include "MessageCaption.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"
@@ -9,8 +10,6 @@
 #include "resource.h"
 
 namespace {
-
-constexpr UINT kHelpOfRename = 130;
 
 constexpr int kKeyHandled = -2;
 constexpr int kKeyDefault = -1;
@@ -34,7 +33,7 @@ std::span<const CRoute> CManagePresetsDlg::Routes() const {
 }
 
 bool CManagePresetsDlg::OnInitDialog() {
-    m_list = CPresetListBox(Control<CListBox>(IDC_PRESET_LIST));
+    m_list = Control<CListBox>(IDC_PRESET_LIST);
     SetText(Text() + m_presets.DisplayName());
     FillList();
     SelectOne(0);
@@ -51,7 +50,7 @@ void CManagePresetsDlg::FillList() {
 /// Of a list in which nothing is selected.
 void CManagePresetsDlg::SelectOne(int row) {
     m_list.Select(row);
-    m_list.Send(LB_SETCARETINDEX, static_cast<WPARAM>(row));
+    m_list.Send(LB_SETCARETINDEX, row);
     UpdateRename();
 }
 
@@ -93,7 +92,7 @@ void CManagePresetsDlg::OnRename() {
     if (rows.size() != 1) return;
     const std::wstring oldName = m_list.RowText(rows.front());
     std::wstring newName = oldName;
-    CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfRename);
+    CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfNames);
     if (prompt.RunModal(m_hwnd) != IDOK || newName.empty()) return;
     const bool renamed = m_presets.RenamePreset(oldName, newName);
     if (!renamed) Report(IDS_PRESET_RENAME_ERROR);
