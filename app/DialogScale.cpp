@@ -39,7 +39,7 @@ Size CDialogScale::UnitsOf(HFONT font) const {
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(dc.Get(), &metrics);
     const int half = static_cast<int>(letters.size()) / 2;
-    return {(TextExtent(dc.Get(), letters).width / half + 1) / 2, static_cast<int>(metrics.tmHeight)};
+    return {(TextExtent(dc.Get(), letters).width / half + 1) / 2, metrics.tmHeight};
 }
 
 Size FrameSize(HWND window, UINT dpi) {
@@ -47,7 +47,7 @@ Size FrameSize(HWND window, UINT dpi) {
     const auto extended = static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_EXSTYLE));
     RECT frame{};
     ::AdjustWindowRectExForDpi(&frame, style, FALSE, extended, dpi);
-    return {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
+    return {frame.right - frame.left, frame.bottom - frame.top};
 }
 
 Size CDialogScale::SizeAt(UINT dpi, Size window) const {

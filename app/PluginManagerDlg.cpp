@@ -19,9 +19,6 @@ constexpr UINT kCommandAbout = 0x10;
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
 
-constexpr int kKeyHandled = -2;
-constexpr int kKeyDefault = -1;
-
 struct Tip {
     int control;
     UINT text;
@@ -316,9 +313,9 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
 }
 
 int CPluginManagerDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return kKeyDefault;
+    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return crackers::kKeyDefault;
     m_names.OnRename();
-    return kKeyHandled;
+    return crackers::kKeyHandled;
 }
 
 void CPluginManagerDlg::OnNeedTipText(NMTTDISPINFOW& tip) {

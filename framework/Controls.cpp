@@ -19,6 +19,13 @@ std::wstring TextByMessages(const CWindow& control, UINT lengthMessage, UINT tex
     return text;
 }
 
+TVITEMW ItemWith(UINT mask, HTREEITEM item) {
+    TVITEMW record{};
+    record.mask = mask;
+    record.hItem = item;
+    return record;
+}
+
 std::optional<int> RowOrNothing(int row) { return row < 0 ? std::nullopt : std::optional(row); }
 
 }  // namespace
@@ -31,13 +38,10 @@ std::wstring CListBox::RowText(int row) const {
     return TextByMessages(*this, LB_GETTEXTLEN, LB_GETTEXT, row);
 }
 
-bool CListBox::TakesSeveral() const {
-    return (::GetWindowLongPtrW(m_hwnd, GWL_STYLE) & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
-}
-
 std::optional<int> CListBox::CurrentRow() const {
     // Where several can be selected, not every system says by LB_GETCURSEL what a click has done.
-    if (!TakesSeveral()) return RowOrNothing(SendInt(LB_GETCURSEL));
+    const bool takesSeveral = (Style() & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
+    if (!takesSeveral) return RowOrNothing(SendInt(LB_GETCURSEL));
     const auto selected = SelectedRows();
     return selected.size() == 1 ? std::optional(selected.front()) : CaretRow();
 }
@@ -102,9 +106,7 @@ HTREEITEM CTreeView::Insert(HTREEITEM parent, HTREEITEM after, const std::wstrin
 
 std::wstring CTreeView::ItemText(HTREEITEM item) const {
     std::array<wchar_t, kMaxItemText> buffer{};
-    TVITEMW query{};
-    query.mask = TVIF_TEXT;
-    query.hItem = item;
+    TVITEMW query = ItemWith(TVIF_TEXT, item);
     query.pszText = buffer.data();
     query.cchTextMax = kMaxItemText;
     if (!Send(TVM_GETITEMW, 0, &query)) return {};
@@ -112,24 +114,18 @@ std::wstring CTreeView::ItemText(HTREEITEM item) const {
 }
 
 void CTreeView::SetItemText(HTREEITEM item, const std::wstring& text) const {
-    TVITEMW change{};
-    change.mask = TVIF_TEXT;
-    change.hItem = item;
+    TVITEMW change = ItemWith(TVIF_TEXT, item);
     change.pszText = const_cast<wchar_t*>(text.c_str());  // the control only reads it
     Send(TVM_SETITEMW, 0, &change);
 }
 
 LPARAM CTreeView::Data(HTREEITEM item) const {
-    TVITEMW query{};
-    query.mask = TVIF_PARAM;
-    query.hItem = item;
+    TVITEMW query = ItemWith(TVIF_PARAM, item);
     return Send(TVM_GETITEMW, 0, &query) ? query.lParam : 0;
 }
 
 void CTreeView::SetItemImages(HTREEITEM item, int image, int selectedImage) const {
-    TVITEMW change{};
-    change.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-    change.hItem = item;
+    TVITEMW change = ItemWith(TVIF_IMAGE | TVIF_SELECTEDIMAGE, item);
     change.iImage = image;
     change.iSelectedImage = selectedImage;
     Send(TVM_SETITEMW, 0, &change);

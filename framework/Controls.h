@@ -70,9 +70,6 @@ class CListBox : public CWindow {
 
     /// Lets a box with a scroll bar for it move sideways as far as its longest row.
     void FitScrollWidth() const;
-
-  private:
-    bool TakesSeveral() const;
 };
 
 class CComboBox : public CWindow {

@@ -14,13 +14,12 @@ constexpr bool AnswersDirectly(UINT message) {
            (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC);
 }
 
-/// To these 0 would mean that the list is to act on its first row.
-constexpr INT_PTR AnswerOfNobody(UINT message) {
-    constexpr INT_PTR kAsTheListDoes = -1;
-    return message == WM_VKEYTOITEM || message == WM_CHARTOITEM ? kAsTheListDoes : FALSE;
+/// To a key in a list box 0 would mean that the list is to act on its first row.
+constexpr INT_PTR AnswerWhenUnhandled(UINT message) {
+    return message == WM_VKEYTOITEM || message == WM_CHARTOITEM ? crackers::kKeyDefault : FALSE;
 }
 
-/// The loop waits for a message, and the end of its dialog may have come inside one that was sent.
+/// The loop waits for a posted message, and its dialog may have ended while a sent one was handled.
 void WakeLoop() { ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0); }
 
 }  // namespace
@@ -113,7 +112,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
         dialog->m_ended = true;
         WakeLoop();
     }
-    if (!answer) return AnswerOfNobody(message);
+    if (!answer) return AnswerWhenUnhandled(message);
     if (AnswersDirectly(message)) return static_cast<INT_PTR>(*answer);
     ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, static_cast<LONG_PTR>(*answer));
     return TRUE;

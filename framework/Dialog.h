@@ -30,12 +30,6 @@ class CDialog : public CWindow {
     /// Ends RunModal, or destroys a modeless dialog.
     void End(INT_PTR result);
 
-    CWindow Item(int id) const { return Control<CWindow>(id); }
-    template <typename TControl>
-    TControl Control(int id) const {
-        return TControl(::GetDlgItem(m_hwnd, id));
-    }
-
     /// Enables or disables a control. One that has the focus first gives it to `focusTaker`: a disabled
     /// control with the focus would leave the keyboard without effect.
     void EnableItem(int id, bool enabled, int focusTaker) const;

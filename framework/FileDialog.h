@@ -43,10 +43,6 @@ class CFileDialog {
     virtual void OnCommand(UINT /*id*/, UINT /*code*/) {}
 
     CWindow Window() const { return m_window; }
-    template <typename TControl>
-    TControl Control(int id) const {
-        return TControl(::GetDlgItem(m_window.Handle(), id));
-    }
     /// Full path of the file chosen at the moment, and of the folder shown; empty when there is none.
     std::wstring CurrentPath() const;
     std::wstring CurrentFolder() const { return Query(CDM_GETFOLDERPATH); }

@@ -19,14 +19,12 @@ bool HasClass(HWND window, const wchar_t* name) {
     return ::lstrcmpiW(own.data(), name) == 0;
 }
 
-LONG_PTR StyleOf(HWND window) { return ::GetWindowLongPtrW(window, GWL_STYLE); }
-
 bool MayCutOff(HWND control) {
-    if (HasClass(control, WC_EDITW)) return (StyleOf(control) & ES_READONLY) != 0;
-    return HasClass(control, WC_STATICW) && (StyleOf(control) & SS_ELLIPSISMASK) != 0;
+    if (HasClass(control, WC_EDITW)) return (CWindow(control).Style() & ES_READONLY) != 0;
+    return HasClass(control, WC_STATICW) && (CWindow(control).Style() & SS_ELLIPSISMASK) != 0;
 }
 
-/// What the user does that makes a tip stale.
+/// What the user does next; the tip goes then.
 bool IsAction(UINT message) {
     return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
            (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) || message == WM_MOUSELEAVE;

@@ -1,4 +1,4 @@
-// The one place where messages are taken apart: what each message carries, and what its answer means.
+// What each routed message carries, and what its answer means.
 #pragma once
 
 #include <windows.h>
@@ -59,8 +59,11 @@ Answer Call(Of<WM_MOUSEMOVE>, auto&& handler, WPARAM, LPARAM lParam) { return Ca
 Answer Call(Of<WM_LBUTTONUP>, auto&& handler, WPARAM, LPARAM lParam) { return CallAt(handler, lParam); }
 Answer Call(Of<WM_RBUTTONDOWN>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 
-/// handler(UINT virtualKey, HWND list) -> int: -2 nothing more to do, -1 default action, else the row to act
-/// on
+/// Answers to a key in a list box: nothing more to do, or what the list does by itself.
+inline constexpr int kKeyHandled = -2;
+inline constexpr int kKeyDefault = -1;
+
+/// handler(UINT virtualKey, HWND list) -> int: one of these, or the row to act on
 Answer Call(Of<WM_VKEYTOITEM>, auto&& handler, WPARAM wParam, LPARAM lParam) {
     return static_cast<LRESULT>(handler(LOWORD(wParam), reinterpret_cast<HWND>(lParam)));
 }

@@ -29,7 +29,7 @@ Rect CWindow::RectIn(HWND ancestor) const {
 Size TextExtent(HDC dc, const std::wstring& text) {
     SIZE extent{};
     ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &extent);
-    return {static_cast<int>(extent.cx), static_cast<int>(extent.cy)};
+    return {extent.cx, extent.cy};
 }
 
 void CGeometryBatch::Move(HWND window, const Rect& place) {

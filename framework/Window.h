@@ -9,10 +9,7 @@
 #include "Geometry.h"
 
 constexpr RECT ToSystem(const Rect& r) { return {r.left, r.top, r.right, r.bottom}; }
-constexpr Rect FromSystem(const RECT& r) {
-    return {static_cast<int>(r.left), static_cast<int>(r.top), static_cast<int>(r.right),
-            static_cast<int>(r.bottom)};
-}
+constexpr Rect FromSystem(const RECT& r) { return {r.left, r.top, r.right, r.bottom}; }
 
 class CWindow {
   public:
@@ -35,6 +32,14 @@ class CWindow {
     /// The window's rectangle in the client coordinates of `ancestor`.
     Rect RectIn(HWND ancestor) const;
 
+    /// A control in this window, and the same as a view of its type.
+    CWindow Item(int id) const { return Control<CWindow>(id); }
+    template <typename TControl>
+    TControl Control(int id) const {
+        return TControl(::GetDlgItem(m_hwnd, id));
+    }
+
+    LONG_PTR Style() const { return ::GetWindowLongPtrW(m_hwnd, GWL_STYLE); }
     /// The font that the control draws its text with.
     HFONT Font() const { return reinterpret_cast<HFONT>(Send(WM_GETFONT)); }
 

@@ -9,13 +9,6 @@
 #include "TextFormat.h"
 #include "resource.h"
 
-namespace {
-
-constexpr int kKeyHandled = -2;
-constexpr int kKeyDefault = -1;
-
-}  // namespace
-
 CManagePresetsDlg::CManagePresetsDlg(const CPresetListMgr& presets)
     : CDialog(IDD_MANAGE_PRESETS), m_presets(presets) {}
 
@@ -73,7 +66,7 @@ void CManagePresetsDlg::OnDelete() {
     const std::wstring question = FormatText(LoadText(IDS_DELETE_PRESETS_QUESTION), m_presets.DisplayName());
     if (ShowMessage(m_hwnd, question, kMessageCaption, MB_OKCANCEL | MB_ICONEXCLAMATION) != IDOK) return;
     const CWaitCursor wait;
-    // Kept: of a plug-in without presets, too, "all" are selected.
+    // Kept: where no preset is listed, having selected none counts as all.
     if (static_cast<int>(rows.size()) == m_listed) {
         if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
     } else {
@@ -83,7 +76,7 @@ void CManagePresetsDlg::OnDelete() {
         }
     }
     FillList();
-    // The one after those that went, or the last.
+    // The row behind the deleted ones, or the last.
     if (m_listed > 0 && !rows.empty()) SelectOne(std::min(rows.front(), m_listed - 1));
 }
 
@@ -101,7 +94,7 @@ void CManagePresetsDlg::OnRename() {
 }
 
 int CManagePresetsDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != m_list.Handle()) return kKeyDefault;
+    if (key != VK_F2 || list != m_list.Handle()) return crackers::kKeyDefault;
     OnRename();
-    return kKeyHandled;
+    return crackers::kKeyHandled;
 }

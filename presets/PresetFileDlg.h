@@ -10,8 +10,8 @@
 #include "PresetWalk.h"
 #include "resource.h"
 
-/// What saving and opening have in common. `folder` is where the dialog starts and what it leaves as the
-/// folder visited last.
+/// What saving and opening have in common. The dialog starts in `folder` and leaves there the folder that was
+/// visited last.
 class CPresetFileDlg : public CFileDialog {
   public:
     /// The user's choice among the presets of a single plug-in; null when it is all of them.
@@ -26,8 +26,8 @@ class CPresetFileDlg : public CFileDialog {
     bool HasSeveral() const { return m_plugins.size() > 1; }
     const CPresetListMgr& Plugin() const { return m_plugins.front(); }
     const CListBox& List() const { return m_list; }
-    void AttachList() { m_list = Control<CListBox>(IDC_PRESET_LIST); }
-    CWindow SelectAllButton() const { return Control<CWindow>(IDC_PRESET_SELECT_ALL); }
+    void AttachList() { m_list = Window().Control<CListBox>(IDC_PRESET_LIST); }
+    CWindow SelectAllButton() const { return Window().Item(IDC_PRESET_SELECT_ALL); }
     void SelectAll() const { m_list.Select(-1); }
     /// For several plug-ins there is nothing to choose.
     void ShowSeveral() const;

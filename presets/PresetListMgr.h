@@ -37,8 +37,7 @@ class CPresetListMgr {
     template <typename TList>
     int FillPresetList(const TList& list) const;
 
-    /// A preset whose data are in a file loses the file, too. One that others hold is waited for, and left in
-    /// the end.
+    /// Deletes the file of a preset whose data are in one, too; a file that others hold on to stays.
     bool DeletePreset(const std::wstring& name, CPatience& patience) const;
     /// Removes the plug-in's key with everything in it, and the files. False when there was no key.
     bool DeleteAllPresets() const;

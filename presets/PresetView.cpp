@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Kept: the number in the texts of failures says nothing.
+/// Kept: the failure texts give this number, whatever failed.
 constexpr int kFailureNumber = 1;
 
 std::vector<CPresetListMgr> ManagersOf(const std::vector<PresetPlugin>& chosen) {

@@ -25,7 +25,7 @@ int ReadHead(CPresetFileReader& reader, std::uint16_t version, PluginRecord& rec
     return plugin.clsid == head.clsid && plugin.category == category ? 0 : kNothingForPlugin;
 }
 
-/// Goes through the presets of a record; a count below 0 is none.
+/// Goes through the presets of a record; a negative count is taken as 0.
 template <typename TVisit>
 void ForEachPreset(CPresetFileReader& reader, std::int32_t count, TVisit&& visit) {
     for (std::int32_t position = 0; position < count; ++position) visit(reader.ReadPreset(), position);

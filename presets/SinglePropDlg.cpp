@@ -19,8 +19,8 @@ TextMeasures Measure(const CDialog& dialog, const std::wstring& text) {
         const CSelectedObject dialogFont(dc.Get(), dialog.Font());
         TEXTMETRICW metrics{};
         ::GetTextMetricsW(dc.Get(), &metrics);
-        measures.averageCharacter = static_cast<int>(metrics.tmAveCharWidth);
-        measures.lineHeight = static_cast<int>(metrics.tmHeight + metrics.tmExternalLeading);
+        measures.averageCharacter = metrics.tmAveCharWidth;
+        measures.lineHeight = metrics.tmHeight + metrics.tmExternalLeading;
     }
     const UniqueFont plain(
         ::CreateFontW(-::MulDiv(8, static_cast<int>(::GetDpiForWindow(dialog.Handle())), 72), 0, 0, 0,

@@ -74,7 +74,7 @@ void CXButtonXP::Draw(const DRAWITEMSTRUCT& item) {
 
     Look look{FromSystem(item.rcItem), IsPressed((item.itemState & ODS_SELECTED) != 0),
               (item.itemState & ODS_FOCUS) != 0, (item.itemState & ODS_DISABLED) != 0};
-    // Under the corners and the flat parts that a style leaves out, too.
+    // A style may leave the corners out, and all of a flat button.
     Fill(dc, look.place, COLOR_BTNFACE);
     if (IsThemed()) {
         m_themes.DrawBackground(m_theme, dc, kButtonPart, ThemeState(look), look.place);
@@ -118,7 +118,7 @@ void CXButtonXP::DrawFace(HDC dc, const Look& look) const {
 Size CXButtonXP::ImageSize() const {
     BITMAP picture{};
     if (!m_image || !::GetObjectW(m_image.Get(), sizeof(picture), &picture)) return {};
-    return {static_cast<int>(picture.bmWidth), static_cast<int>(picture.bmHeight)};
+    return {picture.bmWidth, picture.bmHeight};
 }
 
 void CXButtonXP::DrawImage(HDC dc, const Rect& place, bool disabled) const {
