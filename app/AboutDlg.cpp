@@ -3,7 +3,6 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
-#include "Dpi.h"
 #include "ProgramPath.h"
 #include "Resources.h"
 #include "TextFormat.h"
@@ -37,8 +36,9 @@ std::span<const CRoute> CAboutDlg::Routes() const {
 }
 
 bool CAboutDlg::OnInitDialog() {
-    const UINT dpi = DpiOf(m_hwnd);
-    m_icon = LoadIconResource(IDI_PLUGIN_MANAGER, SystemMetric(SM_CXICON, dpi), SystemMetric(SM_CYICON, dpi));
+    const UINT dpi = ::GetDpiForWindow(m_hwnd);
+    m_icon = LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetricsForDpi(SM_CXICON, dpi),
+                              ::GetSystemMetricsForDpi(SM_CYICON, dpi));
     Control<CStatic>(IDC_ABOUT_ICON).SetIcon(m_icon.Get());
     const CWindow version = Item(IDC_ABOUT_VERSION);
     version.SetText(FormatText(version.Text(), kProductVersion, kBuildDate));

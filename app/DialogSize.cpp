@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "ControlPlacement.h"
-#include "Dpi.h"
 #include "ResizeLayout.h"
 
 CDialogSize::CDialogSize(CDialog& dialog, std::function<void(UINT)> loadImages)
@@ -44,7 +43,7 @@ void CDialogSize::OnDpiChanged(UINT dpi, const RECT& place) {
 
 /// A child window is not told a place, and one that gets another parent takes on its scale without a message.
 void CDialogSize::OnParentScaled() {
-    const UINT dpi = DpiOf(m_dialog.Handle());
+    const UINT dpi = ::GetDpiForWindow(m_dialog.Handle());
     if (dpi == m_scale.Dpi()) return;
     const Size size = m_scale.SizeAt(dpi, WindowSize());
     ScaleTo(dpi);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "CorvaneKeys.h"
 #include "HelpTopics.h"
 #include "InstanceSearch.h"
 #include "InterfaceLanguage.h"
@@ -16,11 +17,11 @@
 #include "ProgramPath.h"
 #include "RegKey.h"
 #include "Resources.h"
+#include "TaskText.h"
 #include "TextFormat.h"
 
 namespace {
 
-constexpr wchar_t kCompanyKey[] = L"Software\\Corvane Music Software";
 constexpr wchar_t kHelpFileName[] = L"PluginManager.chm";
 
 /// Room for the name of a language, in bytes.
@@ -34,14 +35,7 @@ std::vector<std::wstring> Arguments() {
     return {list.get() + 1, list.get() + count};
 }
 
-/// A text that the logging service allocated.
-std::wstring TakeTaskText(wchar_t* text) {
-    std::wstring copy = text ? text : L"";
-    ::CoTaskMemFree(text);
-    return copy;
-}
-
-/// The code of a WM_QUIT in the queue, else 0. It is removed, because no message box opens while it is there.
+/// What the thread was asked to quit with; 0 when it wasn't. Taken, because no message box opens meanwhile.
 int TakeQuitCode() {
     MSG quit{};
     return ::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) ? static_cast<int>(quit.wParam) : 0;

@@ -4,7 +4,6 @@
 
 #include "AboutDlg.h"
 #include "DialogHelp.h"
-#include "Dpi.h"
 #include "HelpTopics.h"
 #include "ProgramPath.h"
 #include "Resources.h"
@@ -17,9 +16,6 @@ constexpr UINT kCommandAbout = 0x10;
 
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
-
-constexpr int kKeyHandled = -2;
-constexpr int kKeyDefault = -1;
 
 VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
     const bool given = !cmdLine.vstInventoryKey.empty();
@@ -185,7 +181,8 @@ void CPluginManagerDlg::LoadImages(UINT dpi) {
 
 void CPluginManagerDlg::SetIcons(UINT dpi) {
     const auto load = [dpi](int width, int height) {
-        return LoadIconResource(IDI_PLUGIN_MANAGER, SystemMetric(width, dpi), SystemMetric(height, dpi));
+        return LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetricsForDpi(width, dpi),
+                                ::GetSystemMetricsForDpi(height, dpi));
     };
     UniqueIcon icon = load(SM_CXICON, SM_CYICON);
     UniqueIcon smallIcon = load(SM_CXSMICON, SM_CYSMICON);
@@ -266,9 +263,9 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
 }
 
 int CPluginManagerDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return kKeyDefault;
+    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return crackers::kKeyDefault;
     m_names.OnRename();
-    return kKeyHandled;
+    return crackers::kKeyHandled;
 }
 
 void CPluginManagerDlg::OnHelp() const { ShowHelpOn(m_hwnd); }

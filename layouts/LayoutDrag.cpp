@@ -23,28 +23,6 @@ POINT InWindow(const CWindow& window, POINT client) {
     return {client.x - place.left, client.y - place.top};
 }
 
-/// A device context and what was selected into it, put back at the end.
-class CDrawing {
-  public:
-    CDrawing(HDC screen, HBITMAP bitmap, HFONT font)
-        : m_dc(::CreateCompatibleDC(screen)),
-          m_bitmap(::SelectObject(m_dc, bitmap)),
-          m_font(::SelectObject(m_dc, font)) {}
-    ~CDrawing() {
-        ::SelectObject(m_dc, m_font);
-        ::SelectObject(m_dc, m_bitmap);
-        ::DeleteDC(m_dc);
-    }
-    CDrawing(const CDrawing&) = delete;
-    CDrawing& operator=(const CDrawing&) = delete;
-    HDC Dc() const { return m_dc; }
-
-  private:
-    HDC m_dc;
-    HGDIOBJ m_bitmap;
-    HGDIOBJ m_font;
-};
-
 }  // namespace
 
 void CLayoutDrag::Begin(HTREEITEM item, POINT client) {
@@ -74,11 +52,13 @@ UniqueImageList CLayoutDrag::DrawImage() const {
     const CClientDC screen(Tree());
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen.Get(), width, height));
     {
-        const CDrawing drawing(screen.Get(), bitmap.Get(), reinterpret_cast<HFONT>(Tree().Send(WM_GETFONT)));
-        ::SetBkColor(drawing.Dc(), kTransparent);
+        const UniqueDc dc(::CreateCompatibleDC(screen.Get()));
+        const CSelectedObject selectedBitmap(dc.Get(), bitmap.Get());
+        const CSelectedObject selectedFont(dc.Get(), Tree().Font());
+        ::SetBkColor(dc.Get(), kTransparent);
         const RECT all{0, 0, width, height};
-        ::ExtTextOutW(drawing.Dc(), 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
-        ::SetTextColor(drawing.Dc(), ::GetSysColor(COLOR_WINDOWTEXT));
+        ::ExtTextOutW(dc.Get(), 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
+        ::SetTextColor(dc.Get(), ::GetSysColor(COLOR_WINDOWTEXT));
         int iconWidth = 0;
         int iconHeight = 0;
         ::ImageList_GetIconSize(icons, &iconWidth, &iconHeight);
@@ -86,9 +66,9 @@ UniqueImageList CLayoutDrag::DrawImage() const {
             const LayoutItem* item = m_layout.Find(m_layout.HandleOf(m_items[row]));
             if (!item) continue;
             const int top = rowHeight * static_cast<int>(row);
-            ::ImageList_Draw(icons, ImagesOf(*item).normal, drawing.Dc(), 0, top, ILD_TRANSPARENT);
+            ::ImageList_Draw(icons, ImagesOf(*item).normal, dc.Get(), 0, top, ILD_TRANSPARENT);
             RECT label{iconWidth + kHotSpot, top, width, top + rowHeight};
-            ::DrawTextW(drawing.Dc(), item->name.c_str(), static_cast<int>(item->name.size()), &label,
+            ::DrawTextW(dc.Get(), item->name.c_str(), static_cast<int>(item->name.size()), &label,
                         DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         }
     }

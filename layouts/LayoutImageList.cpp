@@ -1,6 +1,5 @@
 #include "LayoutImageList.h"
 
-#include "Dpi.h"
 #include "LayoutItem.h"
 #include "Resources.h"
 #include "resource.h"
@@ -52,8 +51,8 @@ constexpr int kGrowth = 10;
 }  // namespace
 
 UniqueImageList BuildLayoutImageList(UINT dpi) {
-    const int width = SystemMetric(SM_CXSMICON, dpi);
-    const int height = SystemMetric(SM_CYSMICON, dpi);
+    const int width = ::GetSystemMetricsForDpi(SM_CXSMICON, dpi);
+    const int height = ::GetSystemMetricsForDpi(SM_CYSMICON, dpi);
     UniqueImageList list(::ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, kInitialSize, kGrowth));
     for (int index = 0; index < kLayoutImageCount; ++index) {
         const UniqueIcon icon = LoadIconResource(IconOf(index), width, height);

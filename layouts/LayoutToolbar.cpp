@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "Dpi.h"
 #include "Resources.h"
 #include "resource.h"
 
@@ -42,7 +41,7 @@ void CLayoutToolbar::OnInitDialog() {
         m_tips.Add(control);
     }
     m_label.Attach(m_dialog.Item(IDC_LAYOUT_LABEL).Handle());
-    LoadImages(DpiOf(m_dialog.Handle()));
+    LoadImages(::GetDpiForWindow(m_dialog.Handle()));
 }
 
 void CLayoutToolbar::LoadImages(UINT dpi) {

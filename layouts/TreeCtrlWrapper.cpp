@@ -4,18 +4,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "Dpi.h"
 #include "LayoutImageList.h"
-
-namespace {
-
-int CompareIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                  TRUE) -
-           CSTR_EQUAL;
-}
-
-}  // namespace
+#include "NameOrder.h"
 
 const LayoutItem* CTreeCtrlWrapper::Find(HTREEITEM item) const {
     const auto found = m_entries.find(item);
@@ -95,7 +85,7 @@ void CTreeCtrlWrapper::Clear() {
     m_entries.clear();
     m_records.clear();
     // Once: reading 25 icons takes longer than most layouts.
-    if (!m_images) LoadImages(DpiOf(m_tree.Handle()));
+    if (!m_images) LoadImages(::GetDpiForWindow(m_tree.Handle()));
     m_modified = false;
 }
 

@@ -5,7 +5,6 @@
 #include <map>
 
 #include "DialogScale.h"
-#include "Dpi.h"
 #include "PluginDetails.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <set>
+#include <span>
 
 #include "ButtonRules.h"
 #include "Classification.h"
@@ -84,33 +86,39 @@ PaneState State(Category category, int rows, unsigned presets = 0) {
             .adapterProgramExists = true};
 }
 
+/// The buttons that can be used; one that is not in the table stays as it was.
+std::set<int> Usable(std::span<const ButtonRule> rules, const PaneState& state) {
+    std::set<int> ids;
+    for (const ButtonRule& rule : rules) {
+        if (rule.canBeUsed(state)) ids.insert(rule.id);
+    }
+    return ids;
+}
+
 TEST(ButtonRules, AfterAFill) {
-    auto buttons = AfterFill(State(Category::VstEffects, 0));
-    EXPECT_TRUE(buttons.vstOptions && buttons.vstScan);
-    EXPECT_FALSE(buttons.vstProperties || buttons.adapterWizard || buttons.exclude);
-    buttons = AfterFill(State(Category::LegacyVstEffects, 1));
-    EXPECT_TRUE(buttons.adapterWizard && buttons.adapterProperties && buttons.exclude);
-    EXPECT_FALSE(buttons.vstOptions || buttons.vstScan || buttons.vstProperties);
-    buttons = AfterFill({.category = Category::Vst3Instruments, .selectedRows = 1});
-    EXPECT_FALSE(buttons.vstOptions || buttons.vstScan) << "there is no scanner";
-    EXPECT_TRUE(buttons.vstProperties) << "also without it";
+    const auto usable = [](const PaneState& state) { return Usable(buttons::kAfterFill, state); };
+    EXPECT_EQ(usable(State(Category::VstEffects, 0)), (std::set{IDC_VST_OPTIONS, IDC_VST_SCAN}));
+    EXPECT_EQ(usable(State(Category::LegacyVstEffects, 1)),
+              (std::set{IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES, IDC_EXCLUDE}));
+    EXPECT_EQ(usable({.category = Category::Vst3Instruments, .selectedRows = 1}),
+              (std::set{IDC_VST_PROPERTIES, IDC_EXCLUDE}))
+        << "also without a scanner";
 }
 
 TEST(ButtonRules, AfterASelection) {
-    auto buttons = AfterSelection(State(Category::Vst3Effects, 1, 3));
-    EXPECT_TRUE(buttons.exportPresets && buttons.managePresets && buttons.exclude && buttons.vstProperties &&
-                buttons.addPlugin);
-    buttons = AfterSelection(State(Category::Vst3Effects, 2, 3));
-    EXPECT_TRUE(buttons.exportPresets && buttons.exclude && buttons.addPlugin);
-    EXPECT_FALSE(buttons.managePresets || buttons.vstProperties || buttons.adapterProperties);
-    buttons = AfterSelection(State(Category::MidiEffects, 1));
-    EXPECT_FALSE(buttons.exclude || buttons.exportPresets || buttons.managePresets || buttons.vstProperties);
-    EXPECT_TRUE(buttons.addPlugin);
+    const auto usable = [](const PaneState& state) { return Usable(buttons::kAfterSelection, state); };
+    EXPECT_EQ(usable(State(Category::Vst3Effects, 1, 3)),
+              (std::set{IDC_IMPORT, IDC_EXPORT, IDC_MANAGE, IDC_EXCLUDE, IDC_VST_PROPERTIES,
+                        IDC_ADAPTER_PROPERTIES, IDC_ADD_PLUGIN}));
+    EXPECT_EQ(usable(State(Category::Vst3Effects, 2, 3)),
+              (std::set{IDC_IMPORT, IDC_EXPORT, IDC_EXCLUDE, IDC_ADD_PLUGIN}));
+    EXPECT_EQ(usable(State(Category::MidiEffects, 1)),
+              (std::set{IDC_IMPORT, IDC_ADAPTER_PROPERTIES, IDC_ADD_PLUGIN}));
     for (const Category c :
          {Category::ControlSurfaces, Category::LegacyVstEffects, Category::LegacyVstInstruments}) {
-        EXPECT_FALSE(AfterSelection(State(c, 1)).addPlugin);
+        EXPECT_FALSE(usable(State(c, 1)).contains(IDC_ADD_PLUGIN));
     }
-    EXPECT_FALSE(AfterSelection({.mode = VisibilityMode::Excluded, .selectedRows = 1}).addPlugin);
+    EXPECT_FALSE(usable({.mode = VisibilityMode::Excluded, .selectedRows = 1}).contains(IDC_ADD_PLUGIN));
 }
 
 }  // namespace

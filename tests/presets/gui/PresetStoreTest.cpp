@@ -5,8 +5,7 @@
 #include "AnsiText.h"
 #include "Dialog.h"
 #include "FileStream.h"
-#include "PresetListBox.h"
-#include "PresetListMgr.h"
+#include "PresetTransfer.h"
 #include "PresetWriter.h"
 #include "presets/StoredPresets.h"
 #include "resource.h"
@@ -37,8 +36,8 @@ class PresetStore : public testing::Test {
     PresetStore() { ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_top.c_str()); }
 
     static bool Store(const std::wstring& name, std::span<const std::byte> data, int type = 3) {
-        return CPresetListMgr(kHall, kEffects, L"Hall")
-            .StoreImportedPreset({.type = type, .name = name, .data = data});
+        return CPresetWriter(CPresetListMgr(kHall, kEffects, L"Hall"))
+            .Store({.type = type, .name = name, .data = data});
     }
     std::size_t FilesBelowTop() const {
         return static_cast<std::size_t>(
@@ -74,8 +73,8 @@ TEST_F(PresetStore, LargePresetsAndThoseOfFilesGoToFiles) {
     fs::create_directory(m_folder / L"taken");
     EXPECT_FALSE(Store(L"taken", Data(1024))) << "a folder has this name";
     EXPECT_EQ(m_hall.CountPresets(), 4U);
-    EXPECT_FALSE(
-        CPresetListMgr(kHall, kNowhere, L"").StoreImportedPreset({.type = 3, .name = L"x", .data = Data(1)}));
+    EXPECT_FALSE(CPresetWriter(CPresetListMgr(kHall, kNowhere, L""))
+                     .Store({.type = 3, .name = L"x", .data = Data(1)}));
 }
 
 TEST_F(PresetStore, NothingIsWrittenOutsideOfThePluginsFolder) {
@@ -209,7 +208,7 @@ TEST_F(PresetStore, EachCategoryHasItsRoot) {
                                                    {"{E26F299E-B4BC-49E6-99BF-275210DDC844}"_guid, surfaces}};
     for (const auto& [category, root] : roots) {
         CPresetListMgr plugin(kHall, category, L"Hall");
-        EXPECT_TRUE(plugin.StoreImportedPreset({.type = 3, .name = L"x", .data = Data(1)}));
+        EXPECT_TRUE(CPresetWriter(plugin).Store({.type = 3, .name = L"x", .data = Data(1)}));
         EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, root).size(), 1U) << support::Utf8(root);
         EXPECT_TRUE(plugin.DeleteAllPresets());
     }
@@ -219,7 +218,7 @@ TEST_F(PresetStore, EachCategoryHasItsRoot) {
 TEST_F(PresetStore, ListsCarryTheIndexInTheStore) {
     CDialog dialog(IDD_MANAGE_PRESETS);
     ASSERT_TRUE(dialog.CreateModeless(nullptr));
-    const CPresetListBox list(dialog.Control<CListBox>(IDC_PRESET_LIST));
+    const auto list = dialog.Control<CListBox>(IDC_PRESET_LIST);
     EXPECT_EQ(m_hall.FillPresetList(list), 0);
     Store(L"b", Data(1));
     support::SetRaw(HKEY_CURRENT_USER, kHallKey, std::wstring(520, L'm').c_str(), REG_BINARY, {1});
@@ -246,32 +245,32 @@ TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
     {
         auto file = CFileSink::Create(m_file);
         ASSERT_TRUE(file);
-        EXPECT_EQ(m_hall.ExportPresets(*file, nullptr, true), 41);
+        EXPECT_EQ(ExportPresets(*file, m_hall, nullptr), 41);
     }
     EXPECT_TRUE(m_hall.DeleteAllPresets());
     auto file = CFileSource::Open(m_file);
     ASSERT_TRUE(file);
-    EXPECT_EQ(m_room.ImportPresets(*file, nullptr), kNothingForPlugin) << "another plug-in's";
+    EXPECT_EQ(ImportPresets(*file, m_room, nullptr), kNothingForPlugin) << "another plug-in's";
     file->Seek(0);
-    EXPECT_EQ(m_hall.ImportPresets(*file, nullptr), 41);
+    EXPECT_EQ(ImportPresets(*file, m_hall, nullptr), 41);
     EXPECT_EQ(StoredPresets(kHallKey), before);
     int listed = 0;
     file->Seek(0);
-    EXPECT_EQ(m_hall.ListFileForPlugin(
-                  *file, [&](const std::wstring&, std::int32_t position) { EXPECT_EQ(position, listed++); }),
-              41);
+    PresetPreview preview;
+    preview.add = [&](const std::wstring&, std::int32_t position) { EXPECT_EQ(position, listed++); };
+    EXPECT_EQ(ListFileForPlugin(*file, m_hall, preview), 41);
 }
 
 TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     Store(L"good", Data(2));
     const auto result = [this](std::wstring* invalid = nullptr) {
         auto file = CFileSink::Create(m_file);
-        return m_hall.ExportPresets(*file, nullptr, true,
-                                    {.invalidPreset =
-                                         [&](const std::wstring& name) {
-                                             if (invalid) *invalid = name;
-                                         },
-                                     .progress = {}});
+        return ExportPresets(*file, m_hall, nullptr,
+                             {.invalidPreset =
+                                  [&](const std::wstring& name) {
+                                      if (invalid) *invalid = name;
+                                  },
+                              .progress = {}});
     };
     const auto announced = [this] {
         auto file = CFileSource::Open(m_file);

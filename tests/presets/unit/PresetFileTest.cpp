@@ -73,9 +73,8 @@ Import ImportOne(const Bytes& file, const PresetPlugin& plugin = kHall,
     const TextConversion text = support::Latin1();
     support::MemorySource source(file);
     CPresetFileReader reader(source, text);
-    PluginInFile read{.plugin = plugin};
     Import import;
-    import.result = ImportFor(reader, read, selection, KeepInto(import));
+    import.result = ImportFor(reader, plugin, selection, KeepInto(import));
     return import;
 }
 
@@ -83,8 +82,7 @@ Import ImportBoth(const Bytes& file) {
     const TextConversion text = support::Latin1();
     support::MemorySource source(file);
     CPresetFileReader reader(source, text);
-    PluginInFile hall{.plugin = kHall}, room{.plugin = kRoom};
-    PluginInFile* const plugins[] = {&hall, &room};
+    const PresetPlugin plugins[] = {kHall, kRoom};
     Import import;
     import.result = ImportForSeveral(reader, plugins, KeepInto(import));
     return import;
@@ -95,11 +93,11 @@ std::string Preview(const Bytes& file, const PresetPlugin* plugin, int& result) 
     support::MemorySource source(file);
     CPresetFileReader reader(source, text);
     std::string lines;
-    const auto list = [&](const std::wstring& line, std::int32_t position) {
+    PresetPreview preview{.add = {}, .notAPresetFile = L"no", .goesOn = L"more"};
+    preview.add = [&](const std::wstring& line, std::int32_t position) {
         lines += Narrow(line) + "@" + std::to_string(position) + ";";
     };
-    result =
-        plugin ? ListForPlugin(reader, *plugin, list, L"no") : ListContents(reader, list, L"no", L"more");
+    result = plugin ? ListForPlugin(reader, *plugin, preview) : ListContents(reader, preview);
     return lines;
 }
 

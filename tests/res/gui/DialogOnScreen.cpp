@@ -135,7 +135,7 @@ std::vector<DialogControl> CDialogOnScreen::Controls() const {
 SIZE CDialogOnScreen::TextSize(const std::wstring& text, long width, UINT format) const {
     const CClientDC dc(CWindow(m_dialog.get()));
     const auto font = reinterpret_cast<HFONT>(::SendMessageW(m_dialog.get(), WM_GETFONT, 0, 0));
-    const CSelectedFont selected(dc.Get(), font);
+    const CSelectedObject selected(dc.Get(), font);
     RECT area{0, 0, width, 0};
     ::DrawTextW(dc.Get(), text.c_str(), static_cast<int>(text.size()), &area, DT_CALCRECT | format);
     return {area.right, area.bottom};
