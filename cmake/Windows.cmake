@@ -24,10 +24,10 @@ function(add_room name)
     target_link_libraries(${name} PUBLIC windows_settings ${ROOM_NEXT} ${ROOM_LIBRARIES})
 endfunction()
 
-add_room(framework LIBRARIES comctl32 comdlg32 shlwapi advapi32 user32 gdi32)
+add_room(framework LIBRARIES comctl32 comdlg32 shlwapi advapi32 user32 gdi32 oleaut32)
 add_room(util      NEXT framework LIBRARIES ole32 uuid)
 add_room(presets   NEXT util)
-add_room(inventory NEXT presets LIBRARIES strmiids msdmo dmoguids oleaut32)
+add_room(inventory NEXT presets LIBRARIES strmiids msdmo dmoguids)
 add_room(layouts   NEXT inventory)
 add_room(app       NEXT layouts)
 

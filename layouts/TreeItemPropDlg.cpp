@@ -1,7 +1,6 @@
 #include "TreeItemPropDlg.h"
 
 #include "ClsidText.h"
-#include "PresetListBox.h"
 #include "PresetListMgr.h"
 #include "Resources.h"
 #include "StringRing.h"
@@ -48,7 +47,7 @@ Guid CTreeItemPropDlg::PresetClsid() const {
 }
 
 void CTreeItemPropDlg::FillPresets() {
-    const auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
+    const auto presets = Control<CComboBox>(IDC_PROP_PRESET);
     if (const auto category = CategoryOf(m_plugin)) {
         CPresetListMgr(PresetClsid(), RowOf(*category).guid, m_plugin.name).FillPresetList(presets);
     }

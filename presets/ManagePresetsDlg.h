@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Dialog.h"
-#include "PresetListBox.h"
 #include "PresetListMgr.h"
 
 class CManagePresetsDlg : public CDialog {
@@ -23,6 +22,6 @@ class CManagePresetsDlg : public CDialog {
     void Report(UINT textId) const;
 
     const CPresetListMgr& m_presets;
-    CPresetListBox m_list;
+    CListBox m_list;
     int m_listed = 0;
 };

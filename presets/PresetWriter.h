@@ -6,6 +6,7 @@
 #include <string>
 
 #include "PresetListMgr.h"
+#include "PresetWalk.h"
 
 /// Keeps the plug-in's key and the folder of its files at hand for the presets of one command.
 class CPresetWriter {

@@ -34,26 +34,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             Require(file->find_first_of(L"\\/:") == std::wstring::npos && !file->ends_with(L'.'));
         return !preset.data.empty();
     };
-    const auto list = [&](const std::wstring& line, std::int32_t) {
-        visited += line.starts_with(L"<<") ? 0 : 1;
-    };
+    PresetPreview preview{.add = {}, .notAPresetFile = L"no", .goesOn = L"more"};
+    preview.add = [&](const std::wstring& line, std::int32_t) { visited += line.starts_with(L"<<") ? 0 : 1; };
 
     WithReader(input, [&](CPresetFileReader& reader) {
-        PluginInFile plugin{.plugin = kHall};
-        CheckResult(ImportFor(reader, plugin, nullptr, keep), visited);
+        CheckResult(ImportFor(reader, kHall, nullptr, keep), visited);
         Require(stored <= size);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
-        PluginInFile hall{.plugin = kHall}, blank;
-        PluginInFile* const plugins[] = {&hall, &blank};
+        const PresetPlugin plugins[] = {kHall, {}};
         CheckResult(ImportForSeveral(reader, plugins, keep), visited);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
-        CheckResult(ListForPlugin(reader, kHall, list, L"no"), visited);
+        CheckResult(ListForPlugin(reader, kHall, preview), visited);
         Require(reader.Position() <= size);
     });
     WithReader(input, [&](CPresetFileReader& reader) {
-        Require(ListContents(reader, list, L"no", L"more") >= kPresetIoFailure);
+        Require(ListContents(reader, preview) >= kPresetIoFailure);
     });
     return 0;
 }

@@ -73,32 +73,32 @@ std::string Read(std::string_view file, TWay&& way) {
         for (const std::byte b : preset.data) text += std::to_integer<char>(b);
         return true;
     };
-    const PreviewList list = [&](const std::wstring& line, std::int32_t position) {
-        text += " " + Ascii(line);
-        if (position != kNoPreset) text += "@" + std::to_string(position);
-    };
+    const PresetPreview preview = {.add =
+                                       [&](const std::wstring& line, std::int32_t position) {
+                                           text += " " + Ascii(line);
+                                           if (position != kNoPreset) text += "@" + std::to_string(position);
+                                       },
+                                   .notAPresetFile = L"no",
+                                   .goesOn = L"more"};
     const int result = WithReader(std::as_bytes(std::span(file)),
-                                  [&](CPresetFileReader& reader) { return way(reader, keep, list); });
+                                  [&](CPresetFileReader& reader) { return way(reader, keep, preview); });
     return (result < 0 ? kCodes[result - kPresetIoFailure] : std::to_string(result)) + text;
 }
 
 inline std::string ImportOne(std::string_view file, const PresetSelection* selection = nullptr) {
-    PluginInFile hall{.plugin = kHall};
     return Read(file,
-                [&](auto& reader, auto& keep, auto&) { return ImportFor(reader, hall, selection, keep); });
+                [&](auto& reader, auto& keep, auto&) { return ImportFor(reader, kHall, selection, keep); });
 }
 inline std::string ImportBoth(std::string_view file) {
-    PluginInFile hall{.plugin = kHall}, room{.plugin = kRoom};
-    PluginInFile* const both[] = {&hall, &room};
+    const PresetPlugin both[] = {kHall, kRoom};
     return Read(file, [&](auto& reader, auto& keep, auto&) { return ImportForSeveral(reader, both, keep); });
 }
 inline std::string ListOne(std::string_view file) {
     return Read(file,
-                [](auto& reader, auto&, auto& list) { return ListForPlugin(reader, kHall, list, L"no"); });
+                [](auto& reader, auto&, auto& preview) { return ListForPlugin(reader, kHall, preview); });
 }
 inline std::string ListAll(std::string_view file) {
-    return Read(file,
-                [](auto& reader, auto&, auto& list) { return ListContents(reader, list, L"no", L"more"); });
+    return Read(file, [](auto& reader, auto&, auto& preview) { return ListContents(reader, preview); });
 }
 inline std::string ReadInAllWays(std::string_view file) {
     return "import " + ImportOne(file) + "\nboth   " + ImportBoth(file) + "\nlist   " + ListOne(file) +

@@ -67,7 +67,7 @@ inline std::wstring LayoutText(const CTreeCtrlWrapper& layout, HTREEITEM parent 
 
 /// Null when no item has that name.
 inline HTREEITEM ItemNamed(const CTreeCtrlWrapper& layout, const std::wstring& name) {
-    HTREEITEM item = layout.FirstTopLevel();
+    HTREEITEM item = layout.Tree().Root();
     while (item && (!layout.Find(item) || layout.Find(item)->name != name))
         item = layout.Tree().NextInOrder(item);
     return item;

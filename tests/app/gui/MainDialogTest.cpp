@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <map>
 
-#include "Dpi.h"
 #include "HelpTopics.h"
 #include "PluginDetails.h"
 #include "SinglePropDlg.h"

@@ -51,7 +51,7 @@ class LayoutDocument : public testing::Test {
             << saved;
     }
     std::wstring Shape() const { return support::LayoutText(m_layout); }
-    const LayoutItem& First() const { return *m_layout.Find(m_layout.FirstTopLevel()); }
+    const LayoutItem& First() const { return *m_layout.Find(m_tree.Root()); }
 
     support::FileSandbox m_files;
     CTreeCtrlEx m_tree;

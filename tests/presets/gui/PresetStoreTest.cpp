@@ -5,7 +5,7 @@
 #include "AnsiText.h"
 #include "FileStream.h"
 #include "PluginCategory.h"
-#include "PresetListMgr.h"
+#include "PresetTransfer.h"
 #include "PresetWriter.h"
 #include "presets/StoredPresets.h"
 #include "support/FileSandbox.h"
@@ -38,7 +38,7 @@ class PresetStore : public testing::Test {
     bool Delete(const std::wstring& name) { return m_hall.DeletePreset(name, m_patience); }
     int Export(const PresetTransferEvents& events = {}) {
         auto file = CFileSink::Create(m_file);
-        return m_hall.ExportPresets(*file, nullptr, true, events);
+        return ExportPresets(*file, m_hall, nullptr, events);
     }
     static Presets Stored() { return support::StoredPresets(kHallKey); }
     std::size_t FilesBelowTop() const {
@@ -190,7 +190,7 @@ TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
     EXPECT_EQ(Export(), 41);
     EXPECT_TRUE(m_hall.DeleteAllPresets());
     auto file = CFileSource::Open(m_file);
-    EXPECT_EQ(m_hall.ImportPresets(*file, nullptr), 41);
+    EXPECT_EQ(ImportPresets(*file, m_hall, nullptr), 41);
     EXPECT_EQ(Stored(), before);
 }
 

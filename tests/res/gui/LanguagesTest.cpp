@@ -3,7 +3,6 @@
 #include <set>
 
 #include "DialogFit.h"
-#include "Dpi.h"
 #include "PluginCategory.h"
 #include "Resources.h"
 #include "TextFormat.h"

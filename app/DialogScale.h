@@ -6,6 +6,9 @@
 #include "Geometry.h"
 #include "Handles.h"
 
+/// How much larger the window is than its client area at that scale.
+Size FrameSize(HWND window, UINT dpi);
+
 /// For a dialog that places its controls itself, or that may become the child of another window: those the
 /// system does not scale, or not in step with what the dialog does.
 class CDialogScale {

@@ -1,22 +1,28 @@
 #include "DialogScale.h"
 
-#include "Dpi.h"
 #include "Window.h"
 
 namespace {
 
 constexpr int kPointsPerInch = 72;
 
+/// Before Windows 10 version 1703, which brought the function, no system scaled a dialog.
+void KeepSystemFromScaling(HWND dialog) {
+    decltype(&::SetDialogDpiChangeBehavior) set = nullptr;
+    if (FindFunction(::GetModuleHandleW(L"user32.dll"), "SetDialogDpiChangeBehavior", set))
+        set(dialog, DDC_DISABLE_ALL, DDC_DISABLE_ALL);
+}
+
 }  // namespace
 
 void CDialogScale::Attach(HWND dialog) {
     m_dialog = dialog;
-    m_dpi = DpiOf(dialog);
-    const auto font = reinterpret_cast<HFONT>(::SendMessageW(dialog, WM_GETFONT, 0, 0));
+    m_dpi = ::GetDpiForWindow(dialog);
+    const HFONT font = CWindow(dialog).Font();
     ::GetObjectW(font, sizeof(m_face), &m_face);
     m_points = ::MulDiv(-m_face.lfHeight, kPointsPerInch, static_cast<int>(m_dpi));
     m_units = UnitsOf(font);
-    ScaleByOneself(dialog);
+    KeepSystemFromScaling(dialog);
 }
 
 UniqueFont CDialogScale::FontAt(UINT dpi) const {
@@ -27,15 +33,21 @@ UniqueFont CDialogScale::FontAt(UINT dpi) const {
 
 /// As the system computes it when it makes a dialog.
 Size CDialogScale::UnitsOf(HFONT font) const {
-    constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-    constexpr int kCount = 52;
+    const std::wstring letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     const CClientDC dc{CWindow(m_dialog)};
-    const CSelectedFont selected(dc.Get(), font);
+    const CSelectedObject selected(dc.Get(), font);
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(dc.Get(), &metrics);
-    SIZE extent{};
-    ::GetTextExtentPoint32W(dc.Get(), kLetters, kCount, &extent);
-    return {static_cast<int>((extent.cx / (kCount / 2) + 1) / 2), static_cast<int>(metrics.tmHeight)};
+    const int half = static_cast<int>(letters.size()) / 2;
+    return {(TextExtent(dc.Get(), letters).width / half + 1) / 2, metrics.tmHeight};
+}
+
+Size FrameSize(HWND window, UINT dpi) {
+    const auto style = static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_STYLE));
+    const auto extended = static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_EXSTYLE));
+    RECT frame{};
+    ::AdjustWindowRectExForDpi(&frame, style, FALSE, extended, dpi);
+    return {frame.right - frame.left, frame.bottom - frame.top};
 }
 
 Size CDialogScale::SizeAt(UINT dpi, Size window) const {
@@ -54,7 +66,7 @@ void CDialogScale::ChangeTo(UINT dpi) {
         const Rect place = Scaled(CWindow(child).RectIn(m_dialog), m_units, units);
         ::SetWindowPos(child, nullptr, place.left, place.top, place.Width(), place.Height(),
                        SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
-        ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
+        CWindow(child).Send(WM_SETFONT, font.Get(), FALSE);
     }
     m_font = std::move(font);  // now that no control draws with the old one
     m_units = units;

@@ -13,18 +13,19 @@
 #include "Handles.h"
 
 /// Two seconds for others to let go of a file: virus scanners and indexers hold what was just written. One
-/// may serve several files, which share the time.
+/// object may serve several files; they share the two seconds.
 class CPatience {
   public:
-    /// Waits a moment. False at once for an error that does not pass by itself, and when the time is over.
+    /// Waits a moment, and says whether to try again. False at once for an error that waiting does not cure,
+    /// and when the time is over.
     bool Waits(DWORD error);
 
   private:
     ULONGLONG m_end = 0;  // from the first error on
 };
 
-/// Others may read, write and remove the file meanwhile. Nothing for what is no plain file: a device or a
-/// pipe would be waited for.
+/// Others may read, write and remove the file meanwhile. Nothing for a device or a pipe, which might never
+/// answer.
 UniqueFile OpenForReading(const std::wstring& path, CPatience& patience);
 /// Creates or empties the file, for writing and reading; others may read it.
 UniqueFile OpenForWriting(const std::wstring& path);
