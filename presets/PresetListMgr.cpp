@@ -8,19 +8,14 @@
 
 namespace {
 
-/// Null for a category without a preset store.
-const wchar_t* StoreRootOf(const Guid& category) {
-    if (category == RowOf(Category::MidiEffects).guid) return kMidiPresetsKey;
-    if (category == RowOf(Category::ControlSurfaces).guid) return kSurfacePresetsKey;
-    const bool isCategory =
-        std::ranges::find(kCategories, category, &PluginCategory::guid) != kCategories.end();
-    return isCategory ? kAudioPresetsKey : nullptr;
-}
-
-std::optional<CRegKey> OpenKey(const std::wstring& path, bool create) {
-    constexpr REGSAM kReadWrite = KEY_READ | KEY_WRITE;
-    return create ? CRegKey::Create(HKEY_CURRENT_USER, path, kReadWrite)
-                  : CRegKey::Open(HKEY_CURRENT_USER, path, kReadWrite);
+/// Below the current user's root; empty for a category without a preset store.
+std::wstring KeyPathOf(const PresetPlugin& plugin) {
+    const Guid& category = plugin.category;
+    if (std::ranges::find(kCategories, category, &PluginCategory::guid) == kCategories.end()) return {};
+    const wchar_t* root = kAudioPresetsKey;
+    if (category == RowOf(Category::MidiEffects).guid) root = kMidiPresetsKey;
+    if (category == RowOf(Category::ControlSurfaces).guid) root = kSurfacePresetsKey;
+    return std::wstring(root) + L"\\" + ClsidText(plugin.clsid);
 }
 
 /// Kept: the path in the store is believed, wherever it leads.
@@ -30,15 +25,12 @@ void DeleteFileOf(DWORD type, std::span<const std::byte> data, CPatience& patien
 
 }  // namespace
 
-std::optional<CRegKey> CPresetListMgr::OpenStoreRoot(bool create) const {
-    const wchar_t* root = StoreRootOf(m_plugin.category);
-    return root ? OpenKey(root, create) : std::nullopt;
-}
-
 std::optional<CRegKey> CPresetListMgr::OpenPluginKey(bool create) const {
-    // In one step, because this is asked for each of many selected plug-ins.
-    const wchar_t* root = StoreRootOf(m_plugin.category);
-    return root ? OpenKey(std::wstring(root) + L"\\" + ClsidText(Clsid()), create) : std::nullopt;
+    constexpr REGSAM kReadWrite = KEY_READ | KEY_WRITE;
+    const std::wstring path = KeyPathOf(m_plugin);
+    if (path.empty()) return std::nullopt;
+    return create ? CRegKey::Create(HKEY_CURRENT_USER, path, kReadWrite)
+                  : CRegKey::Open(HKEY_CURRENT_USER, path, kReadWrite);
 }
 
 unsigned CPresetListMgr::CountPresets() const {
@@ -57,13 +49,12 @@ bool CPresetListMgr::DeletePreset(const std::wstring& name, CPatience& patience)
 }
 
 bool CPresetListMgr::DeleteAllPresets() const {
-    const auto root = OpenStoreRoot(false);
     const auto key = OpenPluginKey(false);
-    if (!root || !key) return false;
+    if (!key) return false;
     CPatience patience;
     for (CRegValues values(*key, kMaxPresetName); values.Next();)
         DeleteFileOf(values.Type(), values.Data(), patience);
-    return CRegKey::DeleteTree(root->Handle(), ClsidText(Clsid()));
+    return CRegKey::DeleteTree(HKEY_CURRENT_USER, KeyPathOf(m_plugin));
 }
 
 bool CPresetListMgr::RenamePreset(const std::wstring& oldName, const std::wstring& newName) const {

@@ -25,9 +25,7 @@ class CPresetListMgr {
     const Guid& Clsid() const { return m_plugin.clsid; }
     const std::wstring& DisplayName() const { return m_plugin.name; }
 
-    /// The key of all plug-ins of this category, opened for reading and writing.
-    std::optional<CRegKey> OpenStoreRoot(bool create) const;
-    /// The plug-in's own key below it.
+    /// The plug-in's own key, opened for reading and writing.
     std::optional<CRegKey> OpenPluginKey(bool create) const;
 
     /// 0 when there is no key.
