@@ -226,7 +226,8 @@ TEST(LanguageRules, FindALetterThatWorksTwo) {
 
 TEST_F(ControlPlaces, FindATextThatIsCutOffAndAControlInAnothersWay) {
     Open();
-    const CDialogFont font(kDialogFace, ::MulDiv(8, static_cast<int>(DpiOf(m_dialog->Handle())), 96));
+    const CDialogFont font(kDialogFace,
+                           ::MulDiv(8, static_cast<int>(::GetDpiForWindow(m_dialog->Handle())), 96));
     EXPECT_EQ(font.Units(), UnitsOf(*m_dialog)) << "as the system has measured it";
     for (const int id : {IDC_EXCLUDE, IDC_SHOW_ENABLED, IDC_SHOW_PERMANENT, IDC_VST_GROUP, IDC_FILENAME,
                          IDC_PLUGINS, IDC_PLUGINS_LABEL}) {
