@@ -28,8 +28,9 @@ class LayoutTreeDialog : public MainDialog {
     }
     std::wstring Shape() { return LayoutText(Layout()); }
     HTREEITEM Node(const std::wstring& name) { return ItemNamed(Layout(), name); }
-    static std::wstring Times(int count, const std::wstring& text) {
-        std::wstring all;
+    template <typename TChar>
+    static std::basic_string<TChar> Times(int count, const TChar* text) {
+        std::basic_string<TChar> all;
         for (int i = 0; i < count; ++i) all += text;
         return all;
     }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <map>
 
+#include "AccessibleName.h"
 #include "HelpTopics.h"
 #include "PluginDetails.h"
 #include "SinglePropDlg.h"
@@ -125,6 +126,8 @@ TEST_F(MainDialog, WhatTheKeyboardReachesHasANameAndHelp) {
         ExpectNamesAndHelp(m_dialog->Handle());
     }
     EXPECT_EQ(Text(IDC_LAYOUT_TREE), L"Plug-in Menu Layout");
+    SetAccessibleName(Control(IDC_LAYOUT_TREE), L"\u8A2D\u5B9A(&Y):");
+    EXPECT_EQ(Text(IDC_LAYOUT_TREE), L"\u8A2D\u5B9A:") << "a mnemonic in brackets goes with them";
     for (const HWND control : ControlsOf(m_dialog->Handle())) {
         const int id = ::GetDlgCtrlID(control);
         const bool isText = (CWindow(control).Send(WM_GETDLGCODE) & DLGC_STATIC) != 0;

@@ -76,10 +76,10 @@ TEST_F(RegKey, WritesCountTheTerminatorAndTreesGoWhole) {
     EXPECT_FALSE(existed);
     EXPECT_TRUE(key->WriteString(nullptr, L"text"));
     EXPECT_EQ(support::Text(kRoot, kPath, nullptr), L"text");
-    CRegKey::Create(kRoot, kPath + L"\\a\\b", KEY_ALL_ACCESS);
+    for (const wchar_t* below : {L"\\a\\b", L"\\longer"}) support::CreateKey(kRoot, kPath + below);
     CRegKey::Create(kRoot, kPath, KEY_ALL_ACCESS, &existed);
     EXPECT_TRUE(existed);
-    EXPECT_EQ(key->SubkeyNames(), std::vector<std::wstring>{L"a"});
+    EXPECT_EQ(key->SubkeyNames(), (std::vector<std::wstring>{L"a", L"longer"}));
     for (const std::wstring& nameless : {std::wstring(), kPath + L"\\"})
         EXPECT_FALSE(CRegKey::DeleteTree(kRoot, nameless));
     EXPECT_TRUE(support::Exists(kRoot, kPath + L"\\a\\b"));

@@ -24,6 +24,7 @@ class FriendlyNames : public EnumeratedPlugins {
     void SetUp() override { RegisterAudioFilter(IdText(1), L"Old"); }
     /// Whatever could be registered of plug-in 1, which is listed as a wrapped filter and as a VST.
     void FillPlaces() {
+        Wrap(9, L"Another");
         Wrap(1, L"Old").Number(L"addVstPrefix", 1);
         AddVst(1, L"Old").Number(L"addVstPrefix", 2);
         for (const Place& place : m_places) SetText(place.root, place.key, place.value, L"Old");
@@ -38,14 +39,14 @@ class FriendlyNames : public EnumeratedPlugins {
         }
         return names;
     }
+    /// As it is listed.
     PluginListItem Item(unsigned number, Category category) const {
-        const bool vst = IsVstCategory(category);
-        const bool vst3 = category == Category::Vst3Effects || category == Category::Vst3Instruments;
+        const auto* vst = IsVstCategory(category) ? m_inventory.Vst().Find(Id(number)) : nullptr;
         const auto index = vst ? 0 : Find(number) - m_inventory.Entries().data();
         return {.sourceIndex = static_cast<unsigned>(index),
-                .clsid = Id(vst3 ? number + 100 : number),
-                .md5Clsid = vst ? Id(number + 100) : Guid{},
-                .fromInventory = vst,
+                .clsid = Id(number),
+                .md5Clsid = vst ? vst->md5Clsid : Guid{},
+                .fromInventory = vst != nullptr,
                 .category = category};
     }
     /// Renames plug-in 1 as one of that category; gives the places with the new name.
@@ -119,6 +120,11 @@ TEST_F(FriendlyNames, WhatRefusesANameKeepsIt) {
 }
 
 TEST_F(FriendlyNames, WrappedPluginsFollowTheNameOfTheirClass) {
+    AddFilter(2, L"No wrapped one", kSomeFile);
+    SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(2), nullptr, L"Its class");
+    FillPlaces();
+    RenameAs(Category::LegacyVstEffects);
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "what has its new name already";
     FillPlaces();
     for (const std::wstring& unusable : {std::wstring(L"Old"), std::wstring(), std::wstring(128, L'x')}) {
         SetText(HKEY_CLASSES_ROOT, kClass, nullptr, unusable);
@@ -160,35 +166,37 @@ TEST_F(FriendlyNames, ANameOfAnyKindIsFoundAgain) {
 TEST_F(FriendlyNames, OfTwoCopiesOfAVstTheOneThatIsListedIsRenamed) {
     AddVst(1, L"a");
     AddVst(1, L"b").Text(L"clsidPlugMD5", IdText(102));
-    AddVst(3, L"no MD5 id").Number(L"clsidPlugMD5", 0);
+    for (const unsigned n : {3U, 4U}) AddVst(n, std::to_wstring(n)).Number(L"clsidPlugMD5", 0);
     Enumerate();
-    PluginListItem listed = Item(1, Category::VstEffects);
-    listed.md5Clsid = m_inventory.Vst().Find(Id(1))->md5Clsid;
-    ASSERT_EQ(listed.md5Clsid, Id(102));
-    m_names.Rename(listed, L"VST New");
-    m_names.Rename(Item(3, Category::VstEffects), L"New");
-    EXPECT_EQ(VstName(101), L"a");
-    Enumerate();
-    EXPECT_EQ(VstName(101), L"a");
-    EXPECT_EQ(VstName(1), L"VST New");
-    EXPECT_EQ(VstName(3), L"New");
+    ASSERT_EQ(m_inventory.Vst().Find(Id(1))->md5Clsid, Id(102));
+    m_names.Rename(Item(1, Category::VstEffects), L"VST New");
+    m_names.Rename(Item(101, Category::Vst3Effects), L"The other");
+    m_names.Rename(Item(4, Category::VstEffects), L"New");
+    for (const bool read : {false, true}) {
+        if (read) Enumerate();
+        for (const auto& [number, name] :
+             {std::pair(1U, L"VST New"), {101U, L"The other"}, {3U, L"3"}, {4U, L"New"}})
+            EXPECT_EQ(VstName(number), name) << read;
+    }
 }
 
 TEST_F(FriendlyNames, ADatabaseNamesThePluginsAndIsToldOfNewNamesAlone) {
     const FileSandbox files;
     const auto line = [](unsigned id, const char* name) { return Utf8(IdText(id)) + '\t' + name + '\n'; };
     files.Write(L"names.txt", line(1, "Of the database") + line(101, "A VST") + line(102, "") +
-                                  line(3, "No surface") + line(4, "A MIDI effect"));
+                                  line(3, "No object") + line(4, "A MIDI effect") + line(5, "No surface"));
     std::filesystem::copy_file(BesideTest(L"Database\\VrnDatabase.dll"), files.Path(L"d.dll"));
     m_database.Open(files.Path(L"d.dll"));
     AddVst(2, L"b");
-    AddSurface(3, L"Faders");
+    RegisterAudioDmo(IdText(3), L"Object");
     CreateKey(HKEY_LOCAL_MACHINE, kMidiFilters + IdText(4));
+    AddSurface(5, L"Faders");
     FillPlaces();
     EXPECT_EQ(Find(1)->name, L"Of the database");
     EXPECT_EQ(VstName(1), L"A VST") << "it is known by its MD5 id";
     EXPECT_EQ(VstName(2), L"b") << "not by an empty name";
-    EXPECT_EQ(Find(3)->name, L"Faders");
+    EXPECT_EQ(Find(3)->name, L"Object");
+    EXPECT_EQ(Find(5)->name, L"Faders");
     EXPECT_EQ(Find(4)->name, L"A MIDI effect");
     EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "its own name is that of its class";
     m_names.Rename(Item(1, Category::DirectXInstruments), L"VST New");

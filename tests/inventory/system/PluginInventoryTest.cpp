@@ -66,6 +66,7 @@ TEST_F(PluginInventory, WhatIsNoClassIdEndsItThere) {
 
 TEST_F(PluginInventory, PathsComeFromTheRegistrationOfTheCategory) {
     Wrap(1, L"a").Text(L"FullPath", L"C:\\wrapped.dll");
+    Wrap(1, L"b").Text(L"FullPath", L"C:\\wrapped once more.dll");
     AddFilter(1, L"a", L"C:\\server.dll");
     AddVst(2, L"unusable").Number(L"isVst", 0);
     SetRaw(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + IdText(3) + L"\\InprocServer32", nullptr,

@@ -19,13 +19,11 @@ TEST(FriendlyNameRules, AnExactPrefixIsLeftToTheHost) {
 
 TEST(FriendlyNameRules, ARowNeedsItsSource) {
     constexpr SourceCounts kCounts{.filters = 2, .filtersAndMediaObjects = 3};
-    for (const auto& [category, index, can] : {std::tuple(Category::DirectXEffects, 1U, true),
-                                               {Category::LegacyVstEffects, 2U, false},
-                                               {Category::MediaObjects, 2U, true},
-                                               {Category::MediaObjects, 3U, false},
-                                               {Category::MidiEffects, 9U, true},
-                                               {Category::ControlSurfaces, 9U, true}})
-        EXPECT_EQ(CanBeRenamed(category, index, kCounts), can) << static_cast<int>(category) << index;
+    EXPECT_TRUE(CanBeRenamed(Category::DirectXEffects, 1, kCounts));
+    EXPECT_TRUE(CanBeRenamed(Category::MediaObjects, 2, kCounts));
+    EXPECT_TRUE(CanBeRenamed(Category::MidiEffects, 9, {}) && CanBeRenamed(Category::ControlSurfaces, 9, {}));
+    EXPECT_FALSE(CanBeRenamed(Category::LegacyVstEffects, 2, kCounts));
+    EXPECT_FALSE(CanBeRenamed(Category::MediaObjects, 3, kCounts));
     EXPECT_FALSE(CanBeRenamed(Category::Vst3Effects, 0, {})) << "no filter at all";
 }
 

@@ -41,9 +41,11 @@ TEST(VstEntryRules, A32BitEntryYieldsToItsTwin) {
     CTwinIndex twins;
     twins.Add(Vst(false, kTwin));
     EXPECT_FALSE(twins.Hides(Vst(false, kTwin))) << "it is no twin of itself";
-    twins.Add(Vst(true, kClsid));
-    EXPECT_TRUE(twins.Hides(Vst(false, kTwin))) << "case does not count";
-    EXPECT_FALSE(twins.Hides(Vst(true, kClsid)));
+    VstEntry x64 = Vst(true, kClsid);
+    x64.isBad = true;
+    twins.Add(x64);
+    EXPECT_TRUE(twins.Hides(Vst(false, kTwin))) << "one that is not usable counts, and case does not";
+    EXPECT_FALSE(twins.Hides(x64));
     EXPECT_FALSE(twins.Hides(Vst(false, L"{01234567-89AB-CDEE-0123-000000000032}")))
         << "the twentieth character is the last that counts";
     constexpr wchar_t kShort[] = L"{01234567-89AB-CDEF";

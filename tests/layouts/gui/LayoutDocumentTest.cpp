@@ -1,12 +1,7 @@
 // Layout files read into a tree, and written from it.
-#include <gtest/gtest.h>
-
 #include "SaveFailure.h"
 #include "XmlTreeCtrl.h"
-#include "support/FileSandbox.h"
-#include "support/LayoutText.h"
-#include "support/TestPlugins.h"
-#include "support/WindowActions.h"
+#include "layouts/LayoutTreeDialog.h"
 
 namespace {
 
@@ -14,53 +9,41 @@ constexpr Guid kKnown{1, 1, 2, {}};
 constexpr Guid kKnownMd5{2, 1, 2, {}};
 
 std::string Id(unsigned number) { return support::Utf8(support::IdText(number)); }
-std::string Layout(const std::string& content,
-                   const std::string& attributes = "DocSchema=\"1\" Name=\"Mixing\"") {
+std::string File(const std::string& content,
+                 const std::string& attributes = "DocSchema=\"1\" Name=\"Mixing\"") {
     return "<PluginMenuLayout " + attributes + ">" + content + "</PluginMenuLayout>";
 }
 std::string Plugin(const std::string& clsid, int category) {
     return "<Plugin CLSID='" + clsid + "' Category='" + std::to_string(category) + "' Name='P'/>";
 }
-std::string Times(int count, const std::string& text) {
-    std::string all;
-    for (int i = 0; i < count; ++i) all += text;
-    return all;
-}
-std::string Nested(int depth, const std::string& innermost) {
-    return Times(depth, "<Folder Name=\"f\">") + innermost + Times(depth, "</Folder>");
-}
 
-class LayoutDocument : public testing::Test {
+class LayoutDocument : public support::LayoutTreeDialog {
   protected:
     void SetUp() override {
-        m_tree.Attach(::CreateWindowExW(0, WC_TREEVIEWW, nullptr, WS_POPUP, 0, 0, 200, 200, nullptr, nullptr,
-                                        nullptr, nullptr),
-                      {});
+        Open();
         m_vst.clsid = kKnown;
         m_vst.md5Clsid = kKnownMd5;
+        m_document.emplace(Layout(), m_plugins);
     }
-    void TearDown() override { ::DestroyWindow(m_tree.Handle()); }
-
-    bool Load(const std::string& bytes) { return m_document.Load(m_files.Write(L"in.pgl", bytes), false); }
-    bool Save() { return m_document.Save(m_files.Path(L"out.pgl")); }
+    static std::string Nested(int depth, const std::string& innermost) {
+        return Times(depth, "<Folder Name=\"f\">") + innermost + Times(depth, "</Folder>");
+    }
+    bool Load(const std::string& bytes) { return m_document->Load(m_files.Write(L"in.pgl", bytes), false); }
+    bool Save() { return m_document->Save(m_files.Path(L"out.pgl")); }
     /// When it is loaded and saved again.
     void ExpectSaved(const std::string& content, const std::string& saved) {
-        EXPECT_TRUE(Load(Layout(content)) && Save()) << content;
-        EXPECT_NE(m_files.Read(L"out.pgl").find(Layout(saved)), std::string::npos)
+        EXPECT_TRUE(Load(File(content)) && Save()) << content;
+        EXPECT_NE(m_files.Read(L"out.pgl").find(File(saved)), std::string::npos)
             << m_files.Read(L"out.pgl") << "\n"
             << saved;
     }
-    std::wstring Shape() const { return support::LayoutText(m_layout); }
-    const LayoutItem& First() const { return *m_layout.Find(m_tree.Root()); }
+    const LayoutItem& First() { return *Layout().Find(Tree().Root()); }
 
-    support::FileSandbox m_files;
-    CTreeCtrlEx m_tree;
-    CTreeCtrlWrapper m_layout{m_tree};
     VstInventoryRecord m_vst;
     LayoutPlugins m_plugins{
         [this](const Guid& id) { return id == kKnown || id == kKnownMd5 ? &m_vst : nullptr; },
         [](LayoutItem& item) { item.installed = item.inventoryFlag = item.clsid == kKnownMd5; }};
-    CXMLTreeCtrl m_document{m_layout, m_plugins};
+    std::optional<CXMLTreeCtrl> m_document;
 };
 
 TEST_F(LayoutDocument, AFileIsReadInMenuOrderOrLeavesTheTreeAlone) {
@@ -69,31 +52,32 @@ TEST_F(LayoutDocument, AFileIsReadInMenuOrderOrLeavesTheTreeAlone) {
                                         "<PluginMenuLayout DocSchema='1'>"};
     for (const char* root :
          {"Name='n'", "DocSchema='0'", "DocSchema='-1'", "DocSchema='one'", "docschema='1'"})
-        refused.push_back(Layout("", root));
+        refused.push_back(File("", root));
     for (const char* item : {"<Plugin CLSID='{1}' Name='P'/>", "<Plugin CLSID='{1}' Category='1'/>",
                              "<Plugin Category='1' Name='P'/>", "<Plugin CLSID='' Category='1' Name='P'/>",
                              "<Plugin CLSIDMD5='' CLSID='{1}' Category='1' Name='P'/>", "<plugin>x</plugin>",
                              "<Comment>text</Comment>", "<Comment><!-- c --></Comment>",
                              "<Folder><Comment><Separator/></Comment></Folder>",
                              "<Comment><PluginMenuLayout DocSchema='1'/></Comment>"})
-        refused.push_back(Layout("<Separator/>" + std::string(item) + "<Separator/>"));
-    for (const int depth : {251, 254, 300, 20000}) refused.push_back(Layout(Nested(depth, "")));
-    support::BuildLayout(m_layout, L"*Old()");
+        refused.push_back(File("<Separator/>" + std::string(item) + "<Separator/>"));
+    for (const int depth : {251, 254, 300, 20000}) refused.push_back(File(Nested(depth, "")));
+    Build(L"*Old()");
     for (const std::string& file : refused) {
         EXPECT_FALSE(Load(file)) << file;
         EXPECT_EQ(Shape(), L"*Old()") << file;
-        EXPECT_FALSE(m_layout.IsModified()) << file;
+        EXPECT_FALSE(Layout().IsModified()) << file;
     }
     const std::string plugin = Plugin(Id(3), -7);
     EXPECT_TRUE(Load("<?xml version='1.0'?>\n<!-- c -->" +
-                     Layout("\n <Folder Name='A'>\n  <Folder/><!-- c -->" + plugin +
-                            "</Folder>text<Separator><x>y</x></Separator><Comment a='b'> </Comment>" +
-                            "<PluginMenuLayout/>" + plugin + "<Folder Name=''/>")));
+                     File("\n <Folder Name='A'>\n  <Folder/><!-- c -->" + plugin +
+                          "</Folder>text<Separator><x>y</x></Separator><Comment a='b'> </Comment>" +
+                          "<PluginMenuLayout/>" + plugin + "<Folder Name=''/>")));
     EXPECT_EQ(Shape(), L"A(\?\?\?\?\?\?(),P),-,P,*()");
-    EXPECT_EQ(m_document.LayoutName(), L"Mixing");
-    EXPECT_TRUE(m_tree.HasFocus() && m_tree.FirstVisible() == m_tree.Root());
-    EXPECT_TRUE(Load(Layout("", "DocSchema=' 2nd'"))) << "what follows a number is ignored";
-    EXPECT_EQ(Shape(), L"");
+    EXPECT_EQ(m_document->LayoutName(), L"Mixing");
+    EXPECT_TRUE(Tree().HasFocus());
+    EXPECT_TRUE(Load(File(Times(60, "<Separator/>"), "DocSchema=' 2nd'")))
+        << "what follows a number is ignored";
+    EXPECT_TRUE(Tree().Count() == 60 && Tree().FirstVisible() == Tree().Root());
 }
 
 TEST_F(LayoutDocument, TheMd5IdGoesBeforeTheOtherAndATextThatIsNoneIsTheNullId) {
@@ -103,7 +87,7 @@ TEST_F(LayoutDocument, TheMd5IdGoesBeforeTheOtherAndATextThatIsNoneIsTheNullId) 
         {"CLSID='none'", {}},   {"CLSID='CLSID'", {}},
         {"CLSID='{1111}'", {}}, {"CLSID='Msxml2.DOMDocument.6.0'", {}}};
     for (const auto& [ids, clsid] : cases) {
-        EXPECT_TRUE(Load(Layout("<Plugin " + ids + " Category='1' Name='P'/>"))) << ids;
+        EXPECT_TRUE(Load(File("<Plugin " + ids + " Category='1' Name='P'/>"))) << ids;
         EXPECT_EQ(First().clsid, clsid) << ids;
         EXPECT_EQ(First().installed, clsid == kKnownMd5) << ids;
         EXPECT_FALSE(First().vendor);
@@ -137,7 +121,7 @@ TEST_F(LayoutDocument, ALayoutSurvivesTheRoundTrip) {
 
 TEST_F(LayoutDocument, ALayoutWithoutANameIsNamedAfterItsFirstItem) {
     EXPECT_FALSE(Save()) << "neither name nor item";
-    support::BuildLayout(m_layout, L"Synths(),-");
+    Build(L"Synths(),-");
     EXPECT_TRUE(Save());
     EXPECT_NE(m_files.Read(L"out.pgl").find("DocSchema=\"1\" Name=\"Synths\"><Folder Name=\"Synths\"/>"),
               std::string::npos);
@@ -147,16 +131,16 @@ TEST_F(LayoutDocument, ASaveThatFailsSaysWhereAndLeavesTheOldFile) {
     const auto fails = [this](const std::wstring& item) {
         m_files.Write(L"out.pgl", "old");
         EXPECT_FALSE(Save());
-        EXPECT_EQ(m_document.FailedItem(), support::ItemNamed(m_layout, item));
+        EXPECT_EQ(m_document->FailedItem(), Node(item));
         EXPECT_EQ(m_files.Read(L"out.pgl"), "old");
-        return SaveFailureText(m_document);
+        return SaveFailureText(*m_document);
     };
-    support::BuildLayout(m_layout, L"-,A(B\x01())");
+    Build(L"-,A(B\x01())");
     EXPECT_EQ(fails(L"B\x01"), L"\"B\x01\" contains a character that a layout file can't hold.");
-    m_document.SetLayoutName(L"\xDFB9");
+    m_document->SetLayoutName(L"\xDFB9");
     EXPECT_EQ(fails(L""), L"\"\xDFB9\" contains a character that a layout file can't hold.");
-    EXPECT_TRUE(Load(Layout(Nested(249, "<Folder Name='deepest'/>"))) && Save());
-    m_layout.Append(support::ItemNamed(m_layout, L"deepest"), NewFolder(L"below"));
+    EXPECT_TRUE(Load(File(Nested(249, "<Folder Name='deepest'/>"))) && Save());
+    Layout().Append(Node(L"deepest"), NewFolder(L"below"));
     EXPECT_EQ(fails(L"below"),
               L"The folder \"below\" is nested too deeply: a layout can have 250 levels at most.");
 }

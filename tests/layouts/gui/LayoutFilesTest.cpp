@@ -31,9 +31,8 @@ class LayoutFiles : public support::LayoutTreeDialog {
         m_away = WriteLayout(L"away\\away.xml", "Away", 5);
     }
     std::wstring WriteLayout(const wchar_t* file, const std::string& name, int separators) {
-        std::string text = "<PluginMenuLayout DocSchema='1' Name='" + name + "'>";
-        for (int i = 0; i < separators; ++i) text += "<Separator/>";
-        return m_files.Write(file, text + "</PluginMenuLayout>");
+        return m_files.Write(file, "<PluginMenuLayout DocSchema='1' Name='" + name + "'>" +
+                                       Times(separators, "<Separator/>") + "</PluginMenuLayout>");
     }
     HWND List() const { return Control(IDC_LAYOUTS); }
 
@@ -258,11 +257,11 @@ TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
 
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Open({m_files.Path(L"one.pgl")});
-    Build(L"F(G(" + Times(9, L"a,") + L"*b,+c)),H[I()]" + Times(60, L",-"));
+    Build(L"F(G(" + Times(9, L"a,") + L"*b,+c)),H[I()],J(d)" + Times(60, L",-"));
     Tree().ScrollToTop(Node(L"G"));
     const std::wstring before = Shape();
     m_popups.ExpectFile(kSave, m_files.Path(L"one.pgl")).Expect(L"exist", IDYES);
-    Press(IDC_LAYOUT_SAVE, L"0:One|one.pgl|75+");
+    Press(IDC_LAYOUT_SAVE, L"0:One|one.pgl|77+");
     EXPECT_EQ(Shape(), before);
     EXPECT_EQ(Tree().FirstVisible(), Node(L"G"));
     EXPECT_TRUE(IsEnabled(IDC_REMOVE));

@@ -55,16 +55,20 @@ TEST_F(LayoutMouse, ClickingSelectsAsInAListAndTheButtonsFollow) {
         ClickOn(item, keys);
         EXPECT_EQ(Shape() + buttons, after + Buttons()) << support::Utf8(item);
     }
-    Build(L"a,^b");
-    ClickOn(L"b");
-    EXPECT_EQ(Shape(), L"a,*b") << "though it was the caret item already";
-    ClickOn(L"a", MK_CONTROL);
+    for (const auto& [before, item, keys, after] : Table<Line, Line, WPARAM, Line>{
+             {L"a,^b", L"b", 0, L"a,*b"}, {L"+a,^b", L"a", MK_CONTROL, L"^a,b"}}) {
+        Build(before);
+        ClickOn(item, keys);
+        EXPECT_EQ(Shape(), after) << support::Utf8(before);
+    }
     PostMouse(WM_LBUTTONDBLCLK, PlaceOf(L"a"), MK_LBUTTON | MK_CONTROL);
     Pump();
-    EXPECT_EQ(Shape(), L"a,*b") << "twice in a row";
+    EXPECT_EQ(Shape(), L"*a,b") << "it is one more click";
+    Build(L"a,*b,c,d");
+    ClickOn(L"c", MK_SHIFT);
     Tree().Delete(Node(L"b"));
     ClickOn(L"a", MK_SHIFT);
-    EXPECT_EQ(Shape(), L"*a") << "the anchor is gone";
+    EXPECT_EQ(Shape(), L"*a,+c,d") << "the anchor is gone";
 }
 
 TEST_F(LayoutMouse, APressOnASelectedItemIsADragOnceThePointerMovesAway) {
@@ -90,7 +94,7 @@ TEST_F(LayoutMouse, DragsTheSelectionToWhereThePointerIs) {
              {L"+F(a,b),*c", L"F", L"b", kLower, L"*F(a,b),+c"},  // into what moves itself
              {L"F(+a,*b),c,d", L"a", L"d", kUpper, L"F(),c,a,^b,d"},
              {L"F(*a,b),c", L"a", L"b", kLower, L"F(b,^a),c"},
-             {L"F(a),*c", L"c", L"F", kLower, L"F(a,^c)"},
+             {L"F(a),*b,c", L"c", L"F", kLower, L"F(a,^c),b"},
              {L"F(a),*c", L"c", L"F", kUpper, L"^c,F(a)"},
              {L"F(a,b),*c", L"c", L"a", kUpper, L"F(^c,a,b)"},
              {L"F[a],*c", L"c", L"F", kLower, L"^F[a,c]"},

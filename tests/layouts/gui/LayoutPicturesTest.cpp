@@ -65,6 +65,8 @@ TEST_F(LayoutToolbar, EachButtonHasAPictureOfItsOwnInTheLookOfItsState) {
         button.Send(leaves);
         EXPECT_EQ(Button(IDC_LAYOUT_DELETE), normal) << leaves;
     }
+    button.Send(WM_THEMECHANGED);
+    EXPECT_EQ(Button(IDC_LAYOUT_DELETE), normal) << "the style is found again";
     for (const UINT dpi : {144U, 192U}) {
         m_dialog->View<CLayoutToolbar>().LoadImages(dpi);
         looks.push_back(Button(IDC_LAYOUT_DELETE));

@@ -71,7 +71,7 @@ TEST_F(LayoutTree, CommandsDoTheirWork) {
              {L"F[a,G[b]],*c", IDC_EXPAND_ALL, L"F(a,G(b)),*c"},
              {L"*a,F(+b,c,G(d))", IDC_COLLAPSE_ALL, L"*a,F[b,c,G[d]]"},
              {L"F(+a,b),^c,d,+e", IDC_REMOVE, L"F(b),*d"},
-             {L"*F(G(a)),b", ID_ITEM_DELETE, L"*b"},  // without a question
+             {L"+F(*a),b", ID_ITEM_DELETE, L"*b"},  // without a question
              {L"*F(a),b", IDC_NEW_FOLDER, L"F(a),*n(),b"},
              {L"F(^a),b", IDC_NEW_FOLDER, L"F(a),b,*n()"},
              {L"*F(a),b", ID_NEW_SUBFOLDER, L"F(a,*n()),b"},
@@ -183,11 +183,13 @@ TEST_F(LayoutTree, KeysSelectAsInAListAndWhatAClosedFolderHidesIsNotSelected) {
     Build(L"^F(+a),+b");
     Type(VK_SUBTRACT);
     EXPECT_EQ(Shape() + Buttons(), L"^F[a],+bECSRU");
-    Build(L"a,F(b,c,*d)");
-    ClickOn(L"c", MK_SHIFT);
-    Press(IDC_COLLAPSE_ALL);
-    ClickOn(L"a", MK_SHIFT);
-    EXPECT_EQ(Shape(), L"*a,+F[b,c,d]") << "up to the folder that hides where the selection began";
+    for (const bool byKey : {false, true}) {
+        Build(L"a,F(b,c,*d),e");
+        ClickOn(L"c", MK_SHIFT);
+        Press(IDC_COLLAPSE_ALL);
+        byKey ? Type(VK_HOME, VK_SHIFT) : ClickOn(L"a", MK_SHIFT);
+        EXPECT_EQ(Shape(), L"*a,+F[b,c,d],e") << "up to the folder that hides where the selection began";
+    }
     Build(L"a,b");
     for (const auto& [key, held] :
          Table<WORD, BYTE>{{VK_DELETE, 0}, {VK_F2, 0}, {VK_DOWN, VK_SHIFT}, {VK_RETURN, VK_MENU}})

@@ -99,11 +99,11 @@ TEST_F(PresetStore, TheEndOfANameThatWindowsDropsIsDropped) {
 
 TEST_F(PresetStore, WhatCannotBeStoredLeavesWhatWasThere) {
     EXPECT_TRUE(Store(L"large", 1024) && Store(L"orphan", 1024));
-    CRegKey::Open(HKEY_CURRENT_USER, kHallKey, KEY_WRITE)->DeleteValue(L"orphan");
+    EXPECT_TRUE(Store(L"orphan", 1)) << "in the registry again, and the file is left";
     const UniqueFile held(::CreateFileW((m_folder / L"orphan").c_str(), GENERIC_READ, FILE_SHARE_READ,
                                         nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_FALSE(Store(L"orphan", 2000));
-    EXPECT_EQ(Stored(), Presets{L"large@large=1024d"}) << "no value without its data";
+    EXPECT_EQ(Stored(), (Presets{L"large@large=1024d", L"orphan=1d"}));
     // A key that goes in the middle of a command takes no more values.
     CPresetWriter writer(m_hall);
     EXPECT_TRUE(Store(writer, L"small", 1));
@@ -198,8 +198,8 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     std::wstring invalid;
     const PresetTransferEvents events{.invalidPreset = [&](const std::wstring& name) { invalid = name; },
                                       .progress = {}};
+    support::SetRaw(HKEY_CURRENT_USER, kHallKey, L"good, and long", REG_BINARY, std::vector<BYTE>(5000));
     // These write nothing and are announced all the same.
-    Store(L"good", 2);
     support::SetDword(HKEY_CURRENT_USER, kHallKey, L"a number", 1);
     support::SetText(HKEY_CURRENT_USER, kHallKey, L"no path", L"");
     support::SetText(HKEY_CURRENT_USER, kHallKey, L"without data", m_files.Write(L"empty file", ""));
@@ -210,9 +210,9 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
 
     const std::wstring locked = m_files.Write(L"locked", "data");
     const UniqueFile lock(::CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    for (const std::wstring& path :
+    for (const std::wstring& unreadable :
          {std::wstring(L"C:\\no such folder\\x"), std::wstring(L"C:\\windows"), locked}) {
-        support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", path);
+        support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", unreadable);
         EXPECT_EQ(Export(events), kPresetIoFailure);
         EXPECT_EQ(std::exchange(invalid, L""), L"unreadable");
     }

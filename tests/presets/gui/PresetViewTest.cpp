@@ -88,11 +88,11 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
         EXPECT_EQ(Selected(dialog), (Names{L"a", L"b", L"c"}));
     });
     InManage([](HWND dialog) {
-        support::Select(List(dialog), {L"a", L"b"});
+        support::Select(List(dialog), {L"b"});
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
     }).Expect(L"the selected presets for 'Hall' ?", IDOK);
     InManage([](HWND dialog) {
-        EXPECT_EQ(support::Rows(List(dialog)), Names{L"c"});
+        EXPECT_EQ(support::Rows(List(dialog)), (Names{L"a", L"c"}));
         EXPECT_EQ(Selected(dialog), Names{L"c"});
         EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         // Without a selection there is nothing to ask about.
@@ -142,6 +142,7 @@ TEST_F(PresetView, ARenamedPresetStaysSelected) {
         }).Expect(L"Rename Preset", [=](HWND prompt) {
             const HWND value = GetDlgItem(prompt, IDC_PROMPT_VALUE);
             EXPECT_EQ(TextOf(value), from);
+            EXPECT_GT(CWindow(value).WindowRect().Width(), from.size() == 1 ? 20 : 500);
             ExpectRoomForAll(prompt);
             EnterText(value, to);
             support::Press(GetDlgItem(prompt, button));
@@ -188,6 +189,11 @@ TEST_F(PresetView, ThePreviewIsThatOfTheFileThatIsNamed) {
         onlyC(dialog);
     });
     EXPECT_EQ(StoredPresets(kHallKey), Presets{L"c=1c"});
+    SelectPlugins({L"Room"});
+    ImportFrom({}, [&](HWND dialog) {
+        type(dialog, m_file, 4);
+        EXPECT_EQ(support::Rows(List(dialog)), (Names{L"<<Hall>>", L"a", L"b", L"c"}));
+    });
 }
 
 TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
@@ -196,7 +202,8 @@ TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
     ExportTo(m_file, [](HWND dialog) {
         EXPECT_EQ(TextOf(dialog), L"Export Presets For: <Multiple plug-ins selected>");
         EXPECT_EQ(support::Rows(List(dialog)), Names{L"<Multiple plug-ins selected>"});
-        EXPECT_FALSE(IsWindowEnabled(List(dialog)));
+        EXPECT_FALSE(IsWindowEnabled(List(dialog)) ||
+                     IsWindowEnabled(InFileDialog(dialog, IDC_PRESET_SELECT_ALL)));
     });
     const auto hall = StoredPresets(kHallKey), room = StoredPresets(kRoomKey);
     Fill({});

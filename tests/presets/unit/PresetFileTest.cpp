@@ -105,11 +105,13 @@ TEST(PresetFile, AFileThatEndsTooEarlyGivesWhatCameBefore) {
 
 TEST(PresetFile, NoLengthIsBelieved) {
     // Each field that holds a length or a count, with everything around it right.
-    const std::string head = Header(1) + Head(kHall, 1), tenBytes = "0123456789";
-    for (const std::int64_t length : {-1LL, INT32_MIN + 0LL, INT32_MAX + 0LL, 11LL}) {
-        for (const std::string& before : {Header(1) + Id(kHall.clsid) + Id(kHall.category) + Number(1),
-                                          head + Number(3), head + Number(3) + Sized("Name\0"s)})
-            EXPECT_EQ(ImportOne(before + Number(length) + tenBytes), "failed") << length;
+    const std::string head = Header(1) + Head(kHall, 1);
+    for (const int length : {-1, INT32_MIN, INT32_MAX, 11}) {
+        for (std::string file : {Header(1) + Id(kHall.clsid) + Id(kHall.category) + Number(1),
+                                 head + Number(3), head + Number(3) + Sized("Name\0"s)}) {
+            file += Number(length) + "0123456789";
+            EXPECT_EQ(ImportOne(file), "failed") << length;
+        }
     }
     EXPECT_EQ(ImportOne(head + Number(3) + Number(6) + "A\0B\0C\0D\0E\0"s), "failed")
         << "characters are two bytes here";
@@ -118,14 +120,13 @@ TEST(PresetFile, NoLengthIsBelieved) {
 }
 
 TEST(PresetFile, WhatNothingCanHoldOfATextIsDropped) {
-    for (const std::size_t length : {5000U, 70000U}) {
-        std::string wide;
-        for (std::size_t i = 0; i < length; ++i) wide += "n\0"s;
-        const std::string head = Header(1) + Head(kHall, 1);
-        const std::string expected =
-            "1 0:3:" + std::string(std::min<std::size_t>(length, 0x10000), 'n') + "=d";
-        EXPECT_EQ(ImportOne(head + Preset(std::string(length, 'n'), "d")), expected);
-        EXPECT_EQ(ImportOne(head + Number(3) + Number(std::ssize(wide) / 2) + wide + Sized("d")), expected);
+    for (const int length : {5000, 70000}) {
+        std::string utf16 = Header(1) + Head(kHall, 1) + Number(3) + Number(length);
+        for (int i = 0; i < length; ++i) utf16 += "n\0"s;
+        const std::string text(static_cast<std::size_t>(length), 'n');
+        const std::string expected = "1 0:3:" + text.substr(0, 0x10000) + "=d";
+        EXPECT_EQ(ImportOne(utf16 + Sized("d")), expected);
+        EXPECT_EQ(ImportOne(Header(1) + Head(kHall, 1) + Preset(text, "d")), expected);
     }
 }
 
