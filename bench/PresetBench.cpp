@@ -50,7 +50,7 @@ void AddPresets(int plugin, int presets, std::size_t size) {
     CPresetWriter writer(store);
     for (int i = 0; i < presets; ++i) {
         const std::wstring name = PresetName(i);
-        writer.Store({.type = kPresetInRegistry, .name = name, .data = data});
+        writer.StoreImportedPreset({.type = kPresetInRegistry, .name = name, .data = data});
     }
 }
 

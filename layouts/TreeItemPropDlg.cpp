@@ -47,7 +47,7 @@ Guid CTreeItemPropDlg::PresetClsid() const {
 }
 
 void CTreeItemPropDlg::FillPresets() {
-    const auto presets = Control<CComboBox>(IDC_PROP_PRESET);
+    const auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
     if (const auto category = CategoryOf(m_plugin)) {
         CPresetListMgr(PresetClsid(), RowOf(*category).guid, m_plugin.name).FillPresetList(presets);
     }
@@ -63,7 +63,7 @@ void CTreeItemPropDlg::FillPresets() {
 
 void CTreeItemPropDlg::OnOK() {
     m_name = Item(IDC_PROP_NAME).Text();
-    const auto presets = Control<CComboBox>(IDC_PROP_PRESET);
+    const auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
     const auto row = presets.CurrentRow();
     if (row && row != m_shownRow) m_preset = *row == 0 ? std::wstring() : presets.RowText(*row);
     End(IDOK);

@@ -26,7 +26,7 @@ std::span<const CRoute> CManagePresetsDlg::Routes() const {
 }
 
 bool CManagePresetsDlg::OnInitDialog() {
-    m_list = Control<CListBox>(IDC_PRESET_LIST);
+    m_list = Control<CPresetListBox>(IDC_PRESET_LIST);
     SetText(Text() + m_presets.DisplayName());
     FillList();
     SelectOne(0);

@@ -22,6 +22,6 @@ class CManagePresetsDlg : public CDialog {
     void Report(UINT textId) const;
 
     const CPresetListMgr& m_presets;
-    CListBox m_list;
+    CPresetListBox m_list;
     int m_listed = 0;
 };

@@ -25,8 +25,8 @@ class CPresetFileDlg : public CFileDialog {
 
     bool HasSeveral() const { return m_plugins.size() > 1; }
     const CPresetListMgr& Plugin() const { return m_plugins.front(); }
-    const CListBox& List() const { return m_list; }
-    void AttachList() { m_list = Window().Control<CListBox>(IDC_PRESET_LIST); }
+    const CPresetListBox& List() const { return m_list; }
+    void AttachList() { m_list = Window().Control<CPresetListBox>(IDC_PRESET_LIST); }
     CWindow SelectAllButton() const { return Window().Item(IDC_PRESET_SELECT_ALL); }
     void SelectAll() const { m_list.Select(-1); }
     /// For several plug-ins there is nothing to choose.
@@ -36,6 +36,6 @@ class CPresetFileDlg : public CFileDialog {
   private:
     std::span<const CPresetListMgr> m_plugins;
     std::wstring& m_folder;
-    CListBox m_list;
+    CPresetListBox m_list;
     std::optional<PresetSelection> m_selection;
 };

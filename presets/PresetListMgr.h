@@ -6,12 +6,17 @@
 #include <string>
 #include <utility>
 
+#include "Controls.h"
 #include "Files.h"
 #include "PresetPlugin.h"
 #include "RegValues.h"
 
 /// The longest preset name that is read back.
 inline constexpr DWORD kMaxPresetName = 519;
+
+/// The lists that show the presets of a plug-in.
+using CPresetListBox = CListBox;
+using CPresetComboBox = CComboBox;
 
 /// Lives for one command. Each operation opens the keys that it needs and closes them again. A plug-in whose
 /// category has no preset store has no presets, and every operation on it fails quietly.
@@ -30,8 +35,7 @@ class CPresetListMgr {
 
     /// 0 when there is no key.
     unsigned CountPresets() const;
-    /// Adds the names of all presets to a CListBox or CComboBox, each with its index in the store; gives
-    /// their number.
+    /// Adds the names of all presets, each with its index in the store; gives their number.
     template <typename TList>
     int FillPresetList(const TList& list) const;
 

@@ -116,7 +116,7 @@ int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetS
     CPresetWriter writer(plugin);
     return ImportFor(reader, plugin.Plugin(), selection, [&](std::size_t, const ImportedPreset& preset) {
         if (events.progress) events.progress();
-        return writer.Store(preset);
+        return writer.StoreImportedPreset(preset);
     });
 }
 
@@ -131,7 +131,7 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
     }
     return ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
         if (events.progress) events.progress();
-        return writers[index].Store(preset);
+        return writers[index].StoreImportedPreset(preset);
     });
 }
 

@@ -28,7 +28,7 @@ std::string_view BytesOf(const ImportedPreset& preset) {
 
 }  // namespace
 
-bool CPresetWriter::Store(const ImportedPreset& preset) {
+bool CPresetWriter::StoreImportedPreset(const ImportedPreset& preset) {
     // A longer name would never be read back.
     if (preset.data.empty() || preset.name.size() > kMaxPresetName) return false;
     if (!m_key) m_key = m_plugin.OpenPluginKey(true);

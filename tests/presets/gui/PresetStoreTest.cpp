@@ -33,7 +33,7 @@ class PresetStore : public testing::Test {
     static bool Store(CPresetWriter& writer, const std::wstring& name, std::size_t size, char fill = 'd',
                       int type = 3) {
         const std::vector<std::byte> data(size, static_cast<std::byte>(fill));
-        return writer.Store({.type = type, .name = name, .data = data});
+        return writer.StoreImportedPreset({.type = type, .name = name, .data = data});
     }
     bool Delete(const std::wstring& name) { return m_hall.DeletePreset(name, m_patience); }
     int Export(const PresetTransferEvents& events = {}) {
