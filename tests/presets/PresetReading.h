@@ -13,19 +13,16 @@ inline const PresetPlugin kRoom = {"{11111111-2222-3333-4444-555555555555}"_guid
                                    "{EA928480-B8A3-43C0-8FA0-CCAD36569849}"_guid, L"Room"};
 
 /// The plain conversions of a code page like Western Europe's.
-inline const TextConversion kLatin1 = {.toAnsi =
-                                           [](std::wstring_view text) {
-                                               std::string bytes;
-                                               for (const wchar_t c : text)
-                                                   bytes += c < 0x100 ? static_cast<char>(c) : '?';
-                                               return bytes;
-                                           },
-                                       .fromAnsi =
-                                           [](std::string_view bytes) {
-                                               const auto* first =
-                                                   reinterpret_cast<const unsigned char*>(bytes.data());
-                                               return std::wstring(first, first + bytes.size());
-                                           }};
+inline std::string ToLatin1(std::wstring_view text) {
+    std::string bytes;
+    for (const wchar_t c : text) bytes += c < 0x100 ? static_cast<char>(c) : '?';
+    return bytes;
+}
+inline std::wstring FromLatin1(std::string_view bytes) {
+    const auto* first = reinterpret_cast<const unsigned char*>(bytes.data());
+    return {first, first + bytes.size()};
+}
+inline const TextConversion kLatin1 = {.toAnsi = &ToLatin1, .fromAnsi = &FromLatin1};
 
 class MemorySource : public IByteSource {
   public:
@@ -89,19 +86,18 @@ inline std::string ImportOne(std::string_view file, const PresetSelection* selec
     return Read(file,
                 [&](auto& reader, auto& keep, auto&) { return ImportFor(reader, kHall, selection, keep); });
 }
-inline std::string ImportBoth(std::string_view file) {
-    const PresetPlugin both[] = {kHall, kRoom};
-    return Read(file, [&](auto& reader, auto& keep, auto&) { return ImportForSeveral(reader, both, keep); });
-}
-inline std::string ListOne(std::string_view file) {
-    return Read(file,
-                [](auto& reader, auto&, auto& preview) { return ListForPlugin(reader, kHall, preview); });
-}
 inline std::string ListAll(std::string_view file) {
     return Read(file, [](auto& reader, auto&, auto& preview) { return ListContents(reader, preview); });
 }
 inline std::string ReadInAllWays(std::string_view file) {
-    return "import " + ImportOne(file) + "\nboth   " + ImportBoth(file) + "\nlist   " + ListOne(file) +
+    const PresetPlugin plugins[] = {kHall, kRoom};
+    const auto both = [&](auto& reader, auto& keep, auto&) {
+        return ImportForSeveral(reader, plugins, keep);
+    };
+    const auto list = [](auto& reader, auto&, auto& preview) {
+        return ListForPlugin(reader, kHall, preview);
+    };
+    return "import " + ImportOne(file) + "\nboth   " + Read(file, both) + "\nlist   " + Read(file, list) +
            "\nall    " + ListAll(file) + "\n";
 }
 

@@ -9,8 +9,8 @@
 
 namespace support {
 
-/// "name=data" of each preset in the key of a plug-in, "name@file=data" of one in a file, "name#type=data" of
-/// any other value. Data of equal bytes are counted: "1024x".
+/// "name=data" of each preset in the key of a plug-in, "name@file=data" of one in a file. Data of equal bytes
+/// are counted: "1024x".
 inline std::set<std::wstring> StoredPresets(const std::wstring& keyPath) {
     std::set<std::wstring> presets;
     const auto key = CRegKey::Open(HKEY_CURRENT_USER, keyPath);
@@ -23,8 +23,6 @@ inline std::set<std::wstring> StoredPresets(const std::wstring& keyPath) {
             const std::wstring path = TextOf(values.Data());
             line += L"@" + path.substr(path.rfind(L'\\') + 1);
             ReadWholeFile(path, 1 << 20, data, patience);
-        } else if (values.Type() != REG_BINARY) {
-            line += L"#" + std::to_wstring(values.Type());
         }
         if (data.find_first_not_of(data.substr(0, 1)) == std::string::npos)
             data = std::to_string(data.size()) + data.substr(0, 1);

@@ -2,9 +2,6 @@
 #pragma once
 
 #include <cwchar>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "TreeCtrlWrapper.h"
 

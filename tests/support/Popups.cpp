@@ -23,13 +23,6 @@ HWND FrontDialog() {
     return dialog;
 }
 
-std::wstring WhatItSays(HWND dialog) {
-    std::wstring text = TextOf(dialog);
-    for (HWND label = nullptr; (label = FindWindowExW(dialog, label, L"Static", nullptr)) != nullptr;)
-        text += L'\n' + TextOf(label);
-    return text;
-}
-
 void Command(HWND dialog, int button) {
     PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button),
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
@@ -78,7 +71,7 @@ void Popups::Look() {
     if (!dialog || dialog == m_worked) return;
     m_worked = dialog;
     const bool owned = GetWindow(dialog, GW_OWNER) != nullptr;
-    if (!owned || m_steps.empty() || WhatItSays(dialog).find(m_steps.front().text) == std::wstring::npos) {
+    if (!owned || m_steps.empty() || Describe(dialog).find(Utf8(m_steps.front().text)) == std::string::npos) {
         ADD_FAILURE() << (owned ? "unexpected: " : "without an owner: ") << Describe(dialog);
         Command(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDNO);
         return;

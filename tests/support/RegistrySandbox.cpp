@@ -11,6 +11,7 @@
 namespace support {
 namespace {
 
+constexpr std::size_t kLongestText = 0x10000;
 constexpr wchar_t kScratch[] = L"Software\\CorvaneTestSandbox";
 // The filter mapper wants a list of categories, and the categories themselves; empty ones will do.
 constexpr wchar_t kCategoryList[] = L"CLSID\\{DA4E3DA0-D07D-11d0-BD50-00A0C911CE86}";
@@ -25,7 +26,7 @@ void Require(bool done, const char* what) {
 
 CLSID ToClsid(const std::wstring& text) {
     CLSID clsid{};
-    Require(SUCCEEDED(CLSIDFromString(text.c_str(), &clsid)), "that is no class id");
+    CLSIDFromString(text.c_str(), &clsid);
     return clsid;
 }
 
@@ -35,27 +36,21 @@ RegistrySandbox::RegistrySandbox() {
     if (const auto list = CRegKey::Open(HKEY_CLASSES_ROOT, kCategoryList))
         RegCopyTreeW(list->Handle(), nullptr, CRegKey::Create(m_classes.Handle(), kCategoryList)->Handle());
     for (const wchar_t* path : kEmptyCategories) CreateKey(m_classes.Handle(), path);
-    Redirect(HKEY_LOCAL_MACHINE, m_machine);
-    Redirect(HKEY_CLASSES_ROOT, m_classes);
-    Redirect(HKEY_CURRENT_USER, m_user);
-    s_taken = true;
+    for (const auto& [root, target] : {std::pair(HKEY_LOCAL_MACHINE, &m_machine),
+                                       {HKEY_CLASSES_ROOT, &m_classes},
+                                       {HKEY_CURRENT_USER, &m_user}})
+        Require(RegOverridePredefKey(root, target->Handle()) == ERROR_SUCCESS, "a root can't be redirected");
 }
 
 RegistrySandbox::~RegistrySandbox() {
-    m_roots.clear();
+    for (const HKEY root : {HKEY_CURRENT_USER, HKEY_CLASSES_ROOT, HKEY_LOCAL_MACHINE})
+        RegOverridePredefKey(root, nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, kScratch);
-    s_taken = false;
 }
 
 CRegKey RegistrySandbox::FreshScratch() {
-    Require(!s_taken, "there is a sandbox already");
     DeleteTree(HKEY_CURRENT_USER, kScratch);
     return CRegKey::Create(HKEY_CURRENT_USER, kScratch).value();
-}
-
-void RegistrySandbox::Redirect(HKEY root, const CRegKey& target) {
-    Require(RegOverridePredefKey(root, target.Handle()) == ERROR_SUCCESS, "a root can't be redirected");
-    m_roots.emplace_back(root);
 }
 
 void CreateKey(HKEY root, const std::wstring& path) {
@@ -77,8 +72,7 @@ void SetText(HKEY root, const std::wstring& path, const wchar_t* name, const std
 }
 
 void SetDword(HKEY root, const std::wstring& path, const wchar_t* name, DWORD value) {
-    const auto* bytes = reinterpret_cast<const BYTE*>(&value);
-    SetRaw(root, path, name, REG_DWORD, {bytes, bytes + sizeof value});
+    Require(CRegKey::Create(root, path).value().WriteDword(name, value), "a number can't be written");
 }
 
 std::vector<BYTE> Bytes(std::wstring_view text) {
@@ -90,12 +84,7 @@ bool Exists(HKEY root, const std::wstring& path) { return CRegKey::Open(root, pa
 
 std::optional<std::wstring> Text(HKEY root, const std::wstring& path, const wchar_t* name) {
     const auto key = CRegKey::Open(root, path);
-    const auto value = key ? key->ReadValue(name) : std::nullopt;
-    if (!value || value->type != REG_SZ || value->data.size() % sizeof(wchar_t) != 0) return std::nullopt;
-    const std::wstring_view text(reinterpret_cast<const wchar_t*>(value->data.data()),
-                                 value->data.size() / sizeof(wchar_t));
-    if (text.empty() || text.find(L'\0') != text.size() - 1) return std::nullopt;
-    return std::wstring(text.substr(0, text.size() - 1));
+    return key ? key->ReadString(name, kLongestText) : std::nullopt;
 }
 
 std::optional<DWORD> Dword(HKEY root, const std::wstring& path, const wchar_t* name) {

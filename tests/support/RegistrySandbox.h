@@ -1,13 +1,6 @@
 // A registry of the test's own, and short ways to fill and read it.
 #pragma once
 
-#include <windows.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "RegKey.h"
 
 namespace support {
@@ -28,15 +21,11 @@ class RegistrySandbox {
 
   private:
     static CRegKey FreshScratch();
-    static void Restore(HKEY root) { RegOverridePredefKey(root, nullptr); }
-    void Redirect(HKEY root, const CRegKey& target);
 
-    static inline bool s_taken = false;  // a second one would undo the first
     CRegKey m_top = FreshScratch();
     CRegKey m_user = CRegKey::Create(m_top.Handle(), L"User").value();
     CRegKey m_machine = CRegKey::Create(m_top.Handle(), L"Machine").value();
     CRegKey m_classes = CRegKey::Create(m_machine.Handle(), L"Software\\Classes").value();
-    std::vector<UniqueHandle<HKEY, &Restore>> m_roots;
 };
 
 // These work on whatever `root` is at the moment, redirected or not. Keys are created as needed, a null name
@@ -51,7 +40,7 @@ void SetRaw(HKEY root, const std::wstring& path, const wchar_t* name, DWORD type
 std::vector<BYTE> Bytes(std::wstring_view text);
 
 bool Exists(HKEY root, const std::wstring& path);
-/// Nothing unless the value is a REG_SZ whose size counts exactly one terminator, at its end.
+/// Nothing unless the value is a text with a terminator.
 std::optional<std::wstring> Text(HKEY root, const std::wstring& path, const wchar_t* name);
 std::optional<DWORD> Dword(HKEY root, const std::wstring& path, const wchar_t* name);
 std::vector<std::wstring> Subkeys(HKEY root, const std::wstring& path);

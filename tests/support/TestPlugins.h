@@ -1,9 +1,6 @@
 // Plug-ins for a registry of the test's own.
 #pragma once
 
-#include <string>
-#include <utility>
-
 #include "ClsidText.h"
 #include "support/RegistrySandbox.h"
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <stdexcept>
 
 #include "support/WaitFor.h"
@@ -13,33 +12,15 @@
 namespace support {
 namespace {
 
-/// Room for a row that grows between the question for its length and that for its text.
-constexpr std::size_t kSpareCharacters = 1024;
-
-struct ListMessages {
-    UINT count, textLength, text, selected, select;
-};
-constexpr ListMessages kListBox{LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT, LB_GETCURSEL, LB_SETCURSEL};
-constexpr ListMessages kComboBox{CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT, CB_GETCURSEL, CB_SETCURSEL};
+/// Room for the longest row of any test.
+constexpr std::size_t kLongestRow = 4096;
 
 bool IsCombo(HWND list) { return ClassOf(list) == L"ComboBox"; }
-
-const ListMessages& MessagesOf(HWND list) { return IsCombo(list) ? kComboBox : kListBox; }
-
-bool TakesSeveral(HWND list) {
-    return !IsCombo(list) && (GetWindowLongW(list, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0;
-}
 
 LPARAM ToLParam(const void* pointer) { return reinterpret_cast<LPARAM>(pointer); }
 
 void Notify(HWND control, WORD code) {
     Send(GetParent(control), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control), code), ToLParam(control));
-}
-
-void DescribeTo(std::ostream& out, HWND window) {
-    out << Utf8(ClassOf(window)) << ' ' << GetDlgCtrlID(window) << " \"" << Utf8(TextOf(window)) << '"'
-        << (IsWindowVisible(window) ? "" : " hidden") << (IsWindowEnabled(window) ? "" : " disabled") << '\n';
-    for (const auto& row : Rows(window)) out << "    \"" << Utf8(row) << "\"\n";
 }
 
 }  // namespace
@@ -71,15 +52,10 @@ RECT RectOf(HWND window) {
 }
 
 std::string Describe(HWND window) {
-    std::ostringstream out;
-    try {
-        DescribeTo(out, window);
-        for (HWND child = nullptr; (child = FindWindowExW(window, child, nullptr, nullptr)) != nullptr;)
-            DescribeTo(out, child);
-    } catch (const std::exception& error) {
-        out << error.what() << '\n';
-    }
-    return out.str();
+    std::wstring text = TextOf(window);
+    for (HWND label = nullptr; (label = FindWindowExW(window, label, L"Static", nullptr)) != nullptr;)
+        text += L'\n' + TextOf(label);
+    return Utf8(text);
 }
 
 std::string Utf8(const std::wstring& text) {
@@ -88,12 +64,11 @@ std::string Utf8(const std::wstring& text) {
 }
 
 std::vector<std::wstring> Rows(HWND list) {
-    const ListMessages& messages = MessagesOf(list);
-    std::vector<std::wstring> rows(static_cast<std::size_t>(Send(list, messages.count)));
+    const bool combo = IsCombo(list);
+    std::vector<std::wstring> rows(static_cast<std::size_t>(Send(list, combo ? CB_GETCOUNT : LB_GETCOUNT)));
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const LRESULT length = Send(list, messages.textLength, i);
-        rows[i].resize(static_cast<std::size_t>(length) + kSpareCharacters);
-        const LRESULT got = Send(list, messages.text, i, ToLParam(rows[i].data()));
+        rows[i].resize(kLongestRow);
+        const LRESULT got = Send(list, combo ? CB_GETLBTEXT : LB_GETTEXT, i, ToLParam(rows[i].data()));
         // Another process's list may be filled anew meanwhile: then it counts as empty, and the test looks
         // again.
         if (got < 0) return {};
@@ -103,24 +78,23 @@ std::vector<std::wstring> Rows(HWND list) {
 }
 
 std::vector<int> SelectedRows(HWND list) {
-    const ListMessages& messages = MessagesOf(list);
-    const bool several = TakesSeveral(list);
-    const LRESULT current = Send(list, messages.selected);
-    const auto count = static_cast<int>(Send(list, messages.count));
-    std::vector<int> rows;
-    for (int row = 0; row < count; ++row) {
-        const auto index = static_cast<WPARAM>(row);
-        if (several ? Send(list, LB_GETSEL, index) > 0 : current == row) rows.push_back(row);
+    if (IsCombo(list)) {
+        const auto row = static_cast<int>(Send(list, CB_GETCURSEL));
+        return row < 0 ? std::vector<int>() : std::vector{row};
     }
+    std::vector<int> rows;
+    for (int row = 0; row < Send(list, LB_GETCOUNT); ++row)
+        if (Send(list, LB_GETSEL, static_cast<WPARAM>(row)) > 0) rows.push_back(row);
     return rows;
 }
 
 void SelectRows(HWND list, const std::vector<int>& rows) {
-    if (TakesSeveral(list)) {
+    const bool combo = IsCombo(list);
+    if (!combo && (GetWindowLongW(list, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0) {
         Send(list, LB_SETSEL, FALSE, -1);
         for (const int row : rows) Send(list, LB_SETSEL, TRUE, row);
     } else {
-        Send(list, MessagesOf(list).select, static_cast<WPARAM>(rows.empty() ? -1 : rows.back()));
+        Send(list, combo ? CB_SETCURSEL : LB_SETCURSEL, static_cast<WPARAM>(rows.empty() ? -1 : rows.back()));
     }
     static_assert(LBN_SELCHANGE == CBN_SELCHANGE);
     Notify(list, LBN_SELCHANGE);
@@ -131,7 +105,7 @@ void Select(HWND list, const std::vector<std::wstring>& texts) {
     std::vector<int> rows;
     for (const auto& text : texts) {
         const auto found = std::ranges::find(all, text);
-        if (found == all.end()) FAIL() << "no row \"" << Utf8(text) << "\" in " << Describe(list);
+        if (found == all.end()) FAIL() << "no row " << Utf8(text);
         rows.push_back(static_cast<int>(found - all.begin()));
     }
     SelectRows(list, rows);
@@ -150,8 +124,7 @@ void EnterText(HWND control, const std::wstring& text) {
 }
 
 void Press(HWND button) {
-    if (!IsWindowEnabled(button) || !IsWindowVisible(button))
-        FAIL() << "this can't be pressed: " << Describe(button);
+    ASSERT_TRUE(IsWindowEnabled(button) && IsWindowVisible(button)) << GetDlgCtrlID(button);
     PostMessageW(button, BM_CLICK, 0, 0);
 }
 
@@ -159,12 +132,6 @@ void PostKey(HWND control, WORD virtualKey) {
     const auto scanCode = static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC)) << 16;
     PostMessageW(control, WM_KEYDOWN, virtualKey, 1 | scanCode);
     PostMessageW(control, WM_KEYUP, virtualKey, 0xC0000001 | scanCode);
-}
-
-void BringToFront(HWND window) {
-    SetForegroundWindow(window);
-    const HWND top = GetAncestor(window, GA_ROOT);
-    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; })) << Describe(window);
 }
 
 }  // namespace support

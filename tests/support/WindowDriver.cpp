@@ -1,6 +1,5 @@
 #include "support/WindowDriver.h"
 
-#include <cstdlib>
 #include <stdexcept>
 
 #include "resource.h"
@@ -11,10 +10,6 @@ std::filesystem::path BesideTest(const std::wstring& name) {
     wchar_t path[MAX_PATH];
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     return std::filesystem::path(path).replace_filename(name);
-}
-
-void ProgramTest::SetUp() {
-    if (!std::getenv("STUDIO")) GTEST_SKIP() << "needs a prefix of its own with the sample studio";
 }
 
 void EndProcess(HANDLE process) {
@@ -47,23 +42,12 @@ WindowDriver::WindowDriver(const std::wstring& arguments, HWND host) : m_process
         if (!m_window) m_window = FindWindowExW(host, nullptr, L"#32770", L"Corvane Plug-in Manager x64");
         return m_window && !Rows(IDC_PLUGINS).empty();
     };
-    if (!WaitFor(isFilled)) throw std::runtime_error("the program does not fill its lists\n" + OnScreen());
-}
-
-HWND WindowDriver::Control(int id) const {
-    if (const HWND control = GetDlgItem(m_window, id)) return control;
-    throw std::runtime_error("there is no control " + std::to_string(id) + "\n" + OnScreen());
+    if (!WaitFor(isFilled)) throw std::runtime_error("the program does not fill its lists");
 }
 
 std::optional<DWORD> WindowDriver::Close() const {
     PostMessageW(m_window, WM_CLOSE, 0, 0);
     return WaitForExit();
-}
-
-std::string WindowDriver::OnScreen() const {
-    if (WaitForExit(0ms)) return "(the program has ended)";
-    const HWND popup = GetLastActivePopup(m_window);
-    return Describe(m_window) + (popup != m_window ? Describe(popup) : std::string());
 }
 
 }  // namespace support

@@ -1,6 +1,4 @@
 // What is asked before the main dialog closes, and what Enter on Close does to the selection.
-#include <functional>
-
 #include "support/MainDialog.h"
 #include "support/StandInHost.h"
 #include "support/TestPlugins.h"
@@ -31,33 +29,26 @@ class Closing : public support::MainDialog {
 };
 
 TEST_F(Closing, AsksOnceAndKeepsWhatWasNotSaved) {
-    const std::pair<std::vector<std::wstring>, std::function<void()>> ways[] = {
-        {{}, [this] { EnterOnClose(); }}, {Hosted(), [this] { Post(WM_CLOSE); }}};
-    for (const auto& [arguments, close] : ways) {
-        OpenModified(arguments);
-        m_popups.Expect(kQuestion, [this](HWND box) {
-            EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION)) << "what is open already is not asked again";
-            ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-        });
-        close();
-        ASSERT_TRUE(IsOpen());
-        m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
-        close();
-        ASSERT_TRUE(IsOpen()) << "the save dialog was left";
-        m_popups.Expect(kQuestion, IDYES)
-            .ExpectFile(kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
-                        [](HWND dialog) {
-                            support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X");
-                        })
-            .Expect(L"Could not save", IDOK);
-        close();
-        ASSERT_TRUE(IsOpen()) << "it could not be saved";
-        EXPECT_EQ(support::TreeCount(Control(IDC_LAYOUT_TREE)), 1);
-        m_popups.Expect(kQuestion, IDNO);
-        close();
-        ASSERT_FALSE(IsOpen());
-        m_popups.ExpectNoMore();
-    }
+    OpenModified(Hosted());
+    m_popups.Expect(kQuestion, [this](HWND box) {
+        EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION)) << "what is open already is not asked again";
+        ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    });
+    Post(WM_CLOSE);
+    ASSERT_TRUE(IsOpen());
+    m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
+    EnterOnClose();
+    ASSERT_TRUE(IsOpen()) << "the save dialog was left";
+    m_popups.Expect(kQuestion, IDYES)
+        .ExpectFile(
+            kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
+            [](HWND dialog) { support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X"); })
+        .Expect(L"Could not save", IDOK);
+    EnterOnClose();
+    ASSERT_TRUE(IsOpen()) << "it could not be saved";
+    m_popups.Expect(kQuestion, IDNO);
+    Post(WM_CLOSE);
+    EXPECT_FALSE(IsOpen());
 }
 
 TEST_F(Closing, AQuestionThatOutlivesTheWindowSavesNothing) {
@@ -95,8 +86,7 @@ TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAwayUntilTheHostTakesTh
 }
 
 TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
-    support::SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + support::IdText(3), L"Description",
-                     L"Desk");
+    support::AddSurface(3, L"Desk");
     support::AddVst(1, L"Bellows");
     for (const auto& [category, plugin, excluded] :
          {std::tuple(L"Control Surfaces", L"Desk", 0U), std::tuple(support::kVstEffects, L"Bellows", 1U)}) {
@@ -110,9 +100,7 @@ TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
         ASSERT_TRUE(IsOpen());
         EnterOnClose();
         EXPECT_FALSE(IsOpen());
-        const auto keys =
-            support::Subkeys(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\ExcludedPlugIns");
-        EXPECT_EQ(keys.size(), excluded);
+        EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, support::kExcludedPlugins).size(), excluded);
     }
     EXPECT_TRUE(support::WaitFor([&] { return m_host.MessageCount(support::kLayoutsChanged) == 2; }));
     EXPECT_EQ(m_host.MessageCount(support::kPluginsChanged), 0U) << "without the button's message";

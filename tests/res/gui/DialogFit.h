@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -97,46 +98,33 @@ class CDialogFont {
                                DEFAULT_PITCH, face.c_str())),
           m_points(points) {
         // As the system computes it when it makes a dialog.
-        constexpr wchar_t kLetters[] = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+        const std::wstring letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
         ::SelectObject(m_dc.Get(), m_font.Get());
         TEXTMETRICW metrics{};
         ::GetTextMetricsW(m_dc.Get(), &metrics);
-        SIZE extent{};
-        ::GetTextExtentPoint32W(m_dc.Get(), kLetters, 52, &extent);
-        m_units = {static_cast<int>((extent.cx / 26 + 1) / 2), static_cast<int>(metrics.tmHeight)};
+        m_units = {(TextExtent(m_dc.Get(), letters).width / 26 + 1) / 2, static_cast<int>(metrics.tmHeight)};
     }
 
     Size Units() const { return m_units; }
-    /// What is cut off of the control's text; empty when it is shown in whole. Every kind of control has room
-    /// to lose at its edges: frame, glyph, scroll bar.
-    std::string CutOff(const DialogControl& control) const {
+    /// Every kind of control has room to lose at its edges: frame, glyph, scroll bar.
+    bool CutsOff(const DialogControl& control) const {
         const auto edges = EdgesOf(control);
-        if (!edges || control.text.empty()) return {};
+        if (!edges || control.text.empty()) return false;
         const Rect place = Scaled(control.place, kTemplateUnits, m_units);
         const int width = place.Width() - ::MulDiv(edges->width, m_points, 8);
         const int height = place.Height() - ::MulDiv(edges->height, m_points, 8);
         const bool breaks = control.Is(L"Static") || control.Is(L"SysLink");
         const bool prefix =
             control.Is(L"Button") || (control.Is(L"Static") && (control.style & SS_NOPREFIX) == 0);
+        static const std::wregex kLinkTags(L"</?a>");
+        const std::wstring text = std::regex_replace(control.text, kLinkTags, L"");
         RECT needed{0, 0, width, 0};
-        ::DrawTextW(m_dc.Get(), WithoutTags(control.text).c_str(), -1, &needed,
+        ::DrawTextW(m_dc.Get(), text.c_str(), -1, &needed,
                     DT_CALCRECT | (breaks ? DT_WORDBREAK : DT_SINGLELINE) | (prefix ? 0U : DT_NOPREFIX));
-        if (needed.right <= width && needed.bottom <= height) return {};
-        return support::Utf8(control.text) + " needs " + std::to_string(needed.right) + " x " +
-               std::to_string(needed.bottom) + " pixels of " + std::to_string(width) + " x " +
-               std::to_string(height) + "\n";
+        return needed.right > width || needed.bottom > height;
     }
 
   private:
-    /// Those of a link.
-    static std::wstring WithoutTags(std::wstring text) {
-        for (const std::wstring_view tag : {L"<a>", L"</a>"}) {
-            const std::size_t at = text.find(tag);
-            if (at != std::wstring::npos) text.erase(at, tag.size());
-        }
-        return text;
-    }
-
     UniqueFont m_font;
     UniqueDc m_dc{::CreateCompatibleDC(nullptr)};
     int m_points;

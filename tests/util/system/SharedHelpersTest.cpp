@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
-#include <string>
 
 #include "AppDataRoot.h"
 #include "ClsidText.h"
 #include "Resources.h"
 #include "StringRing.h"
-#include "ThemeHelper.h"
 #include "resource.h"
 
 namespace {
@@ -35,8 +33,6 @@ TEST(Resources, TextsComeInTheChosenLanguageAndElseInEnglish) {
          {std::pair(1031, L"Schwebendes Fenster deaktivieren"), std::pair(1054, L"Disable floating")}) {
         SetResourceLanguage(static_cast<LANGID>(language));  // German, and Thai, which there is none of
         EXPECT_EQ(LoadText(IDS_DISABLE_FLOATING), text);
-        EXPECT_TRUE(LoadDialogTemplate(IDD_PLUGIN_MANAGER));
-        EXPECT_FALSE(LoadDialogTemplate(9999));
     }
     SetResourceLanguage(1033);
 }
@@ -50,12 +46,6 @@ TEST(ClsidText, IsTheSystemsForm) {
           L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8FG}", L"0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9"}) {
         EXPECT_FALSE(ParseClsid(other)) << ::testing::PrintToString(other);
     }
-}
-
-TEST(ThemeHelper, IsThereOnlyWithAllEntryPoints) {
-    EXPECT_TRUE(CXThemeHelper().IsAvailable());
-    for (const wchar_t* library : {L"version.dll", L"no-such-library.dll"})
-        EXPECT_FALSE(CXThemeHelper(library).IsThemed());
 }
 
 }  // namespace
