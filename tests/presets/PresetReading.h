@@ -45,7 +45,7 @@ class MemorySource : public IByteSource {
 };
 
 template <typename TWork>
-int WithReader(std::span<const std::byte> file, TWork&& work) {
+auto WithReader(std::span<const std::byte> file, TWork&& work) {
     MemorySource source(file);
     CPresetFileReader reader(source, kLatin1);
     return work(reader);

@@ -55,16 +55,14 @@ TEST_F(Closing, AQuestionThatOutlivesTheWindowSavesNothing) {
     Open({L"/ParentWnd", m_host.HandleText()});
     Press(IDC_ADD_SEPARATOR);
     HWND orphan = nullptr;
-    m_popups
-        .Expect(kQuestion,
-                [&](HWND box) {
-                    orphan = box;
-                    ::PostMessageW(m_host.Window(), WM_CLOSE, 0, 0);
-                })
-        .Expect(kQuestion, [&](HWND box) {
-            ::PostMessageW(box, WM_COMMAND, IDNO, 0);
-            ::PostMessageW(orphan, WM_COMMAND, IDYES, 0);
-        });
+    m_popups.Expect(kQuestion, [&](HWND box) {
+        orphan = box;
+        ::PostMessageW(m_host.Window(), WM_CLOSE, 0, 0);
+    });
+    m_popups.Expect(kQuestion, [&](HWND box) {
+        ::PostMessageW(box, WM_COMMAND, IDNO, 0);
+        ::PostMessageW(orphan, WM_COMMAND, IDYES, 0);
+    });
     Post(WM_CLOSE);  // a save dialog would fail the test
     EXPECT_TRUE(support::WaitFor([&] {
         Pump();

@@ -10,7 +10,6 @@ using Texts = std::vector<std::wstring>;
 constexpr wchar_t kSave[] = L"Save Plug-In Menu Layout";
 constexpr wchar_t kOpen[] = L"Open Plug-In Menu Layout";
 constexpr wchar_t kNoLayout[] = L"Not a valid";
-constexpr wchar_t kUnnamed[] = L"<Unnamed Layout>";
 
 HWND FileField(HWND dialog) { return InFileDialog(dialog, support::kFileNameField); }
 HWND NameField(HWND dialog) { return InFileDialog(dialog, IDC_DISPLAY_NAME); }
@@ -40,21 +39,23 @@ class LayoutFiles : public support::LayoutTreeDialog {
         shown += Text(IDC_LAYOUTS) + L"|" + Text(IDC_LAYOUT_FILE) + L"|" + std::to_wstring(Tree().Count());
         EXPECT_EQ(shown + (IsEnabled(IDC_LAYOUT_DELETE) ? L"+" : L""), expected);
     }
-    void Pick(const wchar_t* name, const wchar_t* shows) {
+    using MainDialog::Press;
+    /// `answer` is that to the question about a modified layout.
+    void Press(int button, const wchar_t* shows, int answer = 0) {
+        if (answer != 0) Answer(answer);
+        Press(button);
+        Shows(shows);
+    }
+    void Pick(const wchar_t* name, const wchar_t* shows, int answer = 0) {
+        if (answer != 0) Answer(answer);
         Select(IDC_LAYOUTS, {name});
         Pump();
         Shows(shows);
     }
-    using MainDialog::Press;
-    void Press(int button, const wchar_t* shows) {
-        Press(button);
-        Shows(shows);
-    }
     void Modify() { Press(IDC_ADD_SEPARATOR); }
-    /// The question that comes when the layout of that name is modified.
-    Popups& Answer(const wchar_t* name, int button) {
-        return m_popups.Expect(L"Save changes to current menu layout, \"" + std::wstring(name) + L"\"",
-                               button);
+    Popups& Answer(int button) {
+        const std::wstring name = Text(IDC_LAYOUTS).empty() ? L"<Unnamed Layout>" : Text(IDC_LAYOUTS);
+        return m_popups.Expect(L"Save changes to current menu layout, \"" + name + L"\"", button);
     }
     /// Whether the registry says that layouts have changed, since it was asked last.
     static bool TakeDirty() {
@@ -71,12 +72,13 @@ TEST_F(LayoutFiles, ALayoutIsPickedOrThePickTakenBack) {
     EXPECT_EQ(Rows(IDC_LAYOUTS), (Texts{L"One", L"Two"}));
     Shows(L"||0");
     Pick(L"Two", L"1:Two|two.pgl|2+");
-    Modify();
+    Build(L"*a,b");
+    Type(VK_F2);
+    Tree().LabelEdit().SetText(L"c");
     EnterText(List(), L"Renamed");
-    Answer(L"Renamed", IDCANCEL);
-    Pick(L"One", L"1:Renamed|two.pgl|3+");
-    Answer(L"Renamed", IDNO);
-    Pick(L"One", L"0:One|one.pgl|1+");
+    Pick(L"One", L"1:Renamed|two.pgl|2+", IDCANCEL);
+    EXPECT_EQ(Shape(), L"*c,b") << "what was being typed is a change, too";
+    Pick(L"One", L"0:One|one.pgl|1+", IDNO);
 }
 
 TEST_F(LayoutFiles, AFileThatIsNoLayoutChangesNothing) {
@@ -88,12 +90,11 @@ TEST_F(LayoutFiles, AFileThatIsNoLayoutChangesNothing) {
     Pick(L"Two", L"||0");  // no file of its own, which could be deleted
     Pick(L"One", L"0:One|one.pgl|1+");
     Modify();
-    Answer(L"One", IDNO).Expect(kNoLayout, IDOK);
+    Answer(IDNO).Expect(kNoLayout, IDOK);
     Pick(L"Two", L"0:One|one.pgl|2+");
-    Answer(L"One", IDNO).ExpectFile(kOpen, m_files.Path(L"two.pgl")).Expect(kNoLayout, IDOK);
+    Answer(IDNO).ExpectFile(kOpen, m_files.Path(L"two.pgl")).Expect(kNoLayout, IDOK);
     Press(IDC_LAYOUT_OPEN, L"0:One|one.pgl|2+");
-    Answer(L"One", IDCANCEL);  // still modified
-    Press(IDC_LAYOUT_NEW);
+    Press(IDC_LAYOUT_NEW, L"0:One|one.pgl|2+", IDCANCEL);  // still modified
 }
 
 TEST_F(LayoutFiles, InTheListThatIsDownOnlyTheChosenRowIsPicked) {
@@ -154,8 +155,7 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
     EXPECT_NE(m_files.Read(L"Both & \x00FC.pgl").find("Name=\"&lt;Both&gt; &amp; \xC3\xBC\"><Separator/></"),
               std::string::npos);
     Modify();
-    Answer(L"<Both> & \x00FC", IDNO);
-    Press(IDC_LAYOUT_NEW, L"||0");
+    Press(IDC_LAYOUT_NEW, L"||0", IDNO);
     Pick(L"One", L"1:One|one.pgl|1+");  // a new layout is not modified
 }
 
@@ -164,7 +164,7 @@ TEST_F(LayoutFiles, WhatCouldNotBeSavedIsShownAndNewGoesOn) {
     Build(L"+a,*b");
     Layout().Change(Node(L"b"), [](LayoutItem& record) { record.defaultPreset = L"\x01"; });
     TakeDirty();
-    Answer(kUnnamed, IDYES).ExpectFile(kSave, L"");
+    Answer(IDYES).ExpectFile(kSave, L"");
     Press(IDC_LAYOUT_NEW, L"||2");  // but not when the save dialog was left
     EXPECT_FALSE(TakeDirty());
     m_popups.ExpectFile(kSave, m_files.Path(L"x"), Named(L"Odd")).Expect(L"contains a character", IDOK);
@@ -173,7 +173,7 @@ TEST_F(LayoutFiles, WhatCouldNotBeSavedIsShownAndNewGoesOn) {
     EXPECT_EQ(Shape() + Buttons(), L"a,*bECSRU") << "the item that can't be written";
     Build(L"a");
     Modify();
-    Answer(kUnnamed, IDYES)
+    Answer(IDYES)
         .ExpectFile(kSave, m_files.Path(L"no such folder\\x.pgl"), Named(L"Doomed"))
         .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
     Press(IDC_LAYOUT_NEW, L"||0");
@@ -191,32 +191,27 @@ TEST_F(LayoutFiles, NothingGoesOnWhenTheWindowIsTakenAwayDuringTheQuestion) {
     }
 }
 
-TEST_F(LayoutFiles, SavingBeforeAPickStillShowsWhatWasPicked) {
+TEST_F(LayoutFiles, AnOpenedFileIsFoundInTheListAndSavingBeforeAPickStillShowsWhatWasPicked) {
     Open({m_away});
     Shows(L"0:Away|away.xml|5");  // only layouts that were listed can be deleted
-    const auto saveAndPick = [&](const wchar_t* old, const wchar_t* file, const wchar_t* picked,
-                                 const wchar_t* shows) {
+    m_popups.ExpectFile(kOpen, m_files.Path(L"TWO.pgl"));
+    Press(IDC_LAYOUT_OPEN, L"2:Two|TWO.pgl|2+");
+    Pick(L"One", L"1:One|one.pgl|1+");
+    const auto saveAndPick = [&](const wchar_t* file, const wchar_t* picked, const wchar_t* shows) {
         Modify();
         // The name moves the row behind the picked one.
-        Answer(old, IDYES).ExpectFile(kSave, m_files.Path(file), Named(L"Zero"));
+        Answer(IDYES).ExpectFile(kSave, m_files.Path(file), Named(L"Zero"));
         Pick(picked, shows);
     };
-    Pick(L"One", L"1:One|one.pgl|1+");
-    saveAndPick(L"One", L"zero.pgl", L"Two", L"1:Two|two.pgl|2+");
+    saveAndPick(L"zero.pgl", L"Two", L"1:Two|two.pgl|2+");
     EXPECT_NE(m_files.Read(L"zero.pgl").find("<Separator/><Separator/>"), std::string::npos);
     m_popups.ExpectFile(kOpen, m_away);
-    Press(IDC_LAYOUT_OPEN);
+    Press(IDC_LAYOUT_OPEN, L"0:Away|away.xml|5+");
     Pick(L"Two", L"2:Two|two.pgl|2+");
-    saveAndPick(L"Two", L"more.pgl", L"Away", L"0:Away|away.xml|5+");
+    saveAndPick(L"more.pgl", L"Away", L"0:Away|away.xml|5+");
 }
 
-TEST_F(LayoutFiles, AFileIsFoundInTheListInSpiteOfItsCaseAndATemporaryOneCountsAsUnnamed) {
-    Open({m_files.Path(L"TWO.pgl")});
-    Shows(L"1:Two|TWO.pgl|2+");
-    m_popups.ExpectFile(kOpen, m_away);
-    Press(IDC_LAYOUT_OPEN, L"0:Away|away.xml|5+");
-    EXPECT_EQ(Rows(IDC_LAYOUTS), (Texts{L"Away", L"One", L"Two"}));
-
+TEST_F(LayoutFiles, ATemporaryFileCountsAsUnnamed) {
     const auto opensWith = [](const wchar_t* file) {
         return [file](HWND dialog) {
             EXPECT_TRUE(TextOf(FileField(dialog)).ends_with(file));
@@ -244,11 +239,9 @@ TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
     Pick(L"Two", L"0:Two|two.pgl|2+");
     Modify();
     remove(IDYES);
-    Answer(L"Two", IDCANCEL);
-    Press(IDC_LAYOUT_DELETE, L"Two||3");
+    Press(IDC_LAYOUT_DELETE, L"Two||3", IDCANCEL);
     EXPECT_EQ(m_files.Names(), Texts{L"away"});
-    Answer(L"Two", IDCANCEL);  // it is work that was not saved
-    Press(IDC_LAYOUT_NEW);
+    Press(IDC_LAYOUT_NEW, L"Two||3", IDCANCEL);  // it is work that was not saved
 }
 
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {

@@ -22,6 +22,8 @@ TEST(LayoutOrder, FoldersComeFirstAndSeparatorsStayBehindTheirItem) {
     EXPECT_EQ(Sorted({{P, L"c"}, {F, L"z"}, {P, L"b"}, {F, L"y"}}), L"yzbc");
     EXPECT_EQ(Sorted({{P, L"c"}, kLine, {P, L"b"}, {P, L"a"}, kLine, kLine}), L"a--bc-");
     EXPECT_EQ(Sorted({{P, L"c"}, kLine, {F, L"z"}}), L"zc-");
+    const SortItem same[] = {{P, L"a"}, {P, L"a"}, {P, L"a"}};
+    EXPECT_EQ(SortedOrder(same, [](auto, auto) { return 0; }), (std::vector<std::size_t>{0, 1, 2}));
 }
 
 TEST(LayoutOrder, ASeparatorBehindNothingGoesByItsName) {
