@@ -18,20 +18,22 @@ constexpr const wchar_t* kDialogFace = L"MS Shell Dlg";
 struct Language {
     const char* name;
     LANGID id;
+    /// The letters that the system's own commands take in the system menu of this language.
+    std::wstring_view systemMenuLetters;
     /// The face of a dialog on a system of this language, where it is not that of English.
     const wchar_t* dialogFace = kDialogFace;
 };
 
 constexpr Language kLanguages[] = {
-    {"English", 1033},
-    {"German", 1031},
-    {"French", 1036},
-    {"Italian", 1040},
-    {"Japanese", 1041, L"MS UI Gothic"},
-    {"Portuguese", 1046},
-    {"Russian", 1049},
-    {"Chinese", 2052, L"SimSun"},
-    {"Spanish", 3082},
+    {"English", 1033, L"RMSNXC"},
+    {"German", 1031, L"WVGÄNXSC"},
+    {"French", 1036, L"RDTUNAF"},
+    {"Italian", 1040, L"RSDUNIC"},
+    {"Japanese", 1041, L"RMSNXC", L"MS UI Gothic"},
+    {"Portuguese", 1046, L"RMTNXF"},
+    {"Russian", 1049, L"ВПРСЗ"},
+    {"Chinese", 2052, L"RMSNXC", L"SimSun"},
+    {"Spanish", 3082, L"RMTNXC"},
 };
 constexpr const Language& kEnglish = kLanguages[0];
 
@@ -205,6 +207,11 @@ TEST_P(Languages, NoLetterWorksTwo) {
         EXPECT_EQ(SharedMnemonics(captions), "") << support::Utf8(dialog.Text());
     }
     for (const UINT menu : ResourceIds(RT_MENU)) EXPECT_EQ(SharedMnemonics(CommandsOf(menu)), "") << menu;
+    std::vector<Caption> systemMenu = {{1, LoadText(IDS_ABOUT_COMMAND)},
+                                       {2, LoadText(IDS_ENABLE_FLOATING)},
+                                       {2, LoadText(IDS_DISABLE_FLOATING)}};
+    for (const wchar_t letter : GetParam().systemMenuLetters) systemMenu.push_back({0, {L'&', letter}});
+    EXPECT_EQ(SharedMnemonics(systemMenu), "");
 }
 
 // A scale of 125, 150 or 200 % is a larger font; rounding lets text and control grow apart.
