@@ -3,7 +3,6 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
-#include "Dpi.h"
 #include "ProgramPath.h"
 #include "Resources.h"
 #include "TextFormat.h"
@@ -37,8 +36,9 @@ std::span<const CRoute> CAboutDlg::Routes() const {
 }
 
 bool CAboutDlg::OnInitDialog() {
-    const UINT dpi = DpiOf(m_hwnd);
-    m_icon = LoadIconResource(IDI_PLUGIN_MANAGER, SystemMetric(SM_CXICON, dpi), SystemMetric(SM_CYICON, dpi));
+    const UINT dpi = ::GetDpiForWindow(m_hwnd);
+    m_icon = LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetricsForDpi(SM_CXICON, dpi),
+                              ::GetSystemMetricsForDpi(SM_CYICON, dpi));
     Control<CStatic>(IDC_ABOUT_ICON).SetIcon(m_icon.Get());
     const CWindow version = Item(IDC_ABOUT_VERSION);
     version.SetText(FormatText(version.Text(), kProductVersion, kBuildDate));
@@ -47,7 +47,7 @@ bool CAboutDlg::OnInitDialog() {
 }
 
 void CAboutDlg::OnLicence() {
-    // Where texts have no program of their own, the system's editor shows them.
+    // Where no program is registered for text files, the system's editor shows it.
     if (!Open(m_hwnd, m_licencePath.c_str()))
         Open(m_hwnd, L"notepad.exe", (L"\"" + m_licencePath + L"\"").c_str());
 }

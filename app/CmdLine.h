@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-/// What the command line asked for. A value belongs to the pending switch before it; the window goes first.
+/// What the command line asked for. A plain parameter is the value of a switch that waits for one: of
+/// /ParentWnd before /VSTInventoryRegKey.
 struct CPluginManagerCmdLine {
     bool registerOnly = false;         // /Register
     bool parentWndPending = false;     // /ParentWnd or /w: the next plain parameter is the window
@@ -18,7 +19,8 @@ struct CPluginManagerCmdLine {
     std::wstring fileParam;            // the last plain parameter that no switch asked for
     std::wstring vstInventoryKey;      // below the current user's root; empty for the default
 
-    /// `tokens` are the arguments without the program's name. What is not understood has no effect.
+    /// `tokens` are the arguments without the program's name. Unknown switches and invalid handles are
+    /// ignored.
     static CPluginManagerCmdLine Parse(const std::vector<std::wstring>& tokens);
 
   private:

@@ -34,7 +34,7 @@ void ApplyPlacement(const CDialog& dialog, Size units) {
             batch.Move(dialog.Item(PlacedControls()[i]).Handle(), places[i]);
         }
     }
-    // Group boxes show the dialog's background, so the dialog does not clip its children, and what it erases
-    // where it has grown takes controls with it.
+    // The dialog does not clip its children, because group boxes show its background. So it erases controls
+    // where it has grown.
     ::RedrawWindow(dialog.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

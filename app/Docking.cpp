@@ -62,8 +62,7 @@ void CDocking::OfferFloating(bool enable) const {
 void CDocking::Dock() const {
     const Rect place = m_dialog.WindowRect();
     const LONG_PTR style = StyleOf(m_dialog);
-    // A window with a parent other than the desktop has to be a child before it gets it, else it has no place
-    // there.
+    // It becomes a child window before it gets its parent: a popup would have no place there.
     SetStyle(m_dialog, (style & ~LONG_PTR{WS_POPUP}) | WS_CHILD);
     if (!::SetParent(m_dialog.Handle(), m_host.Handle())) {
         SetStyle(m_dialog, style);
@@ -76,12 +75,12 @@ void CDocking::Dock() const {
 
 void CDocking::PlaceInHost(const Rect& onScreen) const {
     const HWND host = m_host.Handle();
-    Rect place;  // the corner, where the host is on another than the primary monitor
+    Rect place;  // the corner, unless the host is on the primary monitor
     if (IsOnPrimaryMonitor(host)) {
         POINT corner{onScreen.left, onScreen.top};
         ::ScreenToClient(host, &corner);
         const Rect client = CWindow(host).ClientRect();
-        // Measured anew: a host of another scale has changed it.
+        // Measured again: the host's scale may have changed it.
         const Rect window = m_dialog.WindowRect();
         place = PlaceWithin({client.Width(), client.Height()}, corner.x, corner.y,
                             {window.Width(), window.Height()});
@@ -94,7 +93,8 @@ void CDocking::Float() const {
     const Rect place = m_dialog.WindowRect();
     ::SetParent(m_dialog.Handle(), nullptr);
     SetStyle(m_dialog, (StyleOf(m_dialog) & ~LONG_PTR{WS_CHILD}) | WS_POPUP);
-    // A new parent takes the old coordinates for its own; on the screen the dialog stays where it was.
+    // The old coordinates count from the new parent's corner; this keeps the dialog where it was on the
+    // screen.
     ::SetWindowPos(m_dialog.Handle(), HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE);
     m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
 }

@@ -4,8 +4,8 @@
 #include "Dialog.h"
 #include "HostWindow.h"
 
-/// A dialog that starts docked has a command in its system menu that lets it float, and the reverse after
-/// that. When its parent has changed it is sent WM_DPICHANGED_AFTERPARENT.
+/// The system menu of a dialog that starts docked has a command that lets it float, and then one that docks
+/// it again. When its parent has changed it is sent WM_DPICHANGED_AFTERPARENT.
 class CDocking {
   public:
     CDocking(CDialog& dialog, const CHostWindow& host, bool floating)

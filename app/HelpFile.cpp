@@ -39,9 +39,8 @@ bool CHelpFile::Prepare(const std::wstring& programPath, const std::wstring& nam
     // Loaded here and not linked, so that the program starts without the engine, too.
     m_engine.Reset(::LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
     if (!m_engine) return false;
-    m_htmlHelp = reinterpret_cast<HtmlHelpFunction*>(
-        reinterpret_cast<void*>(::GetProcAddress(m_engine.Get(), "HtmlHelpW")));
-    if (m_htmlHelp) m_htmlHelp(nullptr, nullptr, HH_INITIALIZE, reinterpret_cast<DWORD_PTR>(&m_cookie));
+    if (FindFunction(m_engine.Get(), "HtmlHelpW", m_htmlHelp))
+        m_htmlHelp(nullptr, nullptr, HH_INITIALIZE, reinterpret_cast<DWORD_PTR>(&m_cookie));
     return m_cookie != 0;
 }
 

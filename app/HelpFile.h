@@ -7,7 +7,7 @@
 
 #include "Handles.h"
 
-/// The commands of the older help interface that requests come with.
+/// What requests ask for: the commands of the older help interface.
 enum class HelpCommand : unsigned {
     Context = 1,
     Quit = 2,
@@ -32,7 +32,7 @@ class CHelpFile {
     HRESULT Request(HelpCommand command, DWORD_PTR data) const;
     /// Shows one page of the file, as in "presets.htm".
     HRESULT ShowTopic(const std::wstring& topic) const;
-    /// The engine's share of a message loop while its window is there; true when that was all.
+    /// Offers a message of the loop to the help window; true when it was handled.
     bool TakesMessage(MSG& message) const;
     void ShutDown();
 

@@ -18,9 +18,6 @@ constexpr std::wstring_view kLayoutFiles = L"layout-files.htm";
 constexpr std::wstring_view kLayoutEditing = L"layout-editing.htm";
 constexpr std::wstring_view kNamePrompt = L"name-prompt.htm";
 
-/// The number that the one-line prompt carries when it asks for the name of a plug-in or a preset.
-constexpr unsigned kContextOfNames = 130;
-
 constexpr HelpTopic kDialogTopics[] = {
     {IDD_ABOUT, L"about.htm"},
     {IDD_PLUGIN_MANAGER, L"window.htm"},
@@ -75,7 +72,7 @@ std::span<const HelpTopic> DialogTopics() { return kDialogTopics; }
 std::span<const HelpTopic> ControlTopics() { return kControlTopics; }
 
 std::optional<std::wstring_view> HelpPageOf(unsigned context) {
-    if (context == kContextOfNames) return kNamePrompt;
+    if (context == kHelpOfNames) return kNamePrompt;
     const auto isDialog = [=](const HelpTopic& topic) { return HelpOfDialog(topic.id) == context; };
     const auto isControl = [=](const HelpTopic& topic) { return HelpOfControl(topic.id) == context; };
     if (const auto* topic = std::ranges::find_if(kDialogTopics, isDialog); topic != std::end(kDialogTopics))

@@ -14,5 +14,5 @@ struct HelpTopic {
 std::span<const HelpTopic> DialogTopics();
 std::span<const HelpTopic> ControlTopics();
 
-/// The page for the number that a help request comes with; nothing for a number that is none of the above.
+/// The page for the number that a help request comes with; nothing for any other number.
 std::optional<std::wstring_view> HelpPageOf(unsigned context);

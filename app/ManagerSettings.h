@@ -5,17 +5,16 @@
 
 #include <string>
 
-/// Below the current user's root and, after a registration, also below the local machine's.
-inline constexpr wchar_t kManagerKey[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
+#include "CorvaneKeys.h"
 
 struct ManagerSettings {
     std::wstring layoutFolder;  // of the menu layout files; empty when none is set
     bool succeeded = false;     // under `registerOnly`: the Tools-menu entry was written in full
 };
 
-/// Reads the settings and notes this program, and the host's window if it is live. With `registerOnly` it
-/// also does so machine-wide and enters the program into the host's Tools menu.
+/// Reads the settings below kManagerKey and notes this program, and the host's window if it is live. With
+/// `registerOnly` it also does so machine-wide and enters the program into the host's Tools menu.
 ManagerSettings LoadManagerSettings(bool registerOnly, HWND host);
 
-/// The host's window is noted only while a dialog lives.
+/// Removes the host's window, which is stored only while there is a dialog.
 void ForgetParentWindow();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "CorvaneKeys.h"
 #include "HelpTopics.h"
 #include "InstanceSearch.h"
 #include "InterfaceLanguage.h"
@@ -16,11 +17,11 @@
 #include "ProgramPath.h"
 #include "RegKey.h"
 #include "Resources.h"
+#include "TaskText.h"
 #include "TextFormat.h"
 
 namespace {
 
-constexpr wchar_t kCompanyKey[] = L"Software\\Corvane Music Software";
 constexpr wchar_t kHelpFileName[] = L"PluginManager.chm";
 
 /// Room for the name of a language, in bytes.
@@ -32,13 +33,6 @@ std::vector<std::wstring> Arguments() {
         ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
     if (!list || count < 1) return {};
     return {list.get() + 1, list.get() + count};
-}
-
-/// A text that the logging service allocated.
-std::wstring TakeTaskText(wchar_t* text) {
-    std::wstring copy = text ? text : L"";
-    ::CoTaskMemFree(text);
-    return copy;
 }
 
 /// What the thread was asked to quit with; 0 when it wasn't. Taken, because no message box opens meanwhile.

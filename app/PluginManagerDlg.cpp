@@ -3,12 +3,9 @@
 #include <utility>
 
 #include "AboutDlg.h"
-#include "ControlPlacement.h"
 #include "DialogHelp.h"
-#include "Dpi.h"
 #include "HelpTopics.h"
 #include "ProgramPath.h"
-#include "ResizeLayout.h"
 #include "Resources.h"
 #include "resource.h"
 
@@ -19,20 +16,6 @@ constexpr UINT kCommandAbout = 0x10;
 
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
-
-constexpr int kKeyHandled = -2;
-constexpr int kKeyDefault = -1;
-
-struct Tip {
-    int control;
-    UINT text;
-};
-constexpr Tip kTips[] = {
-    {IDC_LAYOUT_NEW, IDS_TIP_NEW},
-    {IDC_LAYOUT_SAVE, IDS_TIP_SAVE},
-    {IDC_LAYOUT_DELETE, IDS_TIP_DELETE},
-    {IDC_LAYOUT_OPEN, IDS_TIP_OPEN},
-};
 
 VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
     const bool given = !cmdLine.vstInventoryKey.empty();
@@ -46,6 +29,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
       m_docking(*this, m_host, m_cmdLine.floating),
+      m_size(*this, [this](UINT dpi) { LoadImages(dpi); }),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
       m_inventory(m_vstKey.path, m_database),
@@ -79,18 +63,18 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
         R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
         R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
-        R::OnMessage<WM_SIZE, &Frame::OnSize>(),
-        R::OnMessage<WM_SIZING, &Frame::OnSizing>(),
         R::OnMessage<WM_QUERYENDSESSION, &Frame::OnQueryEndSession>(),
         R::OnMessage<WM_ENDSESSION, &Frame::OnEndSession>(),
-        R::OnMessage<WM_GETDPISCALEDSIZE, &Frame::OnScaledSize>(),
-        R::OnMessage<WM_DPICHANGED, &Frame::OnDpiChanged>(),
-        R::OnMessage<WM_DPICHANGED_AFTERPARENT, &Frame::OnParentScaled>(),
         R::OnMessage<WM_SYSCOLORCHANGE, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_SETTINGCHANGE, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
         R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
-        R::OnNotify<TTN_GETDISPINFOW, &Frame::OnNeedTipText>(),
+
+        R::OnMessage<WM_SIZE, &CDialogSize::OnSize>(),
+        R::OnMessage<WM_SIZING, &CDialogSize::OnSizing>(),
+        R::OnMessage<WM_GETDPISCALEDSIZE, &CDialogSize::OnScaledSize>(),
+        R::OnMessage<WM_DPICHANGED, &CDialogSize::OnDpiChanged>(),
+        R::OnMessage<WM_DPICHANGED_AFTERPARENT, &CDialogSize::OnParentScaled>(),
 
         R::OnCommand<LBN_SELCHANGE, &List::RefreshPluginList>(IDC_CATEGORIES),
         R::OnCommand<LBN_SELCHANGE, &List::OnSelectionChanged>(IDC_PLUGINS),
@@ -131,7 +115,8 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<CBN_SELENDCANCEL, &Files::OnListLeft>(IDC_LAYOUTS),
         R::OnCommand<CBN_EDITCHANGE, &Files::OnEditName>(IDC_LAYOUTS),
         R::OnMessage<WM_DRAWITEM, &CLayoutToolbar::OnDrawItem>(),
-        R::OnMessage<crackers::kPutOff, &Files::OnPutOff>(),
+        R::OnNotify<TTN_GETDISPINFOW, &CLayoutToolbar::OnNeedTipText>(),
+        R::OnMessage<crackers::kDeferred, &Files::OnDeferred>(),
 
         R::OnMessage<WM_MOUSEMOVE, &Tree::OnMouseMove>(),
         R::OnMessage<WM_LBUTTONUP, &Tree::OnButtonUp>(),
@@ -161,14 +146,8 @@ bool CPluginManagerDlg::OnInitDialog() {
     SetText(LoadText(IDS_TITLE) + L" x64");
     AddAboutCommand();
     m_docking.OnInitDialog();
-    m_scale.Attach(m_hwnd);
-    m_tips.Create(m_hwnd);
-    for (const Tip& tip : kTips) m_tips.Add(Item(tip.control).Handle());
-    const Rect opening = WindowRect();
-    m_minimum = {opening.Width(), opening.Height()};
-    SetIcons();
-    RecordPlacement(*this, m_scale.Units());
-    ApplyPlacement(*this, m_scale.Units());
+    m_size.OnInitDialog();
+    SetIcons(m_size.Dpi());
     m_tools = VstToolPaths::Read(m_vstKey.path);
 
     m_tree.OnInitDialog();
@@ -194,9 +173,16 @@ void CPluginManagerDlg::AddAboutCommand() const {
     ::AppendMenuW(menu, MF_STRING, kCommandAbout, text.c_str());
 }
 
-void CPluginManagerDlg::SetIcons() {
-    const auto load = [dpi = m_scale.Dpi()](int width, int height) {
-        return LoadIconResource(IDI_PLUGIN_MANAGER, SystemMetric(width, dpi), SystemMetric(height, dpi));
+void CPluginManagerDlg::LoadImages(UINT dpi) {
+    m_toolbar.LoadImages(dpi);
+    m_tree.LoadImages(dpi);
+    SetIcons(dpi);
+}
+
+void CPluginManagerDlg::SetIcons(UINT dpi) {
+    const auto load = [dpi](int width, int height) {
+        return LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetricsForDpi(width, dpi),
+                                ::GetSystemMetricsForDpi(height, dpi));
     };
     UniqueIcon icon = load(SM_CXICON, SM_CYICON);
     UniqueIcon smallIcon = load(SM_CXSMICON, SM_CYSMICON);
@@ -246,47 +232,8 @@ bool CPluginManagerDlg::OnPaint() {
     return true;
 }
 
-void CPluginManagerDlg::OnSize(Size /*client*/) {
-    if (!::IsIconic(m_hwnd) && ::GetWindow(m_hwnd, GW_CHILD)) ApplyPlacement(*this, m_scale.Units());
-}
-
-void CPluginManagerDlg::OnSizing(UINT edge, RECT& proposed) {
-    proposed = ToSystem(HoldMinimumSize(static_cast<SizingEdge>(edge), FromSystem(proposed), m_minimum));
-}
-
-void CPluginManagerDlg::OnScaledSize(UINT dpi, SIZE& window) {
-    const Size size = m_scale.SizeAt(dpi, {WindowRect().Width(), WindowRect().Height()});
-    window = {size.width, size.height};
-}
-
-void CPluginManagerDlg::OnDpiChanged(UINT dpi, const RECT& place) {
-    ScaleTo(dpi);
-    const Rect window = FromSystem(place);
-    ::SetWindowPos(m_hwnd, nullptr, window.left, window.top, window.Width(), window.Height(),
-                   SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// A child window is told of no place; and one that gets another parent takes the parent's scale untold.
-void CPluginManagerDlg::OnParentScaled() {
-    const UINT dpi = DpiOf(m_hwnd);
-    if (dpi == m_scale.Dpi()) return;
-    const Size size = m_scale.SizeAt(dpi, {WindowRect().Width(), WindowRect().Height()});
-    ScaleTo(dpi);
-    ::SetWindowPos(m_hwnd, nullptr, 0, 0, size.width, size.height,
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void CPluginManagerDlg::ScaleTo(UINT dpi) {
-    m_minimum = m_scale.SizeAt(dpi, m_minimum);
-    m_scale.ChangeTo(dpi);
-    m_toolbar.LoadImages(dpi);
-    m_tree.Layout().LoadImages(dpi);
-    SetIcons();
-}
-
-// The system tells the outermost window only, and the common controls rely on being told by that.
 void CPluginManagerDlg::OnColoursChanged() {
-    m_tree.Layout().Tree().Send(WM_SYSCOLORCHANGE);
+    m_tree.OnColoursChanged();
     ::RedrawWindow(m_hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -316,20 +263,9 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
 }
 
 int CPluginManagerDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return kKeyDefault;
+    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return crackers::kKeyDefault;
     m_names.OnRename();
-    return kKeyHandled;
-}
-
-void CPluginManagerDlg::OnNeedTipText(NMTTDISPINFOW& tip) {
-    if (!(tip.uFlags & TTF_IDISHWND)) return;
-    const int control = ::GetDlgCtrlID(reinterpret_cast<HWND>(tip.hdr.idFrom));
-    for (const Tip& known : kTips) {
-        if (known.control != control) continue;
-        const std::wstring text = LoadText(known.text);
-        tip.szText[text.copy(tip.szText, std::size(tip.szText) - 1)] = L'\0';
-        tip.lpszText = tip.szText;
-    }
+    return crackers::kKeyHandled;
 }
 
 void CPluginManagerDlg::OnHelp() const { ShowHelpOn(m_hwnd); }
@@ -375,14 +311,14 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 }
 
 void CPluginManagerDlg::OnEndSession(bool ends) {
-    // Another program kept the session from ending: what was to be thrown away is still there.
+    // Another program kept the session from ending: the discarded layout is still there.
     if (!ends && std::exchange(m_discarded, false)) m_tree.Layout().SetModified(true);
 }
 
 bool CPluginManagerDlg::MayClose() {
     switch (m_files.AskToSave(MB_YESNOCANCEL)) {
         case IDYES:
-            // Still modified: it could not be written, and what the tree holds is all there is.
+            // Still modified: the save failed, and the tree holds the only copy.
             return !m_tree.Layout().IsModified();
         case IDNO:
             m_discarded = m_discarded || m_tree.Layout().IsModified();

@@ -8,7 +8,7 @@
 
 #include "CmdLine.h"
 #include "Dialog.h"
-#include "DialogScale.h"
+#include "DialogSize.h"
 #include "Docking.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
@@ -52,13 +52,8 @@ class CPluginManagerDlg : public CDialog {
     HICON OnQueryDragIcon() { return m_icon.Get(); }
     void OnDestroy();
     int OnVKeyToItem(UINT key, HWND list);
-    void OnSize(Size client);
-    void OnSizing(UINT edge, RECT& proposed);
     bool OnQueryEndSession();
     void OnEndSession(bool ends);
-    void OnDpiChanged(UINT dpi, const RECT& place);
-    void OnScaledSize(UINT dpi, SIZE& window);
-    void OnParentScaled();
     void OnColoursChanged();
     void OnTimer(UINT_PTR timer);
     void OnHelp() const;
@@ -66,29 +61,26 @@ class CPluginManagerDlg : public CDialog {
     void OnImportPresets();
     void OnExportPresets();
     void OnManagePresets();
-    void OnNeedTipText(NMTTDISPINFOW& tip);
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
-    void SetIcons();
-    /// Asks about an unsaved layout; false when the user keeps it, nobody answers, or it could not be saved.
-    /// One that is thrown away counts as unmodified.
+    void LoadImages(UINT dpi);
+    void SetIcons(UINT dpi);
+    /// Asks whether to save a modified layout; false when the dialog has to stay open, because the user
+    /// cancelled, nobody answered or the save failed. A discarded layout counts as unmodified.
     bool MayClose();
     void SetHelpNumbers() const;
-    void ScaleTo(UINT dpi);
     void FirstFill();
 
     const CPluginManagerCmdLine m_cmdLine;
     const CHostWindow m_host;
     CDocking m_docking;
+    CDialogSize m_size;
     const VstKey m_vstKey;
     const ManagerSettings m_settings;
     UniqueIcon m_icon;
     UniqueIcon m_smallIcon;
-    CDialogScale m_scale;
-    Size m_minimum;
-    bool m_discarded = false;  // the layout, by an answer to MayClose
-    CToolTips m_tips;
+    bool m_discarded = false;  // MayClose discarded a modified layout
 
     CPluginDatabase m_database;
     CPluginInventory m_inventory;
@@ -105,7 +97,7 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
-    std::tuple<CDocking&, CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&,
+    std::tuple<CDocking&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&,
                CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
-        m_views{m_docking, m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files, m_toolbar};
+        m_views{m_docking, m_size, m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files, m_toolbar};
 };

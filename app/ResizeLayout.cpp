@@ -1,6 +1,5 @@
 #include "ResizeLayout.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -8,100 +7,73 @@
 
 namespace {
 
+/// What a control does along one axis when the client area changes.
 enum class Side {
-    Keep,        // recorded place and extent
-    After,       // behind the reference with the recorded gap, recorded extent
-    AfterToEnd,  // behind the reference, and up to the client's end with the recorded margin
-    ToEnd,       // recorded start, and up to the client's end
-    End,         // recorded margin to the client's end, recorded extent
+    Keep,   // recorded place and extent
+    ToEnd,  // recorded start, and up to the client's end with the recorded margin
+    AtEnd,  // recorded margin to the client's end, recorded extent
 };
-
-struct AxisRule {
-    Side side;
-    int reference = 0;  // the control that After and AfterToEnd follow
-};
-
-// The words of the table below, for columns and rows alike.
-constexpr AxisRule Keep() { return {Side::Keep}; }
-constexpr AxisRule After(int id) { return {Side::After, id}; }
-constexpr AxisRule FromBehind(int id) { return {Side::AfterToEnd, id}; }
-constexpr AxisRule ToEnd() { return {Side::ToEnd}; }
-constexpr AxisRule AtEnd() { return {Side::End}; }
+using enum Side;
 
 struct Anchor {
     int id;
-    AxisRule horizontal;
-    AxisRule vertical;
+    Side horizontal;
+    Side vertical;
 };
 
-/// A reference stands above the rows that name it. IDC_ADD_SEPARATOR, IDC_SORT_ALL and IDC_LAYOUT_FILE keep
-/// their places in the template.
+/// Only the tree grows in width, so that what stands between the lists and the tree stays in its columns.
+/// IDC_ADD_SEPARATOR, IDC_SORT_ALL and IDC_LAYOUT_FILE keep their places in the template.
 constexpr auto kAnchors = std::to_array<Anchor>({
-    {IDC_CATEGORIES_LABEL, Keep(), Keep()},
-    {IDC_PLUGINS_LABEL, Keep(), Keep()},
-    {IDC_LAYOUT_LABEL, Keep(), Keep()},
-    {IDC_LAYOUT_NEW, Keep(), Keep()},
-    {IDC_LAYOUT_OPEN, Keep(), Keep()},
-    {IDC_LAYOUT_SAVE, Keep(), Keep()},
-    {IDC_LAYOUT_DELETE, Keep(), Keep()},
+    {IDC_CATEGORIES_LABEL, Keep, Keep},
+    {IDC_PLUGINS_LABEL, Keep, Keep},
+    {IDC_LAYOUT_LABEL, Keep, Keep},
+    {IDC_LAYOUT_NEW, Keep, Keep},
+    {IDC_LAYOUT_OPEN, Keep, Keep},
+    {IDC_LAYOUT_SAVE, Keep, Keep},
+    {IDC_LAYOUT_DELETE, Keep, Keep},
 
-    {IDC_CATEGORIES, Keep(), FromBehind(IDC_CATEGORIES_LABEL)},
-    {IDC_PLUGINS, After(IDC_CATEGORIES), ToEnd()},
+    {IDC_CATEGORIES, Keep, ToEnd},
+    {IDC_PLUGINS, Keep, ToEnd},
 
-    {IDC_LAYOUT_FILE_LABEL, After(IDC_PLUGINS), Keep()},
-    {IDC_LAYOUTS, After(IDC_PLUGINS), Keep()},
-    {IDC_ADD_PLUGIN, After(IDC_PLUGINS), Keep()},
-    {IDC_NEW_FOLDER, After(IDC_PLUGINS), Keep()},
-    {IDC_EXPAND_ALL, After(IDC_PLUGINS), Keep()},
-    {IDC_COLLAPSE_ALL, After(IDC_PLUGINS), Keep()},
-    {IDC_REMOVE, After(IDC_PLUGINS), Keep()},
-    {IDC_MOVE_UP, After(IDC_PLUGINS), Keep()},
-    {IDC_MOVE_DOWN, After(IDC_PLUGINS), Keep()},
-    {IDC_PROMOTE, After(IDC_PLUGINS), Keep()},
-    {IDC_LAYOUT_TREE, FromBehind(IDC_ADD_PLUGIN), FromBehind(IDC_LAYOUTS)},
+    {IDC_LAYOUT_FILE_LABEL, Keep, Keep},
+    {IDC_LAYOUTS, Keep, Keep},
+    {IDC_ADD_PLUGIN, Keep, Keep},
+    {IDC_NEW_FOLDER, Keep, Keep},
+    {IDC_EXPAND_ALL, Keep, Keep},
+    {IDC_COLLAPSE_ALL, Keep, Keep},
+    {IDC_REMOVE, Keep, Keep},
+    {IDC_MOVE_UP, Keep, Keep},
+    {IDC_MOVE_DOWN, Keep, Keep},
+    {IDC_PROMOTE, Keep, Keep},
+    {IDC_LAYOUT_TREE, ToEnd, ToEnd},
 
-    {IDC_VST_GROUP, Keep(), AtEnd()},
-    {IDC_ADAPTER_GROUP, Keep(), AtEnd()},
-    {IDC_VST_OPTIONS, Keep(), AtEnd()},
-    {IDC_ADAPTER_WIZARD, Keep(), AtEnd()},
-    {IDC_ADAPTER_PROPERTIES, Keep(), AtEnd()},
-    {IDC_VST_PROPERTIES, Keep(), AtEnd()},
-    {IDC_VST_SCAN, Keep(), AtEnd()},
-    {IDC_EXCLUSION_GROUP, Keep(), AtEnd()},
-    {IDC_EXCLUDE, Keep(), AtEnd()},
-    {IDC_SHOW_ENABLED, Keep(), AtEnd()},
-    {IDC_SHOW_EXCLUDED, Keep(), AtEnd()},
-    {IDC_SHOW_PERMANENT, Keep(), AtEnd()},
-    {IDC_PRESETS_GROUP, Keep(), AtEnd()},
-    {IDC_IMPORT, Keep(), AtEnd()},
-    {IDC_EXPORT, Keep(), AtEnd()},
-    {IDC_MANAGE, Keep(), AtEnd()},
-    {IDC_FILENAME_LABEL, Keep(), AtEnd()},
-    {IDC_FILENAME, Keep(), AtEnd()},
-    {IDC_CLSID_LABEL, Keep(), AtEnd()},
-    {IDC_CLSID, Keep(), AtEnd()},
-    {IDC_VENDOR, Keep(), AtEnd()},
-    {IDC_VST_ID_LABEL, Keep(), AtEnd()},
-    {IDC_VST_ID, Keep(), AtEnd()},
+    {IDC_VST_GROUP, Keep, AtEnd},
+    {IDC_ADAPTER_GROUP, Keep, AtEnd},
+    {IDC_VST_OPTIONS, Keep, AtEnd},
+    {IDC_ADAPTER_WIZARD, Keep, AtEnd},
+    {IDC_ADAPTER_PROPERTIES, Keep, AtEnd},
+    {IDC_VST_PROPERTIES, Keep, AtEnd},
+    {IDC_VST_SCAN, Keep, AtEnd},
+    {IDC_EXCLUSION_GROUP, Keep, AtEnd},
+    {IDC_EXCLUDE, Keep, AtEnd},
+    {IDC_SHOW_ENABLED, Keep, AtEnd},
+    {IDC_SHOW_EXCLUDED, Keep, AtEnd},
+    {IDC_SHOW_PERMANENT, Keep, AtEnd},
+    {IDC_PRESETS_GROUP, Keep, AtEnd},
+    {IDC_IMPORT, Keep, AtEnd},
+    {IDC_EXPORT, Keep, AtEnd},
+    {IDC_MANAGE, Keep, AtEnd},
+    {IDC_FILENAME_LABEL, Keep, AtEnd},
+    {IDC_FILENAME, Keep, AtEnd},
+    {IDC_CLSID_LABEL, Keep, AtEnd},
+    {IDC_CLSID, Keep, AtEnd},
+    {IDC_VENDOR, Keep, AtEnd},
+    {IDC_VST_ID_LABEL, Keep, AtEnd},
+    {IDC_VST_ID, Keep, AtEnd},
 
-    {IDC_HELP_BUTTON, AtEnd(), AtEnd()},
-    {IDC_CLOSE, AtEnd(), AtEnd()},
+    {IDC_HELP_BUTTON, AtEnd, AtEnd},
+    {IDC_CLOSE, AtEnd, AtEnd},
 });
-
-constexpr std::size_t IndexOf(int id) {
-    return static_cast<std::size_t>(
-        std::ranges::find(kAnchors, id, [](const Anchor& anchor) { return anchor.id; }) - kAnchors.begin());
-}
-
-constexpr bool ReferencesComeFirst() {
-    for (std::size_t i = 0; i < kAnchors.size(); ++i) {
-        for (const AxisRule& rule : {kAnchors[i].horizontal, kAnchors[i].vertical}) {
-            if (rule.reference != 0 && IndexOf(rule.reference) >= i) return false;
-        }
-    }
-    return true;
-}
-static_assert(ReferencesComeFirst());
 
 constexpr auto kPlacedControls = [] {
     std::array<int, kAnchors.size()> ids{};
@@ -114,18 +86,14 @@ struct Extent {
     int end;
 };
 
-/// `referenceShift` is how far the reference's end has moved, `growth` how much longer the client has become.
-Extent PlaceOnAxis(Side side, Extent was, int referenceShift, int growth) {
+/// `growth` is how much longer the client has become.
+Extent PlaceOnAxis(Side side, Extent was, int growth) {
     switch (side) {
-        case Side::Keep:
+        case Keep:
             break;
-        case Side::After:
-            return {was.start + referenceShift, was.end + referenceShift};
-        case Side::AfterToEnd:
-            return {was.start + referenceShift, was.end + growth};
-        case Side::ToEnd:
+        case ToEnd:
             return {was.start, was.end + growth};
-        case Side::End:
+        case AtEnd:
             return {was.start + growth, was.end + growth};
     }
     return was;
@@ -151,22 +119,13 @@ RecordedGeometry InUnits(RecordedGeometry recorded, Size units) {
 }
 
 std::vector<Rect> PlaceControls(const RecordedGeometry& recorded, Size client) {
-    std::vector<Rect> placed = recorded.places;
-    const auto shiftOf = [&](const AxisRule& rule, int Rect::*end) {
-        if (rule.reference == 0) return 0;
-        const std::size_t reference = IndexOf(rule.reference);
-        return placed[reference].*end - recorded.places[reference].*end;
-    };
+    const Size growth{client.width - recorded.client.width, client.height - recorded.client.height};
+    std::vector<Rect> placed;
     for (std::size_t i = 0; i < kAnchors.size(); ++i) {
-        const Anchor& anchor = kAnchors[i];
         const Rect& was = recorded.places[i];
-        const Extent columns =
-            PlaceOnAxis(anchor.horizontal.side, {was.left, was.right},
-                        shiftOf(anchor.horizontal, &Rect::right), client.width - recorded.client.width);
-        const Extent rows =
-            PlaceOnAxis(anchor.vertical.side, {was.top, was.bottom}, shiftOf(anchor.vertical, &Rect::bottom),
-                        client.height - recorded.client.height);
-        placed[i] = {columns.start, rows.start, columns.end, rows.end};
+        const Extent columns = PlaceOnAxis(kAnchors[i].horizontal, {was.left, was.right}, growth.width);
+        const Extent rows = PlaceOnAxis(kAnchors[i].vertical, {was.top, was.bottom}, growth.height);
+        placed.push_back({columns.start, rows.start, columns.end, rows.end});
     }
     return placed;
 }

@@ -6,7 +6,7 @@
 
 #include "Geometry.h"
 
-/// The controls that are placed, in the order of all rectangles below.
+/// The controls that are placed, in the order of the rectangles below.
 std::span<const int> PlacedControls();
 
 /// Places of the controls in client coordinates, the size of the client area in which they stood there, and

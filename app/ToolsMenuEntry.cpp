@@ -4,7 +4,8 @@
 
 #include <string>
 
-#include "CmdLine.h"
+#include "CorvaneKeys.h"
+#include "NameOrder.h"
 #include "ProgramPath.h"
 #include "RegKey.h"
 #include "Resources.h"
@@ -12,17 +13,12 @@
 
 namespace {
 
-constexpr wchar_t kToolsMenuKey[] = L"SOFTWARE\\Corvane Music Software\\Tools Menu";
 constexpr wchar_t kEntryName[] = L"Plugin Manager";
 constexpr wchar_t kOldEntryName[] = L"Ostrel Plugin Manager";
 
 // The host replaces each "$" by the value.
 constexpr wchar_t kArguments[] = L"/ParentWnd$ /VSTInventoryRegKey$";
 constexpr DWORD kNotModal = 0;
-
-bool SamePath(const std::wstring& a, const std::wstring& b) {
-    return ::CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
-}
 
 }  // namespace
 

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Enters this program into the host's Tools menu. An entry of this very program file only gets its arguments
-/// and its mode anew. True when the full entry was written.
+/// Enters this program into the host's Tools menu. Of an entry that names this program file, only the
+/// arguments and the mode are written. True when the full entry was written.
 bool RegisterInToolsMenu();

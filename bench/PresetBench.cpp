@@ -12,7 +12,8 @@
 #include "ClsidText.h"
 #include "FileStream.h"
 #include "Measure.h"
-#include "PresetListMgr.h"
+#include "PresetTransfer.h"
+#include "PresetWriter.h"
 
 namespace {
 
@@ -46,9 +47,10 @@ std::wstring KeyOf(int plugin) { return kRoot + ClsidText(PluginNumber(plugin));
 void AddPresets(int plugin, int presets, std::size_t size) {
     const std::vector<std::byte> data(size, std::byte{'p'});
     const CPresetListMgr store = Plugin(plugin);
+    CPresetWriter writer(store);
     for (int i = 0; i < presets; ++i) {
         const std::wstring name = PresetName(i);
-        store.StoreImportedPreset({.type = kPresetInRegistry, .name = name, .data = data});
+        writer.StoreImportedPreset({.type = kPresetInRegistry, .name = name, .data = data});
     }
 }
 
@@ -190,7 +192,7 @@ void BenchTransfer(int plugin, const Collection& collection, const fs::path& fol
         kRuns,
         [&] {
             auto file = CFileSink::Create(path);
-            moved = Plugin(plugin).ExportPresets(*file, nullptr, true);
+            moved = ExportPresets(*file, Plugin(plugin), nullptr);
         },
         [&] { BareExport(plugin, bare, collection.size); });
     PrintRow(std::string("export ") + collection.name, moved, exported);
@@ -198,7 +200,7 @@ void BenchTransfer(int plugin, const Collection& collection, const fs::path& fol
         kRuns,
         [&] {
             auto file = CFileSource::Open(path);
-            moved = Plugin(plugin).ImportPresets(*file, nullptr);
+            moved = ImportPresets(*file, Plugin(plugin), nullptr);
         },
         [&] { BareImport(plugin, bare, presets, collection); });
     PrintRow(std::string("import ") + collection.name, moved, imported);

@@ -7,13 +7,23 @@ namespace {
 
 constexpr int kMaxItemText = 1024;
 
+/// Searches begin behind the row that they name.
+constexpr auto kFromTheTop = static_cast<WPARAM>(-1);
+
 /// Reads a row's text with the control's own pair of length and text messages.
 std::wstring TextByMessages(const CWindow& control, UINT lengthMessage, UINT textMessage, int row) {
-    const int length = control.SendInt(lengthMessage, static_cast<WPARAM>(row));
+    const int length = control.SendInt(lengthMessage, row);
     if (length < 0) return {};
     std::wstring text(static_cast<std::size_t>(length), L'\0');
-    control.Send(textMessage, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
+    control.Send(textMessage, row, text.data());
     return text;
+}
+
+TVITEMW ItemWith(UINT mask, HTREEITEM item) {
+    TVITEMW record{};
+    record.mask = mask;
+    record.hItem = item;
+    return record;
 }
 
 std::optional<int> RowOrNothing(int row) { return row < 0 ? std::nullopt : std::optional(row); }
@@ -21,21 +31,17 @@ std::optional<int> RowOrNothing(int row) { return row < 0 ? std::nullopt : std::
 }  // namespace
 
 void CListBox::Reserve(int rows, int charactersPerRow) const {
-    Send(LB_INITSTORAGE, static_cast<WPARAM>(rows),
-         static_cast<LPARAM>(rows) * charactersPerRow * static_cast<LPARAM>(sizeof(wchar_t)));
+    Send(LB_INITSTORAGE, rows, LPARAM{rows} * charactersPerRow * LPARAM{sizeof(wchar_t)});
 }
 
 std::wstring CListBox::RowText(int row) const {
     return TextByMessages(*this, LB_GETTEXTLEN, LB_GETTEXT, row);
 }
 
-bool CListBox::TakesSeveral() const {
-    return (::GetWindowLongPtrW(m_hwnd, GWL_STYLE) & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
-}
-
 std::optional<int> CListBox::CurrentRow() const {
     // Where several can be selected, not every system says by LB_GETCURSEL what a click has done.
-    if (!TakesSeveral()) return RowOrNothing(SendInt(LB_GETCURSEL));
+    const bool takesSeveral = (Style() & (LBS_EXTENDEDSEL | LBS_MULTIPLESEL)) != 0;
+    if (!takesSeveral) return RowOrNothing(SendInt(LB_GETCURSEL));
     const auto selected = SelectedRows();
     return selected.size() == 1 ? std::optional(selected.front()) : CaretRow();
 }
@@ -46,15 +52,15 @@ std::optional<int> CListBox::CaretRow() const {
 }
 
 void CListBox::SetCaretRow(int row) const {
-    Send(LB_SETANCHORINDEX, static_cast<WPARAM>(row));
-    Send(LB_SETCARETINDEX, static_cast<WPARAM>(row), FALSE);
+    Send(LB_SETANCHORINDEX, row);
+    Send(LB_SETCARETINDEX, row, FALSE);
 }
 
 std::vector<int> CListBox::SelectedRows() const {
     const int count = SelectedCount();
     if (count <= 0) return {};
     std::vector<int> rows(static_cast<std::size_t>(count));
-    const int got = SendInt(LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
+    const int got = SendInt(LB_GETSELITEMS, rows.size(), rows.data());
     rows.resize(got < 0 ? 0U : static_cast<std::size_t>(got));
     return rows;
 }
@@ -63,17 +69,16 @@ void CListBox::FitScrollWidth() const {
     int widest = 0;
     {
         const CClientDC dc(*this);
-        const CSelectedFont font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
-        for (int row = 0; row < Count(); ++row) {
-            const std::wstring text = RowText(row);
-            SIZE extent{};
-            ::GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &extent);
-            widest = std::max(widest, static_cast<int>(extent.cx));
-        }
+        const CSelectedObject font(dc.Get(), Font());
+        for (int row = 0; row < Count(); ++row)
+            widest = std::max(widest, TextExtent(dc.Get(), RowText(row)).width);
     }
     constexpr int kMargins = 4;
-    widest += kMargins;
-    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest));
+    Send(LB_SETHORIZONTALEXTENT, widest + kMargins);
+}
+
+std::optional<int> CListBox::FindExact(const std::wstring& text) const {
+    return RowOrNothing(SendText(LB_FINDSTRINGEXACT, kFromTheTop, text));
 }
 
 std::wstring CComboBox::RowText(int row) const {
@@ -81,6 +86,10 @@ std::wstring CComboBox::RowText(int row) const {
 }
 
 std::optional<int> CComboBox::CurrentRow() const { return RowOrNothing(SendInt(CB_GETCURSEL)); }
+
+std::optional<int> CComboBox::FindExact(const std::wstring& text) const {
+    return RowOrNothing(SendText(CB_FINDSTRINGEXACT, kFromTheTop, text));
+}
 
 HTREEITEM CTreeView::Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,
                             int selectedImage, LPARAM data) const {
@@ -92,48 +101,38 @@ HTREEITEM CTreeView::Insert(HTREEITEM parent, HTREEITEM after, const std::wstrin
     insert.item.iImage = image;
     insert.item.iSelectedImage = selectedImage;
     insert.item.lParam = data;
-    return reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    return reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
 }
 
 std::wstring CTreeView::ItemText(HTREEITEM item) const {
     std::array<wchar_t, kMaxItemText> buffer{};
-    TVITEMW query{};
-    query.mask = TVIF_TEXT;
-    query.hItem = item;
+    TVITEMW query = ItemWith(TVIF_TEXT, item);
     query.pszText = buffer.data();
     query.cchTextMax = kMaxItemText;
-    if (!Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query))) return {};
+    if (!Send(TVM_GETITEMW, 0, &query)) return {};
     return query.pszText;
 }
 
 void CTreeView::SetItemText(HTREEITEM item, const std::wstring& text) const {
-    TVITEMW change{};
-    change.mask = TVIF_TEXT;
-    change.hItem = item;
+    TVITEMW change = ItemWith(TVIF_TEXT, item);
     change.pszText = const_cast<wchar_t*>(text.c_str());  // the control only reads it
-    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+    Send(TVM_SETITEMW, 0, &change);
 }
 
 LPARAM CTreeView::Data(HTREEITEM item) const {
-    TVITEMW query{};
-    query.mask = TVIF_PARAM;
-    query.hItem = item;
-    return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query)) ? query.lParam : 0;
+    TVITEMW query = ItemWith(TVIF_PARAM, item);
+    return Send(TVM_GETITEMW, 0, &query) ? query.lParam : 0;
 }
 
 void CTreeView::SetItemImages(HTREEITEM item, int image, int selectedImage) const {
-    TVITEMW change{};
-    change.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-    change.hItem = item;
+    TVITEMW change = ItemWith(TVIF_IMAGE | TVIF_SELECTEDIMAGE, item);
     change.iImage = image;
     change.iSelectedImage = selectedImage;
-    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+    Send(TVM_SETITEMW, 0, &change);
 }
 
 void CTreeView::ScrollToTop(HTREEITEM item) const {
-    const auto scroll = [this](HTREEITEM top) {
-        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(top));
-    };
+    const auto scroll = [this](HTREEITEM top) { Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, top); };
     scroll(item);
     if (FirstVisible() == item) return;
     // Not every system does that for the caret item.
@@ -143,14 +142,19 @@ void CTreeView::ScrollToTop(HTREEITEM item) const {
 
 void CTreeView::SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const {
     TVSORTCB sort{parent ? parent : TVI_ROOT, compare, context};
-    Send(TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
+    Send(TVM_SORTCHILDRENCB, 0, &sort);
+}
+
+HWND CreateToolTip(HWND dialog, DWORD extendedStyle) {
+    return ::CreateWindowExW(WS_EX_TOPMOST | extendedStyle, TOOLTIPS_CLASSW, nullptr,
+                             WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                             CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, ::GetModuleHandleW(nullptr),
+                             nullptr);
 }
 
 void CToolTips::Create(HWND dialog) {
     m_dialog = dialog;
-    m_hwnd = ::CreateWindowExW(
-        WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, ::GetModuleHandleW(nullptr), nullptr);
+    m_tip = CWindow(CreateToolTip(dialog));
 }
 
 void CToolTips::Add(HWND control) const {
@@ -160,5 +164,5 @@ void CToolTips::Add(HWND control) const {
     tool.hwnd = m_dialog;
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = LPSTR_TEXTCALLBACKW;
-    ::SendMessageW(m_hwnd, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    m_tip.Send(TTM_ADDTOOLW, 0, &tool);
 }

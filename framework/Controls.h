@@ -21,7 +21,7 @@ class CButton : public CWindow {
 class CStatic : public CWindow {
   public:
     using CWindow::CWindow;
-    void SetIcon(HICON icon) const { Send(STM_SETICON, reinterpret_cast<WPARAM>(icon)); }
+    void SetIcon(HICON icon) const { Send(STM_SETICON, icon); }
 };
 
 /// Rows are counted from 0. An item's data is a number or a pointer that somebody else owns.
@@ -37,9 +37,11 @@ class CListBox : public CWindow {
     /// failure.
     int Add(const std::wstring& text) const { return SendText(LB_ADDSTRING, 0, text); }
     std::wstring RowText(int row) const;
+    /// The row with this whole text, case ignored; nothing when there is none.
+    std::optional<int> FindExact(const std::wstring& text) const;
 
-    LPARAM Data(int row) const { return Send(LB_GETITEMDATA, static_cast<WPARAM>(row)); }
-    void SetData(int row, LPARAM data) const { Send(LB_SETITEMDATA, static_cast<WPARAM>(row), data); }
+    LPARAM Data(int row) const { return Send(LB_GETITEMDATA, row); }
+    void SetData(int row, LPARAM data) const { Send(LB_SETITEMDATA, row, data); }
     /// The pointer that was set for the row; null for none, or for a row that is not there.
     template <typename T>
     const T* ItemOf(int row) const {
@@ -51,9 +53,9 @@ class CListBox : public CWindow {
     /// when there is none.
     std::optional<int> CurrentRow() const;
     /// No notification is sent. False when there is no such row; then nothing is selected.
-    bool SetCurrentRow(int row) const { return SendInt(LB_SETCURSEL, static_cast<WPARAM>(row)) >= 0; }
+    bool SetCurrentRow(int row) const { return SendInt(LB_SETCURSEL, row) >= 0; }
 
-    bool IsSelected(int row) const { return SendInt(LB_GETSEL, static_cast<WPARAM>(row)) > 0; }
+    bool IsSelected(int row) const { return SendInt(LB_GETSEL, row) > 0; }
     void Select(int row, bool selected = true) const { Send(LB_SETSEL, selected, row); }
     int SelectedCount() const { return SendInt(LB_GETSELCOUNT); }
     std::vector<int> SelectedRows() const;
@@ -64,13 +66,10 @@ class CListBox : public CWindow {
     void SetCaretRow(int row) const;
 
     int TopRow() const { return SendInt(LB_GETTOPINDEX); }
-    void SetTopRow(int row) const { Send(LB_SETTOPINDEX, static_cast<WPARAM>(row)); }
+    void SetTopRow(int row) const { Send(LB_SETTOPINDEX, row); }
 
     /// Lets a box with a scroll bar for it move sideways as far as its longest row.
     void FitScrollWidth() const;
-
-  private:
-    bool TakesSeveral() const;
 };
 
 class CComboBox : public CWindow {
@@ -80,15 +79,14 @@ class CComboBox : public CWindow {
     int Count() const { return SendInt(CB_GETCOUNT); }
     void Clear() const { Send(CB_RESETCONTENT); }
     int Add(const std::wstring& text) const { return SendText(CB_ADDSTRING, 0, text); }
-    void Remove(int row) const { Send(CB_DELETESTRING, static_cast<WPARAM>(row)); }
+    void Remove(int row) const { Send(CB_DELETESTRING, row); }
     std::wstring RowText(int row) const;
-    LPARAM Data(int row) const { return Send(CB_GETITEMDATA, static_cast<WPARAM>(row)); }
-    void SetData(int row, LPARAM data) const { Send(CB_SETITEMDATA, static_cast<WPARAM>(row), data); }
+    std::optional<int> FindExact(const std::wstring& text) const;
+    LPARAM Data(int row) const { return Send(CB_GETITEMDATA, row); }
+    void SetData(int row, LPARAM data) const { Send(CB_SETITEMDATA, row, data); }
     std::optional<int> CurrentRow() const;
     bool IsDropped() const { return Send(CB_GETDROPPEDSTATE) != FALSE; }
-    void SetCurrentRow(std::optional<int> row) const {
-        Send(CB_SETCURSEL, static_cast<WPARAM>(row.value_or(-1)));
-    }
+    void SetCurrentRow(std::optional<int> row) const { Send(CB_SETCURSEL, row.value_or(-1)); }
     /// As Escape does: what was selected before the list was dropped down stays.
     void CloseList() const { Send(CB_SHOWDROPDOWN, FALSE); }
 };
@@ -107,18 +105,16 @@ class CTreeView : public CWindow {
     /// Null parent means the top level; `after` is a sibling, TVI_FIRST or TVI_LAST. Null when it fails.
     HTREEITEM Insert(HTREEITEM parent, HTREEITEM after, const std::wstring& text, int image,
                      int selectedImage, LPARAM data) const;
-    void Delete(HTREEITEM item) const { Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item)); }
-    void Select(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item)); }
+    void Delete(HTREEITEM item) const { Send(TVM_DELETEITEM, 0, item); }
+    void Select(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_CARET, item); }
     std::wstring ItemText(HTREEITEM item) const;
     void SetItemText(HTREEITEM item, const std::wstring& text) const;
     void SetItemImages(HTREEITEM item, int image, int selectedImage) const;
     LPARAM Data(HTREEITEM item) const;
     /// The list stays the caller's.
-    void SetImages(HIMAGELIST images) const {
-        Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images));
-    }
+    void SetImages(HIMAGELIST images) const { Send(TVM_SETIMAGELIST, TVSIL_NORMAL, images); }
     void Expand(HTREEITEM item, bool expand) const {
-        Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(item));
+        Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, item);
     }
     HTREEITEM FirstVisible() const { return Next(TVGN_FIRSTVISIBLE, nullptr); }
     /// Of the items that closed ones don't hide, whether they are in view or not.
@@ -128,24 +124,23 @@ class CTreeView : public CWindow {
     void ScrollToTop(HTREEITEM item) const;
     /// The item that is drawn as the one to drop on.
     HTREEITEM DropTarget() const { return Next(TVGN_DROPHILITE, nullptr); }
-    void SetDropTarget(HTREEITEM item) const {
-        Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(item));
-    }
-    void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item)); }
+    void SetDropTarget(HTREEITEM item) const { Send(TVM_SELECTITEM, TVGN_DROPHILITE, item); }
+    void EnsureVisible(HTREEITEM item) const { Send(TVM_ENSUREVISIBLE, 0, item); }
     /// `compare` gets the data of two items and `context`. Null parent sorts the top level.
     void SortChildren(HTREEITEM parent, PFNTVCOMPARE compare, LPARAM context) const;
-    HWND EditLabel(HTREEITEM item) const {
-        return reinterpret_cast<HWND>(Send(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item)));
-    }
+    HWND EditLabel(HTREEITEM item) const { return reinterpret_cast<HWND>(Send(TVM_EDITLABELW, 0, item)); }
     /// The edit field of a label that is being edited, else a null window.
     CWindow LabelEdit() const { return CWindow(reinterpret_cast<HWND>(Send(TVM_GETEDITCONTROL))); }
     void EndLabelEdit(bool cancel) const { Send(TVM_ENDEDITLABELNOW, cancel); }
 
   private:
     HTREEITEM Next(UINT which, HTREEITEM item) const {
-        return reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(item)));
+        return reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, which, item));
     }
 };
+
+/// A tooltip window, which ends with the dialog that owns it.
+HWND CreateToolTip(HWND dialog, DWORD extendedStyle = 0);
 
 /// Tooltips for the controls of one dialog, whose texts are asked for with TTN_NEEDTEXT when they are shown.
 class CToolTips {
@@ -154,6 +149,6 @@ class CToolTips {
     void Add(HWND control) const;
 
   private:
-    HWND m_hwnd = nullptr;  // ends with the dialog that owns it
     HWND m_dialog = nullptr;
+    CWindow m_tip;
 };

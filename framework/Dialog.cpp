@@ -2,6 +2,7 @@
 
 #include "DialogHelp.h"
 #include "Resources.h"
+#include "Scope.h"
 
 namespace {
 
@@ -13,31 +14,13 @@ constexpr bool AnswersDirectly(UINT message) {
            (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC);
 }
 
-/// To these 0 would mean that the list is to act on its first row.
-constexpr INT_PTR AnswerOfNobody(UINT message) {
-    constexpr INT_PTR kAsTheListDoes = -1;
-    return message == WM_VKEYTOITEM || message == WM_CHARTOITEM ? kAsTheListDoes : FALSE;
+/// To a key in a list box 0 would mean that the list is to act on its first row.
+constexpr INT_PTR AnswerWhenUnhandled(UINT message) {
+    return message == WM_VKEYTOITEM || message == WM_CHARTOITEM ? crackers::kKeyDefault : FALSE;
 }
 
-/// The loop waits for a message, and the end of its dialog may have come inside one that was sent.
+/// The loop waits for a posted message, and its dialog may have ended while a sent one was handled.
 void WakeLoop() { ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0); }
-
-/// Disables the top-level window that a modal dialog belongs to, and enables it again on every way out.
-class COwnerLock {
-  public:
-    explicit COwnerLock(HWND owner) : m_owner(::GetAncestor(owner, GA_ROOT)) {
-        if (!::IsWindowEnabled(m_owner)) m_owner = nullptr;
-        if (m_owner) ::EnableWindow(m_owner, FALSE);
-    }
-    ~COwnerLock() {
-        if (m_owner) ::EnableWindow(m_owner, TRUE);
-    }
-    COwnerLock(const COwnerLock&) = delete;
-    COwnerLock& operator=(const COwnerLock&) = delete;
-
-  private:
-    HWND m_owner;
-};
 
 }  // namespace
 
@@ -58,7 +41,12 @@ INT_PTR CDialog::RunModal(HWND owner) {
     m_ended = false;
     m_result = -1;
     {
-        const COwnerLock ownerLock(owner);
+        const CWindow outermost(::GetAncestor(owner, GA_ROOT));
+        const bool disables = outermost.IsEnabled();
+        const CScopeExit enableAgain([&] {
+            if (disables) outermost.Enable();
+        });
+        if (disables) outermost.Enable(false);
         if (!CreateModeless(owner)) return m_result;
         if (!m_ended) {
             ::ShowWindow(m_hwnd, SW_SHOW);
@@ -94,7 +82,7 @@ bool CDialog::Translate(MSG& message) {
 
 void CDialog::EnableItem(int id, bool enabled, int focusTaker) const {
     if (!enabled && Item(id).HasFocus()) {
-        Send(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(focusTaker).Handle()), TRUE);
+        Send(WM_NEXTDLGCTL, Item(focusTaker).Handle(), TRUE);
     }
     Item(id).Enable(enabled);
 }
@@ -124,7 +112,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
         dialog->m_ended = true;
         WakeLoop();
     }
-    if (!answer) return AnswerOfNobody(message);
+    if (!answer) return AnswerWhenUnhandled(message);
     if (AnswersDirectly(message)) return static_cast<INT_PTR>(*answer);
     ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, static_cast<LONG_PTR>(*answer));
     return TRUE;
@@ -138,8 +126,7 @@ Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (message == WM_HELP) {
         // Served here, because a docked dialog's owner belongs to another program.
-        const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
-        ShowHelpOn(help.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(help.hItemHandle) : m_hwnd);
+        AnswerHelpKey(*reinterpret_cast<const HELPINFO*>(lParam), m_hwnd);
         return TRUE;
     }
     if (message != WM_COMMAND) return DispatchRoutes(message, 0, kAnyControl, wParam, lParam);

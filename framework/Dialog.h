@@ -24,17 +24,11 @@ class CDialog : public CWindow {
     INT_PTR RunModal(HWND owner);
     /// Creates the window hidden, for a loop that passes its messages through Translate.
     bool CreateModeless(HWND owner);
-    /// The dialog's share of a message loop: PreTranslate, then the system's own keys. True when that was
-    /// all.
+    /// The dialog's share of a message loop: PreTranslate, then the system's own keys. True when the message
+    /// is handled.
     bool Translate(MSG& message);
     /// Ends RunModal, or destroys a modeless dialog.
     void End(INT_PTR result);
-
-    CWindow Item(int id) const { return Control<CWindow>(id); }
-    template <typename TControl>
-    TControl Control(int id) const {
-        return TControl(::GetDlgItem(m_hwnd, id));
-    }
 
     /// Enables or disables a control. One that has the focus first gives it to `focusTaker`: a disabled
     /// control with the focus would leave the keyboard without effect.

@@ -19,4 +19,8 @@ void ShowHelpOn(HWND window) {
     if (g_help) g_help->ShowHelp(HelpContextOf(window));
 }
 
+void AnswerHelpKey(const HELPINFO& asked, HWND dialog) {
+    ShowHelpOn(asked.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(asked.hItemHandle) : dialog);
+}
+
 bool HelpTakesMessage(MSG& message) { return g_help && g_help->TakesMessage(message); }

@@ -54,7 +54,7 @@ std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPEN
     dialog.lpfnHook = &CFileDialog::Hook;
     BOOL confirmed = show(&dialog);
     if (!confirmed && ::CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
-        // The system does not open the dialog with a name that it takes for none.
+        // The system does not open the dialog with a proposed name that is no valid file name.
         path.front() = L'\0';
         confirmed = show(&dialog);
     }
@@ -67,7 +67,7 @@ std::wstring CFileDialog::Query(UINT message) const {
     const int needed = dialog.SendInt(message);
     if (needed <= 0) return {};
     std::wstring text(static_cast<std::size_t>(needed), L'\0');
-    dialog.Send(message, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    dialog.Send(message, text.size(), text.data());
     return text.c_str();
 }
 
@@ -78,9 +78,9 @@ std::wstring CFileDialog::CurrentPath() const {
     // A server whose name is half typed would be searched for in the network.
     const bool noFileYet = name.starts_with(L"\\\\") && std::ranges::count(name, L'\\') < 4;
     if (name.empty() || noFileYet) return {};
-    // Some systems put the folder before a path that was typed whole.
-    const bool whole = name.starts_with(L"\\\\") || (name.size() > 2 && name[1] == L':');
-    const std::wstring path = whole ? name : Query(CDM_GETFILEPATH);
+    // Some systems put the folder before a path even when a full one was typed.
+    const bool isFull = name.starts_with(L"\\\\") || (name.size() > 2 && name[1] == L':');
+    const std::wstring path = isFull ? name : Query(CDM_GETFILEPATH);
     std::vector<wchar_t> full(kMaxPathCharacters);
     return ::GetFullPathNameW(path.c_str(), kMaxPathCharacters, full.data(), nullptr) ? full.data()
                                                                                       : std::wstring();
@@ -92,7 +92,7 @@ UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LP
         ::SetWindowLongPtrW(window, DWLP_USER, settings.lCustData);
         auto& dialog = *reinterpret_cast<CFileDialog*>(settings.lCustData);
         dialog.m_window = CWindow(window);
-        // Its number stands on the whole dialog, so that the system's own controls lead to the same page.
+        // The number is set on the system's dialog, so that its own controls lead to the same page.
         if (dialog.m_settings.templateId != 0)
             ::SetWindowContextHelpId(::GetParent(window), HelpOfDialog(dialog.m_settings.templateId));
         return FALSE;  // the focus stays in the file name
@@ -115,9 +115,7 @@ std::optional<LRESULT> CFileDialog::Handle(UINT message, WPARAM wParam, LPARAM l
         return TRUE;
     }
     if (message == WM_HELP) {
-        const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
-        ShowHelpOn(help.iContextType == HELPINFO_WINDOW ? static_cast<HWND>(help.hItemHandle)
-                                                        : m_window.Handle());
+        AnswerHelpKey(*reinterpret_cast<const HELPINFO*>(lParam), m_window.Handle());
         return TRUE;
     }
     if (message != WM_NOTIFY) return std::nullopt;
@@ -148,7 +146,7 @@ bool CFileDialog::OnConfirmed(const wchar_t* path) {
 }
 
 void CFileDialog::CNameWatch::Watch(HWND window) {
-    m_told = window;
+    m_hookWindow = window;
     Attach(::GetParent(window));
 }
 
@@ -157,7 +155,7 @@ Answer CFileDialog::CNameWatch::OnMessage(UINT message, WPARAM wParam, LPARAM /*
     const UINT code = HIWORD(wParam);
     const bool typed = message == WM_COMMAND &&
                        ((id == cmb13 && code == CBN_EDITCHANGE) || (id == edt1 && code == EN_CHANGE));
-    // Once for a few letters, since each may mean a file to be looked at.
-    if (typed) ::SetTimer(m_told, kNameTimer, kTypingPause, nullptr);
+    // After a pause, not for each letter: the handler may open the file.
+    if (typed) ::SetTimer(m_hookWindow, kNameTimer, kTypingPause, nullptr);
     return std::nullopt;
 }

@@ -26,8 +26,6 @@ class CFileDialog {
   public:
     explicit CFileDialog(FileDialogSettings settings) : m_settings(std::move(settings)) {}
     virtual ~CFileDialog() = default;
-    CFileDialog(const CFileDialog&) = delete;
-    CFileDialog& operator=(const CFileDialog&) = delete;
 
     /// Each gives the full path that the user confirmed.
     std::optional<std::wstring> RunOpen(HWND owner) { return Run(owner, &::GetOpenFileNameW); }
@@ -45,10 +43,6 @@ class CFileDialog {
     virtual void OnCommand(UINT /*id*/, UINT /*code*/) {}
 
     CWindow Window() const { return m_window; }
-    template <typename TControl>
-    TControl Control(int id) const {
-        return TControl(::GetDlgItem(m_window.Handle(), id));
-    }
     /// Full path of the file chosen at the moment, and of the folder shown; empty when there is none.
     std::wstring CurrentPath() const;
     std::wstring CurrentFolder() const { return Query(CDM_GETFOLDERPATH); }
@@ -63,7 +57,7 @@ class CFileDialog {
 
       private:
         Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-        HWND m_told = nullptr;
+        HWND m_hookWindow = nullptr;
     };
 
     std::optional<std::wstring> Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*));

@@ -19,25 +19,21 @@ bool HasClass(HWND window, const wchar_t* name) {
     return ::lstrcmpiW(own.data(), name) == 0;
 }
 
-LONG_PTR StyleOf(HWND window) { return ::GetWindowLongPtrW(window, GWL_STYLE); }
-
 bool MayCutOff(HWND control) {
-    if (HasClass(control, WC_EDITW)) return (StyleOf(control) & ES_READONLY) != 0;
-    return HasClass(control, WC_STATICW) && (StyleOf(control) & SS_ELLIPSISMASK) != 0;
+    if (HasClass(control, WC_EDITW)) return (CWindow(control).Style() & ES_READONLY) != 0;
+    return HasClass(control, WC_STATICW) && (CWindow(control).Style() & SS_ELLIPSISMASK) != 0;
 }
 
-/// What the user does that makes a tip stale.
+/// What the user does next; the tip goes then.
 bool IsAction(UINT message) {
     return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
            (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) || message == WM_MOUSELEAVE;
 }
 
-SIZE ExtentOf(HWND control, const std::wstring& text) {
-    const CClientDC dc{CWindow(control)};
-    const CSelectedFont font(dc.Get(), reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE extent{};
-    ::GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &extent);
-    return extent;
+Size ExtentOf(const CWindow& control, const std::wstring& text) {
+    const CClientDC dc(control);
+    const CSelectedObject font(dc.Get(), control.Font());
+    return TextExtent(dc.Get(), text);
 }
 
 RECT ScreenAround(HWND control) {
@@ -47,28 +43,20 @@ RECT ScreenAround(HWND control) {
     return monitor.rcWork;
 }
 
-TTTOOLINFOW ToolOf(HWND dialog) {
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    // The mouse stays with the control below.
-    tool.uFlags = TTF_TRACK | TTF_ABSOLUTE | TTF_TRANSPARENT;
-    tool.hwnd = dialog;
-    return tool;
-}
-
 }  // namespace
 
 void CFullTextTip::Relay(HWND dialog, const MSG& message) {
+    m_dialog = dialog;
     if (message.message == WM_MOUSEMOVE) {
-        OnMove(dialog, message);
+        OnMove(message);
     } else if (message.message == WM_MOUSEHOVER) {
-        Show(dialog);
+        Show();
     } else if (IsAction(message.message)) {
         Hide();
     }
 }
 
-CFullTextTip::Place CFullTextTip::PlaceAt(HWND dialog, const MSG& move) {
+CFullTextTip::Place CFullTextTip::PlaceAt(const MSG& move) const {
     const POINT client{GET_X_LPARAM(move.lParam), GET_Y_LPARAM(move.lParam)};
     if (HasClass(move.hwnd, WC_LISTBOXW)) {
         const LRESULT row = ::SendMessageW(move.hwnd, LB_ITEMFROMPOINT, 0, move.lParam);
@@ -76,7 +64,7 @@ CFullTextTip::Place CFullTextTip::PlaceAt(HWND dialog, const MSG& move) {
     }
     // Labels, and what is disabled, leave the mouse to the dialog.
     const HWND control =
-        move.hwnd == dialog ? ::ChildWindowFromPointEx(dialog, client, CWP_SKIPINVISIBLE) : move.hwnd;
+        move.hwnd == m_dialog ? ::ChildWindowFromPointEx(m_dialog, client, CWP_SKIPINVISIBLE) : move.hwnd;
     return MayCutOff(control) ? Place{control, 0} : Place{};
 }
 
@@ -84,17 +72,17 @@ CFullTextTip::Place CFullTextTip::PlaceAt(HWND dialog, const MSG& move) {
 std::wstring CFullTextTip::TextAt(const Place& place, RECT& shown) {
     const CListBox control(place.control);
     if (HasClass(place.control, WC_LISTBOXW)) {
-        control.Send(LB_GETITEMRECT, static_cast<WPARAM>(place.row), reinterpret_cast<LPARAM>(&shown));
+        control.Send(LB_GETITEMRECT, place.row, &shown);
         shown.left += kRowMargin;
         return control.RowText(place.row);
     }
     shown = ToSystem(control.ClientRect());
-    if (HasClass(place.control, WC_EDITW)) control.Send(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&shown));
+    if (HasClass(place.control, WC_EDITW)) control.Send(EM_GETRECT, 0, &shown);
     return control.Text();
 }
 
-void CFullTextTip::OnMove(HWND dialog, const MSG& move) {
-    const Place place = PlaceAt(dialog, move);
+void CFullTextTip::OnMove(const MSG& move) {
+    const Place place = PlaceAt(move);
     if (place == m_place) return;
     Hide();
     m_place = place;
@@ -103,47 +91,49 @@ void CFullTextTip::OnMove(HWND dialog, const MSG& move) {
     ::TrackMouseEvent(&rest);
 }
 
-void CFullTextTip::Show(HWND dialog) {
+void CFullTextTip::Show() {
     if (!m_place.control) return;
+    const CWindow control(m_place.control);
     RECT shown{};
     std::wstring text = TextAt(m_place, shown);
-    const SIZE extent = ExtentOf(m_place.control, text);
-    if (extent.cx <= shown.right - shown.left) return;
+    const Size extent = ExtentOf(control, text);
+    if (extent.width <= shown.right - shown.left) return;
 
-    if (!::IsWindow(m_tip)) Create(dialog);
-    const RECT screen = ScreenAround(m_place.control);
-    const CWindow tip(m_tip);
-    tip.Send(WM_SETFONT, static_cast<WPARAM>(::SendMessageW(m_place.control, WM_GETFONT, 0, 0)));
-    tip.Send(TTM_SETMAXTIPWIDTH, 0, screen.right - screen.left);
-    TTTOOLINFOW tool = ToolOf(dialog);
+    TTTOOLINFOW tool = Tool();
+    if (!m_tip.IsLive()) {
+        m_tip = CWindow(CreateToolTip(m_dialog, WS_EX_TRANSPARENT));
+        m_tip.Send(TTM_ADDTOOLW, 0, &tool);
+    }
+    const RECT screen = ScreenAround(control.Handle());
+    m_tip.Send(WM_SETFONT, control.Font());
+    m_tip.Send(TTM_SETMAXTIPWIDTH, 0, screen.right - screen.left);
     tool.lpszText = text.data();
-    tip.Send(TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+    m_tip.Send(TTM_UPDATETIPTEXTW, 0, &tool);
 
-    ::MapWindowPoints(m_place.control, nullptr, reinterpret_cast<POINT*>(&shown), 2);
-    RECT window{shown.left, shown.top, shown.left + extent.cx, shown.top + extent.cy};
-    tip.Send(TTM_ADJUSTRECT, TRUE, reinterpret_cast<LPARAM>(&window));
+    ::MapWindowPoints(control.Handle(), nullptr, reinterpret_cast<POINT*>(&shown), 2);
+    RECT window{shown.left, shown.top, shown.left + extent.width, shown.top + extent.height};
+    m_tip.Send(TTM_ADJUSTRECT, TRUE, &window);
     // Over the text, as far as the screen has room to its right.
     const LONG left = std::max(screen.left, std::min(window.left, window.left + screen.right - window.right));
-    tip.Send(TTM_TRACKPOSITION, 0, MAKELPARAM(left, window.top));
-    Activate(dialog, true);
+    m_tip.Send(TTM_TRACKPOSITION, 0, MAKELPARAM(left, window.top));
+    Activate(true);
 }
 
 void CFullTextTip::Hide() {
-    if (::IsWindow(m_tip)) Activate(m_dialog, false);
+    if (m_tip.IsLive()) Activate(false);
     m_place = {};
 }
 
-void CFullTextTip::Create(HWND dialog) {
-    m_dialog = dialog;
-    m_tip = ::CreateWindowExW(WS_EX_TOPMOST | WS_EX_TRANSPARENT, TOOLTIPS_CLASSW, nullptr,
-                              WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
-                              CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, ::GetModuleHandleW(nullptr),
-                              nullptr);
-    const TTTOOLINFOW tool = ToolOf(dialog);
-    ::SendMessageW(m_tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+TTTOOLINFOW CFullTextTip::Tool() const {
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    // The mouse stays with the control below.
+    tool.uFlags = TTF_TRACK | TTF_ABSOLUTE | TTF_TRANSPARENT;
+    tool.hwnd = m_dialog;
+    return tool;
 }
 
-void CFullTextTip::Activate(HWND dialog, bool shown) const {
-    const TTTOOLINFOW tool = ToolOf(dialog);
-    ::SendMessageW(m_tip, TTM_TRACKACTIVATE, shown, reinterpret_cast<LPARAM>(&tool));
+void CFullTextTip::Activate(bool shown) const {
+    const TTTOOLINFOW tool = Tool();
+    m_tip.Send(TTM_TRACKACTIVATE, shown, &tool);
 }

@@ -3,7 +3,11 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <string>
+
+#include "Window.h"
 
 /// Where the mouse rests on a row of a list box, a read-only field or a label that shows not all of its text,
 /// the whole text appears in its place. For one dialog; it follows the dialog's messages, not its controls:
@@ -20,15 +24,15 @@ class CFullTextTip {
         friend bool operator==(const Place&, const Place&) = default;
     };
 
-    static Place PlaceAt(HWND dialog, const MSG& move);
+    Place PlaceAt(const MSG& move) const;
     static std::wstring TextAt(const Place& place, RECT& shown);
-    void OnMove(HWND dialog, const MSG& move);
-    void Show(HWND dialog);
+    void OnMove(const MSG& move);
+    void Show();
     void Hide();
-    void Create(HWND dialog);
-    void Activate(HWND dialog, bool shown) const;
+    TTTOOLINFOW Tool() const;
+    void Activate(bool shown) const;
 
-    HWND m_tip = nullptr;  // ends with the dialog that owns it
     HWND m_dialog = nullptr;
+    CWindow m_tip;
     Place m_place;
 };

@@ -52,6 +52,14 @@ using UniqueImageList = UniqueHandle<HIMAGELIST, &::ImageList_Destroy>;
 using UniqueDc = UniqueHandle<HDC, &::DeleteDC>;  // of one that was created, not of a window's
 using UniqueGlobal = UniqueHandle<HGLOBAL, &::GlobalFree>;
 
+/// Looks for what the library exports under that name; `function` is null when it does not.
+template <typename TFunction>
+bool FindFunction(HMODULE library, const char* name, TFunction*& function) {
+    // By way of void*, because the compiler warns of a direct cast between two function types.
+    function = reinterpret_cast<TFunction*>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+    return function != nullptr;
+}
+
 /// Files have a null handle of their own; it counts as none here.
 class UniqueFile : public UniqueKernelHandle {
   public:

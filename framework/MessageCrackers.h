@@ -1,4 +1,4 @@
-// The one place where messages are taken apart: what each message carries, and what its answer means.
+// What each routed message carries, and what its answer means.
 #pragma once
 
 #include <windows.h>
@@ -21,8 +21,8 @@ namespace crackers {
 template <UINT Number>
 using Of = std::integral_constant<UINT, Number>;
 
-/// What was put off until the controls are done with the message that caused it.
-inline constexpr UINT kPutOff = WM_APP;
+/// Work deferred until the controls have finished with the message that caused it.
+inline constexpr UINT kDeferred = WM_APP;
 
 /// handler(UINT command) -> bool: handled
 Answer Call(Of<WM_SYSCOMMAND>, auto&& handler, WPARAM wParam, LPARAM) {
@@ -45,7 +45,7 @@ Answer CallPlain(auto&& handler) {
 }
 Answer Call(Of<WM_DESTROY>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_CAPTURECHANGED>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
-Answer Call(Of<kPutOff>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
+Answer Call(Of<kDeferred>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_DPICHANGED_AFTERPARENT>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_SYSCOLORCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_SETTINGCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
@@ -59,7 +59,11 @@ Answer Call(Of<WM_MOUSEMOVE>, auto&& handler, WPARAM, LPARAM lParam) { return Ca
 Answer Call(Of<WM_LBUTTONUP>, auto&& handler, WPARAM, LPARAM lParam) { return CallAt(handler, lParam); }
 Answer Call(Of<WM_RBUTTONDOWN>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 
-/// handler(UINT virtualKey, HWND list) -> int: -2 handled whole, -1 default action, else the row to act on
+/// Answers to a key in a list box: nothing more to do, or what the list does by itself.
+inline constexpr int kKeyHandled = -2;
+inline constexpr int kKeyDefault = -1;
+
+/// handler(UINT virtualKey, HWND list) -> int: one of these, or the row to act on
 Answer Call(Of<WM_VKEYTOITEM>, auto&& handler, WPARAM wParam, LPARAM lParam) {
     return static_cast<LRESULT>(handler(LOWORD(wParam), reinterpret_cast<HWND>(lParam)));
 }
@@ -110,32 +114,32 @@ Answer Call(Of<WM_TIMER>, auto&& handler, WPARAM wParam, LPARAM) {
     return 0;
 }
 
-// What a notification code carries. Never called, only asked for their type.
-const NMHDR& Carried(Of<NM_CLICK>);
-const NMHDR& Carried(Of<NM_RETURN>);
-const NMHDR& Carried(Of<NM_RCLICK>);
-const NMHDR& Carried(Of<NM_DBLCLK>);
-const NMTREEVIEWW& Carried(Of<TVN_SELCHANGEDW>);
-const NMTREEVIEWW& Carried(Of<TVN_DELETEITEMW>);
-const NMTREEVIEWW& Carried(Of<TVN_BEGINDRAGW>);
-const NMTREEVIEWW& Carried(Of<TVN_ITEMEXPANDEDW>);
-const NMTVDISPINFOW& Carried(Of<TVN_BEGINLABELEDITW>);
-const NMTVDISPINFOW& Carried(Of<TVN_ENDLABELEDITW>);
-const NMTVKEYDOWN& Carried(Of<TVN_KEYDOWN>);
-NMTVCUSTOMDRAW& Carried(Of<NM_CUSTOMDRAW>);  // a tree view's: the row's id must tell it from other controls'
-NMTTDISPINFOW& Carried(Of<TTN_GETDISPINFOW>);
+// The record that comes with each notification code: declared for its type, never called.
+const NMHDR& RecordOf(Of<NM_CLICK>);
+const NMHDR& RecordOf(Of<NM_RETURN>);
+const NMHDR& RecordOf(Of<NM_RCLICK>);
+const NMHDR& RecordOf(Of<NM_DBLCLK>);
+const NMTREEVIEWW& RecordOf(Of<TVN_SELCHANGEDW>);
+const NMTREEVIEWW& RecordOf(Of<TVN_DELETEITEMW>);
+const NMTREEVIEWW& RecordOf(Of<TVN_BEGINDRAGW>);
+const NMTREEVIEWW& RecordOf(Of<TVN_ITEMEXPANDEDW>);
+const NMTVDISPINFOW& RecordOf(Of<TVN_BEGINLABELEDITW>);
+const NMTVDISPINFOW& RecordOf(Of<TVN_ENDLABELEDITW>);
+const NMTVKEYDOWN& RecordOf(Of<TVN_KEYDOWN>);
+NMTVCUSTOMDRAW& RecordOf(Of<NM_CUSTOMDRAW>);  // a tree view's: the row's id must tell it from other controls'
+NMTTDISPINFOW& RecordOf(Of<TTN_GETDISPINFOW>);
 
-/// handler(what is carried), or handler(); its result, if it gives one, is the notification's answer.
+/// handler(record), or handler(); its result, if it gives one, is the notification's answer.
 template <UINT Code>
 Answer CallNotification(auto&& handler, LPARAM lParam) {
-    using Notification = std::remove_reference_t<decltype(Carried(Of<Code>()))>;
-    auto& notification = *reinterpret_cast<Notification*>(lParam);
+    using TRecord = std::remove_reference_t<decltype(RecordOf(Of<Code>()))>;
+    auto& record = *reinterpret_cast<TRecord*>(lParam);
     if constexpr (requires { handler(); }) {
         handler();
-    } else if constexpr (std::is_void_v<decltype(handler(notification))>) {
-        handler(notification);
+    } else if constexpr (std::is_void_v<decltype(handler(record))>) {
+        handler(record);
     } else {
-        return static_cast<LRESULT>(handler(notification));
+        return static_cast<LRESULT>(handler(record));
     }
     return 0;
 }

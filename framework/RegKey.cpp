@@ -25,6 +25,16 @@ std::wstring Expanded(const std::wstring& text) {
     return text;
 }
 
+/// A value of exactly the number's size.
+template <typename TNumber>
+std::optional<TNumber> ReadNumber(HKEY key, const wchar_t* name, DWORD* type) {
+    TNumber value = 0;
+    DWORD size = sizeof value;
+    const LSTATUS status =
+        ::RegQueryValueExW(key, name, nullptr, type, reinterpret_cast<BYTE*>(&value), &size);
+    return status == ERROR_SUCCESS && size == sizeof value ? std::optional(value) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<CRegKey> CRegKey::Open(HKEY root, const std::wstring& path, REGSAM access) {
@@ -85,13 +95,13 @@ std::wstring CRegKey::ExpandedByType(const Text& text) {
 }
 
 std::optional<DWORD> CRegKey::ReadDword(const wchar_t* name) const {
-    DWORD value = 0;
-    DWORD size = sizeof value;
     DWORD type = REG_NONE;
-    const LSTATUS status =
-        ::RegQueryValueExW(m_key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
-    if (status != ERROR_SUCCESS || type != REG_DWORD || size != sizeof value) return std::nullopt;
-    return value;
+    const auto value = ReadNumber<DWORD>(m_key.Get(), name, &type);
+    return type == REG_DWORD ? value : std::nullopt;
+}
+
+std::optional<std::uint64_t> CRegKey::ReadTime(const wchar_t* name) const {
+    return ReadNumber<std::uint64_t>(m_key.Get(), name, nullptr);
 }
 
 std::optional<RegValue> CRegKey::ReadValue(const wchar_t* name) const {
@@ -115,15 +125,6 @@ bool CRegKey::HasValue(const wchar_t* name) const {
 bool CRegKey::WriteValue(const wchar_t* name, DWORD type, std::span<const std::byte> data) const {
     return ::RegSetValueExW(m_key.Get(), name, 0, type, reinterpret_cast<const BYTE*>(data.data()),
                             static_cast<DWORD>(data.size())) == ERROR_SUCCESS;
-}
-
-std::optional<std::uint64_t> CRegKey::ReadTime(const wchar_t* name) const {
-    std::uint64_t value = 0;
-    DWORD size = sizeof value;
-    const LSTATUS status =
-        ::RegQueryValueExW(m_key.Get(), name, nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);
-    if (status != ERROR_SUCCESS || size != sizeof value) return std::nullopt;
-    return value;
 }
 
 bool CRegKey::WriteString(const wchar_t* name, const std::wstring& text) const {

@@ -1,4 +1,4 @@
-// Texts, dialogs, menus and images of the program, in the interface language.
+// Texts, dialogs, menus and icons of the program, in the interface language.
 #pragma once
 
 #include <windows.h>
@@ -26,7 +26,3 @@ UniqueMenu LoadMenuResource(UINT id);
 
 /// Icon of the given size in pixels.
 UniqueIcon LoadIconResource(UINT id, int width, int height);
-/// A bitmap of 32-bit pixels with transparency, ready for alpha blending; empty when it is not one.
-UniqueBitmap LoadAlphaBitmap(UINT id);
-/// The pixels of such a bitmap, opacity in rgbReserved; none when it is not one.
-std::span<RGBQUAD> PixelsOf(HBITMAP bitmap);

@@ -26,6 +26,12 @@ Rect CWindow::RectIn(HWND ancestor) const {
     return FromSystem(rect);
 }
 
+Size TextExtent(HDC dc, const std::wstring& text) {
+    SIZE extent{};
+    ::GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &extent);
+    return {extent.cx, extent.cy};
+}
+
 void CGeometryBatch::Move(HWND window, const Rect& place) {
     if (!m_batch) return;
     m_batch = ::DeferWindowPos(m_batch, window, nullptr, place.left, place.top, place.Width(), place.Height(),

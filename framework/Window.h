@@ -4,14 +4,12 @@
 #include <windows.h>
 
 #include <string>
+#include <type_traits>
 
 #include "Geometry.h"
 
 constexpr RECT ToSystem(const Rect& r) { return {r.left, r.top, r.right, r.bottom}; }
-constexpr Rect FromSystem(const RECT& r) {
-    return {static_cast<int>(r.left), static_cast<int>(r.top), static_cast<int>(r.right),
-            static_cast<int>(r.bottom)};
-}
+constexpr Rect FromSystem(const RECT& r) { return {r.left, r.top, r.right, r.bottom}; }
 
 class CWindow {
   public:
@@ -34,18 +32,42 @@ class CWindow {
     /// The window's rectangle in the client coordinates of `ancestor`.
     Rect RectIn(HWND ancestor) const;
 
-    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-        return ::SendMessageW(m_hwnd, message, wParam, lParam);
+    /// A control in this window, and the same as a view of its type.
+    CWindow Item(int id) const { return Control<CWindow>(id); }
+    template <typename TControl>
+    TControl Control(int id) const {
+        return TControl(::GetDlgItem(m_hwnd, id));
     }
-    int SendInt(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+
+    LONG_PTR Style() const { return ::GetWindowLongPtrW(m_hwnd, GWL_STYLE); }
+    /// The font that the control draws its text with.
+    HFONT Font() const { return reinterpret_cast<HFONT>(Send(WM_GETFONT)); }
+
+    /// Parameters are numbers, or handles and pointers as they are.
+    template <typename TW = WPARAM, typename TL = LPARAM>
+    LRESULT Send(UINT message, TW wParam = {}, TL lParam = {}) const {
+        return ::SendMessageW(m_hwnd, message, Parameter<WPARAM>(wParam), Parameter<LPARAM>(lParam));
+    }
+    template <typename TW = WPARAM, typename TL = LPARAM>
+    int SendInt(UINT message, TW wParam = {}, TL lParam = {}) const {
         return static_cast<int>(Send(message, wParam, lParam));
     }
     int SendText(UINT message, WPARAM wParam, const std::wstring& text) const {
-        return SendInt(message, wParam, reinterpret_cast<LPARAM>(text.c_str()));
+        return SendInt(message, wParam, text.c_str());
     }
 
   protected:
     HWND m_hwnd = nullptr;
+
+  private:
+    template <typename TParameter, typename TValue>
+    static TParameter Parameter(TValue value) {
+        if constexpr (std::is_pointer_v<TValue>) {
+            return reinterpret_cast<TParameter>(value);
+        } else {
+            return static_cast<TParameter>(value);
+        }
+    }
 };
 
 /// Keeps a control from painting while it is filled, and paints it whole at the end.
@@ -90,18 +112,21 @@ class CClientDC {
     HDC m_dc;
 };
 
-/// Selects a font into a drawing surface, and the old one again at the end.
-class CSelectedFont {
+/// Selects a font or a bitmap into a drawing surface, and the old one again at the end.
+class CSelectedObject {
   public:
-    CSelectedFont(HDC dc, HFONT font) : m_dc(dc), m_previous(::SelectObject(dc, font)) {}
-    ~CSelectedFont() { ::SelectObject(m_dc, m_previous); }
-    CSelectedFont(const CSelectedFont&) = delete;
-    CSelectedFont& operator=(const CSelectedFont&) = delete;
+    CSelectedObject(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(::SelectObject(dc, object)) {}
+    ~CSelectedObject() { ::SelectObject(m_dc, m_previous); }
+    CSelectedObject(const CSelectedObject&) = delete;
+    CSelectedObject& operator=(const CSelectedObject&) = delete;
 
   private:
     HDC m_dc;
     HGDIOBJ m_previous;
 };
+
+/// How large the surface draws the text in one line.
+Size TextExtent(HDC dc, const std::wstring& text);
 
 /// The exception barrier of what the system calls: an exception ends `work`, never the program. Gives the
 /// result of `work`, an empty one when it failed.

@@ -1,6 +1,6 @@
 #include "AdapterInventory.h"
 
-#include "VstToolPaths.h"
+#include "CorvaneKeys.h"
 
 namespace {
 

@@ -14,40 +14,54 @@ struct PaneState {
     bool adapterProgramExists = false;
 };
 
-constexpr bool CanExclude(const PaneState& state) {
+struct ButtonRule {
+    int id;
+    bool (*canBeUsed)(const PaneState& state);
+};
+
+namespace buttons {
+
+constexpr bool Always(const PaneState&) { return true; }
+constexpr bool Never(const PaneState&) { return false; }
+constexpr bool One(const PaneState& state) { return state.selectedRows == 1; }
+constexpr bool OneVst(const PaneState& state) { return One(state) && IsVstCategory(state.category); }
+constexpr bool OneVstWithScanner(const PaneState& state) { return OneVst(state) && state.scannerExists; }
+constexpr bool OneWrapped(const PaneState& state) { return One(state) && IsLegacyWrapped(state.category); }
+constexpr bool WithPresets(const PaneState& state) { return state.presets != 0; }
+constexpr bool OneWithPresets(const PaneState& state) { return One(state) && WithPresets(state); }
+constexpr bool Excludable(const PaneState& state) {
     return state.selectedRows > 0 && IsExcludable(state.category);
 }
-
-/// The plug-in list was filled anew.
-struct ButtonsAfterFill {
-    bool vstOptions, vstScan, vstProperties, adapterWizard, adapterProperties, exclude;
-};
-constexpr ButtonsAfterFill AfterFill(const PaneState& state) {
-    const bool legacy = IsLegacyWrapped(state.category);
-    const bool one = state.selectedRows == 1;
-    return {
-        .vstOptions = !legacy && state.scannerExists,
-        .vstScan = !legacy && state.scannerExists,
-        .vstProperties = IsVstCategory(state.category) && one,
-        .adapterWizard = legacy && state.adapterProgramExists,
-        .adapterProperties = legacy && one,
-        .exclude = CanExclude(state),
-    };
+constexpr bool Scannable(const PaneState& state) {
+    return !IsLegacyWrapped(state.category) && state.scannerExists;
+}
+constexpr bool WrappedWithProgram(const PaneState& state) {
+    return IsLegacyWrapped(state.category) && state.adapterProgramExists;
+}
+constexpr bool FitForLayout(const PaneState& state) {
+    return state.category != Category::ControlSurfaces && !IsLegacyWrapped(state.category) &&
+           state.mode != VisibilityMode::Excluded;
 }
 
-/// One or more rows of the plug-in list were selected.
-struct ButtonsAfterSelection {
-    bool exportPresets, managePresets, exclude, vstProperties, adapterProperties, addPlugin;
+/// When the plug-in list was filled anew.
+inline constexpr ButtonRule kAfterFill[] = {
+    {IDC_IMPORT, Never},
+    {IDC_EXPORT, Never},
+    {IDC_MANAGE, Never},
+    {IDC_ADD_PLUGIN, Never},
+    {IDC_EXCLUDE, Excludable},
+    {IDC_VST_OPTIONS, Scannable},
+    {IDC_VST_SCAN, Scannable},
+    {IDC_VST_PROPERTIES, OneVst},
+    {IDC_ADAPTER_WIZARD, WrappedWithProgram},
+    {IDC_ADAPTER_PROPERTIES, OneWrapped},
 };
-constexpr ButtonsAfterSelection AfterSelection(const PaneState& state) {
-    const bool one = state.selectedRows == 1;
-    return {
-        .exportPresets = state.presets != 0,
-        .managePresets = one && state.presets != 0,
-        .exclude = CanExclude(state),
-        .vstProperties = one && state.scannerExists && IsVstCategory(state.category),
-        .adapterProperties = one,
-        .addPlugin = state.category != Category::ControlSurfaces && !IsLegacyWrapped(state.category) &&
-                     state.mode != VisibilityMode::Excluded,
-    };
-}
+
+/// When one or more rows of the plug-in list were selected.
+inline constexpr ButtonRule kAfterSelection[] = {
+    {IDC_IMPORT, Always},           {IDC_EXPORT, WithPresets}, {IDC_MANAGE, OneWithPresets},
+    {IDC_ADD_PLUGIN, FitForLayout}, {IDC_EXCLUDE, Excludable}, {IDC_VST_PROPERTIES, OneVstWithScanner},
+    {IDC_ADAPTER_PROPERTIES, One},
+};
+
+}  // namespace buttons

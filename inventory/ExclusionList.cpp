@@ -3,12 +3,11 @@
 #include <windows.h>
 
 #include "ClsidText.h"
+#include "CorvaneKeys.h"
 #include "PluginRecords.h"
 #include "RegKey.h"
 
 namespace {
-
-constexpr wchar_t kExclusionKey[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
 
 std::wstring EntryKey(const Guid& clsid) { return std::wstring(kExclusionKey) + L"\\" + ClsidText(clsid); }
 

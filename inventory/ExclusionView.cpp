@@ -59,19 +59,19 @@ void CExclusionView::OnExclude() {
     m_host.Tell(kPluginsChanged);
 }
 
-CExclusionView::Verdict CExclusionView::Judge(const Guid& clsid, const std::wstring& name,
-                                              Category category) const {
+CExclusionView::Action CExclusionView::ActionFor(const Guid& clsid, const std::wstring& name,
+                                                 Category category) const {
     const std::wstring path = m_inventory.PathOf(clsid, category).value_or(L"");
-    if (::PathFileExistsW(RegisteredFile(path, SystemFolder()).c_str())) return Verdict::Toggle;
+    if (::PathFileExistsW(RegisteredFile(path, SystemFolder()).c_str())) return Action::Toggle;
     const std::wstring question = FormatText(LoadText(IDS_MISSING_FILE_QUESTION), name, path);
     switch (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION)) {
         case IDYES:
-            return Verdict::Remove;
+            return Action::Unregister;
         case IDNO:
-            return Verdict::Toggle;
+            return Action::Toggle;
         default:
             // Nobody answered: a host that closes takes the docked dialog and its question with it.
-            return Verdict::GiveUp;
+            return Action::Stop;
     }
 }
 
@@ -87,9 +87,9 @@ bool CExclusionView::TogglePluginExclusion() {
         if (!item || IsPermanentlyExcluded(item->clsid)) continue;
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);
-        const Verdict verdict = Judge(clsid, name, *category);
-        if (verdict == Verdict::GiveUp) break;
-        if (verdict == Verdict::Remove) {
+        const Action action = ActionFor(clsid, name, *category);
+        if (action == Action::Stop) break;
+        if (action == Action::Unregister) {
             UnregisterPlugin(clsid, *category);
             removed = true;
         } else if (m_visibility.mode == VisibilityMode::Enabled) {

@@ -26,9 +26,9 @@ class CExclusionView {
 
   private:
     void SetMode(VisibilityMode mode);
-    enum class Verdict { Toggle, Remove, GiveUp };
-    /// Asks about a plug-in whose file is gone.
-    Verdict Judge(const Guid& clsid, const std::wstring& name, Category category) const;
+    enum class Action { Toggle, Unregister, Stop };
+    /// What to do with a selected plug-in. When its file is gone, the user is asked.
+    Action ActionFor(const Guid& clsid, const std::wstring& name, Category category) const;
 
     CDialog& m_dialog;
     CExclusionList& m_exclusions;

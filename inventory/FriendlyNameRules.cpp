@@ -3,8 +3,6 @@
 #include <limits>
 #include <string_view>
 
-#include "TextFormat.h"
-
 namespace {
 
 /// In characters, without the terminator that the buffers of the readers have to hold as well.
@@ -20,9 +18,9 @@ constexpr bool IsFirstHalf(wchar_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 }  // namespace
 
 std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid) {
-    std::wstring id = clsid;
-    if (place.bareId) std::erase_if(id, [](wchar_t c) { return c == L'{' || c == L'}'; });
-    return FormatText(place.path, id);
+    if (place.end == PathEnd::Nothing) return place.path;
+    const bool bare = place.end == PathEnd::BareClassId;
+    return std::wstring(place.path) + L"\\" + (bare ? clsid.substr(1, clsid.size() - 2) : clsid);
 }
 
 bool IsBlank(std::wstring_view name) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "CorvaneKeys.h"
 #include "PluginCategory.h"
 
 enum class NameStore {
@@ -15,57 +16,60 @@ enum class NameStore {
     AdapterEntry,  // the plug-in's entry in the inventory of the legacy adapter
 };
 
-constexpr unsigned Only(auto... categories) { return ((1U << static_cast<unsigned>(categories)) | ...); }
-
-struct NamePlace {
-    unsigned categories;
-    NameStore store;
-    const wchar_t* path;   // of a key; "%s" stands for the class id
-    const wchar_t* value;  // null: the default value
-    bool bareId = false;   // the class id stands without its braces
-};
+/// The categories as bits.
+constexpr unsigned MaskOf(auto... categories) { return ((1U << static_cast<unsigned>(categories)) | ...); }
 
 inline constexpr unsigned kFilterCategories =
-    Only(Category::DirectXEffects, Category::DirectXInstruments, Category::LegacyVstEffects,
-         Category::LegacyVstInstruments);
-inline constexpr unsigned kLegacyNames = Only(Category::LegacyVstEffects, Category::LegacyVstInstruments);
-inline constexpr unsigned kVstNames =
-    Only(Category::VstEffects, Category::VstInstruments, Category::Vst3Effects, Category::Vst3Instruments);
+    MaskOf(Category::DirectXEffects, Category::DirectXInstruments, Category::LegacyVstEffects,
+           Category::LegacyVstInstruments);
+inline constexpr unsigned kWrappedCategories =
+    MaskOf(Category::LegacyVstEffects, Category::LegacyVstInstruments);
+inline constexpr unsigned kVstCategories =
+    MaskOf(Category::VstEffects, Category::VstInstruments, Category::Vst3Effects, Category::Vst3Instruments);
+
+/// What ends the path of a key.
+enum class PathEnd { ClassId, BareClassId, Nothing };
+
+struct NamePlace {
+    unsigned categories;  // a mask
+    NameStore store;
+    const wchar_t* path;   // of a key
+    const wchar_t* value;  // null: the default value
+    PathEnd end = PathEnd::ClassId;
+};
 
 /// In the order of writing. A key that is not there is passed over, but without the filter's property bag the
 /// rest of a filter's places keeps its name, too.
 inline constexpr NamePlace kNamePlaces[] = {
-    {Only(Category::MediaObjects), NameStore::ClassesRoot, L"DirectShow\\MediaObjects\\%s", nullptr, true},
-    {Only(Category::ControlSurfaces), NameStore::ClassesRoot, L"CorvaneControlSurfaces\\%s", L"Description"},
-    {Only(Category::MidiEffects), NameStore::LocalMachine,
-     L"SOFTWARE\\Corvane Music Software\\MIDI Filters\\%s", nullptr},
-    {kVstNames, NameStore::VstEntry, L"", L"FullName"},
+    {MaskOf(Category::MediaObjects), NameStore::ClassesRoot, kMediaObjectsKey, nullptr, PathEnd::BareClassId},
+    {MaskOf(Category::ControlSurfaces), NameStore::ClassesRoot, kControlSurfacesKey, L"Description"},
+    {MaskOf(Category::MidiEffects), NameStore::LocalMachine, kMidiFiltersKey, nullptr},
+    {kVstCategories, NameStore::VstEntry, L"", L"FullName"},
 
     {kFilterCategories, NameStore::FilterBag, L"", L"FriendlyName"},
     // Kept: the key of the category's instances, not that of the plug-in among them.
     {kFilterCategories, NameStore::ClassesRoot, L"CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance",
-     L"FriendlyName"},
-    {kFilterCategories, NameStore::ClassesRoot, L"Filter\\%s", nullptr},
-    {Only(Category::DirectXInstruments), NameStore::ClassesRoot, L"QtzSoftSynths\\%s", L"Description"},
-    {kLegacyNames, NameStore::AdapterEntry, L"", L"FullName"},
+     L"FriendlyName", PathEnd::Nothing},
+    {kFilterCategories, NameStore::ClassesRoot, L"Filter", nullptr},
+    {MaskOf(Category::DirectXInstruments), NameStore::ClassesRoot, kSoftSynthsKey, L"Description"},
+    {kWrappedCategories, NameStore::AdapterEntry, L"", L"FullName"},
 
-    {kFilterCategories | Only(Category::MidiEffects), NameStore::ClassesRoot, L"CLSID\\%s", nullptr},
-    {kFilterCategories | Only(Category::MidiEffects), NameStore::ClassesRoot, L"CorvanePlugIns\\%s",
-     L"Description"},
+    {kFilterCategories | MaskOf(Category::MidiEffects), NameStore::ClassesRoot, L"CLSID", nullptr},
+    {kFilterCategories | MaskOf(Category::MidiEffects), NameStore::ClassesRoot, kPlugInsKey, L"Description"},
 };
 
 constexpr bool IsWrittenFor(const NamePlace& place, Category category) {
-    return (place.categories & Only(category)) != 0;
+    return (place.categories & MaskOf(category)) != 0;
 }
 
 /// `clsid` is the text in braces.
 std::wstring KeyPath(const NamePlace& place, const std::wstring& clsid);
 
-/// Nothing to see in it: no name for a plug-in.
+/// Empty or nothing but blanks: not a name for a plug-in.
 bool IsBlank(std::wstring_view name);
 
 /// What an inventory stores as "FullName": the host puts "VST " before the names of some entries itself. A
-/// name that is nothing else stays whole, because an entry without a name is not listed.
+/// name that is only this prefix is kept, because an entry without a name is not listed.
 std::wstring StoredFullName(const std::wstring& name, bool hostAddsPrefix);
 
 /// As much of a name as is read back where such plug-ins keep theirs: with more, the plug-in would be found
@@ -85,7 +89,7 @@ constexpr bool CanBeRenamed(Category category, std::size_t sourceIndex, const So
            (category == Category::MediaObjects ? counts.filtersAndMediaObjects : counts.filters);
 }
 
-/// What the database is told of the plug-in's kind: 2 for an instrument.
+/// The plug-in's kind for the database: 2 for an instrument.
 constexpr int DatabaseKind(Category category) {
     return category == Category::DirectXInstruments || category == Category::VstInstruments ||
                    category == Category::Vst3Instruments

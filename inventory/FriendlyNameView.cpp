@@ -1,19 +1,14 @@
 #include "FriendlyNameView.h"
 
+#include "HelpContext.h"
 #include "SinglePropDlg.h"
-
-namespace {
-
-constexpr UINT kHelpContext = 130;
-
-}  // namespace
 
 void CFriendlyNameView::OnRename() {
     const auto selected = m_list.SelectedRows();
     if (selected.size() != 1 || !m_names.CanRename(selected.front().item)) return;
 
     auto [item, name] = selected.front();
-    if (CSinglePropDlg(IDS_FRIENDLY_NAME_TITLE, IDS_FRIENDLY_NAME_PROMPT, name, kHelpContext)
+    if (CSinglePropDlg(IDS_FRIENDLY_NAME_TITLE, IDS_FRIENDLY_NAME_PROMPT, name, kHelpOfNames)
             .RunModal(m_dialog.Handle()) != IDOK) {
         return;
     }

@@ -32,14 +32,12 @@ void CPluginDatabase::Open(const std::wstring& libraryPath) {
                                      LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_APPLICATION_DIR |
                                          LOAD_LIBRARY_SEARCH_SYSTEM32));
     if (!m_library) return;
-    using CreateDatabaseFunction = IPluginDatabase*();
-    const auto create = reinterpret_cast<CreateDatabaseFunction*>(
-        reinterpret_cast<void*>(::GetProcAddress(m_library.Get(), "CreateDatabase")));
-    if (!create) {
+    IPluginDatabase* (*create)() = nullptr;
+    if (FindFunction(m_library.Get(), "CreateDatabase", create)) {
+        m_database = create();
+    } else {
         m_library.Reset();
-        return;
     }
-    m_database = create();
 }
 
 void CPluginDatabase::Close() {

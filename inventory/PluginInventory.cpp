@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ClsidText.h"
+#include "CorvaneKeys.h"
 #include "RegKey.h"
 
 namespace {
@@ -95,7 +96,7 @@ std::optional<std::wstring> CPluginInventory::RegisteredNameOf(const Guid& clsid
     };
     if (category == Category::MediaObjects) {
         // The media object registry names its keys without the braces.
-        return read(L"DirectShow\\MediaObjects\\" + text.substr(1, text.size() - 2), nullptr);
+        return read(std::wstring(kMediaObjectsKey) + L"\\" + text.substr(1, text.size() - 2), nullptr);
     }
     if (category == Category::ControlSurfaces)
         return read(std::wstring(kControlSurfacesKey) + L"\\" + text, L"Description");

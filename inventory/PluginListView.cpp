@@ -141,9 +141,6 @@ void CPluginListView::RefreshPluginList() {
     if (!category || category == m_shown) return;
     m_shown = category;
     IsVstCategory(*category) ? FillFromInventory(*category) : FillFromEntries(*category);
-    for (const int id : {IDC_IMPORT, IDC_EXPORT, IDC_MANAGE, IDC_ADD_PLUGIN}) {
-        m_dialog.EnableItem(id, false, IDC_PLUGINS);
-    }
     CPluginDetails(m_dialog).ShowFieldsOf(*category);
     ShowPanesOf(*category);
     m_presetsCaption.ShowPlain();
@@ -229,7 +226,7 @@ PaneState CPluginListView::StateOf(Category category) const {
 
 bool CPluginListView::CanExcludeSelection() const {
     const auto category = SelectedCategory();
-    return category && CanExclude(StateOf(*category));
+    return category && buttons::Excludable(StateOf(*category));
 }
 
 void CPluginListView::ShowPanesOf(Category category) const {
@@ -239,14 +236,11 @@ void CPluginListView::ShowPanesOf(Category category) const {
     }
     for (const int id : {IDC_ADAPTER_GROUP, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES})
         m_dialog.Item(id).Show(legacy);
+    EnableButtons(buttons::kAfterFill, StateOf(category));
+}
 
-    const ButtonsAfterFill buttons = AfterFill(StateOf(category));
-    m_dialog.EnableItem(IDC_VST_OPTIONS, buttons.vstOptions, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_VST_SCAN, buttons.vstScan, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_VST_PROPERTIES, buttons.vstProperties, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_ADAPTER_WIZARD, buttons.adapterWizard, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_ADAPTER_PROPERTIES, buttons.adapterProperties, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
+void CPluginListView::EnableButtons(std::span<const ButtonRule> rules, const PaneState& state) const {
+    for (const ButtonRule& rule : rules) m_dialog.EnableItem(rule.id, rule.canBeUsed(state), IDC_PLUGINS);
 }
 
 /// Where one row alone is left selected, keys and commands go on from there; the list does not move for that.
@@ -267,14 +261,7 @@ void CPluginListView::OnSelectionChanged() {
 
     PaneState state = StateOf(*category);
     for (const PresetPlugin& plugin : plugins) state.presets += CPresetListMgr(plugin).CountPresets();
-    const ButtonsAfterSelection buttons = AfterSelection(state);
-    m_dialog.Item(IDC_IMPORT).Enable();
-    m_dialog.EnableItem(IDC_EXPORT, buttons.exportPresets, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_MANAGE, buttons.managePresets, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_EXCLUDE, buttons.exclude, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_VST_PROPERTIES, buttons.vstProperties, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_ADAPTER_PROPERTIES, buttons.adapterProperties, IDC_PLUGINS);
-    m_dialog.EnableItem(IDC_ADD_PLUGIN, buttons.addPlugin, IDC_PLUGINS);
+    EnableButtons(buttons::kAfterSelection, state);
 
     const CPluginDetails details(m_dialog);
     plugins.size() == 1 ? details.ShowPlugin(m_inventory, plugins.front().clsid, *category)

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -83,6 +84,7 @@ class CPluginListView {
     void ShowCount(CListBox plugins, bool isEmpty);
     void PutCaretOnSelection() const;
     void ShowPanesOf(Category category) const;
+    void EnableButtons(std::span<const ButtonRule> rules, const PaneState& state) const;
     PaneState StateOf(Category category) const;
 
     CDialog& m_dialog;

@@ -10,8 +10,8 @@
 #include <wrl/client.h>
 
 #include "ClsidText.h"
+#include "CorvaneKeys.h"
 #include "RegKey.h"
-#include "RegistrationIndex.h"
 
 void UnregisterPlugin(const Guid& clsid, Category category) {
     if (category == Category::MediaObjects) {

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "ClsidText.h"
+#include "CorvaneKeys.h"
 #include "RegKey.h"
 
 void CClsidSubkeys::Read(HKEY root, const wchar_t* path) {

@@ -11,10 +11,6 @@
 #include "Classification.h"
 #include "Guid.h"
 
-inline constexpr wchar_t kMidiFiltersKey[] = L"SOFTWARE\\Corvane Music Software\\MIDI Filters";
-inline constexpr wchar_t kControlSurfacesKey[] = L"CorvaneControlSurfaces";
-inline constexpr wchar_t kSoftSynthsKey[] = L"QtzSoftSynths";
-
 /// The subkeys of a key, in their order and as a set of the class ids that they name.
 class CClsidSubkeys {
   public:

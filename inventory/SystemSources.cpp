@@ -8,49 +8,20 @@
 #include <ole2.h>
 
 #include "ClsidText.h"
+#include "CorvaneKeys.h"
 #include "RegKey.h"
 #include "RegistrationIndex.h"
+#include "TaskText.h"
+#include "Variant.h"
 
 using Microsoft::WRL::ComPtr;
 
 namespace {
 
-/// A variant that holds a text, freed on every way out.
-class CTextVariant {
-  public:
-    CTextVariant() { ::VariantInit(&m_variant); }
-    ~CTextVariant() { ::VariantClear(&m_variant); }
-    CTextVariant(const CTextVariant&) = delete;
-    CTextVariant& operator=(const CTextVariant&) = delete;
-
-    VARIANT* Put() { return &m_variant; }
-    /// False when there is no memory for it.
-    bool Set(const std::wstring& text) {
-        ::VariantClear(&m_variant);
-        m_variant.bstrVal = ::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-        m_variant.vt = m_variant.bstrVal ? VT_BSTR : VT_EMPTY;
-        return m_variant.vt == VT_BSTR;
-    }
-    std::optional<std::wstring> Text() const {
-        if (m_variant.vt != VT_BSTR) return std::nullopt;
-        return std::wstring(m_variant.bstrVal ? m_variant.bstrVal : L"");
-    }
-
-  private:
-    VARIANT m_variant;
-};
-
 std::optional<std::wstring> ReadProperty(IPropertyBag& bag, const wchar_t* name) {
-    CTextVariant value;
-    if (FAILED(bag.Read(name, value.Put(), nullptr))) return std::nullopt;
+    CVariant value;
+    if (FAILED(bag.Read(name, &value.Get(), nullptr))) return std::nullopt;
     return value.Text();
-}
-
-/// A text that a COM function allocated.
-std::wstring TakeTaskText(wchar_t* text) {
-    std::wstring copy = text ? text : L"";
-    ::CoTaskMemFree(text);
-    return copy;
 }
 
 std::optional<std::wstring> RegisteredUserType(const Guid& clsid) {
@@ -62,8 +33,18 @@ std::optional<std::wstring> RegisteredUserType(const Guid& clsid) {
 /// The longest part of a key's name that is read as a class id.
 constexpr std::size_t kClsidCharacters = 64;
 
-std::optional<Guid> ClsidOfKey(const std::wstring& name) {
-    return ParseClsid(name.substr(0, kClsidCharacters));
+/// One plug-in for each subkey, until one names no class id; `nameOf` gives nothing for one to leave out.
+template <typename TNameOf>
+FoundPlugins ReadSubkeys(const std::vector<std::wstring>& keyNames, std::size_t limit, TNameOf&& nameOf) {
+    FoundPlugins found;
+    for (const std::wstring& keyName : keyNames) {
+        if (found.plugins.size() == limit) break;
+        const auto clsid = ParseClsid(keyName.substr(0, kClsidCharacters));
+        found.complete = clsid.has_value();
+        if (!clsid) break;
+        if (auto name = nameOf(keyName, *clsid)) found.plugins.push_back({*clsid, std::move(name)});
+    }
+    return found;
 }
 
 /// The longest description of a control surface, in bytes.
@@ -113,9 +94,10 @@ FoundPlugins ReadFilters(const std::vector<MonikerPtr>& monikers) {
 
 bool WriteProperty(const MonikerPtr& moniker, const wchar_t* name, const std::wstring& text) {
     ComPtr<IPropertyBag> bag;
-    CTextVariant value;
-    return moniker && SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))) &&
-           value.Set(text) && SUCCEEDED(bag->Write(name, value.Put()));
+    CVariant value(text);
+    return moniker && value.Text() &&
+           SUCCEEDED(moniker->BindToStorage(nullptr, nullptr, IID_PPV_ARGS(&bag))) &&
+           SUCCEEDED(bag->Write(name, &value.Get()));
 }
 
 FoundPlugins FindMediaObjects(std::size_t limit) {
@@ -140,37 +122,19 @@ FoundPlugins FindMediaObjects(std::size_t limit) {
 
 FoundPlugins ReadMidiEffects(const std::vector<std::wstring>& keyNames, const NameMap& names,
                              std::size_t limit) {
-    FoundPlugins found;
-    for (const std::wstring& keyName : keyNames) {
-        if (found.plugins.size() == limit) break;
-        const auto clsid = ClsidOfKey(keyName);
-        if (!clsid) {
-            found.complete = false;
-            break;
-        }
-        auto name = FindName(names, ClsidText(*clsid));
-        if (!name) name = RegisteredUserType(*clsid);
-        if (name) found.plugins.push_back({*clsid, std::move(name)});
-    }
-    return found;
+    return ReadSubkeys(keyNames, limit, [&names](const std::wstring&, const Guid& clsid) {
+        auto name = FindName(names, ClsidText(clsid));
+        return name ? name : RegisteredUserType(clsid);
+    });
 }
 
 FoundPlugins ReadControlSurfaces(const std::vector<std::wstring>& keyNames, std::size_t limit) {
-    FoundPlugins found;
     const auto root = CRegKey::Open(HKEY_CLASSES_ROOT, kControlSurfacesKey);
-    if (!root) return found;
-    for (const std::wstring& keyName : keyNames) {
-        if (found.plugins.size() == limit) break;
-        const auto clsid = ClsidOfKey(keyName);
-        if (!clsid) {
-            found.complete = false;
-            break;
-        }
+    if (!root) return {};
+    return ReadSubkeys(keyNames, limit, [&root](const std::wstring& keyName, const Guid&) {
         const auto key = root->OpenSubkey(keyName);
-        auto description = key ? key->ReadString(L"Description", kDescriptionBytes) : std::nullopt;
-        if (description) found.plugins.push_back({*clsid, std::move(description)});
-    }
-    return found;
+        return key ? key->ReadString(L"Description", kDescriptionBytes) : std::nullopt;
+    });
 }
 
 std::optional<std::wstring> FindName(const NameMap& names, const std::wstring& clsid) {

@@ -1,5 +1,9 @@
 #include "VstEntryRules.h"
 
+#include <algorithm>
+
+#include "AsciiCase.h"
+
 namespace {
 
 /// The brace and the first three groups of a class id's text; the rest tells the builds of a plug-in apart.
@@ -9,9 +13,7 @@ constexpr std::size_t kSharedCharacters = 20;
 std::optional<std::wstring> SharedPrefix(const std::optional<std::wstring>& clsid) {
     if (!clsid || clsid->size() < kSharedCharacters) return std::nullopt;
     std::wstring prefix = clsid->substr(0, kSharedCharacters);
-    for (wchar_t& c : prefix) {
-        if (c >= L'a' && c <= L'z') c = static_cast<wchar_t>(c - L'a' + L'A');
-    }
+    std::ranges::transform(prefix, prefix.begin(), AsciiLower);
     return prefix;
 }
 

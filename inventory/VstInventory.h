@@ -4,14 +4,14 @@
 #include <optional>
 #include <string>
 
+#include "CorvaneKeys.h"
 #include "PluginRecords.h"
 #include "RegKey.h"
 
-inline constexpr wchar_t kDefaultVstKey[] = L"Software\\Corvane Music Software\\Corvane VST";
-
 class CVstInventory {
   public:
-    /// `vstKey` is below the current user's root; the inventory is its subkey "Inventory".
+    /// `vstKey` is kDefaultVstKey or another key below the current user's root; the inventory is its subkey
+    /// "Inventory".
     explicit CVstInventory(const std::wstring& vstKey) : m_path(vstKey + L"\\Inventory") {}
 
     /// Replaces the records by the usable entries of the key. A name in `names` under an entry's MD5 class id

@@ -4,6 +4,7 @@
 
 #include <shlwapi.h>
 
+#include "CorvaneKeys.h"
 #include "RegKey.h"
 
 namespace {

@@ -3,9 +3,6 @@
 
 #include <string>
 
-/// Below the local machine's root.
-inline constexpr wchar_t kAdapterKey[] = L"Software\\Corvane Music Software\\Corvane VST Adapter";
-
 /// Read once at start; a path is empty when it is not registered.
 struct VstToolPaths {
     std::wstring scanner;

@@ -8,36 +8,10 @@
 #include "Process.h"
 #include "RegKey.h"
 #include "Resources.h"
+#include "Scope.h"
 #include "TextFormat.h"
 
 namespace {
-
-/// Disables the dialog, and enables it again on every way out.
-class CDialogLock {
-  public:
-    explicit CDialogLock(const CDialog& dialog) : m_dialog(dialog) { m_dialog.Enable(false); }
-    ~CDialogLock() { m_dialog.Enable(); }
-    CDialogLock(const CDialogLock&) = delete;
-    CDialogLock& operator=(const CDialogLock&) = delete;
-
-  private:
-    const CDialog& m_dialog;
-};
-
-/// Tells in a group's caption that its program runs.
-class CBusyCaption {
-  public:
-    explicit CBusyCaption(const CWindow& group) : m_group(group), m_caption(group.Text()) {
-        m_group.SetText(FormatText(LoadText(IDS_TOOL_RUNNING), m_caption));
-    }
-    ~CBusyCaption() { m_group.SetText(m_caption); }
-    CBusyCaption(const CBusyCaption&) = delete;
-    CBusyCaption& operator=(const CBusyCaption&) = delete;
-
-  private:
-    const CWindow m_group;
-    const std::wstring m_caption;
-};
 
 bool IsFile(const std::wstring& path) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
@@ -72,8 +46,13 @@ bool CVstToolsView::RunTool(const std::wstring& commandLine, const CWindow& grou
     const auto process = CProcess::Start(commandLine);
     if (!process) return false;
     {
-        const CDialogLock disabled(m_dialog);
-        const CBusyCaption busy(group);
+        const std::wstring caption = group.Text();
+        const CScopeExit restore([&] {
+            group.SetText(caption);
+            m_dialog.Enable();
+        });
+        m_dialog.Enable(false);
+        group.SetText(FormatText(LoadText(IDS_TOOL_RUNNING), caption));
         if (!process->WaitDispatching(m_dialog)) return false;
     }
     if (focus.IsLive()) focus.Focus();

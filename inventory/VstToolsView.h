@@ -11,7 +11,7 @@
 #include "VstToolCommands.h"
 #include "VstToolPaths.h"
 
-/// While a program runs, the dialog is disabled but goes on painting and answering, and says so. A program
+/// While a program runs, the dialog is disabled, but it keeps painting, and a caption says why. A program
 /// that is not registered or can't be started does nothing.
 class CVstToolsView {
   public:

@@ -23,28 +23,6 @@ POINT InWindow(const CWindow& window, POINT client) {
     return {client.x - place.left, client.y - place.top};
 }
 
-/// A device context and what was selected into it, put back at the end.
-class CDrawing {
-  public:
-    CDrawing(HDC screen, HBITMAP bitmap, HFONT font)
-        : m_dc(::CreateCompatibleDC(screen)),
-          m_bitmap(::SelectObject(m_dc, bitmap)),
-          m_font(::SelectObject(m_dc, font)) {}
-    ~CDrawing() {
-        ::SelectObject(m_dc, m_font);
-        ::SelectObject(m_dc, m_bitmap);
-        ::DeleteDC(m_dc);
-    }
-    CDrawing(const CDrawing&) = delete;
-    CDrawing& operator=(const CDrawing&) = delete;
-    HDC Dc() const { return m_dc; }
-
-  private:
-    HDC m_dc;
-    HGDIOBJ m_bitmap;
-    HGDIOBJ m_font;
-};
-
 }  // namespace
 
 void CLayoutDrag::Begin(HTREEITEM item, POINT client) {
@@ -74,11 +52,13 @@ UniqueImageList CLayoutDrag::DrawImage() const {
     const CClientDC screen(Tree());
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen.Get(), width, height));
     {
-        const CDrawing drawing(screen.Get(), bitmap.Get(), reinterpret_cast<HFONT>(Tree().Send(WM_GETFONT)));
-        ::SetBkColor(drawing.Dc(), kTransparent);
+        const UniqueDc dc(::CreateCompatibleDC(screen.Get()));
+        const CSelectedObject selectedBitmap(dc.Get(), bitmap.Get());
+        const CSelectedObject selectedFont(dc.Get(), Tree().Font());
+        ::SetBkColor(dc.Get(), kTransparent);
         const RECT all{0, 0, width, height};
-        ::ExtTextOutW(drawing.Dc(), 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
-        ::SetTextColor(drawing.Dc(), ::GetSysColor(COLOR_WINDOWTEXT));
+        ::ExtTextOutW(dc.Get(), 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
+        ::SetTextColor(dc.Get(), ::GetSysColor(COLOR_WINDOWTEXT));
         int iconWidth = 0;
         int iconHeight = 0;
         ::ImageList_GetIconSize(icons, &iconWidth, &iconHeight);
@@ -86,9 +66,9 @@ UniqueImageList CLayoutDrag::DrawImage() const {
             const LayoutItem* item = m_layout.Find(m_layout.HandleOf(m_items[row]));
             if (!item) continue;
             const int top = rowHeight * static_cast<int>(row);
-            ::ImageList_Draw(icons, ImagesOf(*item).normal, drawing.Dc(), 0, top, ILD_TRANSPARENT);
+            ::ImageList_Draw(icons, ImagesOf(*item).normal, dc.Get(), 0, top, ILD_TRANSPARENT);
             RECT label{iconWidth + kHotSpot, top, width, top + rowHeight};
-            ::DrawTextW(drawing.Dc(), item->name.c_str(), static_cast<int>(item->name.size()), &label,
+            ::DrawTextW(dc.Get(), item->name.c_str(), static_cast<int>(item->name.size()), &label,
                         DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         }
     }
@@ -131,15 +111,15 @@ void CLayoutDrag::Highlight() {
 }
 
 bool CLayoutDrag::CanDrop() const {
-    return m_image && m_inside && !m_onItself && !GoesAlong(Tree().DropTarget());
+    return m_image && m_inside && !m_onItself && !IsWithinDragged(Tree().DropTarget());
 }
 
 void CLayoutDrag::MarkPlace() const {
     const HTREEITEM target = Tree().DropTarget();
-    const DropPlace place = Place(target);
-    if (!CanDrop() || place == DropPlace::LastInside) return Tree().RemoveInsertMark();
-    if (target) return Tree().SetInsertMark(target, place == DropPlace::AfterItem, target);
-    const bool last = place == DropPlace::TopLevelLast;
+    const DropPlace place = PlaceOn(target);
+    if (!CanDrop() || (target && place.parent == target)) return Tree().RemoveInsertMark();
+    if (target) return Tree().SetInsertMark(target, place.after == target, target);
+    const bool last = place.after == TVI_LAST;
     Tree().SetInsertMark(last ? LastVisible() : Tree().Root(), last, Tree().Root());
 }
 
@@ -169,7 +149,7 @@ bool CLayoutDrag::IsDragged(HTREEITEM item) const {
     return item && std::ranges::find(m_items, static_cast<LayoutItemId>(Tree().Data(item))) != m_items.end();
 }
 
-bool CLayoutDrag::GoesAlong(HTREEITEM item) const {
+bool CLayoutDrag::IsWithinDragged(HTREEITEM item) const {
     for (; item; item = Tree().Parent(item)) {
         if (IsDragged(item)) return true;
     }
@@ -215,36 +195,22 @@ void CLayoutDrag::Cancel() {
     if (m_dragging) End();
 }
 
-DropPlace CLayoutDrag::Place(HTREEITEM target) const {
-    const LayoutItem* record = m_layout.Find(target);
-    return PlaceOfDrop({.onItem = target != nullptr,
-                        .lowerHalf = m_lowerHalf,
-                        .onFolder = record && record->kind == LayoutKind::Folder,
-                        .hasPrevious = m_layout.CanMoveUp(target),
-                        .belowDragged = m_belowDragged});
-}
-
-HTREEITEM CLayoutDrag::MoveFirst(HTREEITEM item, HTREEITEM target) {
-    switch (Place(target)) {
-        case DropPlace::AfterPrevious:
-            return m_layout.MoveAfter(item, Tree().PreviousSibling(target));
-        case DropPlace::FirstOfParent:
-            return m_layout.MoveInto(item, Tree().Parent(target), true);
-        case DropPlace::LastInside:
-            return m_layout.MoveInto(item, target, false);
-        case DropPlace::AfterItem:
-            return m_layout.MoveAfter(item, target);
-        case DropPlace::TopLevelFirst:
-            return m_layout.MoveInto(item, nullptr, true);
-        case DropPlace::TopLevelLast:
-            break;
+/// On an item: before it in the upper half of its row; in the lower half inside it when it is a folder, else
+/// behind it.
+CLayoutDrag::DropPlace CLayoutDrag::PlaceOn(HTREEITEM target) const {
+    if (!target) return {nullptr, m_belowDragged ? TVI_LAST : TVI_FIRST};
+    const HTREEITEM parent = Tree().Parent(target);
+    if (!m_lowerHalf) {
+        const HTREEITEM previous = Tree().PreviousSibling(target);
+        return {parent, previous ? previous : TVI_FIRST};
     }
-    return m_layout.MoveInto(item, nullptr, false);
+    const LayoutItem* record = m_layout.Find(target);
+    const bool isFolder = record && record->kind == LayoutKind::Folder;
+    return isFolder ? DropPlace{target, TVI_LAST} : DropPlace{parent, target};
 }
 
 void CLayoutDrag::Drop() {
-    const HTREEITEM target = Tree().DropTarget();
-    const auto targetId = static_cast<LayoutItemId>(target ? Tree().Data(target) : 0);
+    const DropPlace place = PlaceOn(Tree().DropTarget());
     const bool moves = CanDrop();
     End();
     if (!moves) return;
@@ -253,8 +219,8 @@ void CLayoutDrag::Drop() {
     for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
-        if (!item || GoesAlong(Tree().Parent(item))) continue;
-        last = last ? m_layout.MoveAfter(item, last) : MoveFirst(item, m_layout.HandleOf(targetId));
+        if (!item || IsWithinDragged(Tree().Parent(item))) continue;
+        last = last ? m_layout.MoveAfter(item, last) : m_layout.Move(item, place.parent, place.after);
     }
     Tree().ClearSelection();
 }

@@ -30,6 +30,12 @@ class CLayoutDrag {
     void Cancel();
 
   private:
+    /// Where items go: `after` is one of the parent's children, TVI_FIRST or TVI_LAST.
+    struct DropPlace {
+        HTREEITEM parent;  // null: the top level
+        HTREEITEM after;
+    };
+
     UniqueImageList DrawImage() const;
     /// Shows where the items would land, with the image out of the way.
     void ShowPlace();
@@ -41,11 +47,10 @@ class CLayoutDrag {
     /// The items would move if they were dropped now.
     bool CanDrop() const;
     bool IsDragged(HTREEITEM item) const;
-    /// The item, or a folder around it, is one of the dragged.
-    bool GoesAlong(HTREEITEM item) const;
+    /// The item, or a folder that it lies in, is dragged.
+    bool IsWithinDragged(HTREEITEM item) const;
     void End();
-    DropPlace Place(HTREEITEM target) const;
-    HTREEITEM MoveFirst(HTREEITEM item, HTREEITEM target);
+    DropPlace PlaceOn(HTREEITEM target) const;
     CTreeCtrlEx& Tree() const { return m_layout.Tree(); }
 
     CDialog& m_dialog;

@@ -44,7 +44,7 @@ CLayoutFileDlg::CLayoutFileDlg(const std::wstring& folder, const std::wstring& p
       m_displayName(std::move(displayName)) {}
 
 void CLayoutFileDlg::OnInitDone() {
-    const auto combo = Control<CComboBox>(IDC_DISPLAY_NAME);
+    const auto combo = Window().Control<CComboBox>(IDC_DISPLAY_NAME);
     for (const std::wstring& name : m_names) combo.Add(name);
     combo.SetText(m_displayName);
     // Posted: the dialog gives the focus to its own field when this is over.
@@ -60,14 +60,14 @@ void CLayoutFileDlg::OnCommand(UINT id, UINT code) {
     const int field = ::GetDlgItem(dialog.Handle(), cmb13) ? cmb13 : edt1;
     const std::wstring entered = CWindow(::GetDlgItem(dialog.Handle(), field)).Text();
     if (!entered.empty() && entered != m_proposed) return;
-    const auto names = Control<CComboBox>(IDC_DISPLAY_NAME);
+    const auto names = Window().Control<CComboBox>(IDC_DISPLAY_NAME);
     const auto row = code == CBN_SELCHANGE ? names.CurrentRow() : std::nullopt;
     m_proposed = ProposedFileName(row ? names.RowText(*row) : names.Text());
     dialog.SendText(CDM_SETCONTROLTEXT, static_cast<WPARAM>(field), m_proposed);
 }
 
 bool CLayoutFileDlg::OnFileOk() {
-    m_displayName = Control<CComboBox>(IDC_DISPLAY_NAME).Text();
+    m_displayName = Window().Control<CComboBox>(IDC_DISPLAY_NAME).Text();
     if (!m_displayName.empty()) return true;
     ShowMessage(::GetParent(Window().Handle()), LoadText(IDS_DISPLAY_NAME_MISSING), kMessageCaption,
                 MB_OK | MB_ICONEXCLAMATION);

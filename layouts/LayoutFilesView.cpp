@@ -15,7 +15,7 @@ namespace {
 
 constexpr wchar_t kTemporary[] = L".tmp";
 
-/// The null id is nobody's, though a record without a second id may stand under it.
+/// The null id finds nothing, though a record without a second id may stand under it.
 const VstInventoryRecord* FindVst(const CPluginInventory& inventory, const Guid& clsid) {
     return clsid.IsNull() ? nullptr : inventory.Vst().Find(clsid);
 }
@@ -130,15 +130,15 @@ void CLayoutFilesView::OnListChange() {
 
 void CLayoutFilesView::EndPick(bool chosen) {
     m_chosen = chosen;
-    // Put off: the list writes the row's name into its field when it is done with its notifications, whose
+    // Deferred: the list writes the row's name into its field when it is done with its notifications, whose
     // order differs from system to system.
-    ::PostMessageW(m_dialog.Handle(), crackers::kPutOff, 0, 0);
+    ::PostMessageW(m_dialog.Handle(), crackers::kDeferred, 0, 0);
 }
 
-void CLayoutFilesView::OnPutOff() {
+void CLayoutFilesView::OnDeferred() {
     if (!m_listMoved) return;
     const auto row = m_list.CurrentRow();
-    // Until the picked layout is there, the list shows the one that is.
+    // Until the picked layout is loaded, the list shows the present one.
     m_list.SetCurrentRow(m_current);
     m_list.SetText(m_name);
     m_listMoved = false;
@@ -150,7 +150,7 @@ void CLayoutFilesView::Pick(std::optional<int> row) {
     const int answer = AskToSave(MB_YESNOCANCEL);
     if (answer == IDCANCEL) return;
     if (answer != IDYES || path.empty()) return ShowPicked(row);
-    // Saving lists the folder anew: the rows are others then, and files from elsewhere have none.
+    // Saving fills the list again: the rows are others then, and files of other folders have none.
     if (const auto newRow = RowOf(path)) return ShowPicked(newRow);
     Open(path);
 }
@@ -184,7 +184,7 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
         ShowSaved(path, name);
     } else {
         // So that the user sees which item can't be written.
-        if (document.FailedItem()) m_tree.Layout().Tree().SelectOnly(document.FailedItem());
+        if (document.FailedItem()) m_tree.Tree().SelectOnly(document.FailedItem());
         m_tree.UpdateButtons();
         const std::wstring reason = SaveFailureText(document);
         Complain(LoadText(IDS_LAYOUT_SAVE_ERROR) + (reason.empty() ? L"" : L"\n\n" + reason));
@@ -202,9 +202,9 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     // Of several layouts with one name it is the one in this file.
     const auto row = RowOf(path);
     if (!row || m_list.RowText(*row) != name) return;
-    const CRememberedTree remembered(m_tree.Layout().Tree());
+    const CRememberedTree remembered(m_tree.Tree());
     ShowPicked(row);
-    remembered.Restore(m_tree.Layout().Tree());
+    remembered.Restore(m_tree.Tree());
     m_tree.UpdateButtons();
 }
 
@@ -214,7 +214,7 @@ void CLayoutFilesView::OnDelete() {
         ::DeleteFileW(path.c_str());
         m_list.Remove(*m_current);
         m_current.reset();
-        // When New is left, the tree is a layout without a file.
+        // If the user cancels New, the tree is a layout without a file.
         m_list.SetText(m_name);
         ShowFileName(L"");
         EnableDelete(false);
@@ -263,7 +263,7 @@ void CLayoutFilesView::SetName(const std::wstring& name) {
     m_list.SetText(name);
 }
 
-/// The list's field, but while the list only offers other layouts.
+/// What the list's field shows; the name from before while the list offers other layouts.
 const std::wstring& CLayoutFilesView::DisplayName() {
     if (!m_listMoved) m_name = m_list.Text();
     return m_name;

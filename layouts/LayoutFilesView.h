@@ -20,7 +20,8 @@ class CLayoutFilesView {
                      const CHostWindow& host, const std::wstring& folder, std::wstring settingsKey);
 
     void OnInitDialog();
-    /// The plug-ins were found anew: those of the layout that are missing now are grey, and no others.
+    /// After an enumeration: of the plug-ins in the layout those that are missing become grey, all others
+    /// not.
     void MarkInstalled() { m_tree.Layout().Mark(m_plugins.mark); }
 
     /// Asks whether to save a modified layout, with the given MB_ buttons. Gives the answer's button id: IDNO
@@ -28,7 +29,7 @@ class CLayoutFilesView {
     int AskToSave(UINT buttons);
     /// Lists the layout files of the layouts folder; none of them is the current one.
     void ListLayouts();
-    /// Shows the layout of a file; says so when it is none.
+    /// Shows the layout of a file, or a message when it is none.
     void Open(const std::wstring& path);
 
     void OnNew();
@@ -36,12 +37,12 @@ class CLayoutFilesView {
     void OnSave() { Save(); }
     void OnDelete();
     void OnEditName() { m_name = m_list.Text(); }
-    /// Another row is the list's current one: picked, or only passed by in the list that is down.
+    /// The list's current row has changed: picked, or only passed in the open list.
     void OnListChange();
     void OnListChosen() { EndPick(true); }
     void OnListLeft() { EndPick(false); }
-    void OnPutOff();
-    /// Over the closed list it would go through the layouts.
+    void OnDeferred();
+    /// Over the closed list the wheel would pick one layout after the other.
     bool IsWheelOverList(const MSG& message) const;
 
   private:
@@ -79,6 +80,6 @@ class CLayoutFilesView {
     std::optional<int> m_current;       // row of the layout shown; nothing for a new one
     std::wstring m_name;                // in the list's field, before a pick changes it
     bool m_listMoved = false;           // the list's current row is not the layout shown
-    bool m_chosen = false;              // by the row that the list moved to; else it was left
+    bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
     std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
 };

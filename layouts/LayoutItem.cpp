@@ -8,37 +8,38 @@ constexpr LayoutItemId kFirstPluginId = 1024;
 constexpr LayoutItemId kFirstFolderId = 0x100000;
 constexpr LayoutItemId kFirstSeparatorId = 0x80000000;
 
-constexpr LayoutImages kFolderImages = {5, 6};
-constexpr LayoutImages kSeparatorImages = {7, 7};
-constexpr int kUnknownCategoryImage = 8;
+using enum LayoutImage;
 
 struct PluginImages {
-    int missing;
-    int inInventory;
-    int elsewhere;
+    LayoutImage missing;
+    LayoutImage inInventory;
+    LayoutImage elsewhere;
 };
 
 /// By category code.
 constexpr std::array<PluginImages, 11> kPluginImages = {{
-    {13, 23, 23},  // DirectX effects
-    {9, 15, 17},   // VST effects
-    {14, 24, 24},  // DirectX instruments
-    {10, 16, 18},  // VST instruments
-    {2, 2, 2},     // MIDI effects
-    {13, 23, 23},  // media objects
-    {3, 3, 3},     // control surfaces
-    {9, 15, 17},   // legacy wrapped VST effects
-    {10, 16, 18},  // legacy wrapped VST instruments
-    {11, 19, 21},  // VST3 effects
-    {12, 20, 22},  // VST3 instruments
+    {DxEffectMissing, DxEffect, DxEffect},                             // DirectX effects
+    {VstEffectMissing, VstEffect, VstEffectElsewhere},                 // VST effects
+    {DxInstrumentMissing, DxInstrument, DxInstrument},                 // DirectX instruments
+    {VstInstrumentMissing, VstInstrument, VstInstrumentElsewhere},     // VST instruments
+    {MidiEffect, MidiEffect, MidiEffect},                              // MIDI effects
+    {DxEffectMissing, DxEffect, DxEffect},                             // media objects
+    {ControlSurface, ControlSurface, ControlSurface},                  // control surfaces
+    {VstEffectMissing, VstEffect, VstEffectElsewhere},                 // legacy wrapped VST effects
+    {VstInstrumentMissing, VstInstrument, VstInstrumentElsewhere},     // legacy wrapped VST instruments
+    {Vst3EffectMissing, Vst3Effect, Vst3EffectElsewhere},              // VST3 effects
+    {Vst3InstrumentMissing, Vst3Instrument, Vst3InstrumentElsewhere},  // VST3 instruments
 }};
 
-int PluginImage(const LayoutItem& item) {
-    if (item.category < 0 || item.category >= static_cast<int>(kPluginImages.size()))
-        return kUnknownCategoryImage;
+LayoutImage PluginImage(const LayoutItem& item) {
+    if (item.category < 0 || item.category >= static_cast<int>(kPluginImages.size())) return Unknown;
     const PluginImages& images = kPluginImages[static_cast<std::size_t>(item.category)];
     if (!item.installed) return images.missing;
     return item.inventoryFlag ? images.inInventory : images.elsewhere;
+}
+
+constexpr LayoutImages Show(LayoutImage normal, LayoutImage selected) {
+    return {static_cast<int>(normal), static_cast<int>(selected)};
 }
 
 /// Beyond its range an id would tell another kind, and could be the id of an item that is there.
@@ -73,12 +74,12 @@ LayoutItem NewPlugin() {
 LayoutImages ImagesOf(const LayoutItem& item) {
     switch (item.kind) {
         case LayoutKind::Folder:
-            return kFolderImages;
+            return Show(Folder, OpenFolder);
         case LayoutKind::Separator:
-            return kSeparatorImages;
+            return Show(Separator, Separator);
         case LayoutKind::Plugin:
             break;
     }
-    const int image = PluginImage(item);
-    return {image, image};
+    const LayoutImage image = PluginImage(item);
+    return Show(image, image);
 }

@@ -40,7 +40,34 @@ LayoutItem NewFolder(std::wstring name);
 LayoutItem NewSeparator();
 LayoutItem NewPlugin();
 
-/// Indexes into the tree's image list.
+/// The tree's images, by their index in its image list. The indexes between have an image that nothing shows.
+enum class LayoutImage {
+    MidiEffect = 2,
+    ControlSurface = 3,
+    Folder = 5,
+    OpenFolder,
+    Separator,
+    Unknown,
+    VstEffectMissing,
+    VstInstrumentMissing,
+    Vst3EffectMissing,
+    Vst3InstrumentMissing,
+    DxEffectMissing,
+    DxInstrumentMissing,
+    VstEffect,
+    VstInstrument,
+    VstEffectElsewhere,
+    VstInstrumentElsewhere,
+    Vst3Effect,
+    Vst3Instrument,
+    Vst3EffectElsewhere,
+    Vst3InstrumentElsewhere,
+    DxEffect,
+    DxInstrument,
+};
+inline constexpr int kLayoutImageCount = static_cast<int>(LayoutImage::DxInstrument) + 1;
+
+/// Indexes of the images that an item shows.
 struct LayoutImages {
     int normal;
     int selected;
@@ -48,4 +75,3 @@ struct LayoutImages {
     friend bool operator==(const LayoutImages&, const LayoutImages&) = default;
 };
 LayoutImages ImagesOf(const LayoutItem& item);
-inline constexpr int kLayoutImageCount = 25;

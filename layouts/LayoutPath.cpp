@@ -2,11 +2,6 @@
 
 #include <windows.h>
 
-bool SamePath(std::wstring_view a, std::wstring_view b) {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                  TRUE) == CSTR_EQUAL;
-}
-
 bool HasExtension(std::wstring_view path, std::wstring_view extension) {
     return path.size() >= extension.size() &&
            SamePath(path.substr(path.size() - extension.size()), extension);

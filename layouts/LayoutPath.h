@@ -4,8 +4,9 @@
 #include <string>
 #include <string_view>
 
-bool SamePath(std::wstring_view a, std::wstring_view b);
-/// Case is ignored, here as there.
+#include "NameOrder.h"
+
+/// Case is ignored.
 bool HasExtension(std::wstring_view path, std::wstring_view extension);
 /// A path from the command line may be relative, and one from the registry may have detours.
 std::wstring FullPathOf(const std::wstring& path);

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <array>
 
 #include "Dialog.h"
@@ -18,9 +20,11 @@ class CLayoutToolbar {
     void LoadImages(UINT dpi);
     /// False when the item is none of these buttons.
     bool OnDrawItem(const DRAWITEMSTRUCT& item);
+    void OnNeedTipText(NMTTDISPINFOW& tip) const;
 
   private:
     CDialog& m_dialog;
     std::array<CXButtonXP, 4> m_buttons;
     CStaticCtrlEx m_label;
+    CToolTips m_tips;
 };

@@ -1,33 +1,15 @@
 #include "LayoutTreeView.h"
 
-#include <algorithm>
-
 #include "AccessibleName.h"
+#include "LayoutItemProperties.h"
 #include "MessageCaption.h"
 #include "Resources.h"
-#include "SinglePropDlg.h"
 #include "TextFormat.h"
-#include "TreeItemPropDlg.h"
 #include "resource.h"
-
-class CLayoutTreeView::CUpdateLock {
-  public:
-    explicit CUpdateLock(CLayoutTreeView& view) : m_view(view) { m_view.m_mayUpdate = false; }
-    ~CUpdateLock() {
-        m_view.m_mayUpdate = true;
-        m_view.UpdateButtons();
-    }
-    CUpdateLock(const CUpdateLock&) = delete;
-    CUpdateLock& operator=(const CUpdateLock&) = delete;
-
-  private:
-    CLayoutTreeView& m_view;
-    const CTreeHold m_hold{m_view.m_layout.Scroll()};
-};
 
 CLayoutTreeView::CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory,
                                  const CPluginListView& plugins)
-    : m_dialog(dialog), m_inventory(inventory), m_plugins(plugins), m_drag(dialog, m_layout) {}
+    : m_dialog(dialog), m_inventory(inventory), m_plugins(plugins) {}
 
 void CLayoutTreeView::OnInitDialog() {
     const CWindow placeholder = m_dialog.Item(IDC_LAYOUT_TREE);
@@ -44,11 +26,7 @@ void CLayoutTreeView::OnInitDialog() {
                                  const LayoutItem* record = m_layout.Find(item);
                                  return record && record->kind == LayoutKind::Plugin && !record->installed;
                              },
-                         .onInput =
-                             [this](bool down) {
-                                 m_mayUpdate = !down && !m_drag.IsDragging();
-                                 UpdateButtons();
-                             },
+                         .onInput = [this] { UpdateButtons(); },
                          .onTimer = [this] { m_drag.OnTimer(); }});
     ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -56,21 +34,6 @@ void CLayoutTreeView::OnInitDialog() {
     // The layout list stands between the tree and the label that is meant for both.
     SetAccessibleName(tree, m_dialog.Item(IDC_LAYOUT_LABEL).Text());
     m_layout.Clear();
-}
-
-void CLayoutTreeView::UpdateButtons() const {
-    if (!m_mayUpdate) return;
-    const bool canActOnAll = m_tree.Root() && !m_drag.IsDragging();
-    for (const int id : {IDC_EXPAND_ALL, IDC_COLLAPSE_ALL, IDC_SORT_ALL})
-        m_dialog.EnableItem(id, canActOnAll, IDC_LAYOUT_TREE);
-    const auto selected = m_tree.SelectedItems();
-    const bool allInFolders =
-        std::ranges::all_of(selected, [this](HTREEITEM item) { return m_tree.Parent(item) != nullptr; });
-    const HTREEITEM only = selected.size() == 1 ? selected.front() : nullptr;
-    m_dialog.EnableItem(IDC_PROMOTE, !selected.empty() && allInFolders, IDC_LAYOUT_TREE);
-    m_dialog.EnableItem(IDC_REMOVE, !selected.empty(), IDC_LAYOUT_TREE);
-    m_dialog.EnableItem(IDC_MOVE_UP, m_layout.CanMoveUp(only), IDC_LAYOUT_TREE);
-    m_dialog.EnableItem(IDC_MOVE_DOWN, m_layout.CanMoveDown(only), IDC_LAYOUT_TREE);
 }
 
 int CLayoutTreeView::Ask(UINT textId) const {
@@ -92,7 +55,7 @@ LayoutItem CLayoutTreeView::PluginItem(const PluginRow& plugin) const {
 }
 
 void CLayoutTreeView::OnAddPlugin() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     // Kept: the target stays the same for all, so behind a plug-in they end up in reverse order.
     const HTREEITEM target = m_tree.Caret();
     HTREEITEM last = nullptr;
@@ -106,7 +69,7 @@ void CLayoutTreeView::OnAddPlugin() {
 void CLayoutTreeView::InsertFolder(HTREEITEM target, IntoFolder into) {
     HTREEITEM folder = nullptr;
     {
-        const CUpdateLock lock(*this);
+        const CCommand command(*this);
         folder = m_layout.Insert(target, into, NewFolder(LoadText(IDS_NEW_FOLDER)));
         if (folder) m_tree.SelectOnly(folder);
     }
@@ -120,7 +83,7 @@ HTREEITEM CLayoutTreeView::PlaceForNew() const {
 void CLayoutTreeView::OnNewFolder() { InsertFolder(PlaceForNew(), IntoFolder::No); }
 
 void CLayoutTreeView::OnAddSeparator() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     const HTREEITEM separator = m_layout.Insert(PlaceForNew(), IntoFolder::No, NewSeparator());
     if (separator) m_tree.SelectOnly(separator);
 }
@@ -132,38 +95,42 @@ void CLayoutTreeView::Rename(HTREEITEM item) const {
 }
 
 void CLayoutTreeView::ExpandAll(bool expand) {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     m_layout.ExpandAll(expand);
 }
 
 void CLayoutTreeView::OnSortAll() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     m_layout.Sort(nullptr);
 }
 
 void CLayoutTreeView::SortSelected() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     for (const HTREEITEM item : m_tree.SelectedItems()) m_layout.Sort(item);
 }
 
 void CLayoutTreeView::OnRemove() {
     if (m_layout.WouldDeleteFolder() && Ask(IDS_DELETE_FOLDER_QUESTION) != IDYES) return;
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     m_layout.DeleteSelection();
 }
 
 void CLayoutTreeView::OnMoveUp() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     m_layout.MoveUp(m_tree.Caret());
 }
 
 void CLayoutTreeView::OnMoveDown() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     m_layout.MoveDown(m_tree.Caret());
 }
 
+void CLayoutTreeView::MoveCaretTo(HTREEITEM end) {
+    if (const HTREEITEM caret = m_tree.Caret()) m_layout.Move(caret, m_tree.Parent(caret), end);
+}
+
 void CLayoutTreeView::OnPromote() {
-    const CUpdateLock lock(*this);
+    const CCommand command(*this);
     for (const LayoutItemId id : m_layout.SelectedIds()) {
         const HTREEITEM item = m_layout.HandleOf(id);
         // Kept: an item of the top level goes to its end.
@@ -171,14 +138,8 @@ void CLayoutTreeView::OnPromote() {
     }
 }
 
-void CLayoutTreeView::OnBeginDrag(const NMTREEVIEWW& item) {
-    m_mayUpdate = false;
-    m_drag.Begin(item.itemNew.hItem, item.ptDrag);
-}
-
 void CLayoutTreeView::CancelDrag() {
     m_drag.Cancel();
-    m_mayUpdate = true;
     UpdateButtons();
 }
 
@@ -187,13 +148,10 @@ void CLayoutTreeView::OnCaptureChanged() {
 }
 
 void CLayoutTreeView::OnButtonUp(POINT client) {
-    if (m_drag.IsDragging()) {
-        m_drag.OnMouseMove(client);
-        m_drag.Drop();
-    }
-    if (m_mayUpdate) return;
-    m_mayUpdate = true;
-    UpdateButtons();
+    if (!m_drag.IsDragging()) return;
+    m_drag.OnMouseMove(client);
+    const CLayoutButtons::CLock lock(m_buttons);
+    m_drag.Drop();
 }
 
 BOOL CLayoutTreeView::OnBeginLabelEdit(const NMTVDISPINFOW& item) const {
@@ -237,7 +195,7 @@ void CLayoutTreeView::OnRightClick() {
 
 void CLayoutTreeView::OnItemExpanded(const NMTREEVIEWW& item) const {
     if (item.action != TVE_COLLAPSE) return;
-    // What can't be seen must not go along with what is done to the selection.
+    // A command on the selection must not reach what can't be seen.
     m_tree.DeselectWithin(item.itemNew.hItem);
     UpdateButtons();
 }
@@ -308,10 +266,10 @@ void CLayoutTreeView::Run(UINT command, HTREEITEM target) {
             InsertFolder(target, IntoFolder::No);
             break;
         case ID_MOVE_TO_TOP:
-            if (const HTREEITEM caret = m_tree.Caret()) m_layout.MoveInto(caret, m_tree.Parent(caret), true);
+            MoveCaretTo(TVI_FIRST);
             break;
         case ID_MOVE_TO_BOTTOM:
-            if (const HTREEITEM caret = m_tree.Caret()) m_layout.MoveInto(caret, m_tree.Parent(caret), false);
+            MoveCaretTo(TVI_LAST);
             break;
         case ID_SORT_FOLDERS:
             SortSelected();
@@ -334,30 +292,5 @@ void CLayoutTreeView::ClearLayout() {
 }
 
 void CLayoutTreeView::ShowProperties(HTREEITEM item) {
-    const LayoutItem* record = m_layout.Find(item);
-    if (!record || record->kind == LayoutKind::Separator) return;
-    // A copy, because the dialog lets messages in that may change the layout.
-    const LayoutItem copy = *record;
-    copy.kind == LayoutKind::Folder ? ShowFolderProperties(item, copy) : ShowPluginProperties(item, copy);
-}
-
-void CLayoutTreeView::ShowFolderProperties(HTREEITEM item, const LayoutItem& folder) {
-    std::wstring name = folder.name;
-    CSinglePropDlg dialog(IDS_FOLDER_PROPERTIES, IDS_FOLDER_NAME_PROMPT, name);
-    if (dialog.RunModal(m_dialog.Handle()) != IDOK || name.empty() || name == folder.name) return;
-    m_layout.Change(item, [&](LayoutItem& record) { record.name = name; });
-}
-
-void CLayoutTreeView::ShowPluginProperties(HTREEITEM item, const LayoutItem& plugin) {
-    CTreeItemPropDlg dialog(m_inventory, plugin);
-    const bool confirmed = dialog.RunModal(m_dialog.Handle()) == IDOK;
-    m_layout.NoteOriginalName(item, dialog.OriginalName());
-    if (!confirmed) return;
-    const bool presetChanged = dialog.DefaultPreset() != plugin.defaultPreset;
-    if ((dialog.Name().empty() || dialog.Name() == plugin.name) && !presetChanged) return;
-    m_layout.Change(item, [&](LayoutItem& record) {
-        // Kept: with another preset an empty name is taken, too.
-        record.name = dialog.Name();
-        record.defaultPreset = dialog.DefaultPreset();
-    });
+    ShowItemProperties(m_dialog.Handle(), m_layout, item, m_inventory);
 }

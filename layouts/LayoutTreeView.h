@@ -8,6 +8,7 @@
 #include <string>
 
 #include "Dialog.h"
+#include "LayoutButtons.h"
 #include "LayoutDrag.h"
 #include "PluginInventory.h"
 #include "PluginListView.h"
@@ -18,13 +19,15 @@ class CLayoutTreeView {
   public:
     CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory, const CPluginListView& plugins);
 
-    /// Puts the tree in the place of the template's one, directly after the layout list in the tab order.
+    /// Replaces the template's tree; the new one stands directly after the layout list in the tab order.
     void OnInitDialog();
     void OnDestroy() { m_tree.Detach(); }
 
     CTreeCtrlWrapper& Layout() { return m_layout; }
-    /// Enables the buttons that can act on the tree as it is; does nothing while that is suspended.
-    void UpdateButtons() const;
+    const CTreeCtrlEx& Tree() const { return m_tree; }
+    /// Images for the screen's scale.
+    void LoadImages(UINT dpi) { m_layout.LoadImages(dpi); }
+    void UpdateButtons() const { m_buttons.Update(); }
     void CancelDrag();
     bool IsEditingLabel() const { return m_tree.IsLive() && m_tree.LabelEdit().Handle(); }
     void EndLabelEdit(bool cancel) const { m_tree.EndLabelEdit(cancel); }
@@ -52,28 +55,34 @@ class CLayoutTreeView {
     BOOL OnEndLabelEdit(const NMTVDISPINFOW& item);
     void OnDeleteItem(const NMTREEVIEWW& item) { m_layout.OnDeleteItem(item.itemOld.hItem); }
     void OnKeyDown(const NMTVKEYDOWN& key);
-    void OnBeginDrag(const NMTREEVIEWW& item);
+    void OnBeginDrag(const NMTREEVIEWW& item) { m_drag.Begin(item.itemNew.hItem, item.ptDrag); }
+    /// The system tells the outermost window only, and the control relies on being told by that.
+    void OnColoursChanged() const { m_tree.Send(WM_SYSCOLORCHANGE); }
     LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const { return m_tree.OnCustomDraw(draw); }
 
     /// A command of the context menus, for the item that it was opened for.
     void Run(UINT command, HTREEITEM target);
 
   private:
-    /// Keeps the buttons as they are while items change, and sets them anew at the end; the tree keeps its
-    /// place.
-    class CUpdateLock;
+    /// The tree keeps its place meanwhile, and the buttons are set once, at the end.
+    struct CCommand {
+        explicit CCommand(CLayoutTreeView& view) : lock(view.m_buttons), hold(view.m_layout.Scroll()) {}
+        const CLayoutButtons::CLock lock;
+        const CTreeHold hold;
+    };
 
     LayoutItem PluginItem(const PluginRow& plugin) const;
-    /// Null, the end of the top level, when nothing is selected: the caret outlives a click on empty space.
+    /// The caret item, or null, the end of the top level, when nothing is selected: a click on empty space
+    /// does not take the caret away.
     HTREEITEM PlaceForNew() const;
     void InsertFolder(HTREEITEM target, IntoFolder into);
     void Rename(HTREEITEM item) const;
     void ExpandAll(bool expand);
     void SortSelected();
+    /// Moves the caret item to the start or the end of its folder: TVI_FIRST or TVI_LAST.
+    void MoveCaretTo(HTREEITEM end);
     void ClearLayout();
     void ShowProperties(HTREEITEM item);
-    void ShowFolderProperties(HTREEITEM item, const LayoutItem& folder);
-    void ShowPluginProperties(HTREEITEM item, const LayoutItem& plugin);
     void ShowContextMenu(HTREEITEM item, POINT screen);
     void ShowMenuOfCaret();
     int Ask(UINT textId) const;
@@ -83,6 +92,6 @@ class CLayoutTreeView {
     const CPluginListView& m_plugins;
     CTreeCtrlEx m_tree;
     CTreeCtrlWrapper m_layout{m_tree};
-    CLayoutDrag m_drag;
-    bool m_mayUpdate = true;
+    CLayoutDrag m_drag{m_dialog, m_layout};
+    CLayoutButtons m_buttons{m_dialog, m_layout, m_drag};
 };

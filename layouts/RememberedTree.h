@@ -1,4 +1,4 @@
-// What is open, selected and in view in a tree, over its being filled anew.
+// Keeps what is open, selected and in view while a tree is filled again.
 #pragma once
 
 #include <vector>
@@ -7,9 +7,8 @@
 
 class CRememberedTree {
   public:
-    /// Notes it.
     explicit CRememberedTree(const CTreeCtrlEx& tree);
-    /// Restores it in a tree that was filled anew with the same items; a tree with others is left alone.
+    /// For a tree that was filled again with as many items; any other is left alone.
     void Restore(const CTreeCtrlEx& tree) const;
 
   private:

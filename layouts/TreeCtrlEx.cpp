@@ -117,46 +117,33 @@ LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
         tree->Detach();
         return ::CallWindowProcW(original, hwnd, message, wParam, lParam);
     }
-    try {
-        return tree->Dispatch(message, wParam, lParam);
-    } catch (...) {
-        ::OutputDebugStringW(L"A tree handler failed.\n");
-        return 0;
-    }
+    return Guarded([&] { return tree->Dispatch(message, wParam, lParam); });
 }
 
 LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
-    const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
         case WM_LBUTTONDBLCLK:
-            // With Shift or Ctrl it is one more click.
+            // With Shift or Ctrl a double click is one more click.
             if ((wParam & (MK_SHIFT | MK_CONTROL)) == 0) break;
             [[fallthrough]];
-        case WM_LBUTTONDOWN: {
-            TakeEditedLabel();
-            m_hooks.onInput(true);
-            const bool taken = OnLeftDown(client, (wParam & MK_SHIFT) != 0, (wParam & MK_CONTROL) != 0);
-            // The control waits for the release itself and takes its message: none may come after this.
-            const LRESULT result = taken ? 0 : Default(message, wParam, lParam);
-            m_hooks.onInput(false);
-            return result;
-        }
+        case WM_LBUTTONDOWN:
+            return Press(message, wParam, lParam);
         case WM_RBUTTONDOWN: {
-            TakeEditedLabel();
-            const bool taken = OnRightDown(client);
-            m_hooks.onInput(false);
+            ConfirmEditedLabel();
+            const bool taken = OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            m_hooks.onInput();
             if (taken) return 0;
             break;
         }
         case WM_KEYDOWN:
             if (!OnKeyDown(static_cast<UINT>(wParam))) break;
-            m_hooks.onInput(false);
+            m_hooks.onInput();
             return 0;
         case WM_CHAR:
             if (wParam == kControlA) return 0;  // the control would look for an item of that name, and beep
             break;
         case WM_SYSKEYDOWN:
-            // What the menu key does, on keyboards without it.
+            // Shift+F10 stands for the menu key.
             if (wParam == VK_F10 && IsDown(VK_SHIFT)) {
                 NotifyKey(VK_APPS);
                 return 0;
@@ -179,7 +166,7 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
             break;
         case TVM_DELETEITEM:
-            m_anchor = m_marked = m_markLevel = nullptr;  // it may be the item that goes, or be in it
+            m_anchor = m_marked = m_markLevel = nullptr;  // they may be that item, or lie in it
             break;
         default:
             break;
@@ -187,7 +174,21 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     return Default(message, wParam, lParam);
 }
 
-void CTreeCtrlEx::TakeEditedLabel() const {
+LRESULT CTreeCtrlEx::Press(UINT message, WPARAM wParam, LPARAM lParam) {
+    ConfirmEditedLabel();
+    m_pressing = true;
+    const LRESULT result = Guarded([&] {
+        const bool taken = OnLeftDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, (wParam & MK_SHIFT) != 0,
+                                      (wParam & MK_CONTROL) != 0);
+        // The control waits for the release itself and takes its message: none may come after this.
+        return taken ? 0 : Default(message, wParam, lParam);
+    });
+    m_pressing = false;
+    m_hooks.onInput();
+    return result;
+}
+
+void CTreeCtrlEx::ConfirmEditedLabel() const {
     if (LabelEdit().IsLive()) EndLabelEdit(false);
 }
 
@@ -201,7 +202,7 @@ bool CTreeCtrlEx::OnLeftDown(POINT client, bool shift, bool control) {
         }
         return false;
     }
-    // These two leave the control out: it knows of one selected item only.
+    // Not passed on to the control, which knows of one selected item only.
     if (shift || control) {
         Focus();
         shift ? ExtendTo(item) : Toggle(item);
@@ -294,8 +295,7 @@ bool CTreeCtrlEx::OnKeyDown(UINT key) {
         return false;
     }
     if (!m_anchor) m_anchor = Caret();
-    // The control finds the item that the key leads to, and then it is the range up to there that is
-    // selected.
+    // The control moves the caret to where the key leads; then the range up to there is selected.
     Default(WM_KEYDOWN, key, 0);
     if (m_anchor && Caret()) SelectRange(Shown(m_anchor), Caret());
     return true;

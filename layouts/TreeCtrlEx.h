@@ -14,8 +14,7 @@ class CTreeCtrlEx : public CTreeSelection {
     /// What the tree asks of and tells its owner.
     struct Hooks {
         std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in grey
-        std::function<void(bool)>
-            onInput;  // true: the left button went down, false: mouse or key are dealt with
+        std::function<void()> onInput;          // a mouse button or key has been handled
         std::function<void()> onTimer;
     };
 
@@ -28,6 +27,8 @@ class CTreeCtrlEx : public CTreeSelection {
     void Attach(HWND tree, Hooks hooks);
     void Detach();
 
+    /// The left button went down, and what comes of that is not done yet.
+    bool IsPressing() const { return m_pressing; }
     /// Draws a line before or behind the item, indented like `sibling`; the item then does not look like one
     /// to drop on.
     void SetInsertMark(HTREEITEM item, bool behind, HTREEITEM sibling);
@@ -45,6 +46,7 @@ class CTreeCtrlEx : public CTreeSelection {
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) const {
         return ::CallWindowProcW(m_original, m_hwnd, message, wParam, lParam);
     }
+    LRESULT Press(UINT message, WPARAM wParam, LPARAM lParam);
     /// True when the control's own handling is not to follow.
     bool OnLeftDown(POINT client, bool shift, bool control);
     bool OnRightDown(POINT client);
@@ -53,13 +55,14 @@ class CTreeCtrlEx : public CTreeSelection {
     void ExtendTo(HTREEITEM item);
     void Toggle(HTREEITEM item);
     void DrawInsertMark(HDC dc) const;
-    /// A click elsewhere takes the name that is being edited, and does what it does otherwise.
-    void TakeEditedLabel() const;
+    /// A click elsewhere confirms the name that is being edited, and works as usual.
+    void ConfirmEditedLabel() const;
     void NotifyKey(WORD key) const;
     void NotifyParent(NMHDR& header, UINT code) const;
 
     Hooks m_hooks;
     WNDPROC m_original = nullptr;
+    bool m_pressing = false;
     HTREEITEM m_anchor = nullptr;  // of a selection with Shift; null after any plain click
     HTREEITEM m_marked = nullptr;  // has the insert mark
     HTREEITEM m_markLevel = nullptr;

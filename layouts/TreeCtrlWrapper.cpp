@@ -4,18 +4,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "Dpi.h"
 #include "LayoutImageList.h"
-
-namespace {
-
-int CompareIgnoringCase(std::wstring_view a, std::wstring_view b) {
-    return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                  TRUE) -
-           CSTR_EQUAL;
-}
-
-}  // namespace
+#include "NameOrder.h"
 
 const LayoutItem* CTreeCtrlWrapper::Find(HTREEITEM item) const {
     const auto found = m_entries.find(item);
@@ -81,7 +71,7 @@ HTREEITEM CTreeCtrlWrapper::Insert(HTREEITEM target, IntoFolder into, const Layo
     return item;
 }
 
-/// The top level is inside of no item.
+/// At a null target the item goes inside the top level.
 bool CTreeCtrlWrapper::GoesInside(HTREEITEM target, IntoFolder into) const {
     if (!target) return true;
     const LayoutItem* record = Find(target);
@@ -95,7 +85,7 @@ void CTreeCtrlWrapper::Clear() {
     m_entries.clear();
     m_records.clear();
     // Once: reading 25 icons takes longer than most layouts.
-    if (!m_images) LoadImages(DpiOf(m_tree.Handle()));
+    if (!m_images) LoadImages(::GetDpiForWindow(m_tree.Handle()));
     m_modified = false;
 }
 
@@ -107,7 +97,8 @@ void CTreeCtrlWrapper::LoadImages(UINT dpi) {
 
 std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
     std::vector<HTREEITEM> children;
-    for (HTREEITEM item = FirstChild(parent); item; item = m_tree.NextSibling(item)) children.push_back(item);
+    const HTREEITEM first = parent ? m_tree.Child(parent) : m_tree.Root();
+    for (HTREEITEM item = first; item; item = m_tree.NextSibling(item)) children.push_back(item);
     return children;
 }
 
@@ -115,7 +106,7 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     const LayoutItem* record = Find(item);
     const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
     if (!copy) return nullptr;
-    // From the last to the first: behind the last one the control would look for it along all the others.
+    // From the last to the first: to add behind others, the control would walk all of them each time.
     const std::vector<HTREEITEM> children = Children(item);
     for (std::size_t left = children.size(); left > 0; --left)
         CopySubtree(children[left - 1], copy, TVI_FIRST);
@@ -124,12 +115,12 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     return copy;
 }
 
-void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM heir) {
-    m_scroll.Goes(item, heir);
+void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM replacement) {
+    m_scroll.BeforeDelete(item, replacement);
     m_tree.Delete(item);
 }
 
-HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
+HTREEITEM CTreeCtrlWrapper::Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
     if (item == after || m_tree.IsWithin(parent, item)) return item;
     const CTreeHold hold(m_scroll);
     const HTREEITEM caret = m_tree.Caret();
@@ -146,23 +137,15 @@ HTREEITEM CTreeCtrlWrapper::MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     return moved;
 }
 
-HTREEITEM CTreeCtrlWrapper::MoveAfter(HTREEITEM item, HTREEITEM sibling) {
-    return MoveSubtree(item, m_tree.Parent(sibling), sibling);
-}
-
-HTREEITEM CTreeCtrlWrapper::MoveInto(HTREEITEM item, HTREEITEM parent, bool first) {
-    return MoveSubtree(item, parent, first ? TVI_FIRST : TVI_LAST);
-}
-
 HTREEITEM CTreeCtrlWrapper::MoveTo(HTREEITEM item, HTREEITEM target, IntoFolder into) {
-    return GoesInside(target, into) ? MoveInto(item, target, false) : MoveAfter(item, target);
+    return GoesInside(target, into) ? Move(item, target, TVI_LAST) : MoveAfter(item, target);
 }
 
 void CTreeCtrlWrapper::MoveUp(HTREEITEM item) {
     const HTREEITEM previous = m_tree.PreviousSibling(item);
     if (!previous) return;
     const HTREEITEM beforeThat = m_tree.PreviousSibling(previous);
-    beforeThat ? MoveAfter(item, beforeThat) : MoveInto(item, m_tree.Parent(item), true);
+    Move(item, m_tree.Parent(item), beforeThat ? beforeThat : TVI_FIRST);
 }
 
 void CTreeCtrlWrapper::MoveDown(HTREEITEM item) {
@@ -212,7 +195,7 @@ void CTreeCtrlWrapper::DeleteSelection() {
     if (!caret) return;
     std::vector<HTREEITEM> outermost;
     for (HTREEITEM item = m_tree.Root(); item;) {
-        // What is in a deleted folder goes with it, and its handles with that.
+        // What is in a folder is deleted with it, and its handles are not valid any more.
         const bool goes = item != caret && m_tree.IsSelected(item);
         if (goes) outermost.push_back(item);
         item = goes ? m_tree.NextBehind(item) : m_tree.NextInOrder(item);

@@ -20,15 +20,14 @@
 /// Whether an item that is put at a folder goes inside it.
 enum class IntoFolder { No, Yes };
 
-/// Each item's data is its record's id. A null item means the top level where a parent or target is asked
-/// for, and that there is none where one is given.
+/// Each item's data is its record's id. As an argument for a parent or a target null means the top level, as
+/// a result that there is no item.
 class CTreeCtrlWrapper {
   public:
     explicit CTreeCtrlWrapper(CTreeCtrlEx& tree) : m_tree(tree) {}
 
     CTreeCtrlEx& Tree() const { return m_tree; }
-    /// Held by all that moves, sorts, deletes, opens or closes items, and by who does several of these at
-    /// once.
+    /// To be held while items are moved, sorted, deleted, opened or closed, and around several of these.
     CTreeScroll& Scroll() { return m_scroll; }
     /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
     bool IsModified() const { return m_modified; }
@@ -41,7 +40,8 @@ class CTreeCtrlWrapper {
     std::vector<LayoutItemId> SelectedIds() const;
     /// Changes an item's record, its label with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
-    /// What a plug-in is registered as now; no change of the user's, and so the layout is not modified by it.
+    /// Notes what the plug-in is registered as now. The user changed nothing, so the layout does not become
+    /// modified.
     void NoteOriginalName(HTREEITEM item, const std::wstring& name);
     /// Marks each plug-in as installed or not, with the image for that; the layout is not modified by it.
     void Mark(const std::function<void(LayoutItem&)>& mark);
@@ -61,17 +61,16 @@ class CTreeCtrlWrapper {
     /// Images for the screen's scale.
     void LoadImages(UINT dpi);
 
-    // Walking, in display order.
-    HTREEITEM FirstTopLevel() const { return m_tree.Root(); }
-    HTREEITEM FirstChild(HTREEITEM parent) const { return parent ? m_tree.Child(parent) : m_tree.Root(); }
-    HTREEITEM NextSibling(HTREEITEM item) const { return m_tree.NextSibling(item); }
-    HTREEITEM Parent(HTREEITEM item) const { return m_tree.Parent(item); }
+    /// In display order.
     std::vector<HTREEITEM> Children(HTREEITEM parent) const;
 
     // Moves keep an item's children, its id and whether it is expanded. A move into the item itself or below
     // it is refused. Each gives the item's new handle, or the old one when nothing was moved.
-    HTREEITEM MoveAfter(HTREEITEM item, HTREEITEM sibling);
-    HTREEITEM MoveInto(HTREEITEM item, HTREEITEM parent, bool first);
+    /// `after` is one of the parent's children, TVI_FIRST or TVI_LAST.
+    HTREEITEM Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    HTREEITEM MoveAfter(HTREEITEM item, HTREEITEM sibling) {
+        return Move(item, m_tree.Parent(sibling), sibling);
+    }
     /// By the insertion rule.
     HTREEITEM MoveTo(HTREEITEM item, HTREEITEM target, IntoFolder into);
     void MoveUp(HTREEITEM item);
@@ -87,7 +86,7 @@ class CTreeCtrlWrapper {
     /// Whether the caret item or a selected one is a folder.
     bool WouldDeleteFolder() const;
 
-    /// From the tree's notification that an item goes.
+    /// For the notification that the tree deletes an item.
     void OnDeleteItem(HTREEITEM item);
 
   private:
@@ -96,10 +95,9 @@ class CTreeCtrlWrapper {
         HTREEITEM item;
     };
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
-    HTREEITEM MoveSubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;
-    void Delete(HTREEITEM item, HTREEITEM heir = nullptr);
+    void Delete(HTREEITEM item, HTREEITEM replacement = nullptr);
 
     CTreeCtrlEx& m_tree;
     CTreeScroll m_scroll{m_tree};

@@ -1,7 +1,6 @@
 #include "TreeItemPropDlg.h"
 
 #include "ClsidText.h"
-#include "PresetListBox.h"
 #include "PresetListMgr.h"
 #include "Resources.h"
 #include "StringRing.h"
@@ -64,7 +63,7 @@ void CTreeItemPropDlg::FillPresets() {
 
 void CTreeItemPropDlg::OnOK() {
     m_name = Item(IDC_PROP_NAME).Text();
-    const auto presets = Control<CComboBox>(IDC_PROP_PRESET);
+    const auto presets = Control<CPresetComboBox>(IDC_PROP_PRESET);
     const auto row = presets.CurrentRow();
     if (row && row != m_shownRow) m_preset = *row == 0 ? std::wstring() : presets.RowText(*row);
     End(IDOK);

@@ -23,10 +23,10 @@ void CTreeScroll::Show(HTREEITEM item) {
     m_last = item;
 }
 
-void CTreeScroll::Goes(HTREEITEM item, HTREEITEM heir) {
+void CTreeScroll::BeforeDelete(HTREEITEM item, HTREEITEM replacement) {
     if (m_tree.IsWithin(m_top, item)) m_top = m_tree.NextBehind(item);
     for (HTREEITEM* shown : {&m_first, &m_last}) {
-        if (m_tree.IsWithin(*shown, item)) *shown = heir;
+        if (m_tree.IsWithin(*shown, item)) *shown = replacement;
     }
 }
 

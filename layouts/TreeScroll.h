@@ -7,9 +7,9 @@
 
 #include "TreeSelection.h"
 
-/// While it is held the tree does not paint, and scrolls as it likes. Afterwards the first item in view is
-/// the one that was it before, or what follows that if it went; only what is to be shown makes the tree
-/// scroll on.
+/// While it is held the tree does not paint, and scrolls as it likes. Afterwards the same item is the first
+/// in view, or the next one if it was deleted; then the tree scrolls as far as it takes to show what is to be
+/// in view.
 class CTreeScroll {
   public:
     explicit CTreeScroll(const CTreeSelection& tree) : m_tree(tree) {}
@@ -21,16 +21,16 @@ class CTreeScroll {
     /// To be in view at the end, or else the closed folder that it lies in. Of several it is the first and
     /// the last, so that as many as possible are seen.
     void Show(HTREEITEM item);
-    /// To be called before an item goes, with all that is in it. `heir` is shown in its place.
-    void Goes(HTREEITEM item, HTREEITEM heir = nullptr);
-    /// An item is gone.
+    /// To be called before an item is deleted with all that is in it. `replacement` is shown in its place.
+    void BeforeDelete(HTREEITEM item, HTREEITEM replacement = nullptr);
+    /// An item was deleted.
     void Forget(HTREEITEM item);
 
   private:
     const CTreeSelection& m_tree;
     int m_holds = 0;
     bool m_atStart = false;       // nothing was scrolled away
-    HTREEITEM m_top = nullptr;    // the first in view; null when it went and nothing follows it
+    HTREEITEM m_top = nullptr;    // the first in view; null when it was deleted and nothing follows it
     HTREEITEM m_first = nullptr;  // to be shown
     HTREEITEM m_last = nullptr;
 };

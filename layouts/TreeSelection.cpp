@@ -117,7 +117,7 @@ HTREEITEM CTreeSelection::HitTest(POINT client, UINT* flags) const {
 }
 
 bool CTreeSelection::PlaceOf(HTREEITEM item, RECT& place, bool labelOnly) const {
-    // The message takes the item from where it puts the rectangle.
+    // The message reads the item from where it then writes the rectangle.
     const auto handle = reinterpret_cast<UINT_PTR>(item);
     std::memcpy(&place, &handle, sizeof handle);
     if (item && Send(TVM_GETITEMRECT, labelOnly, reinterpret_cast<LPARAM>(&place)) != 0) return true;

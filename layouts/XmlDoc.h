@@ -15,6 +15,8 @@
 
 /// Operations work on the current node. Failure contract: one that fails gives false, or nothing, and most
 /// leave a text in LastError. Nothing is thrown. A document with a document type is never loaded.
+/// The layouts do without some of them, which complete the class: OnNode, the attributes by number, the text
+/// of a node, the header's value, and nodes added before or behind another.
 class CXmlDoc {
   public:
     CXmlDoc() = default;
@@ -31,7 +33,7 @@ class CXmlDoc {
     virtual bool Save(const std::wstring& path);
 
   protected:
-    /// Told of each node that the default handler is given.
+    /// Called by the default handler for each node that it gets.
     virtual void OnNode(IXMLDOMNode* /*node*/) {}
     /// The default passes an element's children on, in order, until one gives false; other nodes are ignored.
     virtual bool HandleNode(IXMLDOMNode* node);
@@ -42,7 +44,6 @@ class CXmlDoc {
     /// that Load would refuse; ERROR_SUCCESS when it was nothing about the file.
     DWORD SaveError() const { return m_saveError; }
     static constexpr std::size_t kLargestFile = 64U << 20;  // a hundred thousand items take about half of it
-    static bool IsXmlText(std::wstring_view text);
 
     // The node parsed last.
     /// The element's name in angle brackets; "<#TEXT#>" and "<#CDATA#>" for texts; empty for others.
@@ -68,7 +69,7 @@ class CXmlDoc {
     std::optional<std::wstring> TextValue();
     bool SetTextValue(const std::wstring& text);
 
-    // Building. What is added becomes current, but for texts.
+    // Building. An element that is added becomes current.
     bool NewDocument();
     /// The first line: version 1.0 and one more attribute, "encoding" or "standalone".
     bool SetHeader(const std::wstring& name, const std::wstring& attribute, const std::wstring& value);
@@ -104,8 +105,10 @@ class CXmlDoc {
     bool Fail(std::wstring_view error);
     bool CreateDocument();
     bool Parse(const std::string& bytes);
-    void ReadParseError();
     void ReadAttributes();
+    /// Fails with that error for an index out of range.
+    std::optional<std::wstring> TextAt(const std::vector<std::wstring>& texts, int index,
+                                       std::wstring_view error);
     bool AddBeside(Kind kind, const std::wstring& text, bool after);
     Microsoft::WRL::ComPtr<IXMLDOMNode> Create(Kind kind, std::wstring_view text) const;
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ClsidText.h"
+#include "XmlText.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ bool CXMLTreeCtrl::Save(const std::wstring& path) {
 
 bool CXMLTreeCtrl::BuildDocument() {
     if (!m_tree.Tree().IsLive() || !NewDocument() || !SetHeader(L"xml", L"encoding", L"UTF-8")) return false;
-    const HTREEITEM first = m_tree.FirstTopLevel();
+    const HTREEITEM first = m_tree.Tree().Root();
     if (m_layoutName.empty()) {
         const LayoutItem* record = m_tree.Find(first);
         if (!record) return false;
@@ -50,7 +51,7 @@ bool CXMLTreeCtrl::BuildDocument() {
 }
 
 void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
-    if (m_failedItem) return;  // a folder fails with what is in it
+    if (m_failedItem) return;  // the innermost was noted first; its folders fail with it
     m_failedItem = item;
     m_failedName = record.name;
     if (!IsXmlText(record.name) || !IsXmlText(record.originalName) || !IsXmlText(record.defaultPreset))
@@ -60,7 +61,7 @@ void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int dep
 }
 
 bool CXMLTreeCtrl::WriteItems(HTREEITEM first, int depth) {
-    for (HTREEITEM item = first; item; item = m_tree.NextSibling(item)) {
+    for (HTREEITEM item = first; item; item = m_tree.Tree().NextSibling(item)) {
         const LayoutItem* record = m_tree.Find(item);
         const CKeepNode keep(*this);
         if (record && WriteItem(item, *record, depth)) continue;
@@ -74,7 +75,7 @@ bool CXMLTreeCtrl::WriteItem(HTREEITEM item, const LayoutItem& record, int depth
     switch (record.kind) {
         case LayoutKind::Folder:
             return depth <= kDeepestNesting && AppendChildElement(L"Folder") &&
-                   SetAttribute(L"Name", record.name) && WriteItems(m_tree.FirstChild(item), depth + 1);
+                   SetAttribute(L"Name", record.name) && WriteItems(m_tree.Tree().Child(item), depth + 1);
         case LayoutKind::Plugin:
             return WritePlugin(record);
         case LayoutKind::Separator:
@@ -113,7 +114,7 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     m_lastFolder = nullptr;
     const CRedrawLock noRedraw{CWindow(m_tree.Tree().Handle())};
     const bool inserted = InsertItems(nullptr, items);
-    m_tree.Tree().ScrollToTop(m_tree.FirstTopLevel());
+    m_tree.Tree().ScrollToTop(m_tree.Tree().Root());
     // Each folder read becomes the selection; only the last one's lasts, and each costs a walk of the tree.
     if (m_lastFolder) m_tree.Tree().Select(m_lastFolder);
     m_tree.Tree().Focus();

@@ -20,8 +20,8 @@ struct LayoutPlugins {
 };
 
 /// Failure contract: Load and Save give false. A file is read to its end before the tree is touched, so that
-/// one that is no layout leaves the tree alone. A load marks the tree modified; whether the layout is, the
-/// caller knows.
+/// one that is no layout leaves the tree alone. A load leaves the layout marked as modified; the caller
+/// clears that.
 class CXMLTreeCtrl : public CXmlDoc {
   public:
     CXMLTreeCtrl(CTreeCtrlWrapper& tree, const LayoutPlugins& plugins) : m_tree(tree), m_plugins(plugins) {}
@@ -36,7 +36,7 @@ class CXMLTreeCtrl : public CXmlDoc {
     /// Why the last save failed; File: the document's SaveError says more.
     enum class Failure { Unknown, Text, Nesting, File };
     Failure LastFailure() const { return m_failure; }
-    /// The item at which the last save broke off; null when it was none of them.
+    /// The item at which the last save broke off; null when no item was the reason.
     HTREEITEM FailedItem() const { return m_failedItem; }
     /// Its name; the layout's when that is what could not be written.
     const std::wstring& FailedName() const { return m_failedName; }

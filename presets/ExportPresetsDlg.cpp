@@ -1,6 +1,6 @@
 #include "ExportPresetsDlg.h"
 
-CExportPresetsDlg::CExportPresetsDlg(std::span<CPresetListMgr> plugins, std::wstring& folder)
+CExportPresetsDlg::CExportPresetsDlg(std::span<const CPresetListMgr> plugins, std::wstring& folder)
     : CPresetFileDlg(IDS_EXPORT_PRESETS_TITLE, OFN_OVERWRITEPROMPT, plugins, folder) {}
 
 void CExportPresetsDlg::OnInitDone() {

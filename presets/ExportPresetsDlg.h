@@ -5,7 +5,7 @@
 /// Asks for the preset file to write, and which presets of a single plug-in go into it.
 class CExportPresetsDlg : public CPresetFileDlg {
   public:
-    CExportPresetsDlg(std::span<CPresetListMgr> plugins, std::wstring& folder);
+    CExportPresetsDlg(std::span<const CPresetListMgr> plugins, std::wstring& folder);
 
   private:
     void OnInitDone() override;

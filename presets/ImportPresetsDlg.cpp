@@ -1,9 +1,11 @@
 #include "ImportPresetsDlg.h"
 
 #include "FileStream.h"
+#include "NameOrder.h"
+#include "PresetTransfer.h"
 #include "Resources.h"
 
-CImportPresetsDlg::CImportPresetsDlg(std::span<CPresetListMgr> plugins, std::wstring& folder)
+CImportPresetsDlg::CImportPresetsDlg(std::span<const CPresetListMgr> plugins, std::wstring& folder)
     : CPresetFileDlg(IDS_IMPORT_PRESETS_TITLE, OFN_FILEMUSTEXIST, plugins, folder) {}
 
 void CImportPresetsDlg::OnInitDone() {
@@ -21,13 +23,16 @@ void CImportPresetsDlg::OnSelectionChange() {
 
 int CImportPresetsDlg::FillPreview(IByteSource& file) const {
     int presets = 0;
-    const PreviewList list = [&](const std::wstring& line, std::int32_t position) {
+    PresetPreview preview;
+    preview.notAPresetFile = LoadText(IDS_NOT_A_PRESET_FILE);
+    preview.goesOn = LoadText(IDS_PREVIEW_GOES_ON);
+    preview.add = [&](const std::wstring& line, std::int32_t position) {
         List().SetData(List().Add(line), position);
         if (position != kNoPreset) ++presets;
     };
-    if (HasSeveral() || Plugin().ListFileForPlugin(file, list) == kNothingForPlugin) {
+    if (HasSeveral() || ListFileForPlugin(file, Plugin(), preview) == kNothingForPlugin) {
         file.Seek(0);
-        CPresetListMgr::ListFileContents(file, list);
+        ListFileContents(file, preview);
     }
     return presets;
 }
@@ -52,8 +57,7 @@ void CImportPresetsDlg::ShowPreview(const std::wstring& path) {
 
 bool CImportPresetsDlg::OnFileOk() {
     // What is selected in the list must be of the file that is read. A name may have been typed just now.
-    if (::CompareStringOrdinal(m_previewed.c_str(), -1, ConfirmedPath().c_str(), -1, TRUE) != CSTR_EQUAL)
-        ShowPreview(ConfirmedPath());
+    if (!SamePath(m_previewed, ConfirmedPath())) ShowPreview(ConfirmedPath());
     if (!HasSeveral() && !m_previewed.empty()) TakeSelection();
     return true;
 }

@@ -5,7 +5,7 @@
 /// Asks for the preset file to read, shows what is in it, and asks which presets of a single plug-in to take.
 class CImportPresetsDlg : public CPresetFileDlg {
   public:
-    CImportPresetsDlg(std::span<CPresetListMgr> plugins, std::wstring& folder);
+    CImportPresetsDlg(std::span<const CPresetListMgr> plugins, std::wstring& folder);
 
   private:
     void OnInitDone() override;

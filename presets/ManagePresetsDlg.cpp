@@ -2,20 +2,12 @@
 
 #include <algorithm>
 
+#include "HelpContext.h"
 #include "MessageCaption.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"
 #include "TextFormat.h"
 #include "resource.h"
-
-namespace {
-
-constexpr UINT kHelpOfRename = 130;
-
-constexpr int kKeyHandled = -2;
-constexpr int kKeyDefault = -1;
-
-}  // namespace
 
 CManagePresetsDlg::CManagePresetsDlg(const CPresetListMgr& presets)
     : CDialog(IDD_MANAGE_PRESETS), m_presets(presets) {}
@@ -34,7 +26,7 @@ std::span<const CRoute> CManagePresetsDlg::Routes() const {
 }
 
 bool CManagePresetsDlg::OnInitDialog() {
-    m_list = CPresetListBox(Control<CListBox>(IDC_PRESET_LIST));
+    m_list = Control<CPresetListBox>(IDC_PRESET_LIST);
     SetText(Text() + m_presets.DisplayName());
     FillList();
     SelectOne(0);
@@ -51,7 +43,7 @@ void CManagePresetsDlg::FillList() {
 /// Of a list in which nothing is selected.
 void CManagePresetsDlg::SelectOne(int row) {
     m_list.Select(row);
-    m_list.Send(LB_SETCARETINDEX, static_cast<WPARAM>(row));
+    m_list.Send(LB_SETCARETINDEX, row);
     UpdateRename();
 }
 
@@ -74,7 +66,7 @@ void CManagePresetsDlg::OnDelete() {
     const std::wstring question = FormatText(LoadText(IDS_DELETE_PRESETS_QUESTION), m_presets.DisplayName());
     if (ShowMessage(m_hwnd, question, kMessageCaption, MB_OKCANCEL | MB_ICONEXCLAMATION) != IDOK) return;
     const CWaitCursor wait;
-    // Kept: of a plug-in without presets, too, "all" are selected.
+    // Kept: where no preset is listed, having selected none counts as all.
     if (static_cast<int>(rows.size()) == m_listed) {
         if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
     } else {
@@ -84,7 +76,7 @@ void CManagePresetsDlg::OnDelete() {
         }
     }
     FillList();
-    // The one after those that went, or the last.
+    // The row behind the deleted ones, or the last.
     if (m_listed > 0 && !rows.empty()) SelectOne(std::min(rows.front(), m_listed - 1));
 }
 
@@ -93,7 +85,7 @@ void CManagePresetsDlg::OnRename() {
     if (rows.size() != 1) return;
     const std::wstring oldName = m_list.RowText(rows.front());
     std::wstring newName = oldName;
-    CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfRename);
+    CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfNames);
     if (prompt.RunModal(m_hwnd) != IDOK || newName.empty()) return;
     const bool renamed = m_presets.RenamePreset(oldName, newName);
     if (!renamed) Report(IDS_PRESET_RENAME_ERROR);
@@ -102,7 +94,7 @@ void CManagePresetsDlg::OnRename() {
 }
 
 int CManagePresetsDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != m_list.Handle()) return kKeyDefault;
+    if (key != VK_F2 || list != m_list.Handle()) return crackers::kKeyDefault;
     OnRename();
-    return kKeyHandled;
+    return crackers::kKeyHandled;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Dialog.h"
-#include "PresetListBox.h"
 #include "PresetListMgr.h"
 
 class CManagePresetsDlg : public CDialog {

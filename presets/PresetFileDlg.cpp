@@ -6,7 +6,7 @@
 
 namespace {
 
-FileDialogSettings SettingsOf(UINT titleId, DWORD flags, std::span<CPresetListMgr> plugins,
+FileDialogSettings SettingsOf(UINT titleId, DWORD flags, std::span<const CPresetListMgr> plugins,
                               const std::wstring& folder) {
     const std::wstring name =
         plugins.size() == 1 ? plugins.front().DisplayName() : LoadText(IDS_MULTIPLE_PLUGINS_SELECTED);
@@ -21,7 +21,7 @@ FileDialogSettings SettingsOf(UINT titleId, DWORD flags, std::span<CPresetListMg
 
 }  // namespace
 
-CPresetFileDlg::CPresetFileDlg(UINT titleId, DWORD flags, std::span<CPresetListMgr> plugins,
+CPresetFileDlg::CPresetFileDlg(UINT titleId, DWORD flags, std::span<const CPresetListMgr> plugins,
                                std::wstring& folder)
     : CFileDialog(SettingsOf(titleId, flags, plugins, folder)), m_plugins(plugins), m_folder(folder) {}
 

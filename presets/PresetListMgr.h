@@ -2,103 +2,62 @@
 // preset, and a folder for the large ones.
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <span>
 #include <string>
+#include <utility>
 
+#include "Controls.h"
 #include "Files.h"
-#include "PresetWalk.h"
+#include "PresetPlugin.h"
 #include "RegValues.h"
 
 /// The longest preset name that is read back.
 inline constexpr DWORD kMaxPresetName = 519;
 
-/// Anything that takes preset names with a number each: the list box and the combo box for presets.
-template <typename TList>
-concept PresetNameList = requires(const TList& list, const std::wstring& name, int row, LPARAM data) {
-    list.Add(name);
-    { list.FindExact(name) } -> std::same_as<std::optional<int>>;
-    list.SetData(row, data);
-};
-
-/// What a caller hears of a long transfer.
-struct PresetTransferEvents {
-    std::function<void(const std::wstring& name)> invalidPreset;  // this one ends the export
-    std::function<void()> progress;                               // before each preset
-};
+/// The lists that show the presets of a plug-in.
+using CPresetListBox = CListBox;
+using CPresetComboBox = CComboBox;
 
 /// Lives for one command. Each operation opens the keys that it needs and closes them again. A plug-in whose
-/// category has no preset store has no presets, and every operation on it fails quietly. The operations on
-/// streams give a count or a code of PresetResult.h, and throw nothing.
+/// category has no preset store has no presets, and every operation on it fails quietly.
 class CPresetListMgr {
   public:
-    explicit CPresetListMgr(PresetPlugin plugin) : m_inFile{.plugin = std::move(plugin), .presets = 0} {}
+    explicit CPresetListMgr(PresetPlugin plugin) : m_plugin(std::move(plugin)) {}
     CPresetListMgr(const Guid& clsid, const Guid& category, std::wstring displayName)
-        : CPresetListMgr(PresetPlugin{clsid, category, std::move(displayName)}) {}
-    virtual ~CPresetListMgr() = default;
-    CPresetListMgr(const CPresetListMgr&) = default;
-    CPresetListMgr& operator=(const CPresetListMgr&) = default;
-    CPresetListMgr(CPresetListMgr&&) = default;
-    CPresetListMgr& operator=(CPresetListMgr&&) = default;
+        : m_plugin{clsid, category, std::move(displayName)} {}
 
-    const Guid& Clsid() const { return m_inFile.plugin.clsid; }
-    const std::wstring& DisplayName() const { return m_inFile.plugin.name; }
+    const PresetPlugin& Plugin() const { return m_plugin; }
+    const Guid& Clsid() const { return m_plugin.clsid; }
+    const std::wstring& DisplayName() const { return m_plugin.name; }
 
-    /// The key of all plug-ins of this category, opened for reading and writing.
-    std::optional<CRegKey> OpenStoreRoot(bool create) const;
-    /// The plug-in's own key below it.
+    /// The plug-in's own key, opened for reading and writing.
     std::optional<CRegKey> OpenPluginKey(bool create) const;
 
-    /// Counts the presets in the store, and remembers the count; 0 when there is no key.
-    unsigned CountPresets();
+    /// 0 when there is no key.
+    unsigned CountPresets() const;
     /// Adds the names of all presets, each with its index in the store; gives their number.
-    template <PresetNameList TList>
+    template <typename TList>
     int FillPresetList(const TList& list) const;
 
-    /// A preset whose data are in a file loses the file, too. One that others hold is waited for, and left in
-    /// the end.
+    /// Deletes the file of a preset whose data are in one, too; a file that others hold on to stays.
     bool DeletePreset(const std::wstring& name, CPatience& patience) const;
     /// Removes the plug-in's key with everything in it, and the files. False when there was no key.
     bool DeleteAllPresets() const;
     /// Fails when there is a preset of the new name, or the name is too long to be listed. A preset's file
     /// keeps its name.
     bool RenamePreset(const std::wstring& oldName, const std::wstring& newName) const;
-    /// Overwrites a preset of the same name. A preset without data, or with a name too long to be listed, is
-    /// not stored.
-    bool StoreImportedPreset(const ImportedPreset& preset) const;
-
-    // The selection goes by the index in the store for an export, and by the position in the file's record
-    // for an import; null means all presets.
-
-    /// Writes nothing at all when no preset is chosen.
-    int ExportPresets(IByteSink& file, const PresetSelection* selection, bool withHeader,
-                      const PresetTransferEvents& events = {});
-    static int ExportPresetsOfPlugins(IByteSink& file, std::span<CPresetListMgr> plugins,
-                                      const PresetTransferEvents& events = {});
-    int ImportPresets(IByteSource& file, const PresetSelection* selection,
-                      const PresetTransferEvents& events = {});
-    static int ImportPresetsOfPlugins(IByteSource& file, std::span<CPresetListMgr> plugins,
-                                      const PresetTransferEvents& events = {});
-
-    int ListFileForPlugin(IByteSource& file, const PreviewList& list) const;
-    static int ListFileContents(IByteSource& file, const PreviewList& list);
 
   private:
-    int ExportRecord(CPresetFileWriter& writer, const PresetSelection* selection, bool withHeader,
-                     const PresetTransferEvents& events);
-
-    PluginInFile m_inFile;
+    PresetPlugin m_plugin;
 };
 
-template <PresetNameList TList>
+template <typename TList>
 int CPresetListMgr::FillPresetList(const TList& list) const {
     const auto key = OpenPluginKey(false);
     if (!key) return 0;
     int added = 0;
     for (CRegValues values(*key, kMaxPresetName, CRegValues::Read::Names); values.Next(); ++added) {
-        list.Add(values.Name());
-        if (const auto row = list.FindExact(values.Name())) list.SetData(*row, values.Index());
+        if (const int row = list.Add(values.Name()); row >= 0) list.SetData(row, values.Index());
     }
     return added;
 }

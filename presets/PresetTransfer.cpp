@@ -1,11 +1,10 @@
-// Between the store and preset files: the stream operations of CPresetListMgr.
+#include "PresetTransfer.h"
+
 #include <limits>
+#include <vector>
 
 #include "AnsiText.h"
-#include "PresetListMgr.h"
 #include "PresetWriter.h"
-#include "Resources.h"
-#include "resource.h"
 
 namespace {
 
@@ -32,56 +31,63 @@ Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, s
     return Written::Yes;
 }
 
-bool WriteOrTell(CPresetFileWriter& writer, const CRegValues& preset, std::string& file,
-                 const PresetTransferEvents& events, int& written) {
+/// Whether the preset was written. One that fails is reported, and ends the export.
+bool WriteOrReport(CPresetFileWriter& writer, const CRegValues& preset, std::string& file,
+                   const PresetTransferEvents& events) {
     if (events.progress) events.progress();
     Written result = Written::Failed;
     ResultOf([&] {
         result = WriteStoredPreset(writer, preset, file);
         return 0;
     });
-    if (result == Written::Yes) ++written;
-    if (result != Written::Failed) return true;
-    if (events.invalidPreset) events.invalidPreset(preset.Name());
-    return false;
+    if (result == Written::Failed) {
+        if (events.invalidPreset) events.invalidPreset(preset.Name());
+        throw StreamError();
+    }
+    return result == Written::Yes;
 }
 
-}  // namespace
-
-/// Writes this plug-in's record; gives the number of presets in it, or a result code.
-int CPresetListMgr::ExportRecord(CPresetFileWriter& writer, const PresetSelection* selection, bool withHeader,
-                                 const PresetTransferEvents& events) {
-    m_inFile.presets = 0;
-    const auto key = OpenPluginKey(false);
-    if (!key) return 0;
+struct ExportedRecord {
+    std::int32_t announced = 0;  // the count that stands in the record; 0: there is no record
     int written = 0;
+};
+
+ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plugin,
+                            const PresetSelection* selection, bool withHeader,
+                            const PresetTransferEvents& events) {
+    ExportedRecord record;
+    const auto key = plugin.OpenPluginKey(false);
+    if (!key) return record;
     std::uint64_t countPlace = 0;
     std::string file;
     // The count stands before the presets; it is written afterwards, so that the store is read only once.
     for (CRegValues values(*key, kMaxPresetName); values.Next();) {
         if (!IsChosen(selection, values.Index())) continue;
-        if (m_inFile.presets++ == 0) {
+        if (record.announced++ == 0) {
             if (withHeader) writer.WriteHeader(1);
-            countPlace = writer.WritePlugin(Clsid(), m_inFile.plugin.category, 0, DisplayName());
+            const PresetPlugin& head = plugin.Plugin();
+            countPlace = writer.WritePlugin(head.clsid, head.category, 0, head.name);
         }
-        if (!WriteOrTell(writer, values, file, events, written)) return kPresetIoFailure;
+        if (WriteOrReport(writer, values, file, events)) ++record.written;
     }
-    if (m_inFile.presets != 0) writer.PatchCount(countPlace, m_inFile.presets);
-    return written;
+    if (record.announced != 0) writer.PatchCount(countPlace, record.announced);
+    return record;
 }
 
-int CPresetListMgr::ExportPresets(IByteSink& file, const PresetSelection* selection, bool withHeader,
-                                  const PresetTransferEvents& events) {
+}  // namespace
+
+int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSelection* selection,
+                  const PresetTransferEvents& events) {
     return ResultOf([&] {
         CPresetFileWriter writer(file, AnsiText());
-        const int result = ExportRecord(writer, selection, withHeader, events);
+        const ExportedRecord record = ExportRecord(writer, plugin, selection, true, events);
         file.Flush();
-        return result;
+        return record.written;
     });
 }
 
-int CPresetListMgr::ExportPresetsOfPlugins(IByteSink& file, std::span<CPresetListMgr> plugins,
-                                           const PresetTransferEvents& events) {
+int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
+                           const PresetTransferEvents& events) {
     if (plugins.empty()) return 0;
     return ResultOf([&] {
         CPresetFileWriter writer(file, AnsiText());
@@ -90,11 +96,10 @@ int CPresetListMgr::ExportPresetsOfPlugins(IByteSink& file, std::span<CPresetLis
         writer.WriteHeader(announced);
         std::int32_t records = 0;
         int total = 0;
-        for (CPresetListMgr& plugin : plugins) {
-            const int written = plugin.ExportRecord(writer, nullptr, false, events);
-            if (written < 0) return written;
-            total += written;
-            if (plugin.m_inFile.presets != 0) ++records;
+        for (const CPresetListMgr& plugin : plugins) {
+            const ExportedRecord record = ExportRecord(writer, plugin, nullptr, false, events);
+            total += record.written;
+            if (record.announced != 0) ++records;
         }
         if (records != announced) {
             writer.Seek(start);
@@ -105,37 +110,37 @@ int CPresetListMgr::ExportPresetsOfPlugins(IByteSink& file, std::span<CPresetLis
     });
 }
 
-int CPresetListMgr::ImportPresets(IByteSource& file, const PresetSelection* selection,
-                                  const PresetTransferEvents& events) {
+int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetSelection* selection,
+                  const PresetTransferEvents& events) {
     CPresetFileReader reader(file, AnsiText());
-    CPresetWriter writer(*this);
-    return ImportFor(reader, m_inFile, selection, [&](std::size_t, const ImportedPreset& preset) {
+    CPresetWriter writer(plugin);
+    return ImportFor(reader, plugin.Plugin(), selection, [&](std::size_t, const ImportedPreset& preset) {
         if (events.progress) events.progress();
-        return writer.Store(preset);
+        return writer.StoreImportedPreset(preset);
     });
 }
 
-int CPresetListMgr::ImportPresetsOfPlugins(IByteSource& file, std::span<CPresetListMgr> plugins,
-                                           const PresetTransferEvents& events) {
+int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> plugins,
+                           const PresetTransferEvents& events) {
     CPresetFileReader reader(file, AnsiText());
-    std::vector<PluginInFile*> inFile;
+    std::vector<PresetPlugin> wanted;
     std::vector<CPresetWriter> writers;
-    for (CPresetListMgr& plugin : plugins) {
-        inFile.push_back(&plugin.m_inFile);
+    for (const CPresetListMgr& plugin : plugins) {
+        wanted.push_back(plugin.Plugin());
         writers.emplace_back(plugin);
     }
-    return ImportForSeveral(reader, inFile, [&](std::size_t index, const ImportedPreset& preset) {
+    return ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
         if (events.progress) events.progress();
-        return writers[index].Store(preset);
+        return writers[index].StoreImportedPreset(preset);
     });
 }
 
-int CPresetListMgr::ListFileForPlugin(IByteSource& file, const PreviewList& list) const {
+int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview) {
     CPresetFileReader reader(file, AnsiText());
-    return ListForPlugin(reader, m_inFile.plugin, list, LoadText(IDS_NOT_A_PRESET_FILE));
+    return ListForPlugin(reader, plugin.Plugin(), preview);
 }
 
-int CPresetListMgr::ListFileContents(IByteSource& file, const PreviewList& list) {
+int ListFileContents(IByteSource& file, const PresetPreview& preview) {
     CPresetFileReader reader(file, AnsiText());
-    return ListContents(reader, list, LoadText(IDS_NOT_A_PRESET_FILE), LoadText(IDS_PREVIEW_GOES_ON));
+    return ListContents(reader, preview);
 }

@@ -5,12 +5,13 @@
 #include "ImportPresetsDlg.h"
 #include "ManagePresetsDlg.h"
 #include "MessageCaption.h"
+#include "PresetTransfer.h"
 #include "Resources.h"
 #include "TextFormat.h"
 
 namespace {
 
-/// Kept: the number in the texts of failures says nothing.
+/// Kept: the failure texts give this number, whatever failed.
 constexpr int kFailureNumber = 1;
 
 std::vector<CPresetListMgr> ManagersOf(const std::vector<PresetPlugin>& chosen) {
@@ -38,21 +39,21 @@ std::function<void()> KeepPainting() {
     };
 }
 
-int ExportTo(IByteSink& file, std::vector<CPresetListMgr>& plugins, const PresetSelection* selection,
+int ExportTo(IByteSink& file, const std::vector<CPresetListMgr>& plugins, const PresetSelection* selection,
              const PresetTransferEvents& events) {
     const CWaitCursor wait;
-    return plugins.size() == 1 ? plugins.front().ExportPresets(file, selection, true, events)
-                               : CPresetListMgr::ExportPresetsOfPlugins(file, plugins, events);
+    return plugins.size() == 1 ? ExportPresets(file, plugins.front(), selection, events)
+                               : ExportPresetsOfPlugins(file, plugins, events);
 }
 
-int ImportFrom(const std::wstring& path, std::vector<CPresetListMgr>& plugins,
+int ImportFrom(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
                const PresetSelection* selection) {
     const CWaitCursor wait;
     auto file = CFileSource::Open(path);
     if (!file) return kPresetIoFailure;
     const PresetTransferEvents events{.invalidPreset = {}, .progress = KeepPainting()};
-    return plugins.size() == 1 ? plugins.front().ImportPresets(*file, selection, events)
-                               : CPresetListMgr::ImportPresetsOfPlugins(*file, plugins, events);
+    return plugins.size() == 1 ? ImportPresets(*file, plugins.front(), selection, events)
+                               : ImportPresetsOfPlugins(*file, plugins, events);
 }
 
 }  // namespace
@@ -64,7 +65,7 @@ void CPresetView::Report(const std::wstring& text) const {
 }
 
 void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
-    std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
+    const std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
     if (plugins.empty()) return;
     CExportPresetsDlg dialog(plugins, m_folder);
     const auto path = dialog.RunSave(m_dialog.Handle());
@@ -86,7 +87,7 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
 }
 
 void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
-    std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
+    const std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
     if (plugins.empty()) return;
     CImportPresetsDlg dialog(plugins, m_folder);
     const auto path = dialog.RunOpen(m_dialog.Handle());

@@ -28,13 +28,13 @@ std::string_view BytesOf(const ImportedPreset& preset) {
 
 }  // namespace
 
-bool CPresetWriter::Store(const ImportedPreset& preset) {
+bool CPresetWriter::StoreImportedPreset(const ImportedPreset& preset) {
     // A longer name would never be read back.
     if (preset.data.empty() || preset.name.size() > kMaxPresetName) return false;
     if (!m_key) m_key = m_plugin.OpenPluginKey(true);
     if (!m_key) return false;
     if (preset.type == kPresetInFile || preset.data.size() >= kLargeData) return StoreInFile(preset);
-    // Kept: whether the registry took the value is not asked.
+    // Kept: the registry's answer is not checked.
     m_key->WriteValue(preset.name.c_str(), REG_BINARY, preset.data);
     return true;
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "PresetListMgr.h"
+#include "PresetWalk.h"
 
 /// Keeps the plug-in's key and the folder of its files at hand for the presets of one command.
 class CPresetWriter {
@@ -15,7 +16,7 @@ class CPresetWriter {
     /// Overwrites a preset of the same name. False when there are no data, the name is too long to be listed,
     /// or key, folder or file can't be written; then nothing was stored, and what was there before is there
     /// still.
-    bool Store(const ImportedPreset& preset);
+    bool StoreImportedPreset(const ImportedPreset& preset);
 
   private:
     bool StoreInFile(const ImportedPreset& preset);

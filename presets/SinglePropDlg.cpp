@@ -1,6 +1,5 @@
 #include "SinglePropDlg.h"
 
-#include "Dpi.h"
 #include "PromptLayout.h"
 #include "Resources.h"
 #include "resource.h"
@@ -17,20 +16,18 @@ TextMeasures Measure(const CDialog& dialog, const std::wstring& text) {
     const CClientDC dc(dialog);
     TextMeasures measures;
     {
-        const CSelectedFont dialogFont(dc.Get(), reinterpret_cast<HFONT>(dialog.Send(WM_GETFONT)));
+        const CSelectedObject dialogFont(dc.Get(), dialog.Font());
         TEXTMETRICW metrics{};
         ::GetTextMetricsW(dc.Get(), &metrics);
-        measures.averageCharacter = static_cast<int>(metrics.tmAveCharWidth);
-        measures.lineHeight = static_cast<int>(metrics.tmHeight + metrics.tmExternalLeading);
+        measures.averageCharacter = metrics.tmAveCharWidth;
+        measures.lineHeight = metrics.tmHeight + metrics.tmExternalLeading;
     }
-    const UniqueFont plain(::CreateFontW(-::MulDiv(8, static_cast<int>(DpiOf(dialog.Handle())), 72), 0, 0, 0,
-                                         FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                                         CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
-                                         L"MS Sans Serif"));
-    const CSelectedFont plainFont(dc.Get(), plain.Get());
-    SIZE extent{};
-    ::GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &extent);
-    measures.textWidth = static_cast<int>(extent.cx);
+    const UniqueFont plain(
+        ::CreateFontW(-::MulDiv(8, static_cast<int>(::GetDpiForWindow(dialog.Handle())), 72), 0, 0, 0,
+                      FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                      CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, L"MS Sans Serif"));
+    const CSelectedObject plainFont(dc.Get(), plain.Get());
+    measures.textWidth = TextExtent(dc.Get(), text).width;
     return measures;
 }
 

@@ -47,6 +47,59 @@ tree() {
     for (( ; level >= 0; level--)); do echo '</li></ul>'; done
 }
 
+# values PAGE XPATH: of the attributes, a line each
+values() {
+    xmllint --xpath "$2" "$sources/$1" 2>/dev/null | grep -o '"[^"]*"' | tr -d '"'
+}
+
+# What can be led to: pictures, PAGE and PAGE#PLACE
+places() {
+    local page
+    entries "$sources/pictures.txt" | cut -d' ' -f1
+    for page in $(pages); do
+        echo "$page"
+        values "$page" //@id | sed "s/^/$page#/"
+    done
+}
+
+# What the pages, the index and the program lead to, and from where
+leads() {
+    local page
+    for page in $(pages); do
+        values "$page" '//a/@href | //img/@src' | sed "s/^#/$page&/; s/\$/ $page/"
+    done
+    keywords | awk -F'\t' '{ print $2, "the index" }'
+    grep -rho --include='*.cpp' 'L"[a-z-]*\.htm"' "$root/app" | sed 's/^L"\(.*\)"$/\1 the program/' || echo 'none the program'
+}
+
+# What is wrong with the pages, a line each
+faults() {
+    local page there words
+    cd "$sources"
+    there=$(places)
+    words=$(keywords)
+    xmllint --noout *.htm 2>&1
+    # The viewer's contents and index know no encoding.
+    LC_ALL=C grep -n '[^ -~]' *.htm
+    diff <(pages | LC_ALL=C sort -u) <(LC_ALL=C ls *.htm)
+    grep -L '^<title>[^<]' *.htm | sed 's/$/ has no title/'
+    diff <(for page in *.htm; do title "$page"; done) <(xmllint --xpath '//h1/text()' *.htm 2>/dev/null)
+    xmllint --xpath '//img[not(@alt) or @alt=""]/@src' *.htm 2>/dev/null | sed 's/^/no description of /'
+    { pages; cut -f2 <<<"$words"; } | sed 's/#.*//' | sort | uniq -u | sed 's/$/ is not in the index/'
+    {
+        echo "$there"
+        cut -f1 <<<"$words" | sed 's/^/the word /'
+        for page in *.htm; do title "$page"; done | sed 's/^/the title /'
+    } | sort | uniq -d | sed 's/^/twice: /'
+    leads | awk 'NR == FNR { has[$1]; next } !($1 in has) { print "not there: " $0 }' <(echo "$there") -
+}
+
+check_pages() {
+    local found
+    found=$(faults) || true
+    [ -z "$found" ] || die "$found"
+}
+
 sitemap_object() {
     printf '<object type="text/sitemap"><param name="Name" value="%s"><param name="Local" value="%s"></object>\n' "$2" "$1"
 }
@@ -150,6 +203,7 @@ make_web() {
 }
 
 "$root/scripts/setup.sh"
+check_pages
 make_project
 make_chm
 make_web

@@ -6,7 +6,7 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 packages=(g++-mingw-w64-x86-64-posix cmake ninja-build g++ googletest wine wine64 xvfb imagemagick
-    fonts-wine fonts-ipafont-gothic fonts-wqy-microhei fp-utils)
+    fonts-wine fonts-ipafont-gothic fonts-wqy-microhei fp-utils libxml2-utils)
 for option in "$@"; do
     case $option in
         --lint) packages+=(clang-format clang-tidy) ;;

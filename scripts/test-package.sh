@@ -117,6 +117,12 @@ has_program_files() {
     [ -e "$folder/Uninstall.exe" ]
 }
 
+# In its version resource; the letters there have 16 bits, most of them with a zero.
+names_itself() {
+    tr -d '\0' <"$package/$name/PluginManager.exe" >"$work/letters.txt"
+    LC_ALL=C grep -qaP 'LegalCopyrightCopyright \xa9 ' "$work/letters.txt" && grep -qa "ProductVersion$version" "$work/letters.txt"
+}
+
 # As after another checkout, whose files have other times.
 same_bytes_again() {
     cp "$package/SHA256SUMS" "$work/SHA256SUMS"
@@ -203,6 +209,7 @@ name=${name%-setup.exe}
 version=${name##*-}
 check "the same bytes when it is built again" same_bytes_again
 check "the zip" zip_is_whole
+check "the program file's version and copyright" names_itself
 
 start_display
 fresh_prefix "$build/package-prefix"

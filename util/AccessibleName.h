@@ -1,4 +1,4 @@
-// Names for those who hear the screen instead of seeing it.
+// Names for screen readers.
 #pragma once
 
 #include <windows.h>

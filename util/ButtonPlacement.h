@@ -11,7 +11,7 @@ struct ButtonParts {
     Rect text;
 };
 
-/// An image without width is none; without text the image stands in the middle.
+/// An image of no width counts as no image; without a text the image is centred.
 constexpr ButtonParts PlaceButtonParts(const Rect& button, Size image, bool hasText,
                                        ImagePlacement placement) {
     constexpr int kMargin = 4;

@@ -10,7 +10,7 @@ bool COddButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
 
 bool COddButton::IsPressed(bool selected) const {
     if (!m_toggles) return selected;
-    // Let go out there, the click does not count: the button already shows how that will leave it.
+    // Released outside, the press does not count: the button already shows the state it will have then.
     return m_mousePressed && !m_hot ? !m_toggled : m_toggled;
 }
 
@@ -46,7 +46,7 @@ Answer COddButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             Default(WM_KEYUP, VK_SPACE);
             return 0;
         case WM_ENABLE:
-            SetHot(false);  // a disabled button hears nothing of the mouse any more
+            SetHot(false);  // a disabled button gets no more mouse messages
             return std::nullopt;
         case WM_GETDLGCODE: {
             const auto* key = reinterpret_cast<const MSG*>(lParam);
@@ -65,7 +65,7 @@ void COddButton::TrackCursor(LPARAM lParam) {
     const RECT window = ToSystem(WindowRect());
     SetHot(::PtInRect(&window, cursor) != FALSE);
     if (!m_hot) return;
-    // Otherwise the button would not hear that the mouse has gone.
+    // Only this brings a message when the mouse leaves.
     TRACKMOUSEEVENT leave{sizeof(leave), TME_LEAVE, m_hwnd, 0};
     ::TrackMouseEvent(&leave);
 }

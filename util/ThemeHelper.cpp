@@ -2,17 +2,6 @@
 
 #include "Window.h"
 
-namespace {
-
-template <typename TFunction>
-bool Find(HMODULE library, const char* name, TFunction& function) {
-    // By way of void*, because the compiler warns of a direct cast between two function types.
-    function = reinterpret_cast<TFunction>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
-    return function != nullptr;
-}
-
-}  // namespace
-
 const CXThemeHelper& CXThemeHelper::Instance() {
     static const CXThemeHelper instance;
     return instance;
@@ -21,13 +10,14 @@ const CXThemeHelper& CXThemeHelper::Instance() {
 CXThemeHelper::CXThemeHelper(const wchar_t* library)
     : m_library(::LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
     const HMODULE module = m_library.Get();
-    const bool complete = module && Find(module, "CloseThemeData", m_closeThemeData) &&
-                          Find(module, "DrawThemeBackground", m_drawThemeBackground) &&
-                          Find(module, "DrawThemeText", m_drawThemeText) &&
-                          Find(module, "GetThemeBackgroundContentRect", m_getThemeBackgroundContentRect) &&
-                          Find(module, "IsAppThemed", m_isAppThemed) &&
-                          Find(module, "IsThemeActive", m_isThemeActive) &&
-                          Find(module, "OpenThemeData", m_openThemeData);
+    const bool complete =
+        module && FindFunction(module, "CloseThemeData", m_closeThemeData) &&
+        FindFunction(module, "DrawThemeBackground", m_drawThemeBackground) &&
+        FindFunction(module, "DrawThemeText", m_drawThemeText) &&
+        FindFunction(module, "GetThemeBackgroundContentRect", m_getThemeBackgroundContentRect) &&
+        FindFunction(module, "IsAppThemed", m_isAppThemed) &&
+        FindFunction(module, "IsThemeActive", m_isThemeActive) &&
+        FindFunction(module, "OpenThemeData", m_openThemeData);
     if (!complete) m_library.Reset();
 }
 

@@ -1,7 +1,6 @@
 #include "XButtonXP.h"
 
 #include "MemDC.h"
-#include "Resources.h"
 
 namespace {
 
@@ -70,13 +69,12 @@ void CXButtonXP::Draw(const DRAWITEMSTRUCT& item) {
     ReopenTheme();
     const CWMemDC surface(item.hDC);
     const HDC dc = surface.Handle();
-    const CSelectedFont font(dc,
-                             reinterpret_cast<HFONT>(::SendMessageW(::GetParent(m_hwnd), WM_GETFONT, 0, 0)));
+    const CSelectedObject font(dc, CWindow(::GetParent(m_hwnd)).Font());
     ::SetBkMode(dc, TRANSPARENT);
 
     Look look{FromSystem(item.rcItem), IsPressed((item.itemState & ODS_SELECTED) != 0),
               (item.itemState & ODS_FOCUS) != 0, (item.itemState & ODS_DISABLED) != 0};
-    // Under the corners and the flat parts that a style leaves out, too.
+    // A style may leave the corners out, and all of a flat button.
     Fill(dc, look.place, COLOR_BTNFACE);
     if (IsThemed()) {
         m_themes.DrawBackground(m_theme, dc, kButtonPart, ThemeState(look), look.place);
@@ -120,7 +118,7 @@ void CXButtonXP::DrawFace(HDC dc, const Look& look) const {
 Size CXButtonXP::ImageSize() const {
     BITMAP picture{};
     if (!m_image || !::GetObjectW(m_image.Get(), sizeof(picture), &picture)) return {};
-    return {static_cast<int>(picture.bmWidth), static_cast<int>(picture.bmHeight)};
+    return {picture.bmWidth, picture.bmHeight};
 }
 
 void CXButtonXP::DrawImage(HDC dc, const Rect& place, bool disabled) const {
@@ -128,12 +126,11 @@ void CXButtonXP::DrawImage(HDC dc, const Rect& place, bool disabled) const {
     constexpr BYTE kFaint = 120;
     const UniqueBitmap grey = disabled ? GreyCopyOf(m_image.Get()) : UniqueBitmap();
     const UniqueDc source(::CreateCompatibleDC(dc));
-    const HGDIOBJ old = ::SelectObject(source.Get(), grey ? grey.Get() : m_image.Get());
+    // Ends before the bitmap: one that is still selected somewhere can't be deleted.
+    const CSelectedObject selected(source.Get(), grey ? grey.Get() : m_image.Get());
     const BLENDFUNCTION blend{AC_SRC_OVER, 0, disabled ? kFaint : kSolid, AC_SRC_ALPHA};
     ::GdiAlphaBlend(dc, place.left, place.top, place.Width(), place.Height(), source.Get(), 0, 0,
                     place.Width(), place.Height(), blend);
-    // A bitmap that is still selected somewhere can't be deleted.
-    ::SelectObject(source.Get(), old);
 }
 
 void CXButtonXP::DrawCaption(HDC dc, const Look& look, const std::wstring& text, const Rect& place) const {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "AlphaBitmap.h"
 #include "ButtonPlacement.h"
 #include "OddButton.h"
 #include "ThemeHelper.h"
@@ -16,7 +17,7 @@ class CXButtonXP : public COddButton {
 
     /// One from LoadAlphaBitmap. A disabled button shows it in grey.
     void SetImage(UniqueBitmap image, ImagePlacement placement = ImagePlacement::LeftOfText);
-    /// The text stays the button's name for those who can't see it.
+    /// Hidden or not, screen readers read the text.
     void ShowText(bool shown) { m_showsText = shown; }
     /// The look of a toolbar's button instead of a dialog's.
     void SetToolbarStyle(bool toolbar);

@@ -1,12 +1,7 @@
 // The real main dialog in the test's own process, over a registry and a layouts folder of the test's own.
 #pragma once
 
-#include <windows.h>
-
 #include <gtest/gtest.h>
-#include <initializer_list>
-#include <string>
-#include <vector>
 
 #include "ManagerSettings.h"
 #include "PluginManagerDlg.h"
@@ -14,6 +9,7 @@
 #include "support/FileSandbox.h"
 #include "support/Popups.h"
 #include "support/RegistrySandbox.h"
+#include "support/WaitFor.h"
 #include "support/WindowActions.h"
 
 namespace support {
@@ -32,7 +28,9 @@ class MainDialog : public testing::Test {
     /// Back to front, so that focus and caret are those of a user.
     void Show() {
         m_dialog->Show();
-        BringToFront(m_dialog->Handle());
+        SetForegroundWindow(m_dialog->Handle());
+        const HWND top = GetAncestor(m_dialog->Handle(), GA_ROOT);
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; }));
     }
     /// The dialog goes before a host that the test made.
     void TearDown() override { m_dialog.reset(); }
@@ -55,7 +53,7 @@ class MainDialog : public testing::Test {
 
     /// Returns when all that the click leads to is over, the boxes answered.
     void Press(int id) const {
-        ASSERT_TRUE(IsEnabled(id)) << Describe(m_dialog->Handle());
+        ASSERT_TRUE(IsEnabled(id)) << id;
         Send(Control(id), BM_CLICK);
     }
     void Choose(const wchar_t* category) const { Select(IDC_CATEGORIES, {category}); }

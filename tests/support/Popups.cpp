@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "resource.h"
 #include "support/WindowActions.h"
 
 namespace support {
@@ -9,19 +10,17 @@ namespace {
 
 Popups* g_script = nullptr;
 
-/// A dialog that waits for the user: the one in front, if it is no other's owner at the moment.
+/// A dialog that waits for the user: the one in front, if it is no other's owner at the moment. The main one
+/// is told by its controls, since one without an owner hangs the test as well.
 HWND FrontDialog() {
-    HWND front = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM found) -> BOOL {
-            const bool waits = IsWindowVisible(window) && IsWindowEnabled(window) &&
-                               ClassOf(window) == L"#32770" && GetWindow(window, GW_OWNER);
-            if (waits) *reinterpret_cast<HWND*>(found) = window;
-            return !waits;
-        },
-        reinterpret_cast<LPARAM>(&front));
-    return front;
+    const auto waits = [](HWND dialog) {
+        return GetWindowThreadProcessId(dialog, nullptr) == GetCurrentThreadId() && IsWindowVisible(dialog) &&
+               IsWindowEnabled(dialog) && !GetDlgItem(dialog, IDC_CATEGORIES);
+    };
+    HWND dialog = nullptr;
+    do dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr);
+    while (dialog && !waits(dialog));
+    return dialog;
 }
 
 void Command(HWND dialog, int button) {
@@ -70,10 +69,10 @@ Popups& Popups::ExpectFile(std::wstring title, std::wstring path, Work before) {
 void Popups::Look() {
     const HWND dialog = FrontDialog();
     if (!dialog || dialog == m_worked) return;
-    const std::wstring says = TextOf(dialog) + L"\n" + LabelsOf(dialog);
     m_worked = dialog;
-    if (m_steps.empty() || says.find(m_steps.front().text) == std::wstring::npos) {
-        ADD_FAILURE() << "unexpected: " << Describe(dialog);
+    const bool owned = GetWindow(dialog, GW_OWNER) != nullptr;
+    if (!owned || m_steps.empty() || Describe(dialog).find(Utf8(m_steps.front().text)) == std::string::npos) {
+        ADD_FAILURE() << (owned ? "unexpected: " : "without an owner: ") << Describe(dialog);
         Command(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDNO);
         return;
     }

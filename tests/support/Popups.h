@@ -10,8 +10,8 @@
 namespace support {
 
 /// A script: each step waits for the next dialog of this thread whose title and labels contain its text, and
-/// works it. It fails the test when another one comes, which is closed then, and when a step is left over.
-/// One at a time.
+/// works it. It fails the test when another one comes or one without an owner, which is closed then, and when
+/// a step is left over. One at a time.
 class Popups {
   public:
     using Work = std::function<void(HWND dialog)>;

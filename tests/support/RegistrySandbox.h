@@ -1,14 +1,6 @@
 // A registry of the test's own, and short ways to fill and read it.
 #pragma once
 
-#include <windows.h>
-
-#include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "RegKey.h"
 
 namespace support {
@@ -18,7 +10,7 @@ namespace support {
 /// test registers is all that it lists. HKEY_CLASSES_ROOT is the same key as Software\Classes of
 /// HKEY_LOCAL_MACHINE. CoCreateInstance and OleRegGetUserType go on reading the user's real registry.
 ///
-/// One sandbox at a time; another test process waits for its turn. What a crashed run left is removed first.
+/// One sandbox at a time, of one test process at a time. What a crashed run left is removed first.
 /// Throws when the roots can't be redirected, because the test would then write into the user's registry.
 class RegistrySandbox {
   public:
@@ -28,8 +20,12 @@ class RegistrySandbox {
     RegistrySandbox& operator=(const RegistrySandbox&) = delete;
 
   private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    static CRegKey FreshScratch();
+
+    CRegKey m_top = FreshScratch();
+    CRegKey m_user = CRegKey::Create(m_top.Handle(), L"User").value();
+    CRegKey m_machine = CRegKey::Create(m_top.Handle(), L"Machine").value();
+    CRegKey m_classes = CRegKey::Create(m_machine.Handle(), L"Software\\Classes").value();
 };
 
 // These work on whatever `root` is at the moment, redirected or not. Keys are created as needed, a null name
@@ -44,7 +40,7 @@ void SetRaw(HKEY root, const std::wstring& path, const wchar_t* name, DWORD type
 std::vector<BYTE> Bytes(std::wstring_view text);
 
 bool Exists(HKEY root, const std::wstring& path);
-/// Nothing unless the value is a REG_SZ whose size counts exactly one terminator, at its end.
+/// Nothing unless the value is a text with a terminator.
 std::optional<std::wstring> Text(HKEY root, const std::wstring& path, const wchar_t* name);
 std::optional<DWORD> Dword(HKEY root, const std::wstring& path, const wchar_t* name);
 std::vector<std::wstring> Subkeys(HKEY root, const std::wstring& path);
@@ -64,7 +60,7 @@ class ReadOnlyKey {
     ReadOnlyKey& operator=(const ReadOnlyKey&) = delete;
 
   private:
-    bool Allow(ACL* list) const;
+    bool Allow(const wchar_t* access) const;
     std::optional<CRegKey> m_key;
 };
 

@@ -1,7 +1,6 @@
 // A library that plays the host's plug-in database. Its data stand beside it: names.txt gives the names, one
-// "key<TAB>name" a line in UTF-8, and calls.txt gets a line for each call. Filling fails where there is no
-// names.txt, and setting a name with "refused" in it. With STAND_IN_NULL it has no database to give, with
-// STAND_IN_NO_EXPORT nothing to call.
+// "key<TAB>name" a line, and calls.txt gets a line for each call; all of it in ASCII. Filling fails where
+// there is no names.txt, and setting a name with "refused" in it. As null.dll it has no database to give.
 #include <windows.h>
 
 #include <cwchar>
@@ -21,86 +20,50 @@ class INames {
 
 namespace {
 
-std::filesystem::path Beside(const wchar_t* name) {
+std::filesystem::path OwnPath() {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const wchar_t*>(&Beside), &module);
+                       reinterpret_cast<const wchar_t*>(&OwnPath), &module);
     wchar_t path[MAX_PATH];
     GetModuleFileNameW(module, path, MAX_PATH);
-    return std::filesystem::path(path).replace_filename(name);
-}
-
-/// A path knows how to become UTF-8, and back.
-std::wstring FromUtf8(const std::string& text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
-}
-
-std::string ToUtf8(const std::wstring& text) {
-    const auto bytes = std::filesystem::path(text).u8string();
-    return {bytes.begin(), bytes.end()};
+    return path;
 }
 
 void Note(const std::wstring& call) {
-    std::ofstream(Beside(L"calls.txt"), std::ios::app | std::ios::binary) << ToUtf8(call) << '\n';
+    std::wofstream(OwnPath().replace_filename(L"calls.txt"), std::ios::app | std::ios::binary)
+        << call << L'\n';
 }
 
-/// The order of the functions is the library's binary contract.
-class Database final {
-  public:
-    virtual HRESULT QueryInterface(const IID&, void**) { return Unexpected(0); }
-    virtual ULONG AddRef() { return static_cast<ULONG>(Unexpected(1)); }
-    virtual ULONG Release() { return static_cast<ULONG>(Unexpected(2)); }
-    virtual HRESULT Slot3() { return Unexpected(3); }
-    virtual HRESULT Slot4() { return Unexpected(4); }
+HRESULT FillNames(void*, INames* names) {
+    Note(L"fill");
+    std::wifstream file(OwnPath().replace_filename(L"names.txt"));
+    if (!file) return E_FAIL;
+    for (std::wstring key, name; std::getline(file, key, L'\t') && std::getline(file, name);)
+        names->Add(key.c_str(), name.c_str());
+    return S_OK;
+}
 
-    virtual HRESULT FillNames(INames* names) {
-        Note(L"fill");
-        std::ifstream file(Beside(L"names.txt"), std::ios::binary);
-        if (!file) return E_FAIL;
-        for (std::string line; std::getline(file, line);) {
-            if (line.ends_with('\r')) line.pop_back();
-            const auto tab = line.find('\t');
-            if (tab == std::string::npos) continue;
-            names->Add(FromUtf8(line.substr(0, tab)).c_str(), FromUtf8(line.substr(tab + 1)).c_str());
-        }
-        return S_OK;
-    }
+HRESULT SetName(void*, const wchar_t* key, int kind, const wchar_t* name, int reserved1, int reserved2) {
+    Note(std::wstring(L"set\t") + key + L'\t' + std::to_wstring(kind) + L'\t' + name +
+         (reserved1 != 0 || reserved2 != 0 ? L"\treserved" : L""));
+    return std::wcsstr(name, L"refused") ? E_ACCESSDENIED : S_OK;
+}
 
-    virtual HRESULT Slot6() { return Unexpected(6); }
+void Unexpected() { Note(L"unexpected"); }
+void Destroy() { Note(L"destroy"); }
 
-    virtual HRESULT SetName(const wchar_t* key, int kind, const wchar_t* name, int reserved1, int reserved2) {
-        std::wstring call = std::wstring(L"set\t") + key + L'\t' + std::to_wstring(kind) + L'\t' + name;
-        if (reserved1 != 0 || reserved2 != 0) call += L"\treserved";
-        Note(call);
-        return std::wcsstr(name, L"refused") ? E_ACCESSDENIED : S_OK;
-    }
-
-    virtual HRESULT Slot8() { return Unexpected(8); }
-    virtual HRESULT Slot9() { return Unexpected(9); }
-    virtual HRESULT Slot10() { return Unexpected(10); }
-
-    virtual void Destroy() {
-        Note(L"destroy");
-        delete this;
-    }
-
-  private:
-    ~Database() = default;
-
-    static HRESULT Unexpected(int slot) {
-        Note(L"unexpected\t" + std::to_wstring(slot));
-        return E_NOTIMPL;
-    }
-};
+/// The order of the operations is the library's binary contract.
+using Operation = void (*)();
+const Operation kOperations[] = {&Unexpected, &Unexpected,
+                                 &Unexpected, &Unexpected,
+                                 &Unexpected, reinterpret_cast<Operation>(&FillNames),
+                                 &Unexpected, reinterpret_cast<Operation>(&SetName),
+                                 &Unexpected, &Unexpected,
+                                 &Unexpected, &Destroy};
+const Operation* g_database = kOperations;
 
 }  // namespace
 
-#ifndef STAND_IN_NO_EXPORT
-extern "C" __declspec(dllexport) Database* CreateDatabase() {
-#ifdef STAND_IN_NULL
-    return nullptr;
-#else
-    return new Database;
-#endif
+extern "C" __declspec(dllexport) const Operation** CreateDatabase() {
+    return OwnPath().filename() == L"null.dll" ? nullptr : &g_database;
 }
-#endif

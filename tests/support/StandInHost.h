@@ -1,12 +1,12 @@
 // A window that plays the host of the program.
 #pragma once
 
-#include <windows.h>
-
-#include <chrono>
-#include <cstddef>
-#include <memory>
+#include <algorithm>
+#include <future>
+#include <mutex>
 #include <string>
+#include <thread>
+#include <tuple>
 #include <vector>
 
 #include "support/WaitFor.h"
@@ -20,32 +20,38 @@ inline constexpr UINT kPluginsChanged = 0x8082;
 /// waits. It notes the program's messages. A dialog docked into it is destroyed with it.
 class StandInHost {
   public:
-    struct Message {
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-        bool operator==(const Message&) const = default;
-    };
+    /// The number, wParam and lParam.
+    using Message = std::tuple<UINT, WPARAM, LPARAM>;
 
     /// The main dialog fits into it, or does not.
     enum class Size { Large, Small };
-    explicit StandInHost(Size size = Size::Large);
+    explicit StandInHost(Size size = Size::Large) : m_thread(&StandInHost::Run, this, size) {}
     ~StandInHost();
     StandInHost(const StandInHost&) = delete;
     StandInHost& operator=(const StandInHost&) = delete;
 
-    HWND Window() const;
+    HWND Window() const { return m_window.get(); }
     /// The window's handle as the program expects it on its command line.
     std::wstring HandleText() const;
 
     std::vector<Message> Messages() const;
-    std::size_t MessageCount(UINT message) const;
-    /// Whether the message has come, before the call or within the limit.
-    bool WaitForMessage(UINT message, std::chrono::milliseconds limit = kLimit) const;
+    std::size_t MessageCount(UINT message) const {
+        const auto numberOf = [](const Message& told) { return std::get<UINT>(told); };
+        return static_cast<std::size_t>(std::ranges::count(Messages(), message, numberOf));
+    }
+    /// Whether the message has come, before the call or in time.
+    bool WaitForMessage(UINT message) const {
+        return WaitFor([&] { return MessageCount(message) > 0; });
+    }
 
   private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    void Run(Size size);
+
+    mutable std::mutex m_mutex;
+    std::vector<Message> m_messages;
+    std::promise<HWND> m_opened;
+    std::shared_future<HWND> m_window = m_opened.get_future().share();
+    std::thread m_thread;
 };
 
 }  // namespace support

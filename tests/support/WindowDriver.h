@@ -1,15 +1,12 @@
 // The real program, worked through its window.
 #pragma once
 
-#include <windows.h>
-
-#include <chrono>
+#include <cstdlib>
 #include <filesystem>
-#include <memory>
+#include <gtest/gtest.h>
 #include <optional>
-#include <string>
-#include <vector>
 
+#include "Handles.h"
 #include "support/WaitFor.h"
 #include "support/WindowActions.h"
 
@@ -18,48 +15,45 @@ namespace support {
 /// A file in the folder of the test program.
 std::filesystem::path BesideTest(const std::wstring& name);
 
-/// One run of the program; it is ended with its driver. Starting throws when there is no such program.
+/// Tests of the program write to the real registry: they run only where the sample studio was loaded for
+/// them.
+class ProgramTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!std::getenv("STUDIO")) GTEST_SKIP() << "needs a prefix of its own with the sample studio";
+    }
+};
+
+void EndProcess(HANDLE process);
+/// A run of the program; it is ended with its owner.
+using UniqueProcess = UniqueHandle<HANDLE, &EndProcess>;
+UniqueProcess StartProgram(const std::wstring& arguments = {});
+/// The exit code; nothing when it still runs at the end of the limit.
+std::optional<DWORD> WaitForExit(const UniqueProcess& process, std::chrono::milliseconds limit = kLimit);
+
 class WindowDriver {
   public:
-    explicit WindowDriver(const std::wstring& arguments = {},
-                          const std::filesystem::path& program = BesideTest(L"PluginManager.exe"));
-    ~WindowDriver();
-    WindowDriver(const WindowDriver&) = delete;
-    WindowDriver& operator=(const WindowDriver&) = delete;
+    /// Starts the program and waits for its lists to be filled; throws when that does not happen. `host` is
+    /// the window it is to dock into.
+    explicit WindowDriver(const std::wstring& arguments = {}, HWND host = nullptr);
 
-    /// The main dialog, floating or docked into another window; null when it is not there.
-    HWND Window() const;
-    bool WaitForWindow(std::chrono::milliseconds limit = kLimit) const;
-    /// A control of the main dialog. Throws when there is none: nothing could be said of what it shows.
-    HWND Control(int id) const;
-
-    /// A dialog of the program besides the main one, such as a message box, whose title begins so.
-    HWND Popup(const std::wstring& title = {}) const;
-    /// Null when none comes in time.
-    HWND WaitForPopup(const std::wstring& title = {}, std::chrono::milliseconds limit = kLimit) const;
+    HWND Window() const { return m_window; }
+    HWND Control(int id) const { return GetDlgItem(m_window, id); }
 
     // By control id, in the main dialog.
     std::wstring TextOf(int id) const { return support::TextOf(Control(id)); }
     std::vector<std::wstring> Rows(int id) const { return support::Rows(Control(id)); }
-    std::vector<int> SelectedRows(int id) const { return support::SelectedRows(Control(id)); }
     void Select(int id, const std::vector<std::wstring>& rows) const { support::Select(Control(id), rows); }
-    bool IsEnabled(int id) const { return IsWindowEnabled(Control(id)) != FALSE; }
-    bool IsVisible(int id) const { return IsWindowVisible(Control(id)) != FALSE; }
-    void Press(int id) const { support::Press(Control(id)); }
 
-    bool IsRunning() const;
-    /// The program's exit code; nothing when it still runs at the end of the limit.
-    std::optional<DWORD> WaitForExit(std::chrono::milliseconds limit = kLimit) const;
+    std::optional<DWORD> WaitForExit(std::chrono::milliseconds limit = kLimit) const {
+        return support::WaitForExit(m_process, limit);
+    }
     /// Closes the main dialog as its Close box does.
     std::optional<DWORD> Close() const;
 
-    /// All that the program shows, for the message of a failed test.
-    std::string OnScreen() const;
-
   private:
-    struct Process;
-    std::unique_ptr<Process> m_process;
-    mutable HWND m_window = nullptr;
+    UniqueProcess m_process;
+    HWND m_window = nullptr;
 };
 
 }  // namespace support

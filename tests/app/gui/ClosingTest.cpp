@@ -1,17 +1,12 @@
 // What is asked before the main dialog closes, and what Enter on Close does to the selection.
-#include <functional>
-
 #include "support/MainDialog.h"
 #include "support/StandInHost.h"
 #include "support/TestPlugins.h"
 
 namespace {
 
-using support::IdText;
-
 constexpr wchar_t kQuestion[] = L"Save changes";
 constexpr wchar_t kSaveTitle[] = L"Save Plug-In Menu Layout";
-constexpr wchar_t kExcluded[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
 
 class Closing : public support::MainDialog {
   protected:
@@ -34,37 +29,25 @@ class Closing : public support::MainDialog {
 };
 
 TEST_F(Closing, AsksOnceAndKeepsWhatWasNotSaved) {
-    const std::function<void()> ways[] = {[this] { EnterOnClose(); }, [this] { Post(WM_CLOSE); }};
-    for (const auto& arguments : {std::vector<std::wstring>(), Hosted()}) {
-        for (const auto& close : ways) {
-            OpenModified(arguments);
-            m_popups.Expect(kQuestion, IDCANCEL);
-            close();
-            ASSERT_TRUE(IsOpen());
-            m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
-            close();
-            ASSERT_TRUE(IsOpen()) << "the save dialog was left";
-            m_popups.Expect(kQuestion, IDYES)
-                .ExpectFile(kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
-                            [](HWND dialog) {
-                                support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X");
-                            })
-                .Expect(L"Could not save", IDOK);
-            close();
-            ASSERT_TRUE(IsOpen()) << "it could not be saved";
-            EXPECT_EQ(support::TreeCount(Control(IDC_LAYOUT_TREE)), 1);
-            m_popups.Expect(kQuestion, IDNO);
-            close();
-            ASSERT_FALSE(IsOpen());
-            m_popups.ExpectNoMore();
-        }
-    }
-}
-
-TEST_F(Closing, AHostThatTakesTheWindowAwayIsPutTheQuestion) {
     OpenModified(Hosted());
+    m_popups.Expect(kQuestion, [this](HWND box) {
+        EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION)) << "what is open already is not asked again";
+        ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    });
+    Post(WM_CLOSE);
+    ASSERT_TRUE(IsOpen());
+    m_popups.Expect(kQuestion, IDYES).ExpectFile(kSaveTitle, L"");
+    EnterOnClose();
+    ASSERT_TRUE(IsOpen()) << "the save dialog was left";
+    m_popups.Expect(kQuestion, IDYES)
+        .ExpectFile(
+            kSaveTitle, m_files.Path(L"no such folder\\x.pgl"),
+            [](HWND dialog) { support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X"); })
+        .Expect(L"Could not save", IDOK);
+    EnterOnClose();
+    ASSERT_TRUE(IsOpen()) << "it could not be saved";
     m_popups.Expect(kQuestion, IDNO);
-    ::DestroyWindow(m_dialog->Handle());
+    Post(WM_CLOSE);
     EXPECT_FALSE(IsOpen());
 }
 
@@ -72,16 +55,14 @@ TEST_F(Closing, AQuestionThatOutlivesTheWindowSavesNothing) {
     Open({L"/ParentWnd", m_host.HandleText()});
     Press(IDC_ADD_SEPARATOR);
     HWND orphan = nullptr;
-    m_popups
-        .Expect(kQuestion,
-                [&](HWND box) {
-                    orphan = box;
-                    ::PostMessageW(m_host.Window(), WM_CLOSE, 0, 0);
-                })
-        .Expect(kQuestion, [&](HWND box) {
-            ::PostMessageW(box, WM_COMMAND, IDNO, 0);
-            ::PostMessageW(orphan, WM_COMMAND, IDYES, 0);
-        });
+    m_popups.Expect(kQuestion, [&](HWND box) {
+        orphan = box;
+        ::PostMessageW(m_host.Window(), WM_CLOSE, 0, 0);
+    });
+    m_popups.Expect(kQuestion, [&](HWND box) {
+        ::PostMessageW(box, WM_COMMAND, IDNO, 0);
+        ::PostMessageW(orphan, WM_COMMAND, IDYES, 0);
+    });
     Post(WM_CLOSE);  // a save dialog would fail the test
     EXPECT_TRUE(support::WaitFor([&] {
         Pump();
@@ -89,7 +70,7 @@ TEST_F(Closing, AQuestionThatOutlivesTheWindowSavesNothing) {
     }));
 }
 
-TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAway) {
+TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAwayUntilTheHostTakesTheWindow) {
     OpenModified(Hosted());
     m_popups.Expect(kQuestion, IDNO);
     EXPECT_TRUE(m_dialog->Send(WM_QUERYENDSESSION));
@@ -98,12 +79,12 @@ TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAway) {
     m_popups.Expect(kQuestion, IDCANCEL);
     EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION));
     m_popups.Expect(kQuestion, IDNO);
-    Post(WM_CLOSE);
+    ::DestroyWindow(m_dialog->Handle());
     EXPECT_FALSE(IsOpen());
 }
 
 TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
-    support::SetText(HKEY_CLASSES_ROOT, L"CorvaneControlSurfaces\\" + IdText(3), L"Description", L"Desk");
+    support::AddSurface(3, L"Desk");
     support::AddVst(1, L"Bellows");
     for (const auto& [category, plugin, excluded] :
          {std::tuple(L"Control Surfaces", L"Desk", 0U), std::tuple(support::kVstEffects, L"Bellows", 1U)}) {
@@ -117,7 +98,7 @@ TEST_F(Closing, EnterOnCloseDoesWhatTheExcludeButtonCouldDo) {
         ASSERT_TRUE(IsOpen());
         EnterOnClose();
         EXPECT_FALSE(IsOpen());
-        EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, kExcluded).size(), excluded);
+        EXPECT_EQ(support::Subkeys(HKEY_CURRENT_USER, support::kExcludedPlugins).size(), excluded);
     }
     EXPECT_TRUE(support::WaitFor([&] { return m_host.MessageCount(support::kLayoutsChanged) == 2; }));
     EXPECT_EQ(m_host.MessageCount(support::kPluginsChanged), 0U) << "without the button's message";

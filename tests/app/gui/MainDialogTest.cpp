@@ -1,34 +1,30 @@
 // The program's own dialog on an empty registry: how it follows the screen's scale, and what it tells those
 // who work it without mouse or sight.
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <map>
 
-#include "DialogScale.h"
-#include "Dpi.h"
+#include "AccessibleName.h"
+#include "HelpTopics.h"
 #include "PluginDetails.h"
-#include "Resources.h"
 #include "SinglePropDlg.h"
 #include "support/MainDialog.h"
 
 namespace {
 
-using Places = std::map<int, Rect>;
-
 constexpr int kUsual = USER_DEFAULT_SCREEN_DPI;
 constexpr int kLarger = 120;  // the dialog still fits the screen
+
+std::vector<HWND> ControlsOf(HWND dialog) {
+    std::vector<HWND> controls;
+    for (HWND child = ::GetWindow(dialog, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
+        controls.push_back(child);
+    return controls;
+}
+
+Size SizeOf(const Rect& place) { return {place.Width(), place.Height()}; }
 
 class MainDialog : public support::MainDialog {
   protected:
     void SetUp() override { Open(); }
-    Places ControlPlaces() const {
-        Places places;
-        for (HWND child = ::GetWindow(m_dialog->Handle(), GW_CHILD); child;
-             child = ::GetWindow(child, GW_HWNDNEXT))
-            places[::GetDlgCtrlID(child)] = CWindow(child).RectIn(m_dialog->Handle());
-        return places;
-    }
-    Size WindowSize() const { return {m_dialog->WindowRect().Width(), m_dialog->WindowRect().Height()}; }
     Size SizeWantedAt(int dpi) const {
         SIZE size{};
         EXPECT_TRUE(
@@ -44,30 +40,28 @@ class MainDialog : public support::MainDialog {
     Size MinimumSize() const {
         RECT tiny{0, 0, 1, 1};
         m_dialog->Send(WM_SIZING, WMSZ_BOTTOMRIGHT, reinterpret_cast<LPARAM>(&tiny));
-        return {static_cast<int>(tiny.right), static_cast<int>(tiny.bottom)};
+        return SizeOf(FromSystem(tiny));
     }
     int TreeIconSize() const {
         int width = 0;
         int height = 0;
-        const LRESULT icons = m_dialog->Item(IDC_LAYOUT_TREE).Send(TVM_GETIMAGELIST, TVSIL_NORMAL);
+        const LRESULT icons = Item(IDC_LAYOUT_TREE).Send(TVM_GETIMAGELIST, TVSIL_NORMAL);
         ::ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(icons), &width, &height);
         return width;
     }
-    static Size UnitsAt(int dpi) {
-        CDialog dialog(IDD_PLUGIN_MANAGER);
-        EXPECT_TRUE(dialog.CreateModeless(nullptr));
-        CDialogScale scale;
-        scale.Attach(dialog.Handle());
-        scale.ChangeTo(static_cast<UINT>(dpi));
-        return scale.Units();
+    /// Of the whole dialog: size, least size, size of the icons; and the place of each control.
+    auto State() const {
+        std::map<int, Rect> places;
+        for (const HWND control : ControlsOf(m_dialog->Handle()))
+            places[::GetDlgCtrlID(control)] = CWindow(control).RectIn(m_dialog->Handle());
+        return std::tuple(SizeOf(m_dialog->WindowRect()), MinimumSize(), TreeIconSize(), places);
     }
 };
 
 TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
-    const Places before = ControlPlaces();
-    const Size sizeBefore = WindowSize();
-    const Size units = UnitsAt(kUsual);
-    const int iconsBefore = TreeIconSize();
+    const auto before = State();
+    const auto& [sizeBefore, minimumBefore, iconsBefore, placesBefore] = before;
+    const Size clientBefore = SizeOf(m_dialog->ClientRect());
     const Size wanted = SizeWantedAt(kLarger);
     // The message alone leaves the window's frame as it is.
     const Size frame = FrameSize(m_dialog->Handle(), kUsual);
@@ -75,101 +69,95 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     ComeToScreenOf(kLarger, {wanted.width - largerFrame.width + frame.width,
                              wanted.height - largerFrame.height + frame.height});
 
-    // The larger font is not exactly wider by the scale; its own units are what counts.
     LOGFONTW face{};
-    const auto font = reinterpret_cast<HFONT>(m_dialog->Item(IDC_CLOSE).Send(WM_GETFONT));
+    const auto font = reinterpret_cast<HFONT>(Item(IDC_CLOSE).Send(WM_GETFONT));
     ASSERT_TRUE(::GetObjectW(font, sizeof face, &face));
     EXPECT_EQ(face.lfHeight, -::MulDiv(8, kLarger, 72));
-    const Size larger = UnitsAt(kLarger);
-    for (const auto& [id, place] : ControlPlaces()) {
-        const Rect expected = Scaled(before.at(id), units, larger);
-        // Where a control ends with the client area, rounding may come in twice; and a combo
-        // box has the height that its font asks for.
-        EXPECT_NEAR(place.left, expected.left, 1) << id;
-        EXPECT_NEAR(place.top, expected.top, 1) << id;
+    const auto& [size, minimum, icons, places] = State();
+    EXPECT_GT(size.width, sizeBefore.width * 11 / 10);
+    for (const auto& [id, place] : places) {
+        const Rect expected = Scaled(placesBefore.at(id), clientBefore, SizeOf(m_dialog->ClientRect()));
+        // Rounding may come in twice; and a combo box has the height that its font asks for.
+        EXPECT_NEAR(place.left, expected.left, 2) << id;
+        EXPECT_NEAR(place.top, expected.top, 2) << id;
         EXPECT_NEAR(place.right, expected.right, 2) << id;
-        if (id != IDC_LAYOUTS) {
-            EXPECT_NEAR(place.bottom, expected.bottom, 2) << id;
-        }
+        EXPECT_TRUE(id == IDC_LAYOUTS || std::abs(place.bottom - expected.bottom) <= 2) << id;
     }
-    EXPECT_EQ(TreeIconSize(), iconsBefore * kLarger / kUsual);
-    EXPECT_EQ(MinimumSize(), wanted);
-
+    EXPECT_EQ(icons, iconsBefore * kLarger / kUsual);
+    EXPECT_EQ(minimum, wanted);
     ComeToScreenOf(kUsual, sizeBefore);
-    EXPECT_EQ(ControlPlaces(), before) << "and back nothing has moved";
-    EXPECT_EQ(MinimumSize(), sizeBefore);
-    EXPECT_EQ(TreeIconSize(), iconsBefore);
-}
+    EXPECT_EQ(State(), before) << "and back nothing has moved";
 
-TEST_F(MainDialog, AsAChildItTakesItsParentsScaleWithoutBeingGivenAPlace) {
-    const Size sizeBefore = WindowSize();
-    const int iconsBefore = TreeIconSize();
-    const Rect buttonBefore = m_dialog->Item(IDC_EXCLUDE).WindowRect();
-    ComeToScreenOf(kLarger, SizeWantedAt(kLarger));
-    ASSERT_NE(TreeIconSize(), iconsBefore);
-    // The window itself has been at the usual scale all the time, and that is what is asked for now.
+    // A child is told of no place; and its window has been at the usual scale all the time.
+    ComeToScreenOf(kLarger, wanted);
     m_dialog->Send(WM_DPICHANGED_AFTERPARENT);
-    EXPECT_EQ(TreeIconSize(), iconsBefore);
-    EXPECT_EQ(MinimumSize(), sizeBefore);
-    EXPECT_EQ(m_dialog->Item(IDC_EXCLUDE).WindowRect().Width(), buttonBefore.Width());
-    EXPECT_EQ(WindowSize(), sizeBefore);
+    EXPECT_EQ(State(), before);
 }
 
-bool IsShown(HWND control) { return (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
+bool IsStop(HWND control) {
+    constexpr LONG kStop = WS_VISIBLE | WS_TABSTOP;
+    return (::GetWindowLongW(control, GWL_STYLE) & kStop) == kStop;
+}
 
-/// What a screen reader says of a control: its own text or, where that is its content, the label before it.
+/// What a screen reader says of a control: its text or, where that is its content, the label before it.
 std::wstring SpokenName(HWND control) {
     const std::wstring kind = support::ClassOf(control);
     if (kind != L"Edit" && kind != L"ListBox" && kind != L"ComboBox") return CWindow(control).Text();
     HWND before = ::GetWindow(control, GW_HWNDPREV);
-    while (before && !IsShown(before)) before = ::GetWindow(before, GW_HWNDPREV);
+    while (before && !(::GetWindowLongW(before, GWL_STYLE) & WS_VISIBLE))
+        before = ::GetWindow(before, GW_HWNDPREV);
     return support::ClassOf(before) == L"Static" ? CWindow(before).Text() : std::wstring();
 }
 
-void ExpectNames(HWND dialog) {
-    int stops = 0;
-    for (HWND control = ::GetWindow(dialog, GW_CHILD); control; control = ::GetWindow(control, GW_HWNDNEXT)) {
-        if (!IsShown(control) || (::GetWindowLongPtrW(control, GWL_STYLE) & WS_TABSTOP) == 0) continue;
-        ++stops;
-        EXPECT_NE(SpokenName(control), L"") << ::GetDlgCtrlID(control) << "\n" << support::Describe(dialog);
+bool HasPage(HWND window) { return HelpPageOf(::GetWindowContextHelpId(window)).has_value(); }
+
+void ExpectNamesAndHelp(HWND dialog) {
+    EXPECT_TRUE(HasPage(dialog)) << support::Describe(dialog);
+    for (const HWND control : ControlsOf(dialog)) {
+        EXPECT_TRUE(!IsStop(control) || !SpokenName(control).empty()) << ::GetDlgCtrlID(control);
     }
-    EXPECT_GT(stops, 0);
 }
 
-TEST_F(MainDialog, EveryControlThatTheKeyboardReachesHasAName) {
+TEST_F(MainDialog, WhatTheKeyboardReachesHasANameAndHelp) {
     for (const Category category : {Category::DirectXEffects, Category::VstEffects}) {
         CPluginDetails(*m_dialog).ShowFieldsOf(category);
-        ExpectNames(m_dialog->Handle());
+        ExpectNamesAndHelp(m_dialog->Handle());
     }
-    EXPECT_EQ(m_dialog->Item(IDC_LAYOUT_TREE).Text(), L"Plug-in Menu Layout");
-    for (const int id :
-         {IDD_ABOUT, IDD_TREE_ITEM_PROPERTIES, IDD_MANAGE_PRESETS, IDD_PRESET_FILE, IDD_LAYOUT_NAME}) {
-        CDialog dialog(static_cast<UINT>(id));
-        ASSERT_TRUE(dialog.CreateModeless(m_dialog->Handle())) << id;
-        ExpectNames(dialog.Handle());
+    EXPECT_EQ(Text(IDC_LAYOUT_TREE), L"Plug-in Menu Layout");
+    SetAccessibleName(Control(IDC_LAYOUT_TREE), L"\u8A2D\u5B9A(&Y):");
+    EXPECT_EQ(Text(IDC_LAYOUT_TREE), L"\u8A2D\u5B9A:") << "a mnemonic in brackets goes with them";
+    for (const HWND control : ControlsOf(m_dialog->Handle())) {
+        const int id = ::GetDlgCtrlID(control);
+        const bool isText = (CWindow(control).Send(WM_GETDLGCODE) & DLGC_STATIC) != 0;
+        const bool leadsToTheWindow = id == IDC_HELP_BUTTON || id == IDC_CLOSE;
+        EXPECT_EQ(HasPage(control), !isText && !leadsToTheWindow) << id;
     }
-    std::wstring value;
-    CSinglePropDlg prompt(IDS_FRIENDLY_NAME_TITLE, IDS_FRIENDLY_NAME_PROMPT, value);
-    ASSERT_TRUE(prompt.CreateModeless(m_dialog->Handle()));
-    ExpectNames(prompt.Handle());
+    for (const UINT helpContext : {0U, 130U}) {
+        std::wstring value;
+        CSinglePropDlg prompt(IDS_FRIENDLY_NAME_TITLE, IDS_FRIENDLY_NAME_PROMPT, value, helpContext);
+        ASSERT_TRUE(prompt.CreateModeless(m_dialog->Handle()));
+        ExpectNamesAndHelp(prompt.Handle());
+    }
+    for (UINT id = IDD_ABOUT; id < 200; ++id) {
+        CDialog dialog(id);
+        const bool seenInUse = id == IDD_PLUGIN_MANAGER || id == IDD_SINGLE_PROP;
+        if (!seenInUse && dialog.CreateModeless(m_dialog->Handle())) ExpectNamesAndHelp(dialog.Handle());
+    }
 }
 
 TEST_F(MainDialog, TabGoesThroughThePanesInReadingOrder) {
     std::vector<int> order;
-    HWND control = nullptr;
+    HWND control = Control(IDC_CLOSE);
     do {
         control = ::GetNextDlgTabItem(m_dialog->Handle(), control, FALSE);
         order.push_back(::GetDlgCtrlID(control));
-    } while (order.size() < 100 && (order.size() == 1 || order.back() != order.front()));
-    order.pop_back();
-    const auto at = [&](int id) { return std::ranges::find(order, id) - order.begin(); };
-    EXPECT_EQ(order.front(), IDC_CATEGORIES);
-    EXPECT_EQ(at(IDC_PLUGINS), 1);
-    EXPECT_LT(at(IDC_FILENAME), at(IDC_SHOW_ENABLED));
-    EXPECT_LT(at(IDC_SHOW_ENABLED), at(IDC_LAYOUT_NEW));
-    EXPECT_EQ(at(IDC_LAYOUT_TREE), at(IDC_LAYOUTS) + 1);
-    EXPECT_EQ(order.back(), IDC_CLOSE);
-    EXPECT_EQ(at(IDC_SHOW_EXCLUDED), std::ssize(order)) << "the arrow keys go there, within the group";
+    } while (order.back() != IDC_CLOSE && order.size() < 100);
+    EXPECT_EQ(std::ranges::count(order, IDC_SHOW_EXCLUDED), 0) << "the arrow keys go there, within its group";
+    std::vector<std::ptrdiff_t> places;
+    for (const int id : {IDC_CATEGORIES, IDC_PLUGINS, IDC_FILENAME, IDC_SHOW_ENABLED, IDC_LAYOUT_NEW,
+                         IDC_LAYOUTS, IDC_LAYOUT_TREE, IDC_CLOSE})
+        places.push_back(std::ranges::find(order, id) - order.begin());
+    EXPECT_TRUE(std::ranges::is_sorted(places));
 }
 
 }  // namespace

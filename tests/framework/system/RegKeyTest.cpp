@@ -5,7 +5,11 @@
 
 namespace {
 
-constexpr wchar_t kPath[] = L"Software\\RegKeyTest";
+const HKEY kRoot = HKEY_CURRENT_USER;
+const std::wstring kPath = L"Software\\RegKeyTest";
+
+const std::wstring kLong(500'000, L'x');
+const std::wstring kAtLimit = kLong.substr(0, 259);
 
 std::vector<BYTE> Terminated(std::wstring text) {
     text += L'\0';
@@ -17,15 +21,17 @@ class RegKey : public testing::Test {
     support::RegistrySandbox m_sandbox;
 };
 
-TEST_F(RegKey, OnlyWellFormedTextsAreRead) {
+TEST_F(RegKey, OnlyWellFormedTextsAreReadAndOnlyExpandableOnesExpanded) {
+    ::SetEnvironmentVariableW(L"RegKeyTest", L"C:\\Plug-ins");
     const struct {
         const char* what;
         DWORD type;
         std::vector<BYTE> bytes;
         std::optional<std::wstring> strict, loose;
     } cases[] = {
-        {"good", REG_SZ, Terminated(L"abc"), L"abc", L"abc"},
-        {"expandable", REG_EXPAND_SZ, Terminated(L"%nothing%"), L"%nothing%", L"%nothing%"},
+        {"good", REG_SZ, Terminated(L"%RegKeyTest%\\a"), L"%RegKeyTest%\\a", L"%RegKeyTest%\\a"},
+        {"expandable", REG_EXPAND_SZ, Terminated(L"%RegKeyTest%\\a"), L"%RegKeyTest%\\a", L"C:\\Plug-ins\\a"},
+        {"nothing to expand", REG_EXPAND_SZ, Terminated(L"%no%"), L"%no%", L"%no%"},
         {"empty", REG_SZ, {}, L"", L""},
         {"terminator only", REG_SZ, Terminated(L""), L"", L""},
         {"no terminator", REG_SZ, support::Bytes(L"abc"), std::nullopt, L"abc"},
@@ -35,66 +41,51 @@ TEST_F(RegKey, OnlyWellFormedTextsAreRead) {
         {"number", REG_DWORD, {'a', 0, 0, 0}, std::nullopt, std::nullopt},
         {"binary", REG_BINARY, Terminated(L"abc"), std::nullopt, std::nullopt},
         {"list", REG_MULTI_SZ, Terminated(L"abc"), std::nullopt, std::nullopt},
-        {"at the limit", REG_SZ, Terminated(std::wstring(259, L'x')), std::wstring(259, L'x'),
-         std::wstring(259, L'x')},
-        {"past the limit", REG_SZ, Terminated(std::wstring(260, L'x')), std::nullopt, std::nullopt},
-        {"enormous", REG_SZ, Terminated(std::wstring(500'000, L'x')), std::nullopt, std::nullopt},
+        {"at the limit", REG_SZ, Terminated(kAtLimit), kAtLimit, kAtLimit},
+        {"past the limit", REG_SZ, Terminated(kAtLimit + L'x'), std::nullopt, std::nullopt},
+        {"enormous", REG_SZ, Terminated(kLong), std::nullopt, std::nullopt},
     };
     for (const auto& c : cases) {
-        support::SetRaw(HKEY_CURRENT_USER, kPath, L"value", c.type, c.bytes);
-        const auto key = CRegKey::Open(HKEY_CURRENT_USER, kPath);
+        support::SetRaw(kRoot, kPath, L"value", c.type, c.bytes);
+        const auto key = CRegKey::Open(kRoot, kPath);
         ASSERT_TRUE(key);
         EXPECT_EQ(key->ReadString(L"value", kPathBytes), c.strict) << c.what;
+        EXPECT_EQ(key->ReadPath(L"value"), c.strict ? c.loose : std::nullopt) << c.what;
         EXPECT_EQ(key->ReadUnterminated(L"value", kPathBytes), c.loose) << c.what;
-    }
-}
-
-TEST_F(RegKey, LongTextsAreReadWhole) {
-    for (const std::size_t length : {259U, 260U, 261U, 500'000U}) {
-        support::SetText(HKEY_CURRENT_USER, kPath, L"value", std::wstring(length, L'x'));
-        const auto text = CRegKey::Open(HKEY_CURRENT_USER, kPath)->ReadString(L"value", 1'000'002);
-        ASSERT_TRUE(text) << length;
-        EXPECT_EQ(text->size(), length);
+        if (c.bytes.size() <= kPathBytes) continue;
+        EXPECT_EQ(key->ReadString(L"value", c.bytes.size()),
+                  kLong.substr(0, c.bytes.size() / sizeof(wchar_t) - 1));
+        EXPECT_FALSE(key->ReadString(L"value", c.bytes.size() - 1)) << c.what;
     }
 }
 
 TEST_F(RegKey, OnlyRealNumbersCount) {
-    const auto key = CRegKey::Create(HKEY_CURRENT_USER, kPath);
-    support::SetRaw(HKEY_CURRENT_USER, kPath, L"short", REG_DWORD, {1, 0});
-    support::SetRaw(HKEY_CURRENT_USER, kPath, L"binary", REG_BINARY, {1, 0, 0, 0});
-    support::SetRaw(HKEY_CURRENT_USER, kPath, L"long", REG_QWORD, {1, 0, 0, 0, 0, 0, 0, 0});
+    const auto key = CRegKey::Create(kRoot, kPath);
+    support::SetRaw(kRoot, kPath, L"short", REG_DWORD, {1, 0});
+    support::SetRaw(kRoot, kPath, L"binary", REG_BINARY, {1, 0, 0, 0});
+    support::SetRaw(kRoot, kPath, L"long", REG_QWORD, {1, 0, 0, 0, 0, 0, 0, 0});
     for (const wchar_t* name : {L"short", L"binary", L"long", L"missing"})
         EXPECT_FALSE(key->ReadDword(name)) << name;
     ASSERT_TRUE(key->WriteDword(L"good", 0x80000001));
     EXPECT_EQ(key->ReadDword(L"good"), 0x80000001);
 }
 
-TEST_F(RegKey, PathsAreExpandedByTheirTypeOnly) {
-    ::SetEnvironmentVariableW(L"RegKeyTestFolder", L"C:\\Plug-ins");
-    support::SetRaw(HKEY_CURRENT_USER, kPath, L"expand", REG_EXPAND_SZ,
-                    Terminated(L"%RegKeyTestFolder%\\a.dll"));
-    support::SetText(HKEY_CURRENT_USER, kPath, L"plain", L"%RegKeyTestFolder%\\a.dll");
-    const auto key = CRegKey::Open(HKEY_CURRENT_USER, kPath);
-    EXPECT_EQ(key->ReadPath(L"expand"), L"C:\\Plug-ins\\a.dll");
-    EXPECT_EQ(key->ReadPath(L"plain"), L"%RegKeyTestFolder%\\a.dll");
-}
-
 TEST_F(RegKey, WritesCountTheTerminatorAndTreesGoWhole) {
     bool existed = true;
-    const auto key = CRegKey::Create(HKEY_CURRENT_USER, kPath, KEY_ALL_ACCESS, &existed);
+    const auto key = CRegKey::Create(kRoot, kPath, KEY_ALL_ACCESS, &existed);
     EXPECT_FALSE(existed);
     EXPECT_TRUE(key->WriteString(nullptr, L"text"));
-    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kPath, nullptr), L"text");
-    CRegKey::Create(HKEY_CURRENT_USER, std::wstring(kPath) + L"\\a\\b", KEY_ALL_ACCESS, &existed);
-    CRegKey::Create(HKEY_CURRENT_USER, kPath, KEY_ALL_ACCESS, &existed);
+    EXPECT_EQ(support::Text(kRoot, kPath, nullptr), L"text");
+    for (const wchar_t* below : {L"\\a\\b", L"\\longer"}) support::CreateKey(kRoot, kPath + below);
+    CRegKey::Create(kRoot, kPath, KEY_ALL_ACCESS, &existed);
     EXPECT_TRUE(existed);
-    EXPECT_EQ(key->SubkeyNames(), std::vector<std::wstring>{L"a"});
-    for (const std::wstring& nameless : {std::wstring(), std::wstring(kPath) + L"\\"})
-        EXPECT_FALSE(CRegKey::DeleteTree(HKEY_CURRENT_USER, nameless));
-    EXPECT_TRUE(support::Exists(HKEY_CURRENT_USER, std::wstring(kPath) + L"\\a\\b"));
-    EXPECT_TRUE(CRegKey::DeleteTree(HKEY_CURRENT_USER, kPath));
-    EXPECT_FALSE(support::Exists(HKEY_CURRENT_USER, kPath));
-    EXPECT_FALSE(CRegKey::DeleteTree(HKEY_CURRENT_USER, kPath));
+    EXPECT_EQ(key->SubkeyNames(), (std::vector<std::wstring>{L"a", L"longer"}));
+    for (const std::wstring& nameless : {std::wstring(), kPath + L"\\"})
+        EXPECT_FALSE(CRegKey::DeleteTree(kRoot, nameless));
+    EXPECT_TRUE(support::Exists(kRoot, kPath + L"\\a\\b"));
+    EXPECT_TRUE(CRegKey::DeleteTree(kRoot, kPath));
+    EXPECT_FALSE(support::Exists(kRoot, kPath));
+    EXPECT_FALSE(CRegKey::DeleteTree(kRoot, kPath));
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
 // The plug-in panes of the main dialog, worked by keys and mouse, over a registry of the test's own.
-#include <algorithm>
-
 #include "PresetPlugin.h"
 #include "support/MainDialog.h"
 #include "support/StandInHost.h"
@@ -8,208 +6,246 @@
 
 namespace {
 
-using support::AddVst;
-using support::IdText;
-using support::SetText;
+using namespace support;
 using Texts = std::vector<std::wstring>;
 
-constexpr wchar_t kPermanent[] = L"{52B63860-DC93-11CE-A099-00AA00479A58}";
-constexpr wchar_t kExcluded[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
-constexpr wchar_t kVstKey[] = L"Software\\Corvane Music Software\\Corvane VST";
-constexpr wchar_t kAdapter[] = L"Software\\Corvane Music Software\\Corvane VST Adapter";
-constexpr wchar_t kVst[] = L"VST Audio Effects (VST)";
+constexpr wchar_t kDirectX[] = L"DirectX Audio Effects (DX)";
+constexpr wchar_t kSynths[] = L"DirectX Instruments (DXi)";
+constexpr wchar_t kVstSynths[] = L"VST Instruments (VSTi)";
+constexpr wchar_t kVst3[] = L"VST3 Audio Effects (VST3)";
+constexpr wchar_t kMidi[] = L"MIDI Effects (QTZ)";
+constexpr wchar_t kObjects[] = L"DirectX Media Objects (DMO)";
+constexpr wchar_t kDesks[] = L"Control Surfaces";
 constexpr wchar_t kLegacy[] = L"Legacy Wrapped VST Audio Effects (VST) ";
 
 class PluginPanes : public support::MainDialog {
   protected:
-    static void AddFilter(unsigned number, const std::wstring& name, const std::wstring& server) {
-        support::RegisterAudioFilter(IdText(number), name);
-        SetText(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + IdText(number) + L"\\InprocServer32",
-                nullptr, server);
-    }
-    static std::wstring AdapterEntry(const std::wstring& name) {
-        return std::wstring(kAdapter) + L"\\Inventory\\" + name;
-    }
-    static void Wrap(unsigned number, const std::wstring& name) {
-        support::RegisterAudioFilter(IdText(number), name);
-        SetText(HKEY_LOCAL_MACHINE, AdapterEntry(name), L"clsidPlug", IdText(number));
-        support::SetDword(HKEY_LOCAL_MACHINE, AdapterEntry(name), L"isVst", 1);
-    }
-    static std::size_t ExcludedCount() { return support::Subkeys(HKEY_CURRENT_USER, kExcluded).size(); }
-    void OpenAt(const wchar_t* category, const std::vector<std::wstring>& arguments = {}) {
+    /// The VSTs' first letters are their numbers.
+    void OpenWith(const Texts& vsts, const wchar_t* category = kVstEffects, const Texts& arguments = {}) {
+        for (const std::wstring& name : vsts) AddVst(name.front(), name);
         Open(arguments);
         Show();
         Choose(category);
         Item(IDC_PLUGINS).Focus();
     }
+    static void SetWizard(const wchar_t* path) {
+        SetText(HKEY_LOCAL_MACHINE, L"Software\\Corvane Music Software\\Corvane VST Adapter",
+                L"VSTConfigWizardPath", path);
+    }
     CPluginListView& List() { return m_dialog->View<CPluginListView>(); }
     CListBox Plugins() const { return m_dialog->Control<CListBox>(IDC_PLUGINS); }
     std::wstring CaretText() const { return Plugins().RowText(Plugins().CaretRow().value_or(-1)); }
-    bool IsShown(int id) const { return ::IsWindowVisible(Control(id)) != FALSE; }
-    void EnterName(const std::wstring& name, int button = IDOK, bool byKey = true) {
+    /// A letter for each button (import, export, manage, exclude, add; options, scan and properties of the
+    /// scanner; wizard and properties of the adapter), "-" where it can't be pressed, and the details' texts.
+    std::wstring Panes() const {
+        const auto isShown = [this](int id) { return ::IsWindowVisible(Control(id)) != FALSE; };
+        constexpr int kButtons[] = {
+            IDC_IMPORT,      IDC_EXPORT,   IDC_MANAGE,         IDC_EXCLUDE,        IDC_ADD_PLUGIN,
+            IDC_VST_OPTIONS, IDC_VST_SCAN, IDC_VST_PROPERTIES, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES};
+        std::wstring shown;
+        for (std::size_t i = 0; i < std::size(kButtons); ++i) {
+            if (isShown(kButtons[i])) shown += IsEnabled(kButtons[i]) ? L"iemxaOSPWR"[i] : L'-';
+        }
+        for (const int id :
+             {IDC_FILENAME, IDC_CLSID_LABEL, IDC_CLSID, IDC_VENDOR, IDC_VST_ID_LABEL, IDC_VST_ID}) {
+            if (isShown(id)) shown += L'|' + Text(id);
+        }
+        return shown;
+    }
+    void ExpectName(const std::wstring& name, int button = IDOK) {
         m_popups.Expect(L"Set Plug-in Friendly Name", [name, button](HWND prompt) {
-            support::EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), name);
+            EnterText(::GetDlgItem(prompt, IDC_PROMPT_VALUE), name);
             support::Press(::GetDlgItem(prompt, button));
         });
-        if (!byKey) support::PostNotification(Control(IDC_PLUGINS), LBN_DBLCLK);
-        byKey ? Key(IDC_PLUGINS, VK_F2) : Pump();
-        m_popups.ExpectNoMore();
     }
 };
 
 TEST_F(PluginPanes, CategoriesStandInOrderAndLegacyOnesOnlyWithAnAdapter) {
     Open();
-    EXPECT_EQ(Rows(IDC_CATEGORIES),
-              (Texts{L"DirectX Audio Effects (DX)", L"VST Audio Effects (VST)", L"VST3 Audio Effects (VST3)",
-                     L"DirectX Instruments (DXi)", L"VST Instruments (VSTi)", L"VST3 Instruments (VST3i)",
-                     L"MIDI Effects (QTZ)", L"DirectX Media Objects (DMO)", L"Control Surfaces"}));
-    EXPECT_EQ(Text(IDC_CATEGORIES_LABEL), L"Plu&g-in Categories (11 found)")
-        << "the table's size, not the rows";
-    Choose(L"VST3 Audio Effects (VST3)");
-    support::CreateKey(HKEY_LOCAL_MACHINE, AdapterEntry(L""));
+    EXPECT_EQ(Rows(IDC_CATEGORIES), (Texts{kDirectX, kVstEffects, kVst3, kSynths, kVstSynths,
+                                           L"VST3 Instruments (VST3i)", kMidi, kObjects, kDesks}));
+    EXPECT_EQ(Text(IDC_CATEGORIES_LABEL), L"Plu&g-in Categories (11 found)") << "the table's, not the rows";
+    Choose(kVst3);
+    CreateKey(HKEY_LOCAL_MACHINE, kAdapterInventory);
     List().EnumeratePlugins();
     EXPECT_EQ(Rows(IDC_CATEGORIES).size(), 11U);
     EXPECT_EQ(List().SelectedCategory(), Category::Vst3Effects);
 }
 
-TEST_F(PluginPanes, ACategoryWithoutPluginsShowsOneRowThatIsNoPlugin) {
-    AddVst(1, L"Bellows");
-    OpenAt(L"VST Instruments (VSTi)");
-    SelectPlugins({L"<< No entries >>"});
-    EXPECT_EQ(Listed().size(), 1U);
+TEST_F(PluginPanes, ButtonsAndDetailsGoByCategoryAndSelection) {
+    SetText(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\Corvane VST", L"VSTScanPath", kSomeFile);
+    SetWizard(kSomeFile);
+    SetRaw(HKEY_CURRENT_USER, L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\" + IdText('A'),
+           L"Warm", REG_BINARY, {1});
+    AddFilter(1, L"Filter", L"C:\\windows\\win.ini");
+    for (const unsigned n : {2U, 3U}) Wrap(n, std::to_wstring(n)).Text(L"FullPath", L"C:\\vst.dll");
+    AddVst(4, L"Chorus", true);
+    AddVst(6, L"Dub", true).Number(L"clsidPlugMD5", 0);
+    AddVst(7, L"Nameless").Text(L"FullName", L"");
+    AddSurface(5, L"Faders");
+    // Its name is read from the real registry: a class that is in each.
+    constexpr wchar_t kFilterMapper[] = L"{CDA42200-BD88-11D0-BD4E-00A0C911CE86}";
+    CreateKey(HKEY_LOCAL_MACHINE, std::wstring(kMidiFilters) + kFilterMapper);
+    CreateKey(HKEY_CURRENT_USER, kExcludedPlugins + IdText('D'));
+    OpenWith({L"Anvil", L"Bellows", L"Drum"});
+    const auto expect = [this](const wchar_t* category, const std::vector<int>& rows,
+                               const std::wstring& panes) {
+        Choose(category);
+        SelectRows(Control(IDC_PLUGINS), rows);
+        EXPECT_EQ(Panes(), panes) << Utf8(category) << rows.size();
+    };
+    const std::wstring someVst = L"|C:\\windows\\regedit.exe|Vendor:|Tarnwick|VST ID: |-5";
+    expect(kVstEffects, {}, L"-----OS-|<No plug-in selected>|Vendor:||VST ID: |");
+    EXPECT_EQ(Text(IDC_PLUGINS_LABEL), L"&Registered Plug-ins (2 found)") << "each under one of its ids";
+    expect(kVstEffects, {0}, L"iemxaOSP" + someVst);
+    EXPECT_EQ(Text(IDC_PRESETS_GROUP), L"Corvane Plug-in Presets (1 found)");
+    expect(kVstEffects, {1}, L"i--xaOSP" + someVst);
+    expect(kVstEffects, {0, 1}, L"ie-xaOS-|<Multiple plug-ins selected>|Vendor:||VST ID: |");
+    Plugins().Add(L"a row of the test");
+    Choose(kVstEffects);
+    EXPECT_EQ(Listed().size(), 3U) << "the same category is not filled again";
+    expect(kVstSynths, {0}, L"-----OS-|<No plug-in selected>|Vendor:||VST ID: |");
+    EXPECT_EQ(Listed(), Texts{L"<< No entries >>"});
     EXPECT_EQ(Text(IDC_PLUGINS_LABEL), L"&Registered Plug-ins");
-    EXPECT_FALSE(IsEnabled(IDC_IMPORT) || IsEnabled(IDC_EXCLUDE) || IsEnabled(IDC_ADD_PLUGIN));
-    EXPECT_FALSE(List().CaretPlugin());
-    EXPECT_TRUE(m_dialog->View<CExclusionView>().TogglePluginExclusion()) << "it has nothing to act on";
+    EXPECT_EQ(Text(IDC_PRESETS_GROUP), L"Corvane Plug-in Presets");
+    Key(IDC_PLUGINS, VK_F2);  // a prompt would fail the test
+    expect(kVst3, {0}, L"i--xaOSP" + someVst);
+    EXPECT_EQ(Listed(), (Texts{L"Chorus", L"Chorus", L"Dub"})) << "under all of its ids";
+    expect(kDirectX, {0}, L"i--xaOS-|C:\\windows\\win.ini|CLSID:|" + IdText(1));
+    expect(kMidi, {0}, std::wstring(L"i---aOS-||CLSID:|") + kFilterMapper);
+    expect(kDesks, {0}, L"i----OS-||CLSID:|" + IdText(5));
+    expect(kLegacy, {}, L"-----W-|<No plug-in selected>|CLSID:|");
+    expect(kLegacy, {0}, L"i--x-WR|C:\\vst.dll|CLSID:|" + IdText(2));
+    expect(kLegacy, {0, 1}, L"i--x-W-|<Multiple plug-ins selected>|CLSID:|");
     Press(IDC_SHOW_EXCLUDED);
-    Choose(kVst);
-    EXPECT_EQ(Listed(), Texts{}) << "its plug-in is hidden, not missing";
-}
-
-TEST_F(PluginPanes, OnlyTheCaretsPluginHasItsNameCutForThePresets) {
-    const std::wstring name(200, L'x');
-    AddVst(1, name);
-    OpenAt(kVst);
-    SelectPlugins({name});
-    EXPECT_EQ(List().SelectedPlugins().at(0).name, name);
-    EXPECT_EQ(List().CaretPlugin().value().name, name.substr(0, 128));
-    EXPECT_EQ(List().CaretPlugin()->category, RowOf(Category::VstEffects).guid);
+    expect(kVstEffects, {0}, L"i--x-OSP" + someVst);
 }
 
 TEST_F(PluginPanes, NamesAreCorrectedOnlyAfterAWholeEnumeration) {
-    constexpr wchar_t kStranger[] = L"CorvaneControlSurfaces\\{nonsense}";
+    const std::wstring stranger = support::kSurfaces + std::wstring(L"{no id}");
     Wrap(1, L"Old");
     SetText(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1), nullptr, L"New");
-    support::CreateKey(HKEY_CLASSES_ROOT, kStranger);
-    Open();
-    EXPECT_FALSE(support::Text(HKEY_LOCAL_MACHINE, AdapterEntry(L"Old"), L"FullName")) << "broken off";
-    support::DeleteTree(HKEY_CLASSES_ROOT, kStranger);
-    OpenAt(kLegacy);
-    EXPECT_EQ(support::Text(HKEY_LOCAL_MACHINE, AdapterEntry(L"Old"), L"FullName"), L"New");
+    CreateKey(HKEY_CLASSES_ROOT, stranger);
+    OpenWith({}, kLegacy);
+    EXPECT_EQ(Listed(), Texts{L"Old"}) << "broken off";
+    EXPECT_EQ(Panes(), L"-------|<No plug-in selected>|CLSID:|") << "without the adapter's program";
+    DeleteTree(HKEY_CLASSES_ROOT, stranger);
+    OpenWith({}, kLegacy);
     EXPECT_EQ(Listed(), Texts{L"New"});
 }
 
-TEST_F(PluginPanes, AVstIsListedOnceAndAVst3UnderEachOfItsIds) {
-    AddVst(1, L"Bellows");
-    AddVst(2, L"Alto", true);
-    OpenAt(kVst);
-    EXPECT_EQ(Listed(), Texts{L"Bellows"});
-    EXPECT_EQ(Text(IDC_PLUGINS_LABEL), L"&Registered Plug-ins (1 found)");
-    Plugins().Add(L"a row of the test");
-    Choose(kVst);
-    EXPECT_EQ(Listed().size(), 2U) << "the same category is not filled again";
-    Choose(L"VST3 Audio Effects (VST3)");
-    EXPECT_EQ(Listed(), (Texts{L"Alto", L"Alto"}));
-}
-
-TEST_F(PluginPanes, DetailsFollowTheSelection) {
-    SetText(HKEY_CURRENT_USER, kVstKey, L"VSTScanPath", L"C:\\windows\\regedit.exe");
-    for (const wchar_t* name : {L"Anvil", L"Bellows"}) AddVst(*name, name);
-    support::SetRaw(HKEY_CURRENT_USER,
-                    L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\" + IdText('A'), L"Warm",
-                    REG_BINARY, {1});
-    OpenAt(kVst);
-    EXPECT_EQ(Text(IDC_FILENAME), L"<No plug-in selected>");
-    SelectPlugins({L"Anvil"});
-    EXPECT_EQ(Text(IDC_FILENAME), L"C:\\windows\\regedit.exe");
-    EXPECT_EQ(Text(IDC_VST_ID), L"-5");
-    EXPECT_EQ(Text(IDC_VENDOR), L"Tarnwick");
-    EXPECT_EQ(Text(IDC_CLSID_LABEL), L"Vendor:");
-    EXPECT_EQ(Text(IDC_PRESETS_GROUP), L"Corvane Plug-in Presets (1 found)");
-    EXPECT_TRUE(IsEnabled(IDC_MANAGE) && IsEnabled(IDC_EXPORT) && IsEnabled(IDC_VST_PROPERTIES));
-    EXPECT_TRUE(IsShown(IDC_VENDOR) && IsShown(IDC_VST_ID) && !IsShown(IDC_CLSID));
-    SelectPlugins({L"Anvil", L"Bellows"});
-    EXPECT_EQ(Text(IDC_FILENAME), L"<Multiple plug-ins selected>");
-    EXPECT_EQ(Text(IDC_VENDOR), L"");
-    EXPECT_FALSE(IsEnabled(IDC_MANAGE) || IsEnabled(IDC_VST_PROPERTIES));
-    EXPECT_TRUE(IsEnabled(IDC_EXPORT) && IsEnabled(IDC_EXCLUDE));
-    Choose(L"Control Surfaces");
-    EXPECT_TRUE(IsShown(IDC_CLSID) && !IsShown(IDC_VENDOR) && !IsShown(IDC_VST_ID_LABEL));
-    EXPECT_EQ(Text(IDC_CLSID_LABEL), L"CLSID:");
-    EXPECT_EQ(Text(IDC_PRESETS_GROUP), L"Corvane Plug-in Presets");
-}
-
 TEST_F(PluginPanes, ExcludingAndEnablingMovesRowsBetweenTheModesAndTellsTheHost) {
-    const support::StandInHost host;
-    for (const wchar_t* name : {L"Anvil", L"Bellows", L"Reed"}) AddVst(*name, name);
-    OpenAt(kVst, {L"/Float", L"/ParentWnd", host.HandleText()});
+    constexpr wchar_t kLast[] = L"{D42D5FCC-AB16-4318-AA95-EDFEFC514AAF}";
+    const StandInHost host;
+    const std::wstring reed = kExcludedPlugins + IdText('R');
+    // The first and the last of the system's, which are never touched.
+    AddVst(1, L"System 1").Text(L"clsidPlug", L"{52B63860-DC93-11CE-A099-00AA00479A58}");
+    AddVst(2, L"System 2").Text(L"clsidPlug", kLast);
+    CreateKey(HKEY_CURRENT_USER, std::wstring(kExcludedPlugins) + kLast);
+    OpenWith({L"Anvil", L"Bellows", L"Reed"}, kVstEffects, {L"/Float", L"/ParentWnd", host.HandleText()});
     SelectPlugins({L"Anvil", L"Reed"});
     Press(IDC_EXCLUDE);
     EXPECT_EQ(Listed(), Texts{L"Bellows"});
-    const std::wstring reed = std::wstring(kExcluded) + L"\\" + IdText('R');
     EXPECT_EQ(support::Text(HKEY_CURRENT_USER, reed, nullptr), L"Reed");
+    CreateKey(HKEY_CURRENT_USER, reed + L"\\below");
     Press(IDC_SHOW_EXCLUDED);
     EXPECT_EQ(Text(IDC_EXCLUDE), L"E&nable Plug-in");
-    EXPECT_TRUE(IsEnabled(IDC_SHOW_PERMANENT));
     EXPECT_EQ(Listed(), (Texts{L"Anvil", L"Reed"}));
     SelectPlugins({L"Reed"});
-    EXPECT_FALSE(IsEnabled(IDC_ADD_PLUGIN));
     Press(IDC_EXCLUDE);
     EXPECT_EQ(Listed(), Texts{L"Anvil"});
-    EXPECT_FALSE(support::Exists(HKEY_CURRENT_USER, reed));
+    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, reed));
+    Press(IDC_SHOW_PERMANENT);
+    SelectPlugins({L"System 1", L"System 2"});
+    Press(IDC_EXCLUDE);
+    EXPECT_EQ(Listed(), (Texts{L"Anvil", L"System 1", L"System 2"}));
+    EXPECT_TRUE(Exists(HKEY_CURRENT_USER, std::wstring(kExcludedPlugins) + kLast));
     Press(IDC_SHOW_ENABLED);
-    EXPECT_EQ(Listed(), (Texts{L"Bellows", L"Reed"}));
+    EXPECT_EQ(Text(IDC_EXCLUDE), L"Exclude Plug-in");
     EXPECT_FALSE(IsEnabled(IDC_SHOW_PERMANENT));
-    const support::StandInHost::Message told{support::kPluginsChanged, 0, 0};
-    EXPECT_TRUE(support::WaitFor([&] { return host.Messages() == std::vector{told, told}; }));
+    SelectPlugins({L"Bellows", L"Reed"});
+    Press(IDC_EXCLUDE);
+    EXPECT_EQ(Listed(), Texts{}) << "hidden, not missing";
+    const StandInHost::Message told{support::kPluginsChanged, 0, 0};
+    EXPECT_TRUE(WaitFor([&] { return host.Messages() == std::vector(4, told); }));
 }
 
-TEST_F(PluginPanes, PermanentOnesAreListedOnRequestAndNeverTouched) {
-    support::RegisterAudioFilter(kPermanent, L"A system filter");
-    Open();
-    EXPECT_EQ(Listed(), Texts{});
-    Press(IDC_SHOW_EXCLUDED);
-    EXPECT_EQ(Listed(), Texts{});
-    Press(IDC_SHOW_PERMANENT);
-    SelectPlugins({L"A system filter"});
+TEST_F(PluginPanes, AnExclusionThatCannotBeWrittenKeepsNoOtherFromIt) {
+    OpenWith({L"Anvil", L"Bellows", L"Reed"});
+    // No lasting key can be made within one that goes with the session.
+    for (const std::wstring& key : {std::wstring(kExcludedPlugins), kExcludedPlugins + IdText('B')}) {
+        UniqueKey volatileKey;
+        ::RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_READ, nullptr,
+                          volatileKey.Put(), nullptr);
+    }
+    SelectPlugins({L"Anvil", L"Bellows"});
     Press(IDC_EXCLUDE);
-    EXPECT_EQ(Listed(), Texts{L"A system filter"});
+    EXPECT_EQ(Listed(), (Texts{L"Anvil", L"Reed"}));
+    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, kExcludedPlugins + IdText('B'), nullptr), L"Bellows");
+}
+
+TEST_F(PluginPanes, AMissingFileIsAskedAboutAndOnYesItsPluginIsRemoved) {
+    const Texts missing{L"Gone", L"Kept", L"Lost"};
+    for (const std::wstring& name : missing) AddFilter(name.front(), name, L"C:\\no such.dll");
+    AddFilter(2, L"System", L"\"ole32.dll\"");
+    AddFilter(3, L"Synth", L"C:\\no such.dll");
+    CreateKey(HKEY_CLASSES_ROOT, kSoftSynths + IdText(3) + L"\\below");
+    RegisterAudioDmo(IdText(4), L"Object");
+    OpenWith({}, kDirectX);
+    SelectPlugins({L"Gone", L"System"});
+    m_popups.Expect(L"\"Gone\" has a registry entry pointing to \"C:\\no such.dll\"", IDNO);
+    Press(IDC_EXCLUDE);
+    Press(IDC_SHOW_EXCLUDED);
+    EXPECT_EQ(Listed(), (Texts{L"Gone", L"System"})) << "No excludes as usual";
+    SelectPlugins({L"Gone"});
+    m_popups.Expect(L"\"Gone\"", IDYES);
+    Press(IDC_EXCLUDE);
+    EXPECT_EQ(Listed(), Texts{L"System"});
     Press(IDC_SHOW_ENABLED);
-    EXPECT_EQ(ExcludedCount(), 0U);
+    SelectPlugins({L"Kept", L"Lost"});
+    // It can't be removed: not every system minds the lock, but then it minds a key within.
+    CreateKey(HKEY_CLASSES_ROOT, kFilterInstances + IdText('K') + L"\\below");
+    const ReadOnlyKey locked(HKEY_CLASSES_ROOT, kFilterInstances + IdText('K'));
+    m_popups.Expect(L"\"Kept\"", IDYES).Expect(L"\"Lost\"", IDYES);
+    Press(IDC_EXCLUDE);
+    EXPECT_EQ(Listed(), Texts{L"Kept"});
+    for (const auto& [category, name] : {std::pair(kSynths, L"Synth"), {kObjects, L"Object"}}) {
+        Choose(category);
+        SelectPlugins({name});
+        m_popups.Expect(name, IDYES);
+        Press(IDC_EXCLUDE);
+        EXPECT_EQ(Listed(), Texts{L"<< No entries >>"});
+    }
+    EXPECT_FALSE(Exists(HKEY_CLASSES_ROOT, kSoftSynths + IdText(3)));
+}
+
+TEST_F(PluginPanes, AQuestionThatGoesWithTheWindowChangesNothing) {
+    for (const std::wstring name : {L"Gone", L"Lost"}) AddFilter(name.front(), name, L"C:\\no such.dll");
+    OpenWith({}, kDirectX);
+    SelectPlugins({L"Gone", L"Lost"});
+    m_popups.Expect(L"\"Gone\"", [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
+    Press(IDC_EXCLUDE);
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(Subkeys(HKEY_CURRENT_USER, kExcludedPlugins), Texts{});
 }
 
 TEST_F(PluginPanes, CommandsServeThePluginThatIsShown) {
-    for (unsigned n = 1; n <= 4; ++n) AddVst(n, L"Plug-in " + std::to_wstring(n));
-    OpenAt(kVst);
-    const auto current = [this] { return m_dialog->View<CPluginListView>().CaretRow()->name; };
+    OpenWith({L"Anvil", L"Bellows", L"Kammer", L"Reed"});
+    const auto current = [this] { return List().CaretRow()->name; };
     ClickRow(IDC_PLUGINS, 0);
     Key(IDC_PLUGINS, VK_DOWN);
-    EXPECT_EQ(current(), L"Plug-in 2");
+    EXPECT_EQ(current(), L"Bellows");
     ClickRow(IDC_PLUGINS, 3);
-    EXPECT_EQ(Selected(), Texts{L"Plug-in 4"});
-    EXPECT_EQ(current(), L"Plug-in 4") << "after a key and a click";
+    EXPECT_EQ(Selected(), Texts{L"Reed"});
+    EXPECT_EQ(current(), L"Reed") << "after a key and a click";
     ClickRow(IDC_PLUGINS, 1, MK_CONTROL);
-    support::SelectRows(Control(IDC_PLUGINS), {3});  // as a second click with Ctrl leaves it
-    EXPECT_EQ(current(), L"Plug-in 4");
-    EXPECT_EQ(CaretText(), L"Plug-in 4");
-}
-
-TEST_F(PluginPanes, ALetterFindsItsPluginAndNoKeySelectsFromTheTop) {
-    for (const wchar_t* name : {L"Anvil", L"Bellows", L"Kammer", L"Reed"}) AddVst(*name, name);
-    OpenAt(kVst);
+    SelectRows(Control(IDC_PLUGINS), {3});  // as a second click with Ctrl leaves it
+    EXPECT_EQ(current(), L"Reed");
+    EXPECT_EQ(CaretText(), L"Reed");
     ClickRow(IDC_PLUGINS, 1);
     Key(IDC_PLUGINS, VK_SPACE);
-    EXPECT_EQ(Selected(), Texts{L"Bellows"});
+    EXPECT_EQ(Selected(), Texts{L"Bellows"}) << "no key selects from the top";
+    Key(IDC_PLUGINS, VK_F2);  // where there is no filter at all, no VST is renamed
     Key(IDC_PLUGINS, 'K');
     EXPECT_EQ(CaretText(), L"Kammer");
     EXPECT_EQ(Selected().back(), L"Kammer");
@@ -217,63 +253,64 @@ TEST_F(PluginPanes, ALetterFindsItsPluginAndNoKeySelectsFromTheTop) {
 }
 
 TEST_F(PluginPanes, ARenamedPluginStaysSelected) {
-    support::RegisterAudioFilter(IdText(9), L"Filter");
-    for (const wchar_t* name : {L"Anvil", L"Bellows", L"Reed"}) AddVst(*name, name);
-    OpenAt(kVst);
+    RegisterAudioFilter(IdText(1), L"Alto");
+    RegisterAudioDmo(IdText(1), L"Zither");
+    OpenWith({L"Anvil", L"Bellows", L"Reed"});
     SelectPlugins({L"Anvil"});
-    EnterName(L"Zither", IDOK, false);
-    EXPECT_EQ(support::Text(HKEY_CURRENT_USER, std::wstring(kVstKey) + L"\\Inventory\\Anvil", L"FullName"),
-              L"Zither");
-    EXPECT_EQ(Listed(), (Texts{L"Bellows", L"Reed", L"Zither"}));
-    EXPECT_EQ(Selected(), Texts{L"Zither"});
-    EXPECT_EQ(CaretText(), L"Zither");
-    EXPECT_EQ(Text(IDC_VENDOR), L"Tarnwick");
-    EXPECT_TRUE(IsEnabled(IDC_EXCLUDE));
+    ExpectName(L"Zoom");
+    PostNotification(Control(IDC_PLUGINS), LBN_DBLCLK);
+    Pump();
+    EXPECT_EQ(Listed(), (Texts{L"Bellows", L"Reed", L"Zoom"}));
+    EXPECT_EQ(Selected(), Texts{L"Zoom"});
+    EXPECT_EQ(Panes(), L"i--xa---|C:\\windows\\regedit.exe|Vendor:|Tarnwick|VST ID: |-5")
+        << "without a scanner";
 
     const std::wstring strange = L"\x1\t\xD83C\xDFB9 " + std::wstring(2000, L'x');
-    EnterName(strange);
-    const Texts kept = {strange.substr(0, 1023)};
-    EXPECT_EQ(Selected(), kept);
     for (const auto& [name, button] :
-         {std::pair(L"", IDOK), {L" \t\x3000", IDOK}, {L"Cancelled", IDCANCEL}}) {
-        EnterName(name, button);
-        EXPECT_EQ(Selected(), kept);
+         {std::pair(strange, IDOK), {L"", IDOK}, {L" \t\x3000", IDOK}, {L"Cancelled", IDCANCEL}}) {
+        ExpectName(name, button);
+        Key(IDC_PLUGINS, VK_F2);
+        EXPECT_EQ(Selected(), Texts{strange.substr(0, 1023)});
     }
+    EXPECT_EQ(List().CaretPlugin()->name, strange.substr(0, 128)) << "cut for the presets";
     SelectPlugins({L"Bellows", L"Reed"});
     Key(IDC_PLUGINS, VK_F2);  // a prompt would fail the test
+
+    Choose(kObjects);
+    SelectPlugins({L"Zither"});
+    ExpectName(L"Beta");
+    Key(IDC_PLUGINS, VK_F2);
+    EXPECT_EQ(Listed(), (Texts{L"Alto", L"Beta"}));
+    EXPECT_EQ(Selected(), Texts{L"Beta"}) << "not the filter that is the same class";
 }
 
 TEST_F(PluginPanes, AToolThatEndsLeavesTheSamePluginsSelected) {
-    SetText(HKEY_LOCAL_MACHINE, kAdapter, L"VSTConfigWizardPath", L"C:\\windows\\system32\\hostname.exe");
+    SetWizard(L"C:\\windows\\system32\\hostname.exe");
     for (const wchar_t* name : {L"Brass", L"Cornet", L"Drum"}) Wrap(*name, name);
-    OpenAt(kLegacy);
-    Wrap('A', L"Alto");
-    Press(IDC_ADAPTER_WIZARD);
-    EXPECT_EQ(Listed(), (Texts{L"Alto", L"Brass", L"Cornet", L"Drum"}));
-    EXPECT_EQ(Selected(), Texts{}) << "nothing was";
+    OpenWith({}, kLegacy);
     SelectPlugins({L"Brass", L"Drum"});
-    Wrap('a', L"Aalto");
-    support::DeleteTree(HKEY_LOCAL_MACHINE, AdapterEntry(L"Drum"));
+    Wrap('A', L"Alto");
+    DeleteTree(HKEY_LOCAL_MACHINE, std::wstring(kAdapterInventory) + L"Drum");
     Press(IDC_ADAPTER_WIZARD);
     EXPECT_EQ(Selected(), Texts{L"Brass"}) << "the other one is wrapped no more";
-    EXPECT_EQ(CaretText(), L"Brass");
     EXPECT_EQ(Text(IDC_CLSID), IdText('B'));
 
-    support::DeleteTree(HKEY_LOCAL_MACHINE, std::wstring(kAdapter) + L"\\Inventory");
+    DeleteTree(HKEY_LOCAL_MACHINE, kAdapterInventory);
     Press(IDC_ADAPTER_WIZARD);
-    EXPECT_EQ(Listed(), (Texts{L"Aalto", L"Alto", L"Brass", L"Cornet", L"Drum"})) << "the first category";
+    EXPECT_EQ(Listed(), (Texts{L"Alto", L"Brass", L"Cornet", L"Drum"})) << "the first category";
     EXPECT_EQ(Selected(), Texts{L"Brass"});
 }
 
 TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
+    RegisterAudioFilter(IdText(1), L"Filter");
     for (unsigned n = 100; n < 160; ++n) AddVst(n, L"Plug-in " + std::to_wstring(n));
-    OpenAt(kVst);
-    Plugins().SetTopRow(10);
-    SelectPlugins({L"Plug-in 105", L"Plug-in 112", L"Plug-in 114"});
+    OpenWith({});
+    SelectPlugins({L"Plug-in 112", L"Plug-in 114", L"Plug-in 105"});
     Plugins().SetTopRow(10);
     Press(IDC_EXCLUDE);
     EXPECT_EQ(Selected(), Texts{});
     EXPECT_EQ(CaretText(), L"Plug-in 115");
+    EXPECT_EQ(Plugins().SendInt(LB_GETANCHORINDEX), Plugins().SendInt(LB_GETCARETINDEX));
     EXPECT_EQ(Plugins().RowText(Plugins().TopRow()), L"Plug-in 110");
     EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
     Key(IDC_PLUGINS, VK_DOWN);
@@ -281,37 +318,20 @@ TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
     SelectPlugins({L"Plug-in 159"});
     Press(IDC_EXCLUDE);
     EXPECT_EQ(CaretText(), L"Plug-in 158") << "there is none behind";
-}
-
-TEST_F(PluginPanes, AMissingFileIsAskedAboutAndOnYesItsPluginIsRemoved) {
-    AddFilter(1, L"Gone", L"C:\\no such.dll");
-    AddFilter(2, L"Quoted", L"\"C:\\windows\\regedit.exe\"");
-    AddFilter(3, L"System", L"ole32.dll");
-    OpenAt(L"DirectX Audio Effects (DX)");
-    SelectPlugins({L"Gone", L"Quoted", L"System"});
-    m_popups.Expect(L"\"Gone\" has a registry entry pointing to \"C:\\no such.dll\"", IDNO);
-    Press(IDC_EXCLUDE);
-    EXPECT_EQ(ExcludedCount(), 3U) << "No excludes as usual";
-    Press(IDC_SHOW_EXCLUDED);
-    SelectPlugins({L"Gone"});
-    m_popups.Expect(L"\"Gone\"", IDYES);
-    Press(IDC_EXCLUDE);
-    EXPECT_EQ(Listed(), (Texts{L"Quoted", L"System"}));
-    Press(IDC_SHOW_ENABLED);
-    EXPECT_EQ(Listed(), Texts{}) << "its registration is gone";
+    SelectPlugins({L"Plug-in 101"});
+    Plugins().SetTopRow(0);
+    ExpectName(L"Zoom");
+    Key(IDC_PLUGINS, VK_F2);
+    EXPECT_GT(Plugins().TopRow(), 20) << "where the new name is";
 }
 
 TEST_F(PluginPanes, EscapeClosesTheLayoutListAndNothingElse) {
-    m_files.Write(L"a.pgl", "");
-    OpenAt(kVst);
+    OpenWith({});
     const HWND layouts = Control(IDC_LAYOUTS);
-    const HWND field = ::GetWindow(layouts, GW_CHILD);
-    ::SetFocus(field);
-    ::SendMessageW(layouts, CB_SHOWDROPDOWN, TRUE, 0);
-    ASSERT_TRUE(::SendMessageW(layouts, CB_GETDROPPEDSTATE, 0, 0));
-    Key(field, VK_ESCAPE);
-    EXPECT_FALSE(::SendMessageW(layouts, CB_GETDROPPEDSTATE, 0, 0));
-    Key(field, VK_ESCAPE);
+    Send(layouts, CB_SHOWDROPDOWN, TRUE);
+    ASSERT_TRUE(Send(layouts, CB_GETDROPPEDSTATE));
+    Key(::GetWindow(layouts, GW_CHILD), VK_ESCAPE);
+    EXPECT_FALSE(Send(layouts, CB_GETDROPPEDSTATE));
     EXPECT_TRUE(IsOpen());
 }
 

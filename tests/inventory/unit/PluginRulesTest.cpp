@@ -1,50 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "ButtonRules.h"
 #include "Classification.h"
-#include "PermanentExclusions.h"
-#include "PluginCategory.h"
 #include "RegisteredFile.h"
-#include "VisibilityRule.h"
+#include "VstEntryRules.h"
 
 namespace {
-
-TEST(VisibilityRule, AllSixteenCases) {
-    using enum VisibilityMode;
-    // The four columns: plain, excluded, permanent, permanent and excluded.
-    const struct {
-        Visibility visibility;
-        bool plain, excluded, permanent, both;
-    } rows[] = {
-        {{Enabled, false}, true, false, false, false},
-        {{Enabled, true}, true, false, false, false},
-        {{Excluded, false}, false, true, false, false},
-        {{Excluded, true}, false, true, true, true},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(IsListed(row.visibility, false, false), row.plain);
-        EXPECT_EQ(IsListed(row.visibility, false, true), row.excluded);
-        EXPECT_EQ(IsListed(row.visibility, true, false), row.permanent);
-        EXPECT_EQ(IsListed(row.visibility, true, true), row.both);
-    }
-}
-
-TEST(Classification, TheFirstMatchWins) {
-    RegistrationFacts facts;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::DirectXEffects);
-    facts.isControlSurface = true;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::ControlSurfaces);
-    facts.isMidiFilter = true;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::MidiEffects);
-    facts.markedSoftSynth = true;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::DirectXInstruments);
-    facts.wrapsVstSynth = false;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::LegacyVstEffects);
-    facts.wrapsVstSynth = true;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::LegacyVstInstruments);
-    facts.answersAsDmo = true;
-    EXPECT_EQ(ClassifyPluginCategory(facts), Category::MediaObjects);
-}
 
 TEST(Classification, InventoryEntriesGoByTheirFlags) {
     EXPECT_EQ(ClassifyPluginCategory({.isVst = true}), Category::VstEffects);
@@ -54,19 +14,10 @@ TEST(Classification, InventoryEntriesGoByTheirFlags) {
     EXPECT_EQ(ClassifyPluginCategory({.isVst = true, .isVst3 = true}), Category::VstEffects);
 }
 
-TEST(PermanentExclusions, HoldTheirTableOnly) {
-    EXPECT_TRUE(IsPermanentlyExcluded("{52B63860-DC93-11CE-A099-00AA00479A58}"_guid)) << "the first row";
-    EXPECT_TRUE(IsPermanentlyExcluded("{D42D5FCC-AB16-4318-AA95-EDFEFC514AAF}"_guid)) << "the last row";
-    EXPECT_FALSE(IsPermanentlyExcluded("{D42D5FCC-AB16-4318-AA95-EDFEFC514AA0}"_guid)) << "one digit off";
-    EXPECT_FALSE(IsPermanentlyExcluded({}));
-}
-
 TEST(RegisteredFile, QuotesAndBareNamesAreResolvedAndNothingElse) {
     for (const auto& [path, file] : {std::pair(LR"(C:\a b\fx.dll)", LR"(C:\a b\fx.dll)"),
-                                     {LR"("C:\a b\fx.dll")", LR"(C:\a b\fx.dll)"},
                                      {LR"("C:\a b\fx.dll)", LR"(C:\a b\fx.dll)"},
                                      {LR"("C:\a b\fx.dll" /x)", LR"(C:\a b\fx.dll)"},
-                                     {L"fx.dll", LR"(C:\system\fx.dll)"},
                                      {LR"("fx.dll")", LR"(C:\system\fx.dll)"},
                                      {LR"(sub\fx.dll)", LR"(sub\fx.dll)"},
                                      {L"C:fx.dll", L"C:fx.dll"},
@@ -75,42 +26,34 @@ TEST(RegisteredFile, QuotesAndBareNamesAreResolvedAndNothingElse) {
         EXPECT_EQ(RegisteredFile(path, LR"(C:\system)"), file);
 }
 
-PaneState State(Category category, int rows, unsigned presets = 0) {
-    return {.category = category,
-            .mode = VisibilityMode::Enabled,
-            .selectedRows = rows,
-            .presets = presets,
-            .scannerExists = true,
-            .adapterProgramExists = true};
+constexpr wchar_t kClsid[] = L"{01234567-89AB-CDEF-0123-000000000064}";
+constexpr wchar_t kTwin[] = L"{01234567-89ab-cdef-9999-000000000032}";  // the same first twenty characters
+
+VstEntry Vst(bool x64, const wchar_t* clsid) {
+    VstEntry entry;
+    entry.kind.isVst = true;
+    entry.isX64 = x64;
+    entry.clsidPlug = clsid;
+    return entry;
 }
 
-TEST(ButtonRules, AfterAFill) {
-    auto buttons = AfterFill(State(Category::VstEffects, 0));
-    EXPECT_TRUE(buttons.vstOptions && buttons.vstScan);
-    EXPECT_FALSE(buttons.vstProperties || buttons.adapterWizard || buttons.exclude);
-    buttons = AfterFill(State(Category::LegacyVstEffects, 1));
-    EXPECT_TRUE(buttons.adapterWizard && buttons.adapterProperties && buttons.exclude);
-    EXPECT_FALSE(buttons.vstOptions || buttons.vstScan || buttons.vstProperties);
-    buttons = AfterFill({.category = Category::Vst3Instruments, .selectedRows = 1});
-    EXPECT_FALSE(buttons.vstOptions || buttons.vstScan) << "there is no scanner";
-    EXPECT_TRUE(buttons.vstProperties) << "also without it";
-}
-
-TEST(ButtonRules, AfterASelection) {
-    auto buttons = AfterSelection(State(Category::Vst3Effects, 1, 3));
-    EXPECT_TRUE(buttons.exportPresets && buttons.managePresets && buttons.exclude && buttons.vstProperties &&
-                buttons.addPlugin);
-    buttons = AfterSelection(State(Category::Vst3Effects, 2, 3));
-    EXPECT_TRUE(buttons.exportPresets && buttons.exclude && buttons.addPlugin);
-    EXPECT_FALSE(buttons.managePresets || buttons.vstProperties || buttons.adapterProperties);
-    buttons = AfterSelection(State(Category::MidiEffects, 1));
-    EXPECT_FALSE(buttons.exclude || buttons.exportPresets || buttons.managePresets || buttons.vstProperties);
-    EXPECT_TRUE(buttons.addPlugin);
-    for (const Category c :
-         {Category::ControlSurfaces, Category::LegacyVstEffects, Category::LegacyVstInstruments}) {
-        EXPECT_FALSE(AfterSelection(State(c, 1)).addPlugin);
-    }
-    EXPECT_FALSE(AfterSelection({.mode = VisibilityMode::Excluded, .selectedRows = 1}).addPlugin);
+TEST(VstEntryRules, A32BitEntryYieldsToItsTwin) {
+    CTwinIndex twins;
+    twins.Add(Vst(false, kTwin));
+    EXPECT_FALSE(twins.Hides(Vst(false, kTwin))) << "it is no twin of itself";
+    VstEntry x64 = Vst(true, kClsid);
+    x64.isBad = true;
+    twins.Add(x64);
+    EXPECT_TRUE(twins.Hides(Vst(false, kTwin))) << "one that is not usable counts, and case does not";
+    EXPECT_FALSE(twins.Hides(x64));
+    EXPECT_FALSE(twins.Hides(Vst(false, L"{01234567-89AB-CDEE-0123-000000000032}")))
+        << "the twentieth character is the last that counts";
+    constexpr wchar_t kShort[] = L"{01234567-89AB-CDEF";
+    twins.Add(Vst(true, kShort));
+    EXPECT_FALSE(twins.Hides(Vst(false, kShort)));
+    VstEntry vst3 = Vst(false, L"{}");
+    vst3.kind.isVst3 = true;
+    EXPECT_TRUE(twins.Hides(vst3)) << "with a twin or without";
 }
 
 }  // namespace

@@ -1,63 +1,67 @@
 // The layout files row of the main dialog, with the system's file dialogs.
-#include "support/MainDialog.h"
+#include "layouts/LayoutTreeDialog.h"
 #include "support/StandInHost.h"
 
 namespace {
 
-using support::EnterText;
-using support::InFileDialog;
-using support::Popups;
-using support::Send;
+using namespace support;
+using Texts = std::vector<std::wstring>;
 
 constexpr wchar_t kSave[] = L"Save Plug-In Menu Layout";
 constexpr wchar_t kOpen[] = L"Open Plug-In Menu Layout";
-constexpr wchar_t kDoomed[] = L"no such folder\\x.pgl";
+constexpr wchar_t kNoLayout[] = L"Not a valid";
 
-std::string Layout(const std::string& name, const std::string& content) {
-    return "<PluginMenuLayout DocSchema='1' Name='" + name + "'>" + content + "</PluginMenuLayout>";
-}
-std::string Separators(int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) text += "<Separator/>";
-    return text;
-}
-const std::string kBroken = Layout("Two", "<Separator/><Folder/><Plugin/>");
-
+HWND FileField(HWND dialog) { return InFileDialog(dialog, support::kFileNameField); }
+HWND NameField(HWND dialog) { return InFileDialog(dialog, IDC_DISPLAY_NAME); }
 Popups::Work Named(const std::wstring& name) {
-    return [name](HWND dialog) { EnterText(InFileDialog(dialog, IDC_DISPLAY_NAME), name); };
+    return [name](HWND dialog) { EnterText(NameField(dialog), name); };
 }
 
-class LayoutFiles : public support::MainDialog {
+class LayoutFiles : public support::LayoutTreeDialog {
   protected:
     void SetUp() override {
-        m_files.Write(L"one.pgl", Layout("One", Separators(1)));
-        m_files.Write(L"two.pgl", Layout("Two", Separators(2)));
+        WriteLayout(L"one.pgl", "One", 1);
+        WriteLayout(L"two.pgl", "Two", 2);
         ::CreateDirectoryW(m_files.Path(L"away").c_str(), nullptr);
-        m_away = m_files.Write(L"away\\away.xml", Layout("Away", Separators(5)));
+        m_away = WriteLayout(L"away\\away.xml", "Away", 5);
     }
-    /// Display name, file name, number of items, and a plus when the file can be deleted.
-    std::wstring Shown() const {
-        return Text(IDC_LAYOUTS) + L"|" + Text(IDC_LAYOUT_FILE) + L"|" +
-               std::to_wstring(support::TreeCount(Control(IDC_LAYOUT_TREE))) +
-               (IsEnabled(IDC_LAYOUT_DELETE) ? L"+" : L"");
+    std::wstring WriteLayout(const wchar_t* file, const std::string& name, int separators) {
+        return m_files.Write(file, "<PluginMenuLayout DocSchema='1' Name='" + name + "'>" +
+                                       Times(separators, "<Separator/>") + "</PluginMenuLayout>");
     }
-    CTreeView Tree() const { return m_dialog->Control<CTreeView>(IDC_LAYOUT_TREE); }
     HWND List() const { return Control(IDC_LAYOUTS); }
-    void Pick(const wchar_t* name) {
+
+    /// The list's row, the display name, the file's name, the number of items, and a plus when the file can
+    /// be deleted.
+    void Shows(const wchar_t* expected) {
+        std::wstring shown;
+        for (const int row : support::SelectedRows(List())) shown += std::to_wstring(row) + L":";
+        shown += Text(IDC_LAYOUTS) + L"|" + Text(IDC_LAYOUT_FILE) + L"|" + std::to_wstring(Tree().Count());
+        EXPECT_EQ(shown + (IsEnabled(IDC_LAYOUT_DELETE) ? L"+" : L""), expected);
+    }
+    using MainDialog::Press;
+    /// `answer` is that to the question about a modified layout.
+    void Press(int button, const wchar_t* shows, int answer = 0) {
+        if (answer != 0) Answer(answer);
+        Press(button);
+        Shows(shows);
+    }
+    void Pick(const wchar_t* name, const wchar_t* shows, int answer = 0) {
+        if (answer != 0) Answer(answer);
         Select(IDC_LAYOUTS, {name});
         Pump();
+        Shows(shows);
     }
     void Modify() { Press(IDC_ADD_SEPARATOR); }
-    /// As when each question is answered so, and the dialog that follows.
-    Popups& Answer(const wchar_t* name, int button) {
-        return m_popups.Expect(L"Save changes to current menu layout, \"" + std::wstring(name) + L"\"",
-                               button);
+    Popups& Answer(int button) {
+        const std::wstring name = Text(IDC_LAYOUTS).empty() ? L"<Unnamed Layout>" : Text(IDC_LAYOUTS);
+        return m_popups.Expect(L"Save changes to current menu layout, \"" + name + L"\"", button);
     }
+    /// Whether the registry says that layouts have changed, since it was asked last.
     static bool TakeDirty() {
-        const bool dirty =
-            support::Dword(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsDirty").value_or(0) == 1;
+        const auto dirty = support::Dword(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsDirty");
         support::SetDword(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsDirty", 0);
-        return dirty;
+        return dirty == 1U;
     }
 
     std::wstring m_away;
@@ -65,64 +69,55 @@ class LayoutFiles : public support::MainDialog {
 
 TEST_F(LayoutFiles, ALayoutIsPickedOrThePickTakenBack) {
     Open();
-    EXPECT_EQ(Rows(IDC_LAYOUTS), (std::vector<std::wstring>{L"One", L"Two"}));
-    EXPECT_EQ(Shown(), L"||0");
-    Pick(L"Two");
-    EXPECT_EQ(Shown(), L"Two|two.pgl|2+");
-    Modify();
+    EXPECT_EQ(Rows(IDC_LAYOUTS), (Texts{L"One", L"Two"}));
+    Shows(L"||0");
+    Pick(L"Two", L"1:Two|two.pgl|2+");
+    Build(L"*a,b");
+    Type(VK_F2);
+    Tree().LabelEdit().SetText(L"c");
     EnterText(List(), L"Renamed");
-    Answer(L"Renamed", IDCANCEL);
-    Pick(L"One");
-    EXPECT_EQ(Shown(), L"Renamed|two.pgl|3+");
-    EXPECT_EQ(Send(List(), CB_GETCURSEL), 1);
-    Answer(L"Renamed", IDNO);
-    Pick(L"One");
-    EXPECT_EQ(Shown(), L"One|one.pgl|1+");
+    Pick(L"One", L"1:Renamed|two.pgl|2+", IDCANCEL);
+    EXPECT_EQ(Shape(), L"*c,b") << "what was being typed is a change, too";
+    Pick(L"One", L"0:One|one.pgl|1+", IDNO);
 }
 
 TEST_F(LayoutFiles, AFileThatIsNoLayoutChangesNothing) {
-    m_popups.Expect(L"Not a valid", IDOK);
+    m_popups.Expect(kNoLayout, IDOK);
     Open({L"C:\\no such file.pgl"});
-    EXPECT_EQ(Shown(), L"||0");
-    m_files.Write(L"two.pgl", kBroken);
-    m_popups.Expect(L"Not a valid", IDOK);
-    Pick(L"Two");
-    EXPECT_EQ(Shown(), L"||0") << "no file of its own, which could be deleted";
-    Pick(L"One");
+    Shows(L"||0");
+    m_files.Write(L"two.pgl", "<PluginMenuLayout DocSchema='1' Name='Two'><Plugin/></PluginMenuLayout>");
+    m_popups.Expect(kNoLayout, IDOK);
+    Pick(L"Two", L"||0");  // no file of its own, which could be deleted
+    Pick(L"One", L"0:One|one.pgl|1+");
     Modify();
-    Answer(L"One", IDNO).Expect(L"Not a valid", IDOK);
-    Pick(L"Two");
-    EXPECT_EQ(Shown(), L"One|one.pgl|2+");
-    EXPECT_EQ(Send(List(), CB_GETCURSEL), 0);
-    Answer(L"One", IDNO).ExpectFile(kOpen, m_files.Path(L"two.pgl")).Expect(L"Not a valid", IDOK);
-    Press(IDC_LAYOUT_OPEN);
-    EXPECT_EQ(Shown(), L"One|one.pgl|2+");
-    Answer(L"One", IDCANCEL);  // still modified
-    Press(IDC_LAYOUT_NEW);
+    Answer(IDNO).Expect(kNoLayout, IDOK);
+    Pick(L"Two", L"0:One|one.pgl|2+");
+    Answer(IDNO).ExpectFile(kOpen, m_files.Path(L"two.pgl")).Expect(kNoLayout, IDOK);
+    Press(IDC_LAYOUT_OPEN, L"0:One|one.pgl|2+");
+    Press(IDC_LAYOUT_NEW, L"0:One|one.pgl|2+", IDCANCEL);  // still modified
 }
 
 TEST_F(LayoutFiles, InTheListThatIsDownOnlyTheChosenRowIsPicked) {
     Open({m_files.Path(L"one.pgl")});
     Show();
     const HWND field = ::GetWindow(List(), GW_CHILD);
-    const auto drop = [&](bool down) { Send(List(), CB_SHOWDROPDOWN, down); };
     ::SetFocus(field);
     for (const bool chosen : {false, true}) {
-        drop(true);
+        Send(List(), CB_SHOWDROPDOWN, TRUE);
         Key(field, VK_DOWN);
-        EXPECT_TRUE(Send(List(), CB_GETDROPPEDSTATE)) << "an arrow key picks nothing yet";
-        EXPECT_EQ(support::TreeCount(Control(IDC_LAYOUT_TREE)), 1);
+        EXPECT_TRUE(Send(List(), CB_GETDROPPEDSTATE));
+        EXPECT_EQ(Tree().Count(), 1) << "an arrow key picks nothing yet";
         if (chosen) Key(field, VK_RETURN);
-        drop(false);
+        Send(List(), CB_SHOWDROPDOWN, FALSE);
         Pump();
-        EXPECT_EQ(Shown(), chosen ? L"Two|two.pgl|2+" : L"One|one.pgl|1+");
+        Shows(chosen ? L"1:Two|two.pgl|2+" : L"0:One|one.pgl|1+");
     }
     ::SetFocus(field);
     ::PostMessageW(List(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
     Pump();
-    EXPECT_EQ(Shown(), L"Two|two.pgl|2+") << "the wheel picks nothing";
+    Shows(L"1:Two|two.pgl|2+");  // the wheel picks nothing
     Key(field, VK_UP);
-    EXPECT_EQ(Shown(), L"One|one.pgl|1+") << "in the closed list an arrow key picks";
+    Shows(L"0:One|one.pgl|1+");  // in the closed list an arrow key does
 }
 
 TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
@@ -131,78 +126,58 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
     Modify();
     TakeDirty();
     Send(List(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"A/B: live?"));  // as the list completes a text
+    const auto proposed = [](HWND dialog, const wchar_t* name) {
+        EnterText(NameField(dialog), name);
+        return TextOf(FileField(dialog));
+    };
     m_popups
         .ExpectFile(kSave, m_files.Path(L"new"),
                     [&](HWND dialog) {
-                        const HWND name = InFileDialog(dialog, IDC_DISPLAY_NAME);
-                        EXPECT_EQ(support::TextOf(InFileDialog(dialog, support::kFileNameField)), L"AB live");
-                        EXPECT_EQ(support::TextOf(name), L"A/B: live?");
-                        EXPECT_EQ(support::Rows(name), Rows(IDC_LAYOUTS));
-                        EnterText(name, L"");
+                        EXPECT_EQ(TextOf(FileField(dialog)), L"AB live");
+                        EXPECT_EQ(TextOf(NameField(dialog)), L"A/B: live?");
+                        EXPECT_EQ(support::Rows(NameField(dialog)), Rows(IDC_LAYOUTS));
+                        EXPECT_EQ(proposed(dialog, L"Live"), L"AB live");
+                        EnterText(NameField(dialog), L"");
                     })
         .Expect(L"Please enter a display name", IDOK)
-        .ExpectFile(kSave, m_files.Path(L"new"), Named(L"Both & \x00FC\x266B"));
-    Press(IDC_LAYOUT_SAVE);
+        .Expect(kSave, [&](HWND dialog) {
+            EnterText(FileField(dialog), L"");
+            // A pick is told of before the text follows it.
+            Send(NameField(dialog), CB_SETCURSEL, 0);
+            ::SetWindowTextW(NameField(dialog), L"of before");
+            Send(::GetParent(NameField(dialog)), WM_COMMAND, MAKEWPARAM(IDC_DISPLAY_NAME, CBN_SELCHANGE));
+            EXPECT_EQ(TextOf(FileField(dialog)), support::Rows(NameField(dialog))[0]);
+            EXPECT_EQ(proposed(dialog, L"<Both> & \x00FC"), L"Both & \x00FC");
+            ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        });
+    Press(IDC_LAYOUT_SAVE, L"0:<Both> & \x00FC|Both & \x00FC.pgl|1+");
     EXPECT_TRUE(host.WaitForMessage(support::kLayoutsChanged) && TakeDirty());
-    EXPECT_EQ(Shown(), L"Both & \x00FC\x266B|new.pgl|1+");
-    EXPECT_NE(m_files.Read(L"new.pgl").find("Name=\"Both &amp; \xC3\xBC\xE2\x99\xAB\"><Separator/></"),
+    EXPECT_NE(m_files.Read(L"Both & \x00FC.pgl").find("Name=\"&lt;Both&gt; &amp; \xC3\xBC\"><Separator/></"),
               std::string::npos);
     Modify();
-    m_popups.ExpectFile(kSave, L"");
-    Press(IDC_LAYOUT_SAVE);
-    EXPECT_EQ(host.MessageCount(support::kLayoutsChanged), 1U) << "a save that was left is none";
-    Answer(L"Both & \x00FC\x266B", IDNO);
-    Press(IDC_LAYOUT_NEW);
-    EXPECT_EQ(Shown(), L"||0");
-    Pick(L"One");  // a new layout is not modified
-    EXPECT_EQ(Shown(), L"One|one.pgl|1+");
+    Press(IDC_LAYOUT_NEW, L"||0", IDNO);
+    Pick(L"One", L"1:One|one.pgl|1+");  // a new layout is not modified
 }
 
-TEST_F(LayoutFiles, ANewLayoutIsSavedByItsDisplayNameAlone) {
+TEST_F(LayoutFiles, WhatCouldNotBeSavedIsShownAndNewGoesOn) {
     Open();
-    Modify();
-    m_popups.Expect(kSave, [](HWND dialog) {
-        const HWND file = InFileDialog(dialog, support::kFileNameField);
-        const auto proposed = [&](const wchar_t* name) {
-            EnterText(InFileDialog(dialog, IDC_DISPLAY_NAME), name);
-            return support::TextOf(file);
-        };
-        EXPECT_EQ(proposed(L"Live"), L"Live");
-        EnterText(file, L"own");
-        EXPECT_EQ(proposed(L"Live?"), L"own");
-        EnterText(file, L"");
-        EXPECT_EQ(proposed(L"Live: 2"), L"Live 2");
-        ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
-    Press(IDC_LAYOUT_SAVE);
-    EXPECT_EQ(Shown(), L"Live: 2|Live 2.pgl|1+");
-}
-
-TEST_F(LayoutFiles, WhatCouldNotBeSavedStopsOnlyClosing) {
-    Open();
-    Modify();
+    Build(L"+a,*b");
+    Layout().Change(Node(L"b"), [](LayoutItem& record) { record.defaultPreset = L"\x01"; });
     TakeDirty();
-    Answer(L"<Unnamed Layout>", IDYES).ExpectFile(kSave, L"");
-    Press(IDC_LAYOUT_NEW);
+    Answer(IDYES).ExpectFile(kSave, L"");
+    Press(IDC_LAYOUT_NEW, L"||2");  // but not when the save dialog was left
     EXPECT_FALSE(TakeDirty());
-    EXPECT_EQ(Shown(), L"||1") << "leaving the save dialog stops New, too";
-    const auto fail = [&](int control) {
-        Answer(L"<Unnamed Layout>", IDYES)
-            .ExpectFile(kSave, m_files.Path(kDoomed), Named(L"Doomed"))
-            .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
-        Press(control);
-        EXPECT_TRUE(TakeDirty());
-    };
-    Answer(L"<Unnamed Layout>", IDCANCEL);
-    Press(IDC_CLOSE);
-    fail(IDC_CLOSE);
-    EXPECT_EQ(Shown(), L"||1");
-    fail(IDC_LAYOUT_NEW);
-    EXPECT_EQ(Shown(), L"||0");
+    m_popups.ExpectFile(kSave, m_files.Path(L"x"), Named(L"Odd")).Expect(L"contains a character", IDOK);
+    Press(IDC_LAYOUT_SAVE, L"||2");
+    EXPECT_TRUE(TakeDirty());
+    EXPECT_EQ(Shape() + Buttons(), L"a,*bECSRU") << "the item that can't be written";
+    Build(L"a");
     Modify();
-    Answer(L"<Unnamed Layout>", IDNO);
-    Press(IDC_CLOSE);
-    EXPECT_FALSE(IsOpen());
+    Answer(IDYES)
+        .ExpectFile(kSave, m_files.Path(L"no such folder\\x.pgl"), Named(L"Doomed"))
+        .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
+    Press(IDC_LAYOUT_NEW, L"||0");
+    EXPECT_TRUE(TakeDirty());
 }
 
 TEST_F(LayoutFiles, NothingGoesOnWhenTheWindowIsTakenAwayDuringTheQuestion) {
@@ -210,48 +185,41 @@ TEST_F(LayoutFiles, NothingGoesOnWhenTheWindowIsTakenAwayDuringTheQuestion) {
         Open();
         Modify();
         m_popups.Expect(L"Save changes", [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
-        control == IDC_LAYOUTS ? Pick(L"Two") : Press(control);
+        control == IDC_LAYOUTS ? Select(control, {L"Two"}) : Press(control);
+        Pump();
         EXPECT_FALSE(IsOpen());
     }
 }
 
-TEST_F(LayoutFiles, SavingBeforeAPickStillShowsWhatWasPicked) {
+TEST_F(LayoutFiles, AnOpenedFileIsFoundInTheListAndSavingBeforeAPickStillShowsWhatWasPicked) {
     Open({m_away});
-    EXPECT_EQ(Shown(), L"Away|away.xml|5") << "only layouts that were listed can be deleted";
-    const auto saveAndPick = [&](const wchar_t* old, const wchar_t* picked, const wchar_t* file) {
+    Shows(L"0:Away|away.xml|5");  // only layouts that were listed can be deleted
+    m_popups.ExpectFile(kOpen, m_files.Path(L"TWO.pgl"));
+    Press(IDC_LAYOUT_OPEN, L"2:Two|TWO.pgl|2+");
+    Pick(L"One", L"1:One|one.pgl|1+");
+    const auto saveAndPick = [&](const wchar_t* file, const wchar_t* picked, const wchar_t* shows) {
         Modify();
         // The name moves the row behind the picked one.
-        Answer(old, IDYES).ExpectFile(kSave, m_files.Path(file), Named(L"Zero"));
-        Pick(picked);
+        Answer(IDYES).ExpectFile(kSave, m_files.Path(file), Named(L"Zero"));
+        Pick(picked, shows);
     };
-    Pick(L"One");
-    saveAndPick(L"One", L"Two", L"zero.pgl");
-    EXPECT_EQ(Shown(), L"Two|two.pgl|2+");
+    saveAndPick(L"zero.pgl", L"Two", L"1:Two|two.pgl|2+");
     EXPECT_NE(m_files.Read(L"zero.pgl").find("<Separator/><Separator/>"), std::string::npos);
     m_popups.ExpectFile(kOpen, m_away);
-    Press(IDC_LAYOUT_OPEN);
-    Pick(L"Two");
-    saveAndPick(L"Two", L"Away", L"more.pgl");
-    EXPECT_EQ(Shown(), L"Away|away.xml|5+");
+    Press(IDC_LAYOUT_OPEN, L"0:Away|away.xml|5+");
+    Pick(L"Two", L"2:Two|two.pgl|2+");
+    saveAndPick(L"more.pgl", L"Away", L"0:Away|away.xml|5+");
 }
 
-TEST_F(LayoutFiles, AFileIsFoundInTheListInSpiteOfItsCaseAndATemporaryOneCountsAsUnnamed) {
-    Open({m_files.Path(L"TWO.pgl")});
-    EXPECT_EQ(Shown(), L"Two|TWO.pgl|2+");
-    EXPECT_EQ(Rows(IDC_LAYOUTS).size(), 2U);
-    m_popups.ExpectFile(kOpen, m_away);
-    Press(IDC_LAYOUT_OPEN);
-    EXPECT_EQ(Shown(), L"Away|away.xml|5+");
-    EXPECT_EQ(Rows(IDC_LAYOUTS).size(), 3U);
-
+TEST_F(LayoutFiles, ATemporaryFileCountsAsUnnamed) {
     const auto opensWith = [](const wchar_t* file) {
         return [file](HWND dialog) {
-            EXPECT_TRUE(support::TextOf(InFileDialog(dialog, support::kFileNameField)).ends_with(file));
-            EnterText(InFileDialog(dialog, IDC_DISPLAY_NAME), std::wstring(400, L'n'));
+            EXPECT_TRUE(TextOf(FileField(dialog)).ends_with(file));
+            EnterText(NameField(dialog), std::wstring(400, L'n'));
         };
     };
-    Open({m_files.Write(L"handed over.TMP", Layout("Handed", Separators(3)))});
-    EXPECT_EQ(Shown(), L"||3");
+    Open({WriteLayout(L"handed over.TMP", "Handed", 3)});
+    Shows(L"||3");
     m_popups.ExpectFile(kSave, m_files.Path(L"back.tmp"), opensWith(L"handed over.TMP"));
     Press(IDC_LAYOUT_SAVE);
     m_popups.ExpectFile(kSave, L"", opensWith(L"back.tmp"));
@@ -263,60 +231,28 @@ TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
     const auto remove = [&](int answer) -> Popups& { return m_popups.Expect(L"Are you sure", answer); };
     TakeDirty();
     remove(IDNO);
-    Press(IDC_LAYOUT_DELETE);
+    Press(IDC_LAYOUT_DELETE, L"0:One|one.pgl|1+");
     EXPECT_TRUE(TakeDirty()) << "even then";
-    EXPECT_EQ(Shown(), L"One|one.pgl|1+");
     remove(IDYES);
-    Press(IDC_LAYOUT_DELETE);
-    EXPECT_EQ(Shown(), L"||0");
-    EXPECT_EQ(Rows(IDC_LAYOUTS), std::vector<std::wstring>{L"Two"});
-    Pick(L"Two");
+    Press(IDC_LAYOUT_DELETE, L"||0");
+    EXPECT_EQ(Rows(IDC_LAYOUTS), Texts{L"Two"});
+    Pick(L"Two", L"0:Two|two.pgl|2+");
     Modify();
     remove(IDYES);
-    Answer(L"Two", IDCANCEL);
-    Press(IDC_LAYOUT_DELETE);
-    EXPECT_EQ(Shown(), L"Two||3");
-    EXPECT_EQ(m_files.Names(), std::vector<std::wstring>{L"away"});
-    Answer(L"Two", IDCANCEL);  // it is work that was not saved
-    Press(IDC_LAYOUT_NEW);
+    Press(IDC_LAYOUT_DELETE, L"Two||3", IDCANCEL);
+    EXPECT_EQ(m_files.Names(), Texts{L"away"});
+    Press(IDC_LAYOUT_NEW, L"Two||3", IDCANCEL);  // it is work that was not saved
 }
 
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
-    const std::wstring path =
-        m_files.Write(L"one.pgl", Layout("One", "<Folder Name='a'><Folder Name='b'>" + Separators(9) +
-                                                    "</Folder></Folder>" +
-                                                    "<Folder Name='c'><Folder/></Folder>" + Separators(60)));
-    Open({path});
-    Pick(L"One");
-    Modify();
-    const auto look = [&] {
-        std::wstring text;
-        for (HTREEITEM item = Tree().Root(); item; item = Tree().NextVisible(item)) {
-            const bool selected =
-                Tree().Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_SELECTED) & TVIS_SELECTED;
-            text += selected ? L's' : L'.';
-            if (item == Tree().Caret()) text += L'c';
-            if (item == Tree().FirstVisible()) text += L'v';
-        }
-        return text;
-    };
-    const HTREEITEM outer = Tree().Root();
-    Tree().Expand(outer, true);
-    Tree().Expand(Tree().Child(outer), true);
-    HTREEITEM item = outer;
-    for (int row = 0; row < 15; ++row) item = Tree().NextVisible(item);
-    Tree().Select(item);
-    TVITEMW change{};
-    change.mask = TVIF_STATE;
-    change.hItem = Tree().NextVisible(item);
-    change.state = change.stateMask = TVIS_SELECTED;
-    Tree().Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
-    Tree().ScrollToTop(Tree().Child(outer));
-    const std::wstring before = look();
-    EXPECT_EQ(before.substr(0, 20), L"..v.............scs.");
-    m_popups.ExpectFile(kSave, path).Expect(L"exist", IDYES);
-    Press(IDC_LAYOUT_SAVE);
-    EXPECT_EQ(look(), before);
+    Open({m_files.Path(L"one.pgl")});
+    Build(L"F(G(" + Times(9, L"a,") + L"*b,+c)),H[I()],J(d)" + Times(60, L",-"));
+    Tree().ScrollToTop(Node(L"G"));
+    const std::wstring before = Shape();
+    m_popups.ExpectFile(kSave, m_files.Path(L"one.pgl")).Expect(L"exist", IDYES);
+    Press(IDC_LAYOUT_SAVE, L"0:One|one.pgl|77+");
+    EXPECT_EQ(Shape(), before);
+    EXPECT_EQ(Tree().FirstVisible(), Node(L"G"));
     EXPECT_TRUE(IsEnabled(IDC_REMOVE));
 }
 

@@ -22,6 +22,8 @@ TEST(LayoutOrder, FoldersComeFirstAndSeparatorsStayBehindTheirItem) {
     EXPECT_EQ(Sorted({{P, L"c"}, {F, L"z"}, {P, L"b"}, {F, L"y"}}), L"yzbc");
     EXPECT_EQ(Sorted({{P, L"c"}, kLine, {P, L"b"}, {P, L"a"}, kLine, kLine}), L"a--bc-");
     EXPECT_EQ(Sorted({{P, L"c"}, kLine, {F, L"z"}}), L"zc-");
+    const SortItem same[] = {{P, L"a"}, {P, L"a"}, {P, L"a"}};
+    EXPECT_EQ(SortedOrder(same, [](auto, auto) { return 0; }), (std::vector<std::size_t>{0, 1, 2}));
 }
 
 TEST(LayoutOrder, ASeparatorBehindNothingGoesByItsName) {
@@ -36,22 +38,10 @@ TEST(LayoutOrder, EqualNamesKeepTheirOrder) {
     EXPECT_EQ(SortedOrder(items, [](auto, auto) { return 0; }), (std::vector<std::size_t>{0, 1, 2}));
 }
 
-TEST(LayoutItem, IdsTellTheKindAndImagesTheState) {
+TEST(LayoutItem, IdsTellTheKindAndNoTwoAreAlike) {
     EXPECT_TRUE(IsPluginId(NewPlugin().id) && IsFolderId(NewFolder(L"a").id) &&
                 IsSeparatorId(NewSeparator().id));
     EXPECT_NE(NewPlugin().id, NewPlugin().id);
-    LayoutItem plugin = NewPlugin();
-    plugin.category = 9;
-    EXPECT_EQ(ImagesOf(plugin).normal, 11);
-    plugin.installed = true;
-    EXPECT_EQ(ImagesOf(plugin).normal, 21);
-    plugin.inventoryFlag = true;
-    EXPECT_EQ(ImagesOf(plugin).selected, 19);
-    for (const int unknown : {-1, 11, 1'000'000}) {
-        plugin.category = unknown;
-        EXPECT_EQ(ImagesOf(plugin).normal, 8);
-    }
-    EXPECT_EQ(ImagesOf(NewFolder(L"a")).selected, 6);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@ namespace {
 
 using namespace support;
 using Names = std::vector<std::wstring>;
+using Presets = std::set<std::wstring>;
 
 const std::wstring kRoot = L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\";
 const std::wstring kHallKey = kRoot + IdText(1), kRoomKey = kRoot + IdText(2);
@@ -28,10 +29,13 @@ class PresetView : public MainDialog {
         Choose(kVstEffects);
         SelectPlugins({L"Hall"});
     }
+    /// Among them is a value with a name too long to be listed, so that the rows don't count the store.
     static void Fill(const Names& presets) {
         DeleteTree(HKEY_CURRENT_USER, kHallKey);
-        for (const auto& name : presets)
-            SetRaw(HKEY_CURRENT_USER, kHallKey, name.c_str(), REG_BINARY, Bytes(name));
+        for (const auto& name : presets) {
+            SetRaw(HKEY_CURRENT_USER, kHallKey, name.c_str(), REG_BINARY, {static_cast<BYTE>(name[0])});
+            SetRaw(HKEY_CURRENT_USER, kHallKey, std::wstring(520, L'a').c_str(), REG_BINARY, {1});
+        }
     }
     static HWND List(HWND dialog) { return InFileDialog(dialog, IDC_PRESET_LIST); }
     static Names Selected(HWND dialog) {
@@ -40,20 +44,35 @@ class PresetView : public MainDialog {
             names.push_back(support::Rows(List(dialog))[static_cast<std::size_t>(row)]);
         return names;
     }
-    void ExportTo(const std::wstring& path, Popups::Work before = {}) {
-        m_popups.ExpectFile(L"Export Presets For: Hall", path, std::move(before));
-        Press(IDC_EXPORT);
+    /// `before` works the file dialog, `messages` are what comes after it.
+    void ExportTo(const std::wstring& path, Popups::Work before = {}, const Names& messages = {}) {
+        InFileDialogOf(IDC_EXPORT, L"Export Presets For: ", path, std::move(before), messages);
     }
-    void ImportFrom(const std::wstring& path, Popups::Work before = {}) {
-        m_popups.ExpectFile(L"Import Presets For: ", path, std::move(before));
-        Press(IDC_IMPORT);
+    void ImportFrom(const std::wstring& path, Popups::Work before = {}, const Names& messages = {}) {
+        InFileDialogOf(IDC_IMPORT, L"Import Presets For: ", path, std::move(before), messages);
+    }
+    void InFileDialogOf(int button, const wchar_t* title, const std::wstring& path, Popups::Work before,
+                        const Names& messages) {
+        m_popups.ExpectFile(title, path, std::move(before));
+        for (const auto& message : messages) m_popups.Expect(message, IDOK);
+        Press(button);
     }
     /// A step in the dialog for managing presets.
     Popups& InManage(Popups::Work work) {
         return m_popups.Expect(L"Manage Presets for Hall", std::move(work));
     }
-    static auto PressIn(int id) {
-        return [id](HWND dialog) { support::Press(GetDlgItem(dialog, id)); };
+
+    /// The prompt is as wide as its texts need, and within the screen.
+    static void ExpectRoomForAll(HWND prompt) {
+        int left = 0;
+        for (const int id : {IDC_PROMPT_LABEL, IDC_PROMPT_VALUE, IDOK, IDCANCEL}) {
+            const Rect place = CWindow(GetDlgItem(prompt, id)).RectIn(prompt);
+            EXPECT_GE(place.left, left) << id;
+            EXPECT_GT(place.Width(), 20) << id;
+            left = place.right;
+        }
+        EXPECT_LE(left, CWindow(prompt).ClientRect().right);
+        EXPECT_LE(CWindow(prompt).WindowRect().Width(), GetSystemMetrics(SM_CXSCREEN));
     }
 
     const std::wstring m_file = m_files.Path(L"all.spp");
@@ -61,25 +80,28 @@ class PresetView : public MainDialog {
 
 TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
     const auto before = StoredPresets(kHallKey);
-    ExportTo(m_file, [](HWND dialog) { EXPECT_EQ(Selected(dialog), (Names{L"a", L"b", L"c"})); });
+    ExportTo(m_file, [](HWND dialog) {
+        EXPECT_EQ(TextOf(dialog), L"Export Presets For: Hall");
+        EXPECT_EQ(Selected(dialog), (Names{L"a", L"b", L"c"}));
+    });
     InManage([](HWND dialog) {
-        support::Select(List(dialog), {L"a", L"b"});
+        support::Select(List(dialog), {L"b"});
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
     }).Expect(L"the selected presets for 'Hall' ?", IDOK);
     InManage([](HWND dialog) {
-        EXPECT_EQ(support::Rows(List(dialog)), Names{L"c"});
+        EXPECT_EQ(support::Rows(List(dialog)), (Names{L"a", L"c"}));
         EXPECT_EQ(Selected(dialog), Names{L"c"});
         EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         // Without a selection there is nothing to ask about.
         support::Select(List(dialog), {});
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
         support::Press(GetDlgItem(dialog, IDC_PRESET_SELECT_ALL));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
     }).Expect(L"the selected presets", IDOK);
     // Of a plug-in without presets, all are selected; it has no key.
-    InManage(PressIn(IDC_PRESET_DELETE)).Expect(L"the selected presets", IDOK);
-    m_popups.Expect(L"An error occured while deleting the presets.", IDOK);
-    InManage(PressIn(IDCANCEL));
+    m_popups.Expect(L"Manage", IDC_PRESET_DELETE).Expect(L"the selected presets", IDOK);
+    m_popups.Expect(L"An error occured while deleting the presets.", IDOK).Expect(L"Manage", IDCANCEL);
     Press(IDC_MANAGE);
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kHallKey));
     EXPECT_FALSE(IsEnabled(IDC_MANAGE));
@@ -88,39 +110,53 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
     EXPECT_TRUE(IsEnabled(IDC_MANAGE));
 
     SelectPlugins({L"Room"});
-    for (const std::wstring& file : {m_file, m_files.Write(L"other.spp", "no preset file")}) {
-        m_popups.ExpectFile(L"Import Presets For: Room", file)
-            .Expect(L"does not contain valid presets", IDOK);
-        Press(IDC_IMPORT);
-    }
+    for (const std::wstring& file : {m_files.Write(L"other.spp", "no preset file"), m_file})
+        ImportFrom(file, {}, {L"does not contain valid presets"});
+}
+
+TEST_F(PresetView, TheNextDialogBeginsInTheFolderOfTheLastFile) {
+    const std::wstring folder = m_files.Path(L"folder");
+    const auto beginsThere = [&](HWND dialog) {
+        wchar_t shown[MAX_PATH] = L"";
+        Send(dialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(shown));
+        EXPECT_EQ(shown, folder);
+    };
+    CreateDirectoryW(folder.c_str(), nullptr);
+    ExportTo(folder + L"\\a.spp");
+    ExportTo(m_file, beginsThere);
+    ImportFrom(folder + L"\\a.spp");
+    ImportFrom({}, beginsThere);
 }
 
 TEST_F(PresetView, ARenamedPresetStaysSelected) {
-    const auto before = StoredPresets(kHallKey);
-    const auto renameTo = [this](const std::wstring& to) {
-        InManage([](HWND dialog) {
-            support::Select(List(dialog), {L"b"});
+    const auto rename = [this](const std::wstring& from, const std::wstring& to, int button,
+                               const std::wstring& selected) {
+        InManage([from](HWND dialog) {
+            support::Select(List(dialog), {from});
             PostKey(List(dialog), VK_F2);
-        }).Expect(L"Rename Preset", [to](HWND prompt) {
-            EXPECT_EQ(TextOf(GetDlgItem(prompt, IDC_PROMPT_VALUE)), L"b");
-            EnterText(GetDlgItem(prompt, IDC_PROMPT_VALUE), to);
-            support::Press(GetDlgItem(prompt, IDOK));
+        }).Expect(L"Rename Preset", [=](HWND prompt) {
+            const HWND value = GetDlgItem(prompt, IDC_PROMPT_VALUE);
+            EXPECT_EQ(TextOf(value), from);
+            EXPECT_GT(CWindow(value).WindowRect().Width(), from.size() == 1 ? 20 : 500);
+            ExpectRoomForAll(prompt);
+            EnterText(value, to);
+            support::Press(GetDlgItem(prompt, button));
         });
+        if (to == L"C") m_popups.Expect(L"An error occured while renaming the presets.", IDOK);
+        InManage([selected](HWND dialog) {
+            EXPECT_EQ(Selected(dialog), Names{selected});
+            EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
+            support::Press(GetDlgItem(dialog, IDCANCEL));
+        });
+        Press(IDC_MANAGE);
     };
-    const auto expectSelected = [](HWND dialog, const std::wstring& name) {
-        EXPECT_EQ(Selected(dialog), Names{name});
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
-        support::Press(GetDlgItem(dialog, IDCANCEL));
-    };
-    renameTo(L"C");
-    m_popups.Expect(L"An error occured while renaming the presets.", IDOK);
-    InManage([&](HWND dialog) { expectSelected(dialog, L"b"); });
-    Press(IDC_MANAGE);
-    EXPECT_EQ(StoredPresets(kHallKey), before);
-    renameTo(L"z");
-    InManage([&](HWND dialog) { expectSelected(dialog, L"z"); });
-    Press(IDC_MANAGE);
-    EXPECT_TRUE(StoredPresets(kHallKey).contains(std::wstring(L"z:3:b\0", 6)));
+    const std::wstring longest(519, L'W');  // that is read back
+    rename(L"b", L"never mind", IDCANCEL, L"b");
+    rename(L"b", L"C", IDOK, L"b");
+    EXPECT_EQ(StoredPresets(kHallKey), (Presets{L"a=1a", L"b=1b", L"c=1c"}));
+    rename(L"b", longest, IDOK, longest);
+    rename(longest, L"z", IDOK, L"z");
+    EXPECT_EQ(StoredPresets(kHallKey), (Presets{L"a=1a", L"c=1c", L"z=1b"}));
 }
 
 TEST_F(PresetView, ThePreviewIsThatOfTheFileThatIsNamed) {
@@ -147,30 +183,23 @@ TEST_F(PresetView, ThePreviewIsThatOfTheFileThatIsNamed) {
         type(dialog, L"two", 2);
         onlyC(dialog);
     });
-    EXPECT_EQ(StoredPresets(kHallKey), std::set<std::wstring>{std::wstring(L"c:3:c\0", 6)});
-}
-
-TEST_F(PresetView, TheNextDialogBeginsInTheFolderOfTheLastFile) {
-    CreateDirectoryW(m_files.Path(L"folder").c_str(), nullptr);
-    ExportTo(m_files.Path(L"folder\\a.spp"));
-    const auto expectFolder = [this](HWND dialog) {
-        wchar_t folder[MAX_PATH] = L"";
-        Send(dialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(folder));
-        EXPECT_EQ(folder, m_files.Path(L"folder"));
-    };
-    ExportTo(m_file, expectFolder);
-    ImportFrom(m_files.Path(L"folder\\a.spp"));
-    ImportFrom({}, expectFolder);
+    EXPECT_EQ(StoredPresets(kHallKey), Presets{L"c=1c"});
+    SelectPlugins({L"Room"});
+    ImportFrom({}, [&](HWND dialog) {
+        type(dialog, m_file, 4);
+        EXPECT_EQ(support::Rows(List(dialog)), (Names{L"<<Hall>>", L"a", L"b", L"c"}));
+    });
 }
 
 TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
     SetRaw(HKEY_CURRENT_USER, kRoomKey, L"large", REG_BINARY, std::vector<BYTE>(1000, 'x'));
     SelectPlugins({L"Empty", L"Hall", L"Room"});
-    m_popups.ExpectFile(L"Export Presets For: <Multiple plug-ins selected>", m_file, [](HWND dialog) {
+    ExportTo(m_file, [](HWND dialog) {
+        EXPECT_EQ(TextOf(dialog), L"Export Presets For: <Multiple plug-ins selected>");
         EXPECT_EQ(support::Rows(List(dialog)), Names{L"<Multiple plug-ins selected>"});
-        EXPECT_FALSE(IsWindowEnabled(List(dialog)));
+        EXPECT_FALSE(IsWindowEnabled(List(dialog)) ||
+                     IsWindowEnabled(InFileDialog(dialog, IDC_PRESET_SELECT_ALL)));
     });
-    Press(IDC_EXPORT);
     const auto hall = StoredPresets(kHallKey), room = StoredPresets(kRoomKey);
     Fill({});
     DeleteTree(HKEY_CURRENT_USER, kRoomKey);
@@ -181,25 +210,18 @@ TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
 
 TEST_F(PresetView, AFailureIsReportedAndLosesNothing) {
     const wchar_t* const notSaved = L"An I/O error occured while saving the presets. (1)";
-    m_popups
-        .ExpectFile(L"Export Presets For: ", m_file, [](HWND dialog) { support::Select(List(dialog), {}); })
-        .Expect(notSaved, IDOK);
-    Press(IDC_EXPORT);
+    ExportTo(m_file, [](HWND dialog) { support::Select(List(dialog), {}); }, {notSaved});
     SetText(HKEY_CURRENT_USER, kHallKey, L"Without a file", L"C:\\no such folder\\x");
-    m_popups.ExpectFile(L"Export Presets For: ", m_file)
-        .Expect(L"The preset  'Without a file' may be invalid.", IDOK)
-        .Expect(notSaved, IDOK);
-    Press(IDC_EXPORT);
-    EXPECT_TRUE(m_files.Names().empty());
+    ExportTo(m_file, {}, {L"The preset  'Without a file' may be invalid.", notSaved});
+    EXPECT_TRUE(m_files.Names().empty()) << "what was written before it is no preset file";
     // A file that ends too early gives what comes before its end.
     Fill({L"a", L"b"});
     ExportTo(m_file);
     Fill({});
     const std::string whole = m_files.Read(L"all.spp");
-    m_popups.ExpectFile(L"Import Presets For: ", m_files.Write(L"cut.spp", whole.substr(0, whole.size() - 1)))
-        .Expect(L"An I/O error occured while loading the presets. (1)", IDOK);
-    Press(IDC_IMPORT);
-    EXPECT_EQ(StoredPresets(kHallKey).size(), 1U);
+    ImportFrom(m_files.Write(L"cut.spp", whole.substr(0, whole.size() - 1)), {},
+               {L"An I/O error occured while loading the presets. (1)"});
+    EXPECT_EQ(StoredPresets(kHallKey), Presets{L"a=1a"});
 }
 
 }  // namespace

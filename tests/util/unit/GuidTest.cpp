@@ -4,14 +4,6 @@
 
 namespace {
 
-TEST(Guid, TheLiteralGivesTheSystemsBytes) {
-    constexpr Guid guid = "{083863F1-70DE-11D0-BD40-00A0C911CE86}"_guid;
-    EXPECT_EQ(guid.data1, 0x083863F1U);
-    EXPECT_EQ(guid.data2, 0x70DE);
-    EXPECT_EQ(guid.data3, 0x11D0);
-    EXPECT_EQ(guid.data4, (std::array<std::uint8_t, 8>{0xBD, 0x40, 0x00, 0xA0, 0xC9, 0x11, 0xCE, 0x86}));
-}
-
 TEST(Guid, OrderIsThatOfTheBytesInMemory) {
     // The first field lies in memory with its low byte first, so the order differs from that of the texts.
     const GuidByteOrder before;

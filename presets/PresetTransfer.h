@@ -1,0 +1,33 @@
+// Presets between the stores of plug-ins and a preset file.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "PresetListMgr.h"
+#include "PresetWalk.h"
+
+/// What a caller learns of a long transfer.
+struct PresetTransferEvents {
+    std::function<void(const std::wstring& name)> invalidPreset;  // this one ends the export
+    std::function<void()> progress;                               // before each preset
+};
+
+// Each gives a count or a code of PresetResult.h, and throws nothing. The selection goes by the index in the
+// store for an export, and by the position in the file's record for an import; null means all presets.
+
+/// Writes nothing at all when no preset is chosen.
+int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSelection* selection,
+                  const PresetTransferEvents& events = {});
+int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
+                           const PresetTransferEvents& events = {});
+int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetSelection* selection,
+                  const PresetTransferEvents& events = {});
+int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> plugins,
+                           const PresetTransferEvents& events = {});
+
+/// The presets of the plug-in in the file, for a preview.
+int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview);
+/// The plug-ins in the file with their presets.
+int ListFileContents(IByteSource& file, const PresetPreview& preview);

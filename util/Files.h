@@ -1,0 +1,48 @@
+// Files that other programs may read, hold or watch at the same moment.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "Handles.h"
+
+/// Two seconds for others to let go of a file: virus scanners and indexers hold what was just written. One
+/// object may serve several files; they share the two seconds.
+class CPatience {
+  public:
+    /// Waits a moment, and says whether to try again. False at once for an error that waiting does not cure,
+    /// and when the time is over.
+    bool Waits(DWORD error);
+
+  private:
+    ULONGLONG m_end = 0;  // from the first error on
+};
+
+/// Others may read, write and remove the file meanwhile. Nothing for a device or a pipe, which might never
+/// answer.
+UniqueFile OpenForReading(const std::wstring& path, CPatience& patience);
+/// Creates or empties the file, for writing and reading; others may read it.
+UniqueFile OpenForWriting(const std::wstring& path);
+std::optional<std::uint64_t> SizeOf(const UniqueFile& file);
+
+bool ReadAll(HANDLE file, std::span<std::byte> bytes);
+bool WriteAll(HANDLE file, std::span<const std::byte> bytes);
+
+enum class FileRead { Whole, Short, NotOpened };
+/// Puts a whole file into `bytes`. One that is longer than the limit is not opened.
+FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::string& bytes,
+                       CPatience& patience);
+
+/// Gives ERROR_SUCCESS when the bytes are on the disk, else the system's error. They are written beside the
+/// file, as a ".tmp", and moved over it when they are complete: a failure leaves the old file as it was. A
+/// file that is marked read-only is not replaced.
+DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes);
+
+/// False when the file is still there.
+bool DeleteHeldFile(const std::wstring& path, CPatience& patience);
