@@ -35,14 +35,16 @@ TEST(ResizeLayout, ControlsFollowTheirEdges) {
         {{0, 50, 0, 50}, {IDC_VST_ID, IDC_EXCLUDE, IDC_PRESETS_GROUP, IDC_VST_SCAN}},
         {{100, 50, 100, 50}, {IDC_CLOSE, IDC_HELP_BUTTON}},
     };
-    for (std::size_t i = 0; i < was.size(); ++i) {
-        const Rect moved{now[i].left - was[i].left, now[i].top - was[i].top, now[i].right - was[i].right,
-                         now[i].bottom - was[i].bottom};
-        for (const auto& [shift, ids] : cases) {
-            const int id = PlacedControls()[i];
-            EXPECT_TRUE(moved == shift || std::ranges::count(ids, id) == 0) << id;
+    for (const auto& [shift, ids] : cases) {
+        for (const int id : ids) {
+            const auto at = std::ranges::find(PlacedControls(), id) - PlacedControls().begin();
+            const Rect& a = was.at(static_cast<std::size_t>(at));  // throws where the control is not placed
+            const Rect& b = now.at(static_cast<std::size_t>(at));
+            const Rect moved{b.left - a.left, b.top - a.top, b.right - a.right, b.bottom - a.bottom};
+            EXPECT_EQ(moved, shift) << id;
         }
     }
+    EXPECT_EQ(PlacedControls().size(), 45U);
 }
 
 TEST(ResizeLayout, TheDraggedEdgeIsHeldAtTheMinimum) {
