@@ -92,11 +92,12 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
         EXPECT_EQ(support::Rows(List(dialog)), (Names{L"a", L"c"}));
         EXPECT_EQ(Selected(dialog), Names{L"c"});
         EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
+        support::Press(GetDlgItem(dialog, IDC_PRESET_SELECT_ALL));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         // Without a selection there is nothing to ask about.
         support::Select(List(dialog), {});
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
         support::Press(GetDlgItem(dialog, IDC_PRESET_SELECT_ALL));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
     }).Expect(L"the selected presets", IDOK);
     // Of a plug-in without presets, all are selected; it has no key.
