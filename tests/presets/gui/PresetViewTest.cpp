@@ -92,8 +92,6 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
         EXPECT_EQ(support::Rows(List(dialog)), (Names{L"a", L"c"}));
         EXPECT_EQ(Selected(dialog), Names{L"c"});
         EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
-        support::Press(GetDlgItem(dialog, IDC_PRESET_SELECT_ALL));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_PRESET_RENAME)));
         // Without a selection there is nothing to ask about.
         support::Select(List(dialog), {});
         support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
