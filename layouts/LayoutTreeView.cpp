@@ -174,6 +174,12 @@ BOOL CLayoutTreeView::OnEndLabelEdit(const NMTVDISPINFOW& item) {
     return TRUE;
 }
 
+void CLayoutTreeView::EndLabelEdit(bool cancel) {
+    // Wine reports a cancelled edit a second time, with the field's text: an empty field renames nothing.
+    if (cancel) m_tree.LabelEdit().SetText(L"");
+    m_tree.EndLabelEdit(cancel);
+}
+
 void CLayoutTreeView::OnDoubleClick() {
     POINT client{};
     ::GetCursorPos(&client);

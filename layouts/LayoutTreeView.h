@@ -30,7 +30,7 @@ class CLayoutTreeView {
     void UpdateButtons() const { m_buttons.Update(); }
     void CancelDrag();
     bool IsEditingLabel() const { return m_tree.IsLive() && m_tree.LabelEdit().Handle(); }
-    void EndLabelEdit(bool cancel) const { m_tree.EndLabelEdit(cancel); }
+    void EndLabelEdit(bool cancel);
 
     void OnAddPlugin();
     void OnNewFolder();

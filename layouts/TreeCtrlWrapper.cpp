@@ -108,11 +108,20 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
     if (!copy) return nullptr;
     // From the last to the first: to add behind others, the control would walk all of them each time.
     const std::vector<HTREEITEM> children = Children(item);
-    for (std::size_t left = children.size(); left > 0; --left)
-        CopySubtree(children[left - 1], copy, TVI_FIRST);
+    for (std::size_t left = children.size(); left > 0; --left) {
+        if (CopySubtree(children[left - 1], copy, TVI_FIRST)) continue;
+        Reclaim(item);
+        m_tree.Delete(copy);
+        return nullptr;
+    }
     if (m_tree.IsExpanded(item)) m_tree.Expand(copy, true);
     if (m_tree.IsSelected(item)) m_tree.SetSelected(copy, true);
     return copy;
+}
+
+void CTreeCtrlWrapper::Reclaim(HTREEITEM item) {
+    if (const auto found = m_entries.find(item); found != m_entries.end()) found->second->item = item;
+    for (const HTREEITEM child : Children(item)) Reclaim(child);
 }
 
 void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM replacement) {

@@ -95,7 +95,10 @@ class CTreeCtrlWrapper {
         HTREEITEM item;
     };
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
+    /// The records go over to the copy. Null, and no copy, when not all of it could be copied.
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    /// Takes the records of the item, and of all that is in it, back from a copy.
+    void Reclaim(HTREEITEM item);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;
     void Delete(HTREEITEM item, HTREEITEM replacement = nullptr);
 

@@ -47,11 +47,12 @@ class LayoutTree : public support::LayoutTreeDialog {
         PostMouse(WM_RBUTTONUP, place);
         return Menu([this] { Pump(); });
     }
-    void EnterLabel(const std::wstring& text) {
+    /// And ends the edit.
+    void EnterLabel(const std::wstring& text, WORD key = VK_RETURN) {
         const CWindow edit = Tree().LabelEdit();
         ASSERT_TRUE(edit.IsLive());
         edit.SetText(text);
-        Key(edit.Handle(), VK_RETURN);
+        Key(edit.Handle(), key);
     }
 };
 
@@ -123,6 +124,23 @@ TEST_F(LayoutTree, MenusOpenForTheItemUnderThePointerOrWithTheCaret) {
     }
 }
 
+TEST_F(LayoutTree, AFolderThatCantBeMovedWholeStays) {
+    Build(L"*F(a,G(b,c)),d");
+    static WNDPROC original;
+    const WNDPROC refuse = [](HWND tree, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        const auto* item = reinterpret_cast<const TVINSERTSTRUCTW*>(lParam);
+        if (message == TVM_INSERTITEMW && item->item.pszText == std::wstring_view(L"b")) return 0;
+        return ::CallWindowProcW(original, tree, message, wParam, lParam);
+    };
+    original = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(Window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(refuse)));
+    Press(IDC_MOVE_DOWN);
+    EXPECT_EQ(Shape(), L"*F(a,G(b,c)),d");
+    ::SetWindowLongPtrW(Window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(original));
+    Press(IDC_MOVE_DOWN);
+    EXPECT_EQ(Shape(), L"d,*F(a,G(b,c))");
+}
+
 TEST_F(LayoutTree, WhatIsInViewStaysUnlessTheItemWouldBeOutOfSight) {
     for (const auto& [before, top, button, topAfter, more] : Table<Line, Line, int, Line, int>{
              {L"F(a,b,c,*d)", L"b", IDC_PROMOTE, L"b", 60},
@@ -150,6 +168,8 @@ TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
     Type(VK_F2);
     EXPECT_EQ(Tree().LabelEdit().Text(), longName) << "the whole name is there to edit";
     EnterLabel(L"");
+    Type(VK_F2);
+    EnterLabel(L"left", VK_ESCAPE);
     EXPECT_FALSE(Layout().IsModified());
     EXPECT_FALSE(Tree().EditLabel(Node(kSeparatorText))) << "a separator has no name to edit";
     Build(L"*a,b");

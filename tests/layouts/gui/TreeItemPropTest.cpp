@@ -106,7 +106,7 @@ TEST_F(TreeItemProp, PresetsAreThoseOfTheClassIdAndNoneIsAChoice) {
             EXPECT_EQ(text + L"=" + TextOf(list), expected);
             if (row >= 0) support::SelectRows(list, {row});
         });
-        EXPECT_EQ(plugin.defaultPreset, given) << support::Utf8(clsid + L" " + preset);
+        EXPECT_EQ(plugin.defaultPreset, given) << support::Utf8(clsid) << " " << support::Utf8(preset);
         EXPECT_EQ(Layout().IsModified(), given != preset);
     }
 }
