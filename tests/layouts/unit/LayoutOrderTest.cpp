@@ -33,11 +33,6 @@ TEST(LayoutOrder, ASeparatorBehindNothingGoesByItsName) {
     EXPECT_EQ(Sorted({kLine, {P, L"!a"}, kLine, {F, L"z"}}), L"-z!a-");
 }
 
-TEST(LayoutOrder, EqualNamesKeepTheirOrder) {
-    const std::vector<SortItem> items = {{P, L"a"}, {P, L"a"}, {P, L"a"}};
-    EXPECT_EQ(SortedOrder(items, [](auto, auto) { return 0; }), (std::vector<std::size_t>{0, 1, 2}));
-}
-
 TEST(LayoutItem, IdsTellTheKindAndNoTwoAreAlike) {
     EXPECT_TRUE(IsPluginId(NewPlugin().id) && IsFolderId(NewFolder(L"a").id) &&
                 IsSeparatorId(NewSeparator().id));
