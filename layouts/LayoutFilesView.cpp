@@ -50,9 +50,10 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
     if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);  // a close box takes no focus from the edit
     if (!m_tree.Layout().IsModified()) return IDNO;
     const std::wstring name = DisplayName().empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
+    const unsigned question = ++m_questions;
     const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
-    // A box can outlive the window that the host takes away; then there is no layout left to be saved.
-    if (!m_dialog.IsLive() || (answer == IDYES && !m_tree.Layout().IsModified())) return IDCANCEL;
+    // A box can outlive the window. A host that takes it away brings up another question: that one counts.
+    if (!m_dialog.IsLive() || question != m_questions) return IDCANCEL;
     return answer == IDYES ? Save() : answer;
 }
 

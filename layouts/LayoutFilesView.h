@@ -81,5 +81,6 @@ class CLayoutFilesView {
     std::wstring m_name;                // in the list's field, before a pick changes it
     bool m_listMoved = false;           // the list's current row is not the layout shown
     bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
+    unsigned m_questions = 0;           // asked so far, about unsaved changes
     std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
 };
