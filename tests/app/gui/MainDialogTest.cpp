@@ -26,7 +26,8 @@ class MainDialog : public support::MainDialog {
   protected:
     void SetUp() override { Open(); }
     Size SizeWantedAt(int dpi) const {
-        SIZE size{};
+        const Rect window = m_dialog->WindowRect();
+        SIZE size{window.Width(), window.Height()};
         EXPECT_TRUE(
             m_dialog->Send(WM_GETDPISCALEDSIZE, static_cast<WPARAM>(dpi), reinterpret_cast<LPARAM>(&size)));
         return {static_cast<int>(size.cx), static_cast<int>(size.cy)};
@@ -35,7 +36,10 @@ class MainDialog : public support::MainDialog {
     void ComeToScreenOf(int dpi, Size window) const {
         const RECT place{10, 20, 10 + window.width, 20 + window.height};
         m_dialog->Send(WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
-        EXPECT_EQ(m_dialog->WindowRect(), FromSystem(place));
+    }
+    void Resize(Size window) const {
+        ::SetWindowPos(m_dialog->Handle(), nullptr, 0, 0, window.width, window.height,
+                       SWP_NOMOVE | SWP_NOZORDER);
     }
     Size MinimumSize() const {
         RECT tiny{0, 0, 1, 1};
@@ -63,11 +67,13 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const auto& [sizeBefore, minimumBefore, iconsBefore, placesBefore] = before;
     const Size clientBefore = SizeOf(m_dialog->ClientRect());
     const Size wanted = SizeWantedAt(kLarger);
+    ComeToScreenOf(kLarger, wanted);
+    EXPECT_EQ(m_dialog->WindowRect(), (Rect{10, 20, 10 + wanted.width, 20 + wanted.height}));
     // The message alone leaves the window's frame as it is.
     const Size frame = FrameSize(m_dialog->Handle(), kUsual);
     const Size largerFrame = FrameSize(m_dialog->Handle(), kLarger);
-    ComeToScreenOf(kLarger, {wanted.width - largerFrame.width + frame.width,
-                             wanted.height - largerFrame.height + frame.height});
+    Resize(
+        {wanted.width - largerFrame.width + frame.width, wanted.height - largerFrame.height + frame.height});
 
     LOGFONTW face{};
     const auto font = reinterpret_cast<HFONT>(Item(IDC_CLOSE).Send(WM_GETFONT));
@@ -92,6 +98,29 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     ComeToScreenOf(kLarger, wanted);
     m_dialog->Send(WM_DPICHANGED_AFTERPARENT);
     EXPECT_EQ(State(), before);
+}
+
+TEST_F(MainDialog, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
+    for (const int dpi : {144, 192}) {
+        ComeToScreenOf(dpi, SizeWantedAt(dpi));
+        const Rect window = m_dialog->WindowRect();
+        EXPECT_TRUE(window.left >= 0 && window.right <= ::GetSystemMetrics(SM_CXSCREEN)) << window.right;
+        EXPECT_TRUE(window.top >= 0 && window.bottom <= ::GetSystemMetrics(SM_CYSCREEN)) << window.bottom;
+        Resize({window.Width(), window.Height() * 2 / 3 + 20});
+        const Rect client = m_dialog->ClientRect();
+        std::vector<RECT> taken;
+        for (const HWND control : ControlsOf(m_dialog->Handle())) {
+            if (!(CWindow(control).Style() & WS_VISIBLE)) continue;
+            const RECT place = ToSystem(CWindow(control).RectIn(m_dialog->Handle()));
+            EXPECT_TRUE(place.right <= client.right && place.bottom <= client.bottom)
+                << ::GetDlgCtrlID(control);
+            if (CWindow(control).Send(WM_GETDLGCODE) & DLGC_STATIC) continue;  // frames and labels
+            RECT shared;
+            for (const RECT& other : taken)
+                EXPECT_FALSE(::IntersectRect(&shared, &place, &other)) << ::GetDlgCtrlID(control);
+            taken.push_back(place);
+        }
+    }
 }
 
 bool IsStop(HWND control) {
