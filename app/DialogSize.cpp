@@ -117,6 +117,8 @@ void CDialogSize::OnDpiChanged(UINT dpi, const RECT& place) {
     const Rect proposed = FromSystem(place);
     const Rect area = WorkAreaAt(proposed);
     FitTo(dpi, area);
+    const HWND dialog = m_dialog.Handle();
+    if (::IsZoomed(dialog) || ::IsIconic(dialog)) return MoveTo(proposed);
     const Size size = Converted(SizeOf(proposed), At(dpi), Now());
     MoveTo(HoldInArea(AtCornerOf(proposed, size), m_minimum, area));
 }

@@ -25,9 +25,9 @@ Size SizeOf(const Rect& place) { return {place.Width(), place.Height()}; }
 class MainDialog : public support::MainDialog {
   protected:
     void SetUp() override { Open(); }
-    Size SizeWantedAt(int dpi) const {
-        const Rect window = m_dialog->WindowRect();
-        SIZE size{window.Width(), window.Height()};
+    /// For a window that is about to get the size.
+    Size SizeWantedAt(int dpi, Size pending) const {
+        SIZE size{pending.width, pending.height};
         EXPECT_TRUE(
             m_dialog->Send(WM_GETDPISCALEDSIZE, static_cast<WPARAM>(dpi), reinterpret_cast<LPARAM>(&size)));
         return {static_cast<int>(size.cx), static_cast<int>(size.cy)};
@@ -66,7 +66,8 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const auto before = State();
     const auto& [sizeBefore, minimumBefore, iconsBefore, placesBefore] = before;
     const Size clientBefore = SizeOf(m_dialog->ClientRect());
-    const Size wanted = SizeWantedAt(kLarger);
+    EXPECT_GT(SizeWantedAt(kLarger, {2000, 900}).width, 2300);
+    const Size wanted = SizeWantedAt(kLarger, sizeBefore);
     ComeToScreenOf(kLarger, wanted);
     EXPECT_EQ(m_dialog->WindowRect(), (Rect{10, 20, 10 + wanted.width, 20 + wanted.height}));
     // The message alone leaves the window's frame as it is.
@@ -102,7 +103,7 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
 
 TEST_F(MainDialog, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
     for (const int dpi : {144, 192}) {
-        ComeToScreenOf(dpi, SizeWantedAt(dpi));
+        ComeToScreenOf(dpi, SizeWantedAt(dpi, SizeOf(m_dialog->WindowRect())));
         const Rect window = m_dialog->WindowRect();
         EXPECT_TRUE(window.left >= 0 && window.right <= ::GetSystemMetrics(SM_CXSCREEN)) << window.right;
         EXPECT_TRUE(window.top >= 0 && window.bottom <= ::GetSystemMetrics(SM_CYSCREEN)) << window.bottom;
