@@ -136,6 +136,12 @@ load_studio() {
         wine regedit /S "$(windows_path "$bin/studio.reg")" && wine "$bin/studio_registrar.exe"
 }
 
+# The next start is as the first: the window opens in the middle, at its smallest.
+forget_window_placement() {
+    wine reg delete 'HKCU\Software\Corvane Music Software\Corvane Plugin Manager' /v WindowPlacement /f \
+        >/dev/null 2>&1 || true
+}
+
 # start_display [SIZE]: an Xvfb on a number of its own choosing, taken into use.
 start_display() {
     local number=$build/display.$$

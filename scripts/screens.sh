@@ -18,9 +18,7 @@ picture() {
     stop_prefix "$WINEPREFIX"
     set_virtual_desktop "$1"
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d $((96 * $2 / 100)) /f >/dev/null
-    # Each picture is that of a first start.
-    wine reg delete 'HKCU\Software\Corvane Music Software\Corvane Plugin Manager' /v WindowPlacement /f \
-        >/dev/null 2>&1 || true
+    forget_window_placement
     wineserver -w
     wine "$bin/PluginManager.exe" 'C:\ProgramData\Corvane Studio\Menu Layouts\Mixing.pgl' </dev/null &
     program=$!

@@ -16,7 +16,7 @@ class Placement : public support::MainDialog {
     }
     Rect OpenedBy(RECT place, DWORD type = REG_BINARY, std::size_t bytes = kSize, UINT length = kSize) {
         const WINDOWPLACEMENT placement{length, 0, SW_SHOWMINIMIZED, {}, {}, place};
-        std::vector<BYTE> data(2 * kSize);
+        std::vector<BYTE> data(kSize + 1);
         std::memcpy(data.data(), &placement, kSize);
         data.resize(bytes);
         m_dialog.reset();
