@@ -254,11 +254,13 @@ Function un.onInit
     StrCpy $INSTDIR $R0
 FunctionEnd
 
-; The path of the program that each start and each registration notes down. Another copy's is left alone.
+; The path of the program that each start and each registration notes down, and the window's place. Another copy's are
+; left alone.
 !macro FORGET_PATH root
     ReadRegStr $0 ${root} "${MANAGER_KEY}" "ExePath"
     ${If} $0 == "$INSTDIR\${PROGRAM}"
         DeleteRegValue ${root} "${MANAGER_KEY}" "ExePath"
+        DeleteRegValue ${root} "${MANAGER_KEY}" "WindowPlacement"
     ${EndIf}
     DeleteRegKey /ifempty ${root} "${MANAGER_KEY}"
     DeleteRegKey /ifempty ${root} "${COMPANY_KEY}"

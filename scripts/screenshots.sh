@@ -17,6 +17,7 @@ probe() {
 start_program() {
     wine reg add 'HKLM\Software\Corvane Music Software' /v Language /d "$1" /f >/dev/null
     shift
+    forget_window_placement
     wine "$bin/PluginManager.exe" "$@" </dev/null &
     program=$!
     probe --wait 60
