@@ -36,25 +36,28 @@ class MainDialog : public support::MainDialog {
     void ComeToScreenOf(int dpi, Size window) const {
         const RECT place{10, 20, 10 + window.width, 20 + window.height};
         m_dialog->Send(WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+        const CWindow list = Item(IDC_PLUGINS);
+        EXPECT_EQ(list.ClientRect().Height() % list.SendInt(LB_GETITEMHEIGHT), 0) << "half a row";
     }
     Size MinimumSize() const {
         RECT tiny{0, 0, 1, 1};
         m_dialog->Send(WM_SIZING, WMSZ_BOTTOMRIGHT, reinterpret_cast<LPARAM>(&tiny));
         return SizeOf(FromSystem(tiny));
     }
-    int TreeIconSize() const {
-        int width = 0;
-        int height = 0;
-        const LRESULT icons = Item(IDC_LAYOUT_TREE).Send(TVM_GETIMAGELIST, TVSIL_NORMAL);
-        ::ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(icons), &width, &height);
-        return width;
+    /// Of the tree: size of its icons, height of its rows.
+    std::pair<Size, int> TreeRow() const {
+        Size icon;
+        const CWindow tree = Item(IDC_LAYOUT_TREE);
+        const LRESULT icons = tree.Send(TVM_GETIMAGELIST, TVSIL_NORMAL);
+        ::ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(icons), &icon.width, &icon.height);
+        return {icon, tree.SendInt(TVM_GETITEMHEIGHT)};
     }
-    /// Of the whole dialog: size, least size, size of the icons; and the place of each control.
+    /// Of the whole dialog: size, least size, rows of the tree; and the place of each control.
     auto State() const {
         std::map<int, Rect> places;
         for (const HWND control : ControlsOf(m_dialog->Handle()))
             places[::GetDlgCtrlID(control)] = CWindow(control).RectIn(m_dialog->Handle());
-        return std::tuple(SizeOf(m_dialog->WindowRect()), MinimumSize(), TreeIconSize(), places);
+        return std::tuple(SizeOf(m_dialog->WindowRect()), MinimumSize(), TreeRow(), places);
     }
 };
 
@@ -65,7 +68,7 @@ bool IsStop(HWND control) {
 
 TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const auto before = State();
-    const auto& [sizeBefore, minimumBefore, iconsBefore, placesBefore] = before;
+    const auto& [sizeBefore, minimumBefore, rowBefore, placesBefore] = before;
     const Size clientBefore = SizeOf(m_dialog->ClientRect());
     EXPECT_GT(SizeWantedAt(kLarger, {2000, 900}).width, 2300);
     const Size wanted = SizeWantedAt(kLarger, sizeBefore);
@@ -75,7 +78,7 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const auto font = reinterpret_cast<HFONT>(Item(IDC_CLOSE).Send(WM_GETFONT));
     ASSERT_TRUE(::GetObjectW(font, sizeof face, &face));
     EXPECT_EQ(face.lfHeight, -::MulDiv(8, kLarger, 72));
-    const auto& [size, minimum, icons, places] = State();
+    const auto& [size, minimum, row, places] = State();
     EXPECT_GT(size.width, sizeBefore.width * 11 / 10);
     for (const auto& [id, place] : places) {
         const Rect expected = Scaled(placesBefore.at(id), clientBefore, SizeOf(m_dialog->ClientRect()));
@@ -86,7 +89,8 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
         EXPECT_NEAR(place.right, expected.right, 2) << id;
         EXPECT_TRUE(id == IDC_LAYOUTS || std::abs(place.bottom - expected.bottom) <= 5) << id;
     }
-    EXPECT_EQ(icons, iconsBefore * kLarger / kUsual);
+    EXPECT_EQ(rowBefore, std::pair(Size{19, 16}, 20));
+    EXPECT_EQ(row, std::pair(Size{24, 20}, 24));
     EXPECT_EQ(minimum, wanted);
     ComeToScreenOf(kUsual, sizeBefore);
     EXPECT_EQ(State(), before) << "and back nothing has moved";

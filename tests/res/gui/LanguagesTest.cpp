@@ -6,6 +6,7 @@
 #include "DialogFit.h"
 #include "PluginCategory.h"
 #include "Resources.h"
+#include "SinglePropDlg.h"
 #include "TextFormat.h"
 #include "support/MainDialog.h"
 
@@ -226,6 +227,20 @@ TEST_P(Languages, EveryTextIsShownInWhole) {
                                                         << " points, " << support::Utf8(face);
             }
         }
+    }
+}
+
+TEST_P(Languages, APromptShowsItsLabelInWholeAndStaysOnTheScreen) {
+    std::wstring longest(519, L'W');  // of the names that are read back
+    for (const int label : {IDS_FRIENDLY_NAME_PROMPT, IDS_RENAME_PRESET_PROMPT, IDS_FOLDER_NAME_PROMPT}) {
+        CSinglePropDlg prompt(IDS_TITLE, static_cast<UINT>(label), longest);
+        ASSERT_TRUE(prompt.CreateModeless(m_owner.Handle()));
+        EXPECT_EQ(PlacementFaults(prompt, ControlsOf(prompt)), "");
+        EXPECT_LE(prompt.WindowRect().Width(), ::GetSystemMetrics(SM_CXSCREEN));
+        const CWindow control = prompt.Item(IDC_PROMPT_LABEL);
+        const CClientDC dc(control);
+        const CSelectedObject font(dc.Get(), control.Font());
+        EXPECT_GT(control.ClientRect().Width(), TextExtent(dc.Get(), control.Text()).width) << label;
     }
 }
 
