@@ -27,7 +27,7 @@ endfunction()
 add_room(framework LIBRARIES comctl32 comdlg32 shlwapi advapi32 user32 gdi32)
 add_room(util      NEXT framework LIBRARIES ole32 oleaut32 uuid)
 add_room(presets   NEXT util)
-add_room(inventory NEXT presets LIBRARIES strmiids msdmo dmoguids)
+add_room(inventory NEXT presets LIBRARIES strmiids dmoguids)
 add_room(layouts   NEXT inventory)
 add_room(app       NEXT layouts)
 
