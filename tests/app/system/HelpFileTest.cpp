@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "HelpFile.h"
+#include "support/FileSandbox.h"
 
 namespace {
 
@@ -19,6 +20,16 @@ TEST(HelpFile, ThePathIsBesideTheProgramUnlessItWouldBeTooLong) {
         help.Prepare(program, name);
         EXPECT_EQ(help.Path(), path);
     }
+}
+
+TEST(HelpFile, TheEngineGetsAPathThatItCanRead) {
+    const support::FileSandbox files;
+    const std::wstring plain = files.Write(L"help.chm", ""), foreign = files.Write(L"помощь.chm", "help");
+    EXPECT_EQ(HelpPathForEngine(plain), plain);
+    EXPECT_EQ(HelpPathForEngine(foreign + L"?"), foreign + L"?") << "there is no such file";
+    const std::filesystem::path given = HelpPathForEngine(foreign);
+    EXPECT_EQ(given.string().find('?'), std::string::npos) << given;
+    EXPECT_EQ(files.Read(given.filename()), "help");
 }
 
 }  // namespace
