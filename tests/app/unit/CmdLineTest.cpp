@@ -32,6 +32,16 @@ TEST(CmdLine, TakesWhatItUnderstands) {
         << "a handle that does not parse is used up; the last plain parameter counts";
 }
 
+TEST(CmdLine, WhatFollowsTheProgramIsKeptAsItStands) {
+    for (const auto& [line, arguments] : {std::pair(L"\"C:\\a b\\p.exe\"  /w 1F \"a b", L"/w 1F \"a b"),
+                                          {L"p.exe\t/Float ", L"/Float "},
+                                          {L"p.exe", L""},
+                                          {L"\"p.exe\" ", L""},
+                                          {L"\"p", L""},
+                                          {L"", L""}})
+        EXPECT_EQ(WithoutProgram(line), arguments);
+}
+
 TEST(CmdLine, PointersReadAsScanfReadsThem) {
     const std::pair<const wchar_t*, std::optional<std::uintptr_t>> cases[] = {
         {L"1a2B", 0x1A2B},
