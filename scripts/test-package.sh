@@ -131,6 +131,15 @@ same_bytes_again() {
     "$root/scripts/package.sh" && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
 }
 
+# The sample studio's own program imports more, and has no manifest.
+faults_are_named() {
+    local fault
+    ! "$root/scripts/check-program.sh" "$bin/studio_registrar.exe" >"$work/faults.txt" || return 1
+    for fault in 'import msdmo.dll!DMORegister' 'no window program' '0 manifest instead of one'; do
+        grep -F "$fault" "$work/faults.txt" || return 1
+    done
+}
+
 zip_is_whole() {
     (cd "$work" && cmake -E tar xf "$package/$name-portable.zip") && diff -r "$package/$name" "$work/$name"
 }
@@ -199,16 +208,36 @@ test_one_user() {
     check "a stranger's file stays" test -e "$(on_disk "$folder")/notes.txt"
 }
 
+# Libraries under the names of the system's beside the program. Others are none that can be planted here: Wine's own
+# libraries take them from there. The probe asks for them as the program must not.
+test_planted_libraries() {
+    local folder='C:\Planted' library trace
+    local -x WINEDLLOVERRIDES="$WINEDLLOVERRIDES;msdmo,hhctrl.ocx=n,b"
+    trace=$(on_disk 'C:\planted.txt')
+    mkdir "$(on_disk "$folder")"
+    cp "$bin"/{PluginManager,window_probe}.exe "$(on_disk "$folder")"
+    for library in msdmo.dll hhctrl.ocx; do
+        cp "$bin/planted_library.dll" "$(on_disk "$folder\\$library")"
+        wine "$folder\\window_probe.exe" --load "$library"
+        check "a planted $library would be noticed" rm "$trace"
+    done
+    check "the program shows its window beside them" start_program "$folder"
+    check "and its plug-ins" timeout -k 10 60 wine "$bin/window_probe.exe" --wait 60
+    check "it closes" close_program
+    check "and has loaded none of them" not test -e "$trace"
+}
+
 rm -rf "$work"
 mkdir -p "$work"
 trap clear_up EXIT
 "$root/scripts/package.sh"
-build_preset release window_probe studio_registrar || die "the build failed"
+build_preset release window_probe studio_registrar planted_library || die "the build failed"
 name=$(cd "$package" && echo CorvanePluginManager-*-setup.exe)
 name=${name%-setup.exe}
 version=${name##*-}
 check "the same bytes when it is built again" same_bytes_again
 check "the zip" zip_is_whole
+check "a program that asks more of the system is refused" faults_are_named
 check "the program file's version and copyright" names_itself
 
 start_display
@@ -220,5 +249,6 @@ for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie'; do
 done
 test_all_users
 test_one_user
+test_planted_libraries
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]
