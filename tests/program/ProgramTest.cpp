@@ -89,6 +89,7 @@ TEST_F(Program, StartsAnewAsAdministratorOrStaysAsItWas) {
     discardAndStartAnew();
     EXPECT_EQ(program.WaitForExit(), 0U);
     const WindowDriver anew{UniqueProcess()};
+    EXPECT_EQ(::GetAncestor(anew.Window(), GA_PARENT), ::GetDesktopWindow()) << "it floats";
     anew.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
     EXPECT_EQ(anew.Rows(IDC_PLUGINS), std::vector<std::wstring>{L"<< No entries >>"}) << "of the given key";
     ::PostMessageW(anew.Window(), WM_CLOSE, 0, 0);
