@@ -3,6 +3,8 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
+#include <array>
+
 #include "ProgramPath.h"
 #include "Resources.h"
 #include "TextFormat.h"
@@ -47,7 +49,11 @@ bool CAboutDlg::OnInitDialog() {
 }
 
 void CAboutDlg::OnLicence() {
-    // Where no program is registered for text files, the system's editor shows it.
-    if (!Open(m_hwnd, m_licencePath.c_str()))
-        Open(m_hwnd, L"notepad.exe", (L"\"" + m_licencePath + L"\"").c_str());
+    if (Open(m_hwnd, m_licencePath.c_str())) return;
+    // Where no program is registered for text files, the system's editor shows it: its own one, not one of
+    // that name that lies in the current folder.
+    std::array<wchar_t, MAX_PATH> folder{};
+    ::GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+    const std::wstring editor = std::wstring(folder.data()) + L"\\notepad.exe";
+    Open(m_hwnd, editor.c_str(), (L"\"" + m_licencePath + L"\"").c_str());
 }

@@ -32,6 +32,16 @@ std::optional<std::uintptr_t> ParsePointer(std::wstring_view text) {
     return digits == 0 ? std::nullopt : std::optional(value);
 }
 
+std::wstring WithoutProgram(const std::wstring& commandLine) {
+    constexpr wchar_t kBlanks[] = L" \t";
+    const bool quoted = commandLine.starts_with(L'"');
+    auto end = quoted ? commandLine.find(L'"', 1) : commandLine.find_first_of(kBlanks);
+    // A path in quotes ends with them, whatever follows.
+    if (quoted && end != std::wstring::npos) ++end;
+    const auto arguments = commandLine.find_first_not_of(kBlanks, end);
+    return arguments == std::wstring::npos ? L"" : commandLine.substr(arguments);
+}
+
 CPluginManagerCmdLine CPluginManagerCmdLine::Parse(const std::vector<std::wstring>& tokens) {
     CPluginManagerCmdLine line;
     for (const std::wstring& token : tokens) {

@@ -2,6 +2,7 @@
 
 #include <htmlhelp.h>
 
+#include <array>
 #include <utility>
 
 namespace {
@@ -31,7 +32,21 @@ std::wstring PathBeside(const std::wstring& programPath, const std::wstring& nam
     return programPath.substr(0, programPath.rfind(L'\\') + 1) + name;
 }
 
+bool IsInCodePage(const std::wstring& text) {
+    BOOL lost = FALSE;
+    ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), static_cast<int>(text.size()), nullptr,
+                          0, nullptr, &lost);
+    return !lost;
+}
+
 }  // namespace
+
+std::wstring HelpPathForEngine(const std::wstring& path) {
+    std::array<wchar_t, MAX_PATH> shortPath{};
+    const auto room = static_cast<DWORD>(shortPath.size());
+    if (IsInCodePage(path) || ::GetShortPathNameW(path.c_str(), shortPath.data(), room) >= room) return path;
+    return shortPath[0] == L'\0' ? path : shortPath.data();
+}
 
 bool CHelpFile::Prepare(const std::wstring& programPath, const std::wstring& name) {
     ShutDown();
@@ -45,15 +60,16 @@ bool CHelpFile::Prepare(const std::wstring& programPath, const std::wstring& nam
 }
 
 HRESULT CHelpFile::Request(HelpCommand command, DWORD_PTR data) const {
-    return Show(m_path, EngineCommand(command), data);
+    return Show(L"", EngineCommand(command), data);
 }
 
 HRESULT CHelpFile::ShowTopic(const std::wstring& topic) const {
-    return Show(m_path + L"::/" + topic, HH_DISPLAY_TOPIC, 0);
+    return Show(L"::/" + topic, HH_DISPLAY_TOPIC, 0);
 }
 
-HRESULT CHelpFile::Show(const std::wstring& target, UINT command, DWORD_PTR data) const {
+HRESULT CHelpFile::Show(const std::wstring& topic, UINT command, DWORD_PTR data) const {
     if (m_cookie == 0 || m_path.empty()) return E_INVALIDARG;
+    const std::wstring target = HelpPathForEngine(m_path) + topic;
     return m_htmlHelp(nullptr, target.c_str(), command, data) ? S_OK : E_FAIL;
 }
 

@@ -17,6 +17,10 @@ enum class HelpCommand : unsigned {
     WmHelp = 12,
 };
 
+/// The engine finds no file whose path has letters outside the user's code page. It gets the short form of
+/// that, where the disk keeps one.
+std::wstring HelpPathForEngine(const std::wstring& path);
+
 /// The engine is loaded when the file is prepared; where it is missing, or has nothing to show, requests fail
 /// and nothing else happens.
 class CHelpFile {
@@ -40,7 +44,7 @@ class CHelpFile {
 
   private:
     using HtmlHelpFunction = HWND WINAPI(HWND caller, const wchar_t* file, UINT command, DWORD_PTR data);
-    HRESULT Show(const std::wstring& target, UINT command, DWORD_PTR data) const;
+    HRESULT Show(const std::wstring& topic, UINT command, DWORD_PTR data) const;
 
     std::wstring m_path;
     UniqueLibrary m_engine;

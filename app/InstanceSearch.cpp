@@ -36,9 +36,10 @@ HWND FindRunningCopy(HWND host) {
 bool BringRunningCopyForward(HWND host) {
     const HWND copy = FindRunningCopy(host);
     if (!copy) return false;
-    if (::IsIconic(copy)) ::ShowWindow(copy, SW_RESTORE);
+    // Nothing here waits for the window's program: it may hang.
+    if (::IsIconic(copy)) ::ShowWindowAsync(copy, SW_RESTORE);
     // Only a top-level window can come to the foreground: for a docked copy that is its host.
     ::SetForegroundWindow(::GetAncestor(copy, GA_ROOT));
-    ::BringWindowToTop(copy);
+    ::SetWindowPos(copy, HWND_TOP, 0, 0, 0, 0, SWP_ASYNCWINDOWPOS | SWP_NOMOVE | SWP_NOSIZE);
     return true;
 }

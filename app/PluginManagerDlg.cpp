@@ -29,6 +29,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
       m_docking(*this, m_host, m_cmdLine.floating),
+      m_elevation(*this, {.mayClose = [this] { return MayClose(); }, .stays = [this] { OnStays(); }}),
       m_size(*this, [this](UINT dpi) { LoadImages(dpi); }),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
@@ -59,6 +60,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
     static constexpr CRoute kRoutes[] = {
         R::OnMessage<WM_SYSCOMMAND, &Frame::OnSysCommand>(),
         R::OnMessage<WM_SYSCOMMAND, &CDocking::OnSysCommand>(),
+        R::OnMessage<WM_SYSCOMMAND, &CElevation::OnSysCommand>(),
         R::OnMessage<WM_PAINT, &Frame::OnPaint>(),
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
         R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
@@ -146,6 +148,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     SetText(LoadText(IDS_TITLE) + L" x64");
     AddAboutCommand();
     m_docking.OnInitDialog();
+    m_elevation.OnInitDialog();
     m_size.OnInitDialog();
     SetIcons();
     m_tools = VstToolPaths::Read(m_vstKey.path);
@@ -297,7 +300,6 @@ void CPluginManagerDlg::OnManagePresets() {
 void CPluginManagerDlg::OnOK() {
     // Enter anywhere else than on the Close button must not close the dialog.
     if (!Item(IDC_CLOSE).HasFocus()) return;
-    m_tree.CancelDrag();
     if (!MayClose()) return;
     // Kept: closing with OK does to the selected plug-ins what the Exclude or Enable button would do.
     if (Item(IDC_EXCLUDE).IsEnabled()) m_exclusion.TogglePluginExclusion();
@@ -306,7 +308,6 @@ void CPluginManagerDlg::OnOK() {
 }
 
 void CPluginManagerDlg::OnCancel() {
-    m_tree.CancelDrag();
     if (MayClose()) End(IDCANCEL);
 }
 
@@ -316,11 +317,17 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 }
 
 void CPluginManagerDlg::OnEndSession(bool ends) {
-    // Another program kept the session from ending: the discarded layout is still there.
-    if (!ends && std::exchange(m_discarded, false)) m_tree.Layout().SetModified(true);
+    // Else another program kept the session from ending.
+    if (!ends) OnStays();
+}
+
+void CPluginManagerDlg::OnStays() {
+    // The discarded layout is still there.
+    if (std::exchange(m_discarded, false)) m_tree.Layout().SetModified(true);
 }
 
 bool CPluginManagerDlg::MayClose() {
+    m_tree.CancelDrag();
     switch (m_files.AskToSave(MB_YESNOCANCEL)) {
         case IDYES:
             // Still modified: the save failed, and the tree holds the only copy.

@@ -10,6 +10,7 @@
 #include "Dialog.h"
 #include "DialogSize.h"
 #include "Docking.h"
+#include "Elevation.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
 #include "FriendlyNameView.h"
@@ -54,6 +55,7 @@ class CPluginManagerDlg : public CDialog {
     int OnVKeyToItem(UINT key, HWND list);
     bool OnQueryEndSession();
     void OnEndSession(bool ends);
+    void OnStays();
     void OnColoursChanged();
     void OnTimer(UINT_PTR timer);
     void OnHelp() const;
@@ -75,6 +77,7 @@ class CPluginManagerDlg : public CDialog {
     const CPluginManagerCmdLine m_cmdLine;
     const CHostWindow m_host;
     CDocking m_docking;
+    CElevation m_elevation;
     CDialogSize m_size;
     const VstKey m_vstKey;
     const ManagerSettings m_settings;
@@ -97,7 +100,8 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
-    std::tuple<CDocking&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&, CVstToolsView&,
-               CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
-        m_views{m_docking, m_size, m_list, m_exclusion, m_names, m_vstTools, m_tree, m_files, m_toolbar};
+    std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
+               CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
+        m_views{m_docking, m_elevation, m_size, m_list,  m_exclusion,
+                m_names,   m_vstTools,  m_tree, m_files, m_toolbar};
 };

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <dmo.h>
 #include <strmif.h>
 #include <uuids.h>
 
@@ -11,11 +10,12 @@
 
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
+#include "MediaObjectRegister.h"
 #include "RegKey.h"
 
 void UnregisterPlugin(const Guid& clsid, Category category) {
     if (category == Category::MediaObjects) {
-        ::DMOUnregister(ToSystem(clsid), DMOCATEGORY_AUDIO_EFFECT);
+        CMediaObjectRegister::Instance().RemoveAudioEffect(clsid);
         return;
     }
     Microsoft::WRL::ComPtr<IFilterMapper> mapper;

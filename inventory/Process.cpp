@@ -1,10 +1,17 @@
 #include "Process.h"
 
+#include <shellapi.h>
+#include <shlwapi.h>
+
 #include "DialogHelp.h"
+#include "Scope.h"
 
 namespace {
 
 constexpr DWORD kSlice = 10;  // ms
+
+/// The system's ERROR_ELEVATION_REQUIRED, which the compiler's headers lack.
+constexpr DWORD kElevationRequired = 740;
 
 /// False when the loops of this thread have to end.
 bool DispatchPending(const CWindow& window) {
@@ -23,16 +30,40 @@ bool DispatchPending(const CWindow& window) {
 
 }  // namespace
 
-std::optional<CProcess> CProcess::Start(std::wstring commandLine) {
+std::optional<CProcess> CProcess::Start(const CWindow& owner, const std::wstring& program,
+                                        const std::wstring& arguments, CreateFunction* create) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
-    if (!::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, /*inherit handles*/ FALSE, 0,
-                          nullptr, nullptr, &startup, &started)) {
-        return std::nullopt;
+    std::wstring commandLine = program + arguments;
+    if (create(nullptr, commandLine.data(), nullptr, nullptr, /*inherit handles*/ FALSE, 0, nullptr, nullptr,
+               &startup, &started)) {
+        ::CloseHandle(started.hThread);
+        return CProcess(started.hProcess);
     }
-    ::CloseHandle(started.hThread);
-    return CProcess(started.hProcess);
+    if (::GetLastError() != kElevationRequired) return std::nullopt;
+    std::wstring file = program;
+    ::PathRemoveBlanksW(file.data());
+    ::PathUnquoteSpacesW(file.data());
+    return StartElevated(owner, file.c_str(), arguments);
+}
+
+std::optional<CProcess> CProcess::StartElevated(const CWindow& owner, const std::wstring& file,
+                                                const std::wstring& arguments) {
+    const bool enabled = owner.IsEnabled();
+    const CScopeExit restore([&] { owner.Enable(enabled); });
+    owner.Enable(false);
+    SHELLEXECUTEINFOW request{};
+    request.cbSize = sizeof request;
+    request.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
+    request.hwnd = owner.Handle();
+    request.lpVerb = L"runas";
+    request.lpFile = file.c_str();
+    // The system puts a blank of its own before them.
+    request.lpParameters = arguments.c_str() + (arguments.starts_with(L' ') ? 1 : 0);
+    request.nShow = SW_SHOWNORMAL;
+    if (!::ShellExecuteExW(&request) || !request.hProcess) return std::nullopt;
+    return CProcess(request.hProcess);
 }
 
 bool CProcess::WaitDispatching(const CWindow& window) const {

@@ -9,11 +9,21 @@
 #include "Handles.h"
 #include "Window.h"
 
+/// While the system asks the user for an administrator's rights, `owner` takes no input. Then it may have
+/// been taken away. A refusal is a program that can't be started.
 class CProcess {
   public:
-    /// As the system reads the command line, in this program's folder and environment; nothing when it can't
-    /// be started.
-    static std::optional<CProcess> Start(std::wstring commandLine);
+    using CreateFunction = decltype(::CreateProcessW);
+
+    /// `arguments` directly behind `program`, as the system reads such a command line, in this program's
+    /// folder and environment; nothing when it can't be started. For a program that needs an administrator's
+    /// rights the system asks for them.
+    static std::optional<CProcess> Start(const CWindow& owner, const std::wstring& program,
+                                         const std::wstring& arguments,
+                                         CreateFunction* create = &::CreateProcessW);
+    /// With an administrator's rights, for which the system asks. `file` is a full path.
+    static std::optional<CProcess> StartElevated(const CWindow& owner, const std::wstring& file,
+                                                 const std::wstring& arguments);
 
     /// Waits for the end of the program, however long that takes, and dispatches the thread's messages
     /// meanwhile. False when one of those took `window` away or asks the thread to quit; that one is posted

@@ -1,11 +1,8 @@
 #include "RegistrationIndex.h"
 
-#include <dmo.h>
-
-#include <array>
-
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
+#include "MediaObjectRegister.h"
 #include "RegKey.h"
 
 void CClsidSubkeys::Read(HKEY root, const wchar_t* path) {
@@ -28,9 +25,7 @@ void CRegistrationIndex::Read() {
 }
 
 RegistrationFacts CRegistrationIndex::FactsOf(const Guid& clsid) const {
-    // The buffer's size is the function's contract: 80 characters.
-    std::array<wchar_t, 80> dmoName{};
-    return {.answersAsDmo = ::DMOGetName(ToSystem(clsid), dmoName.data()) == S_OK,
+    return {.answersAsDmo = CMediaObjectRegister::Instance().Contains(clsid),
             .wrapsVstSynth = m_adapter.WrapsVstSynth(ClsidText(clsid)),
             .markedSoftSynth = m_softSynths.Contains(clsid),
             .isMidiFilter = m_midiFilters.Contains(clsid),

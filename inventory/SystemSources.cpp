@@ -1,6 +1,5 @@
 #include "SystemSources.h"
 
-#include <dmo.h>
 #include <strmif.h>
 #include <uuids.h>
 
@@ -9,6 +8,7 @@
 
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
+#include "MediaObjectRegister.h"
 #include "RegKey.h"
 #include "RegistrationIndex.h"
 #include "TaskText.h"
@@ -102,16 +102,12 @@ bool WriteProperty(const MonikerPtr& moniker, const wchar_t* name, const std::ws
 
 FoundPlugins FindMediaObjects(std::size_t limit) {
     FoundPlugins found;
-    ComPtr<IEnumDMO> enumerator;
-    if (limit == 0 || FAILED(::DMOEnum(DMOCATEGORY_AUDIO_EFFECT, DMO_ENUMF_INCLUDE_KEYED, 0, nullptr, 0,
-                                       nullptr, &enumerator))) {
-        return found;
-    }
+    const ComPtr<IEnumDMO> effects = CMediaObjectRegister::Instance().AudioEffects();
+    if (limit == 0 || !effects) return found;
     std::vector<CLSID> clsids(limit);
     std::vector<wchar_t*> names(limit, nullptr);
     DWORD count = 0;
-    if (FAILED(enumerator->Next(static_cast<DWORD>(limit), clsids.data(), names.data(), &count)))
-        return found;
+    if (FAILED(effects->Next(static_cast<DWORD>(limit), clsids.data(), names.data(), &count))) return found;
     for (DWORD i = 0; i < count; ++i) {
         FoundPlugin& plugin = found.plugins.emplace_back();
         plugin.clsid = FromSystem(clsids[i]);

@@ -15,15 +15,14 @@ bool HasExtension(const std::wstring& path) {
 
 }  // namespace
 
-std::wstring CommandLine(const VstToolAction& action, const std::wstring& program, const std::wstring& clsid,
-                         const VstKey& key) {
+std::wstring ArgumentsOf(const VstToolAction& action, const std::wstring& clsid, const VstKey& key) {
     std::wstring arguments = action.arguments;
     if (action.namesPlugin) arguments += clsid;
-    if (action.program != VstProgram::Scanner) return program + arguments;
+    if (action.program != VstProgram::Scanner) return arguments;
     // Only a scan gets a blank here. The scanner tells its other switches from the key's by the word
     // "VSTRegKey:" itself, so that they run together.
     if (arguments.empty()) arguments = L" ";
-    return program + arguments + KeyArgument(key);
+    return arguments + KeyArgument(key);
 }
 
 std::vector<std::wstring> ProgramsOnTheWay(const std::wstring& program) {

@@ -27,9 +27,9 @@ struct VstKey {
     bool given = false;  // on the command line
 };
 
-/// The command that starts the program; `clsid` is only looked at when the action names a plug-in.
-std::wstring CommandLine(const VstToolAction& action, const std::wstring& program, const std::wstring& clsid,
-                         const VstKey& key);
+/// What follows the program's path in the command, from the blank on; `clsid` is only looked at when the
+/// action names a plug-in.
+std::wstring ArgumentsOf(const VstToolAction& action, const std::wstring& clsid, const VstKey& key);
 
 /// The files that the system takes for the program of a command before it comes to `program`, when that
 /// stands there without quotes: "C:\Tools Dir\scan.exe" starts C:\Tools.exe, if there is one.

@@ -37,14 +37,15 @@ void CVstToolsView::LaunchVstTool(const VstToolAction& action) {
 
     const std::uint64_t before = LastUpdateTime();
     const CWindow group = m_dialog.Item(scanner ? IDC_VST_GROUP : IDC_ADAPTER_GROUP);
-    if (!RunTool(CommandLine(action, program, *clsid, m_key), group) || !action.refreshes) return;
+    if (!RunTool(program, ArgumentsOf(action, *clsid, m_key), group) || !action.refreshes) return;
     if (!scanner || LastUpdateTime() > before) RefreshPlugins();
 }
 
-bool CVstToolsView::RunTool(const std::wstring& commandLine, const CWindow& group) const {
+bool CVstToolsView::RunTool(const std::wstring& program, const std::wstring& arguments,
+                            const CWindow& group) const {
     const CWindow focus(::GetFocus());
-    const auto process = CProcess::Start(commandLine);
-    if (!process) return false;
+    const auto process = CProcess::Start(m_dialog, program, arguments);
+    if (!process || !m_dialog.IsLive()) return false;
     {
         const std::wstring caption = group.Text();
         const CScopeExit restore([&] {

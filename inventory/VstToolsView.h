@@ -28,7 +28,7 @@ class CVstToolsView {
     void LaunchVstTool(const VstToolAction& action);
     /// False when the program was not started, or the dialog has to end before it. `group` is the box around
     /// its buttons.
-    bool RunTool(const std::wstring& commandLine, const CWindow& group) const;
+    bool RunTool(const std::wstring& program, const std::wstring& arguments, const CWindow& group) const;
     void BringToFront() const;
     void RefreshPlugins();
     std::optional<std::wstring> CurrentPlugin() const;

@@ -3,18 +3,29 @@
 #include <cstddef>
 #include <string>
 
+using namespace std::string_view_literals;
+
 namespace {
 
-/// The bytes without zeros: the markup of a prolog is ASCII, and so reads the same in 16 bits and in 8.
+/// Stands for a letter of 16 bits that is not ASCII, though its bytes may look like it.
+constexpr char kNoMarkup = '\x7F';
+
+/// The text by its byte order mark, or by its first letter, without zeros. The markup of a prolog is ASCII.
 class CProlog {
   public:
-    explicit CProlog(std::string_view bytes) : m_rest(bytes) {}
+    explicit CProlog(std::string_view bytes) : m_rest(bytes) {
+        const std::string_view start = bytes.substr(0, 2);
+        m_highFirst = start == "\xFE\xFF"sv || start == "\0<"sv;
+        m_wide = m_highFirst || start == "\xFF\xFE"sv || start == "<\0"sv;
+    }
 
     /// False at the end.
     bool Next(char& c) {
-        while (!m_rest.empty()) {
-            c = m_rest.front();
-            m_rest.remove_prefix(1);
+        const std::size_t size = m_wide ? 2 : 1;
+        while (m_rest.size() >= size) {
+            c = m_rest[m_highFirst ? 1 : 0];
+            if (m_wide && m_rest[m_highFirst ? 0 : 1] != '\0') c = kNoMarkup;
+            m_rest.remove_prefix(size);
             if (c != '\0') return true;
         }
         return false;
@@ -39,6 +50,8 @@ class CProlog {
 
   private:
     std::string_view m_rest;
+    bool m_wide;
+    bool m_highFirst;
 };
 
 }  // namespace

@@ -14,6 +14,7 @@
 //   --focus ID         gives the control the keyboard focus
 //   --hover ID         puts the mouse over the control
 //   --close            closes it and waits until it is gone
+//   --load NAME        loads a library, looked for as the system does when nobody says where
 //   --sleep            only keeps the Windows session alive
 #include <windows.h>
 
@@ -253,6 +254,7 @@ bool Do(std::wstring_view option, wchar_t**& argument) {
     if (option == L"--focus") return Focus(value());
     if (option == L"--hover") return Hover(value());
     if (option == L"--close") return Close();
+    if (option == L"--load") return LoadLibraryW(value().c_str()) != nullptr;
     if (option == L"--sleep") Sleep(INFINITE);
     return false;
 }

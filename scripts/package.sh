@@ -14,6 +14,7 @@ export SOURCE_DATE_EPOCH TZ=UTC LC_ALL=C.UTF-8
 
 build_preset release PluginManager || die "the build failed"
 "$root/scripts/help.sh" >/dev/null || die "the help file could not be made"
+"$root/scripts/check-program.sh" >&2 || die "the program asks more of the system than it may"
 ! grep -qaF "$root" "$bin/PluginManager.exe" || die "the program holds the path of its sources"
 
 package=$build/package

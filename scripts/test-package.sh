@@ -199,16 +199,35 @@ test_one_user() {
     check "a stranger's file stays" test -e "$(on_disk "$folder")/notes.txt"
 }
 
+# Libraries under the names of the system's beside the program. Others are none that can be planted here: Wine's own
+# libraries take them from there. The probe asks for them as the program must not.
+test_planted_libraries() {
+    local folder='C:\Planted' library trace
+    local -x WINEDLLOVERRIDES="$WINEDLLOVERRIDES;msdmo,hhctrl.ocx=n,b"
+    trace=$(on_disk 'C:\planted.txt')
+    mkdir "$(on_disk "$folder")"
+    cp "$bin"/{PluginManager,window_probe}.exe "$(on_disk "$folder")"
+    for library in msdmo.dll hhctrl.ocx; do
+        cp "$bin/planted_library.dll" "$(on_disk "$folder\\$library")"
+        wine "$folder\\window_probe.exe" --load "$library"
+        check "a planted $library would be noticed" rm "$trace"
+    done
+    wine "$folder\\PluginManager.exe" >/dev/null 2>&1 </dev/null &
+    check "the program lists its plug-ins beside them" timeout -k 10 90 wine "$bin/window_probe.exe" --wait 60 --close
+    check "and loads none of them" not test -e "$trace"
+}
+
 rm -rf "$work"
 mkdir -p "$work"
 trap clear_up EXIT
 "$root/scripts/package.sh"
-build_preset release window_probe studio_registrar || die "the build failed"
+build_preset release window_probe studio_registrar planted_library || die "the build failed"
 name=$(cd "$package" && echo CorvanePluginManager-*-setup.exe)
 name=${name%-setup.exe}
 version=${name##*-}
 check "the same bytes when it is built again" same_bytes_again
 check "the zip" zip_is_whole
+check "a program that imports more is refused" ends_with 1 "$root/scripts/check-program.sh" "$bin/studio_registrar.exe"
 check "the program file's version and copyright" names_itself
 
 start_display
@@ -220,5 +239,6 @@ for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie'; do
 done
 test_all_users
 test_one_user
+test_planted_libraries
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]

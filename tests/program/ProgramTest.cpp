@@ -62,9 +62,38 @@ TEST_F(Program, BringsARunningCopyForwardInsteadOfStarting) {
     const HWND copy = ::CreateWindowExW(0, L"STATIC", L"Corvane Plug-in Manager", WS_OVERLAPPEDWINDOW, 0, 0,
                                         200, 100, nullptr, nullptr, nullptr, nullptr);
     ::ShowWindow(copy, SW_MINIMIZE);
-    EXPECT_EQ(WaitForExit(StartProgram()), 0U);
-    EXPECT_FALSE(::IsIconic(copy));
+    EXPECT_EQ(::WaitForSingleObject(StartProgram().Get(), 10000), WAIT_OBJECT_0) << "though the copy hangs";
+    EXPECT_TRUE(WaitFor([&] { return !::IsIconic(copy); }));
     ::DestroyWindow(copy);
+}
+
+TEST_F(Program, StartsAnewAsAdministratorOrStaysAsItWas) {
+    const StandInHost host;
+    const WindowDriver program(
+        L"/ParentWnd " + host.HandleText() + L" /VSTInventoryRegKey \"Software\\No such key\"",
+        host.Window());
+    Press(program.Control(IDC_ADD_SEPARATOR));
+    const auto discardAndStartAnew = [&] {
+        ::PostMessageW(program.Window(), WM_SYSCOMMAND, 0x40, 0);
+        HWND question = nullptr;
+        EXPECT_TRUE(
+            WaitFor([&] { return (question = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+        ::PostMessageW(question, WM_COMMAND, IDNO, 0);
+        EXPECT_TRUE(WaitFor([&] { return !::IsWindow(question) && ::IsWindowEnabled(program.Window()); }));
+    };
+    const auto file = BesideTest(L"PluginManager.exe"), elsewhere = BesideTest(L"elsewhere.exe");
+    std::filesystem::rename(file, elsewhere);
+    discardAndStartAnew();  // can't be started: as good as refused
+    std::filesystem::rename(elsewhere, file);
+    EXPECT_EQ(program.TextOf(IDC_CLOSE), L"Close") << "and asks again, because the layout is still unsaved:";
+    discardAndStartAnew();
+    EXPECT_EQ(program.WaitForExit(), 0U);
+    const WindowDriver anew{UniqueProcess()};
+    EXPECT_EQ(::GetAncestor(anew.Window(), GA_PARENT), ::GetDesktopWindow()) << "it floats";
+    anew.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
+    EXPECT_EQ(anew.Rows(IDC_PLUGINS), std::vector<std::wstring>{L"<< No entries >>"}) << "of the given key";
+    ::PostMessageW(anew.Window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !::IsWindow(anew.Window()); }));
 }
 
 TEST_F(Program, TakesNamesFromTheDatabaseBesideItOnRequest) {

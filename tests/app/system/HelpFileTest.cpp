@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "HelpFile.h"
+#include "support/FileSandbox.h"
 
 namespace {
 
@@ -19,6 +20,15 @@ TEST(HelpFile, ThePathIsBesideTheProgramUnlessItWouldBeTooLong) {
         help.Prepare(program, name);
         EXPECT_EQ(help.Path(), path);
     }
+}
+
+TEST(HelpFile, TheEngineGetsAPathThatItCanRead) {
+    const support::FileSandbox files;
+    const std::wstring foreign = files.Write(L"помощь.chm", "help");
+    EXPECT_EQ(HelpPathForEngine(foreign + L"x"), foreign + L"x") << "there is no such file";
+    const std::wstring given = HelpPathForEngine(foreign);
+    EXPECT_TRUE(std::ranges::all_of(given, [](wchar_t c) { return c < 0x80; })) << given.size();
+    EXPECT_EQ(files.Read(given.substr(given.rfind(L'\\') + 1)), "help");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "ExclusionList.h"
+#include "MediaObjectRegister.h"
 #include "inventory/system/EnumeratedPlugins.h"
 
 namespace {
@@ -29,6 +30,8 @@ TEST_F(PluginInventory, TheFirstRegistrationThatTellsTheKindCounts) {
     }
     EXPECT_EQ(Find(1)->name, L"Filter");
     EXPECT_EQ(Find(9)->name, L"A media object");
+    const CMediaObjectRegister none(L"no such library.dll");
+    EXPECT_FALSE(none.Contains(Id(9)) || none.AudioEffects()) << "as where the system has no media objects";
     Enumerate(false);
     EXPECT_FALSE(Find(1)->category) << "without a selected category nothing is classified";
 }

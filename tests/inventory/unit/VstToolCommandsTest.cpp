@@ -10,7 +10,7 @@ constexpr wchar_t kScanner[] = L"C:\\Tools Dir\\scan.exe";
 constexpr wchar_t kId[] = L"{00000001-1111-2222-3333-444444444444}";
 
 std::wstring Default(const VstToolAction& action) {
-    return CommandLine(action, kScanner, kId, {.path = L"Software\\Corvane VST"});
+    return kScanner + ArgumentsOf(action, kId, {.path = L"Software\\Corvane VST"});
 }
 
 TEST(VstToolCommands, TheScannerIsToldOfTheKey) {
@@ -20,10 +20,9 @@ TEST(VstToolCommands, TheScannerIsToldOfTheKey) {
     EXPECT_EQ(Default(kVstProperties), L"C:\\Tools Dir\\scan.exe /VstProps:" + std::wstring(kId) +
                                            L"VSTRegKey:\"Software\\Corvane VST\"");
     const VstKey given{.path = L"Software\\A B", .given = true};
-    EXPECT_EQ(CommandLine(kScanPlugins, kScanner, kId, given),
-              L"C:\\Tools Dir\\scan.exe /VSTRegPerUser/VSTRegKey:\"Software\\A B\"");
-    EXPECT_EQ(CommandLine(kScannerOptions, kScanner, kId, given),
-              L"C:\\Tools Dir\\scan.exe /ScanProps/VSTRegPerUser/VSTRegKey:\"Software\\A B\"");
+    EXPECT_EQ(ArgumentsOf(kScanPlugins, kId, given), L" /VSTRegPerUser/VSTRegKey:\"Software\\A B\"");
+    EXPECT_EQ(ArgumentsOf(kScannerOptions, kId, given),
+              L" /ScanProps/VSTRegPerUser/VSTRegKey:\"Software\\A B\"");
 }
 
 TEST(VstToolCommands, TheAdapterProgramIsNot) {

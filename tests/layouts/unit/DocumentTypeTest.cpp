@@ -5,6 +5,13 @@
 
 namespace {
 
+std::string Wide(const std::u16string& text, bool highFirst) {
+    std::string bytes;
+    for (const char16_t c : u"\uFEFF" + text)
+        for (const int shift : {highFirst ? 8 : 0, highFirst ? 0 : 8}) bytes += static_cast<char>(c >> shift);
+    return bytes;
+}
+
 TEST(DocumentType, IsFoundWhereAParserWouldFindItAndNowhereElse) {
     const std::pair<std::string_view, bool> files[] = {
         {"<!DOCTYPE a><a/>", true},
@@ -22,11 +29,16 @@ TEST(DocumentType, IsFoundWhereAParserWouldFindItAndNowhereElse) {
         {"<a b='&lt;!DOCTYPE a>'/>", false},
     };
     for (const auto& [text, found] : files) {
-        std::string wide = "\xFF\xFE";
-        for (const char c : text) wide.append({c, '\0'});
         EXPECT_EQ(HasDocumentType(text), found) << text;
-        EXPECT_EQ(HasDocumentType(wide), found) << text;
+        for (const bool highFirst : {false, true}) {
+            const std::string wide = Wide({text.begin(), text.end()}, highFirst);
+            EXPECT_EQ(HasDocumentType(wide), found) << text;
+            EXPECT_EQ(HasDocumentType(wide.substr(2)), found) << text << ", without a mark";
+        }
     }
+    for (const bool highFirst : {false, true})
+        EXPECT_TRUE(HasDocumentType(Wide(u"<!--\u2D2D\u3C3E\u2D2D\u3E3Ca--><!DOCTYPE a>", highFirst)))
+            << "letters whose bytes look like the end of a comment";
 }
 
 }  // namespace

@@ -210,7 +210,8 @@ TEST_P(Languages, NoLetterWorksTwo) {
     for (const UINT menu : ResourceIds(RT_MENU)) EXPECT_EQ(SharedMnemonics(CommandsOf(menu)), "") << menu;
     std::vector<Caption> systemMenu = {{1, LoadText(IDS_ABOUT_COMMAND)},
                                        {2, LoadText(IDS_ENABLE_FLOATING)},
-                                       {2, LoadText(IDS_DISABLE_FLOATING)}};
+                                       {2, LoadText(IDS_DISABLE_FLOATING)},
+                                       {3, LoadText(IDS_RUN_ELEVATED)}};
     for (const wchar_t letter : GetParam().systemMenuLetters) systemMenu.push_back({0, {L'&', letter}});
     EXPECT_EQ(SharedMnemonics(systemMenu), "");
 }
