@@ -93,7 +93,8 @@ faults() {
     } | sort | uniq -d | sed 's/^/twice: /'
     for word in $(languages); do
         grep -qw "$word" languages.htm || echo "languages.htm does not name $word"
-        grep -qF "[$word](docs/main-${word,,}.png)" "$root/README.md" || echo "README.md has no picture of $word"
+        grep -qF "[$word](docs/main-${word,,}.png)" "$root/README.md" || echo "README.md does not show $word"
+        [ -e "$root/docs/main-${word,,}.png" ] || echo "docs/ has no picture of $word"
     done
     leads | awk 'NR == FNR { has[$1]; next } !($1 in has) { print "not there: " $0 }' <(echo "$there") -
 }
