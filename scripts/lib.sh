@@ -38,6 +38,13 @@ build_preset() {
         cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"})
 }
 
+# languages [installer]: the names of the program's languages, a line each; those that the installer has for them
+languages() {
+    local column=1
+    [ "${1:-}" != installer ] || column=3
+    sed -n 's/^INTERFACE_LANGUAGE(\(.*\))$/\1/p' "$root/res/Languages.inc" | cut -d, -f"$column" | tr -d ' '
+}
+
 windows_path() {
     printf 'Z:%s' "${1//\//\\}"
 }

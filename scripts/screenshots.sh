@@ -86,6 +86,7 @@ layout_pictures() {
     start_program English "$layouts\\Instruments & Ideas.pgl"
     probe --press $button_expand_all
     picture layout.png
+    convert "$root/docs/layout.png" -crop 522x580+534+26 +repage "$root/docs/layout-tree.png"
     probe --press $button_save
     picture save-layout.png --popup 'Save Plug-In Menu Layout'
     probe --popup 'Save Plug-In Menu Layout' --close
@@ -117,8 +118,8 @@ mkdir -p "$WINEPREFIX/drive_c/Presets"
 cp "$root"/samples/*.spp "$WINEPREFIX/drive_c/Presets/"
 cd "$WINEPREFIX/drive_c/Presets"
 
-for language in English German French Italian Spanish Portuguese Russian Japanese Chinese; do
-    language_pictures $language
+for language in $(languages); do
+    language_pictures "$language"
 done
 
 start_program English "$layouts\\Mixing.pgl"
