@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Makes the packages in build/package: the installer, the zip for use without installing, and SHA256SUMS.
+#   scripts/package.sh [--test-kit]     --test-kit: a zip with the tests as well, to run on a computer with Windows
 # The same commit always gives the same bytes: every time in them is that of the commit.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
@@ -41,3 +42,25 @@ touch -d "@$SOURCE_DATE_EPOCH" "$files/readme.txt"
 (cd "$package" && sha256sum "$name-portable.zip" "$name-setup.exe" >SHA256SUMS)
 echo "$package/$name-setup.exe"
 echo "$package/$name-portable.zip"
+
+# All that the tests need beside them; what they take from the tree otherwise is in the programs.
+make_test_kit() {
+    local kit=$package/$name-test-kit file
+    build_preset release unit_tests system_tests gui_tests program_tests studio_registrar || die "the build failed"
+    mkdir -p "$kit/Database"
+    cp "$files"/{PluginManager.exe,PluginManager.chm} "$bin"/{studio_registrar.exe,stand_in_tool.exe,studio.reg} \
+        "$root"/samples/*.pgl "$kit"
+    for file in {unit,system,gui,program}_tests.exe Database/VrnDatabase.dll; do
+        x86_64-w64-mingw32-strip -o "$kit/$file" "$bin/$file"
+    done
+    cp "$root/docs/hand-trials.md" "$kit/hand-trials.txt"
+    cp "$root"/packaging/test-kit/* "$kit"
+    sed -i "s/@VERSION@/$version/; s/@DATE@/$(date -d "@$SOURCE_DATE_EPOCH" +%F)/; s/\$/\r/" "$kit"/*.{cmd,txt}
+    cp "$files/LICENSE.txt" "$kit"
+    find "$kit" -type f -exec chmod 644 {} + -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
+    (cd "$package" && find "$name-test-kit" -type f | LC_ALL=C sort | zip -q -X -9 "$name-test-kit.zip" -@)
+    (cd "$package" && sha256sum "$name-test-kit.zip" >>SHA256SUMS)
+    echo "$package/$name-test-kit.zip"
+}
+
+if [[ " $* " == *" --test-kit "* ]]; then make_test_kit; fi
