@@ -28,8 +28,8 @@ class MainDialog : public testing::Test {
     /// Back to front, so that focus and caret are those of a user.
     void Show() {
         m_dialog->Show();
-        SetForegroundWindow(m_dialog->Handle());
         const HWND top = GetAncestor(m_dialog->Handle(), GA_ROOT);
+        SetForegroundWindow(top);
         EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; }));
     }
     /// The dialog goes before a host that the test made.
