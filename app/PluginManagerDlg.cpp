@@ -150,8 +150,8 @@ bool CPluginManagerDlg::OnInitDialog() {
     const CWaitCursor wait;
     SetText(LoadText(IDS_TITLE) + L" x64");
     AddAboutCommand();
-    m_docking.OnInitDialog();
     m_elevation.OnInitDialog();
+    m_docking.OnInitDialog();
     m_size.OnInitDialog();
     SetIcons();
     m_tools = VstToolPaths::Read(m_vstKey.path);
@@ -320,8 +320,8 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 }
 
 void CPluginManagerDlg::OnEndSession(bool ends) {
-    // Else another program kept the session from ending.
-    if (!ends) OnStays();
+    // An ended session destroys no window; in one that goes on, another program said no.
+    ends ? m_size.StorePlace() : OnStays();
 }
 
 void CPluginManagerDlg::OnStays() {
@@ -346,7 +346,7 @@ bool CPluginManagerDlg::MayClose() {
 
 void CPluginManagerDlg::OnDestroy() {
     if (m_cmdLine.registerOnly) return;
-    m_size.OnDestroy();
+    m_size.StorePlace();
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_tree.Layout().SetModified(false);
