@@ -21,7 +21,7 @@ TEST_F(AboutDlg, TellsTheVersionAndTheKeyboardOpensTheLicence) {
             return ::FindWindowW(L"Notepad", nullptr);
         };
         EXPECT_TRUE(
-            support::WaitFor([&] { return viewer() && support::TextOf(viewer()).starts_with(L"LICENSE"); }));
+            support::WaitFor([&] { return viewer() && support::TextOf(viewer()).starts_with(L"PluginManager-LICENSE"); }));
         ::PostMessageW(viewer(), WM_CLOSE, 0, 0);
         EXPECT_TRUE(support::WaitFor([&] { return viewer() == nullptr; }));
         support::Press(::GetDlgItem(about, IDOK));
