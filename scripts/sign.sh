@@ -6,6 +6,6 @@
 set -euo pipefail
 
 signed=$(mktemp -u "$1.XXXXXX")
-osslsigncode sign -pkcs12 "$SIGN_CERTIFICATE" -readpass "${SIGN_PASSWORD_FILE:--}" -h sha256 -n "Corvane Plug-in Manager" \
+osslsigncode sign -pkcs12 "$SIGN_CERTIFICATE" -readpass "${SIGN_PASSWORD_FILE:-/dev/stdin}" -h sha256 -n "Corvane Plug-in Manager" \
     ${SIGN_TIMESTAMP:+-ts "$SIGN_TIMESTAMP"} -in "$1" -out "$signed" <<<"${SIGN_PASSWORD:-}"
 mv "$signed" "$1"
