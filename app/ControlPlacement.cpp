@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "ResizeLayout.h"
+#include "resource.h"
 
 namespace {
 
@@ -20,10 +21,15 @@ Size ClientSize(const CDialog& dialog) {
 
 void RecordPlacement(const CDialog& dialog, Size units) {
     if (g_recorded) return;
-    g_recorded = RecordedGeometry{{}, ClientSize(dialog), units};
+    // Not the window's own: the system has cut one that is larger than the screen.
+    RECT client{0, 0, MAIN_DIALOG_WIDTH, MAIN_DIALOG_HEIGHT};
+    ::MapDialogRect(dialog.Handle(), &client);
+    g_recorded = RecordedGeometry{{}, {client.right, client.bottom}, units};
     for (const int id : PlacedControls())
         g_recorded->places.push_back(dialog.Item(id).RectIn(dialog.Handle()));
 }
+
+Size RecordedClient(Size units) { return Scaled(g_recorded->client, g_recorded->units, units); }
 
 void ApplyPlacement(const CDialog& dialog, Size units) {
     if (!g_recorded) return;

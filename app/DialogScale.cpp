@@ -50,13 +50,7 @@ Size FrameSize(HWND window, UINT dpi) {
     return {frame.right - frame.left, frame.bottom - frame.top};
 }
 
-Size CDialogScale::SizeAt(UINT dpi, Size window) const {
-    const Size now = FrameSize(m_dialog, m_dpi);
-    const Size then = FrameSize(m_dialog, dpi);
-    const Size shown{window.width - now.width, window.height - now.height};
-    const Size client = Scaled(shown, m_units, UnitsOf(FontAt(dpi).Get()));
-    return {client.width + then.width, client.height + then.height};
-}
+Size CDialogScale::UnitsAt(UINT dpi) const { return dpi == m_dpi ? m_units : UnitsOf(FontAt(dpi).Get()); }
 
 void CDialogScale::ChangeTo(UINT dpi) {
     if (dpi == m_dpi) return;

@@ -19,8 +19,7 @@ class CDialogScale {
     UINT Dpi() const { return m_dpi; }
     /// Width and height of an average character of the dialog's font, in which a template measures.
     Size Units() const { return m_units; }
-    /// The window size that shows at another scale what this size shows now.
-    Size SizeAt(UINT dpi, Size window) const;
+    Size UnitsAt(UINT dpi) const;
     /// Gives the controls font and place of the scale; the window keeps its size.
     void ChangeTo(UINT dpi);
 

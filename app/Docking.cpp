@@ -31,6 +31,8 @@ void CDocking::OnInitDialog() const {
     for (const int command : {SC_MAXIMIZE, SC_MINIMIZE, SC_RESTORE})
         ::DeleteMenu(menu, static_cast<UINT>(command), MF_BYCOMMAND);
     SetStyle(m_dialog, StyleOf(m_dialog) & ~LONG_PTR{WS_MAXIMIZEBOX | WS_MINIMIZEBOX});
+    ::SetWindowPos(m_dialog.Handle(), nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     if (m_floating) return;
     ::AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     ::AppendMenuW(menu, MF_STRING, kCommandFloat, LoadText(IDS_ENABLE_FLOATING).c_str());
@@ -69,8 +71,18 @@ void CDocking::Dock() const {
         OfferFloating(false);
         return;
     }
+    TakeOverCues();
     m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
     PlaceInHost(place);
+}
+
+/// A window passes such a change on only where it is one for itself, so that two windows that differ would go
+/// on differing.
+void CDocking::TakeOverCues() const {
+    constexpr WORD kCues = UISF_HIDEFOCUS | UISF_HIDEACCEL;
+    const auto hidden = static_cast<WORD>(CWindow(m_host.Handle()).Send(WM_QUERYUISTATE) & kCues);
+    m_dialog.Send(WM_UPDATEUISTATE, MAKEWPARAM(UIS_SET, hidden));
+    m_dialog.Send(WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, kCues & ~hidden));
 }
 
 void CDocking::PlaceInHost(const Rect& onScreen) const {
@@ -86,7 +98,7 @@ void CDocking::PlaceInHost(const Rect& onScreen) const {
                             {window.Width(), window.Height()});
     }
     ::SetWindowPos(m_dialog.Handle(), nullptr, place.left, place.top, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 void CDocking::Float() const {
@@ -95,6 +107,6 @@ void CDocking::Float() const {
     SetStyle(m_dialog, (StyleOf(m_dialog) & ~LONG_PTR{WS_CHILD}) | WS_POPUP);
     // The old coordinates count from the new parent's corner; this keeps the dialog where it was on the
     // screen.
-    ::SetWindowPos(m_dialog.Handle(), HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE);
+    ::SetWindowPos(m_dialog.Handle(), HWND_TOP, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_FRAMECHANGED);
     m_dialog.Send(WM_DPICHANGED_AFTERPARENT);
 }

@@ -21,6 +21,8 @@ class CDocking {
     void Dock() const;
     void Float() const;
     void OfferFloating(bool enable) const;
+    /// Shows underlined letters and focus frames where the host's window shows them.
+    void TakeOverCues() const;
     void PlaceInHost(const Rect& onScreen) const;
 
     CDialog& m_dialog;

@@ -74,7 +74,8 @@ void CElevation::OnInitDialog() {
 
 bool CElevation::OnSysCommand(UINT command) {
     if (command != kCommandElevate) return false;
-    if (!m_questions.mayClose() || !m_dialog.IsLive()) return true;
+    // Disabled, it waits for a tool or an answer.
+    if (!m_dialog.IsEnabled() || !m_questions.mayClose() || !m_dialog.IsLive()) return true;
     // The new one starts while this one is still there, for the user may refuse. It does not take this one
     // for a running copy: that search is for the title without its suffix. First, so that no quotation mark
     // of the old switches swallows it.

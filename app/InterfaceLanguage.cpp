@@ -9,11 +9,11 @@ struct InterfaceLanguage {
     std::uint16_t id;
 };
 
+#define INTERFACE_LANGUAGE(name, id, ...) {L## #name, id},
 constexpr InterfaceLanguage kLanguages[] = {
-    {L"English", 1033},    {L"Japanese", 1041}, {L"German", 1031},  {L"French", 1036},  {L"Spanish", 3082},
-    {L"Portuguese", 1046}, {L"Italian", 1040},  {L"Chinese", 2052}, {L"Russian", 1049},
+#include "Languages.inc"
 };
-constexpr std::uint16_t kEnglish = 1033;
+#undef INTERFACE_LANGUAGE
 
 /// The low ten bits of an identifier name the language, the rest its country.
 constexpr std::uint16_t Primary(std::uint16_t id) { return id & 0x3FF; }
@@ -31,5 +31,5 @@ std::uint16_t NearestInterfaceLanguage(std::uint16_t systemLanguage) {
     for (const InterfaceLanguage& language : kLanguages) {
         if (Primary(language.id) == Primary(systemLanguage)) return language.id;
     }
-    return kEnglish;
+    return kLanguages[0].id;
 }

@@ -1,4 +1,4 @@
-// The nine interface languages.
+// The interface languages: those of res/Languages.inc.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,5 @@
 /// other text.
 std::optional<std::uint16_t> FindInterfaceLanguage(std::wstring_view name);
 
-/// The one of the nine that serves a user of the given system language: by its primary language, else
-/// English.
+/// The one that serves a user of the given system language: by its primary language, else English.
 std::uint16_t NearestInterfaceLanguage(std::uint16_t systemLanguage);

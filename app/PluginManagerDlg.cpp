@@ -150,7 +150,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_docking.OnInitDialog();
     m_elevation.OnInitDialog();
     m_size.OnInitDialog();
-    SetIcons(m_size.Dpi());
+    SetIcons();
     m_tools = VstToolPaths::Read(m_vstKey.path);
 
     m_tree.OnInitDialog();
@@ -163,7 +163,9 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_exclusion.OnInitDialog();
 
     SetHelpNumbers();
+    m_size.FitScreen();
     m_docking.Start();
+    m_size.PlaceAsBefore();
     ::SetTimer(m_hwnd, kFirstFillTimer, kFirstFillDelay, nullptr);
     return true;
 }
@@ -179,10 +181,12 @@ void CPluginManagerDlg::AddAboutCommand() const {
 void CPluginManagerDlg::LoadImages(UINT dpi) {
     m_toolbar.LoadImages(dpi);
     m_tree.LoadImages(dpi);
-    SetIcons(dpi);
+    SetIcons();
 }
 
-void CPluginManagerDlg::SetIcons(UINT dpi) {
+/// By the scale of the frame that shows them.
+void CPluginManagerDlg::SetIcons() {
+    const UINT dpi = m_size.ScreenDpi();
     const auto load = [dpi](int width, int height) {
         return LoadIconResource(IDI_PLUGIN_MANAGER, ::GetSystemMetricsForDpi(width, dpi),
                                 ::GetSystemMetricsForDpi(height, dpi));
@@ -241,6 +245,7 @@ void CPluginManagerDlg::OnColoursChanged() {
 }
 
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {
+    m_size.FollowHost();
     if (m_files.IsWheelOverList(message)) return true;
     if (message.message != WM_KEYDOWN) return false;
     const bool editing = m_tree.IsEditingLabel();
@@ -338,6 +343,7 @@ bool CPluginManagerDlg::MayClose() {
 
 void CPluginManagerDlg::OnDestroy() {
     if (m_cmdLine.registerOnly) return;
+    m_size.OnDestroy();
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_tree.Layout().SetModified(false);

@@ -67,7 +67,7 @@ class CPluginManagerDlg : public CDialog {
 
     void AddAboutCommand() const;
     void LoadImages(UINT dpi);
-    void SetIcons(UINT dpi);
+    void SetIcons();
     /// Asks whether to save a modified layout; false when the dialog has to stay open, because the user
     /// cancelled, nobody answered or the save failed. A discarded layout counts as unmodified.
     bool MayClose();

@@ -47,7 +47,16 @@ add_dependencies(app version_header)
 target_include_directories(app PUBLIC ${generated})
 
 # Objects, not a library: a linker takes resources from a library only when something asks for them by name.
+# Texts that the list of languages does not name would be built, but neither shown nor tested.
+file(STRINGS ${CMAKE_SOURCE_DIR}/res/Languages.inc language_scripts ENCODING UTF-8 REGEX "^INTERFACE_LANGUAGE")
+list(TRANSFORM language_scripts REPLACE ".*\\(([A-Za-z]+),.*" "${CMAKE_SOURCE_DIR}/res/\\1.rc")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/Languages.inc)
 file(GLOB resource_scripts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/*.rc)
+set(unlisted_scripts ${resource_scripts})
+list(REMOVE_ITEM unlisted_scripts ${CMAKE_SOURCE_DIR}/res/PluginManager.rc ${language_scripts})
+if(unlisted_scripts)
+    message(FATAL_ERROR "res/Languages.inc lacks the language of ${unlisted_scripts}")
+endif()
 file(GLOB_RECURSE resource_parts CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/res/*)
 configure_file(${CMAKE_SOURCE_DIR}/res/PluginManager.manifest.in ${generated}/PluginManager.manifest @ONLY)
 list(APPEND resource_parts ${generated}/PluginManager.manifest)

@@ -113,6 +113,8 @@ class CTreeView : public CWindow {
     LPARAM Data(HTREEITEM item) const;
     /// The list stays the caller's.
     void SetImages(HIMAGELIST images) const { Send(TVM_SETIMAGELIST, TVSIL_NORMAL, images); }
+    /// The control makes it even.
+    void SetRowHeight(int height) const { Send(TVM_SETITEMHEIGHT, height); }
     void Expand(HTREEITEM item, bool expand) const {
         Send(TVM_EXPAND, expand ? TVE_EXPAND : TVE_COLLAPSE, item);
     }

@@ -9,6 +9,7 @@
 #include "PresetListMgr.h"
 #include "Resources.h"
 #include "TextFormat.h"
+#include "WholeRows.h"
 
 namespace {
 
@@ -52,6 +53,7 @@ void CPluginListView::OnInitDialog() {
     m_categoriesCaption.Attach(m_dialog.Item(IDC_CATEGORIES_LABEL));
     m_pluginsCaption.Attach(m_dialog.Item(IDC_PLUGINS_LABEL));
     m_presetsCaption.Attach(m_dialog.Item(IDC_PRESETS_GROUP));
+    ShowWholeRows(Plugins().Handle());
 }
 
 void CPluginListView::OnDestroy() {

@@ -31,7 +31,7 @@ bool DispatchPending(const CWindow& window) {
 }  // namespace
 
 std::optional<CProcess> CProcess::Start(const CWindow& owner, const std::wstring& program,
-                                        const std::wstring& arguments, CreateFunction& create) {
+                                        const std::wstring& arguments, CreateFunction* create) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};

@@ -20,7 +20,7 @@ class CProcess {
     /// rights the system asks for them.
     static std::optional<CProcess> Start(const CWindow& owner, const std::wstring& program,
                                          const std::wstring& arguments,
-                                         CreateFunction& create = ::CreateProcessW);
+                                         CreateFunction* create = &::CreateProcessW);
     /// With an administrator's rights, for which the system asks. `file` is a full path.
     static std::optional<CProcess> StartElevated(const CWindow& owner, const std::wstring& file,
                                                  const std::wstring& arguments);

@@ -14,8 +14,6 @@ constexpr int kHotSpot = 5;
 /// The image shows so many of the dragged items; more would hide the tree.
 constexpr std::size_t kShownItems = 8;
 
-constexpr COLORREF kTransparent = RGB(255, 0, 255);
-
 /// The system moves the image by places counted from a window's corner, not from its client area's.
 POINT InWindow(const CWindow& window, POINT client) {
     ::ClientToScreen(window.Handle(), &client);
@@ -49,13 +47,15 @@ UniqueImageList CLayoutDrag::DrawImage() const {
     const int width = Tree().ClientRect().Width();
     const int height = rowHeight * static_cast<int>(rows);
     if (rows == 0 || width <= 0) return {};
+    // Smoothed letters keep some of what they are drawn on: of the tree's own colour nobody sees that.
+    const COLORREF transparent = ::GetSysColor(COLOR_WINDOW);
     const CClientDC screen(Tree());
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen.Get(), width, height));
     {
         const UniqueDc dc(::CreateCompatibleDC(screen.Get()));
         const CSelectedObject selectedBitmap(dc.Get(), bitmap.Get());
         const CSelectedObject selectedFont(dc.Get(), Tree().Font());
-        ::SetBkColor(dc.Get(), kTransparent);
+        ::SetBkColor(dc.Get(), transparent);
         const RECT all{0, 0, width, height};
         ::ExtTextOutW(dc.Get(), 0, 0, ETO_OPAQUE, &all, nullptr, 0, nullptr);
         ::SetTextColor(dc.Get(), ::GetSysColor(COLOR_WINDOWTEXT));
@@ -67,13 +67,13 @@ UniqueImageList CLayoutDrag::DrawImage() const {
             if (!item) continue;
             const int top = rowHeight * static_cast<int>(row);
             ::ImageList_Draw(icons, ImagesOf(*item).normal, dc.Get(), 0, top, ILD_TRANSPARENT);
-            RECT label{iconWidth + kHotSpot, top, width, top + rowHeight};
+            RECT label{iconWidth, top, width, top + rowHeight};
             ::DrawTextW(dc.Get(), item->name.c_str(), static_cast<int>(item->name.size()), &label,
                         DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         }
     }
     UniqueImageList image(::ImageList_Create(width, height, ILC_COLOR24 | ILC_MASK, 1, 0));
-    if (image) ::ImageList_AddMasked(image.Get(), bitmap.Get(), kTransparent);
+    if (image) ::ImageList_AddMasked(image.Get(), bitmap.Get(), transparent);
     return image;
 }
 

@@ -29,6 +29,19 @@ class CLayoutFileDlg : public CFileDialog {
     bool OnFileOk() override;
 
   private:
+    /// The field for the file name, which the system moves when the dialog is resized.
+    class CFileNameField : public CSubclassedControl<CWindow> {
+      public:
+        explicit CFileNameField(const CLayoutFileDlg& dialog) : m_dialog(dialog) {}
+
+      private:
+        Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+        const CLayoutFileDlg& m_dialog;
+    };
+    /// Puts the added row in line with that of the file name.
+    void AlignRow() const;
+
+    CFileNameField m_fileName{*this};
     std::vector<std::wstring> m_names;
     std::wstring m_displayName;
     std::wstring m_proposed;  // put into the field for the file name last

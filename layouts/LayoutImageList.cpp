@@ -45,13 +45,18 @@ UINT IconOf(int index) {
     return IDI_TREE_GENERIC;
 }
 
+/// An icon ends in so many empty columns where it has its usual size.
+constexpr int kMargin = 3;
+constexpr int kUsualSize = 16;
+
 constexpr int kInitialSize = 7;
 constexpr int kGrowth = 10;
 
 }  // namespace
 
 UniqueImageList BuildLayoutImageList(UINT dpi) {
-    const int width = ::GetSystemMetricsForDpi(SM_CXSMICON, dpi);
+    const int iconWidth = ::GetSystemMetricsForDpi(SM_CXSMICON, dpi);
+    const int width = iconWidth + ::MulDiv(iconWidth, kMargin, kUsualSize);
     const int height = ::GetSystemMetricsForDpi(SM_CYSMICON, dpi);
     UniqueImageList list(::ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, kInitialSize, kGrowth));
     for (int index = 0; index < kLayoutImageCount; ++index) {

@@ -3,6 +3,7 @@
 
 #include "Handles.h"
 
-/// In the size that small icons have at that scale, each at the index that its LayoutImage names; nothing
-/// when one can't be loaded, because all later ones would stand for something else.
+/// As high as small icons are at that scale, and wider by a margin at the right; each at the index that its
+/// LayoutImage names. Nothing when one can't be loaded, because all later ones would stand for something
+/// else.
 UniqueImageList BuildLayoutImageList(UINT dpi);

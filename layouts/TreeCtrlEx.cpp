@@ -4,17 +4,20 @@
 
 #include <utility>
 
+#include "SelectionColours.h"
+
 namespace {
 
-/// Text of an item that is drawn in grey.
-constexpr COLORREF kGreyText = RGB(0xCD, 0xCD, 0xCD);
-
-/// That grey is too faint for users who asked the system for contrast.
-COLORREF GreyText() {
+SystemColours ColoursInUse() {
     HIGHCONTRASTW contrast{};
     contrast.cbSize = sizeof contrast;
     const bool known = ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE;
-    return known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? ::GetSysColor(COLOR_GRAYTEXT) : kGreyText;
+    return {.window = ::GetSysColor(COLOR_WINDOW),
+            .windowText = ::GetSysColor(COLOR_WINDOWTEXT),
+            .highlight = ::GetSysColor(COLOR_HIGHLIGHT),
+            .highlightText = ::GetSysColor(COLOR_HIGHLIGHTTEXT),
+            .greyText = ::GetSysColor(COLOR_GRAYTEXT),
+            .contrastTheme = known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0};
 }
 
 /// The character that Ctrl+A is translated to.
@@ -91,12 +94,26 @@ LRESULT CTreeCtrlEx::OnCustomDraw(NMTVCUSTOMDRAW& draw) const {
     const auto item = reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec);
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPOSTPAINT && item == m_marked) DrawInsertMark(draw.nmcd.hdc);
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    if (item == m_marked) {
-        draw.clrText = ::GetSysColor(COLOR_WINDOWTEXT);
-        draw.clrTextBk = ::GetSysColor(COLOR_WINDOW);
-    }
-    if (m_hooks.isGrey(item)) draw.clrText = GreyText();
+    const bool selected = (draw.nmcd.uItemState & CDIS_SELECTED) != 0;
+    const bool missing = m_hooks.isGrey(item);
+    if (item == m_marked || selected || missing) PickColours(draw, selected, missing);
     return item == m_marked ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+}
+
+void CTreeCtrlEx::PickColours(NMTVCUSTOMDRAW& draw, bool selected, bool missing) const {
+    const SystemColours system = ColoursInUse();
+    RowColours row{system.highlightText, system.highlight};
+    if (reinterpret_cast<HTREEITEM>(draw.nmcd.dwItemSpec) == m_marked) {
+        row = {system.windowText, system.window};
+        draw.clrText = row.text;
+        draw.clrTextBk = row.background;
+    } else if (selected && !HasFocus()) {
+        // The system's own colour for it can hardly be told from the window's.
+        row = UnfocusedSelection(system);
+        draw.clrText = row.text;
+        draw.clrTextBk = row.background;
+    }
+    if (missing) draw.clrText = MissingText(system, selected, row);
 }
 
 /// The control's own mark can't be taken away on every system.

@@ -55,6 +55,7 @@ class CTreeCtrlEx : public CTreeSelection {
     void ExtendTo(HTREEITEM item);
     void Toggle(HTREEITEM item);
     void DrawInsertMark(HDC dc) const;
+    void PickColours(NMTVCUSTOMDRAW& draw, bool selected, bool missing) const;
     /// A click elsewhere confirms the name that is being edited, and works as usual.
     void ConfirmEditedLabel() const;
     void NotifyKey(WORD key) const;

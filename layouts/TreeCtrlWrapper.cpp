@@ -93,6 +93,10 @@ void CTreeCtrlWrapper::LoadImages(UINT dpi) {
     UniqueImageList images = BuildLayoutImageList(dpi);
     m_tree.SetImages(images.Get());
     m_images = std::move(images);  // the old list goes when the tree has the new one
+    int width = 0;
+    int height = 0;
+    // Without room between them the icons of a folder become one column.
+    if (::ImageList_GetIconSize(m_images.Get(), &width, &height)) m_tree.SetRowHeight(height + height / 4);
 }
 
 std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {

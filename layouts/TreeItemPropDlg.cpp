@@ -35,6 +35,7 @@ bool CTreeItemPropDlg::OnInitDialog() {
         Item(IDC_PROP_CATEGORY).SetText(LoadRingText(RowOf(*category).captionId));
     }
     Item(IDC_PROP_FRIENDLY_NAME).SetText(m_originalName);
+    m_file.Attach(Item(IDC_PROP_FILE).Handle());
     FillPresets();
     return true;
 }

@@ -6,6 +6,7 @@
 
 #include "Dialog.h"
 #include "LayoutItem.h"
+#include "PathField.h"
 #include "PluginInventory.h"
 
 class CTreeItemPropDlg : public CDialog {
@@ -30,4 +31,5 @@ class CTreeItemPropDlg : public CDialog {
     std::wstring m_preset;
     std::optional<int> m_shownRow;  // in the list of presets, when the dialog opens
     std::wstring m_originalName;
+    CPathField m_file;
 };

@@ -1,5 +1,6 @@
 ; The installer. scripts/package.sh runs it:
-;   makensis -INPUTCHARSET UTF8 -DVERSION=1.2.3 -DFILES=<folder> -DSIZE_KB=<size> -DOUTPUT=<file> installer.nsi
+;   makensis -INPUTCHARSET UTF8 -DVERSION=1.2.3 -DFILES=<folder> -DLANGUAGES=<file> -DSIZE_KB=<size> -DOUTPUT=<file> \
+;       installer.nsi
 ;
 ; Switches: /S silent; /AllUsers or /CurrentUser; /D=<folder>, the last one and without quotes.
 ; Exit codes: 0 done, 1 cancelled by the user, 2 not done (the program is running, a newer version is installed, or
@@ -61,6 +62,7 @@ BrandingText "${PRODUCT} ${VERSION}"
 
 ; Some languages need a third line for the titles of these pages.
 !define MUI_WELCOMEPAGE_TITLE_3LINES
+!define MUI_WELCOMEPAGE_TEXT "$(WELCOME)"
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_LICENSE "${FILES}\${LICENCE}"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
@@ -79,15 +81,7 @@ BrandingText "${PRODUCT} ${VERSION}"
 !insertmacro MUI_UNPAGE_FINISH
 
 ; The first one is taken where Windows speaks none of them.
-!insertmacro MUI_LANGUAGE "English"
-!insertmacro MUI_LANGUAGE "French"
-!insertmacro MUI_LANGUAGE "German"
-!insertmacro MUI_LANGUAGE "Italian"
-!insertmacro MUI_LANGUAGE "Japanese"
-!insertmacro MUI_LANGUAGE "PortugueseBR"
-!insertmacro MUI_LANGUAGE "Russian"
-!insertmacro MUI_LANGUAGE "SimpChinese"
-!insertmacro MUI_LANGUAGE "SpanishInternational"
+!include "${LANGUAGES}"
 !include texts.nsh
 
 VIProductVersion "${VERSION}.0"
@@ -129,7 +123,7 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
             FileClose $0
             Return
         ${EndIf}
-        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(PROGRAM_IS_RUNNING)" /SD IDCANCEL IDRETRY again
+        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(CLOSE_AND_RETRY)" /SD IDCANCEL IDRETRY again
         Abort "$(PROGRAM_IS_RUNNING)"
     FunctionEnd
 
@@ -192,11 +186,13 @@ Function AskBeforeDowngrade
     ${EndIf}
 FunctionEnd
 
-; The path of the program that each start and each registration notes down. Another copy's is left alone.
+; The path of the program that each start and each registration notes down, and the window's place. Another copy's are
+; left alone.
 !macro FORGET_PATH root
     ReadRegStr $0 ${root} "${MANAGER_KEY}" "ExePath"
     ${If} $0 == "$2\${PROGRAM}"
         DeleteRegValue ${root} "${MANAGER_KEY}" "ExePath"
+        DeleteRegValue ${root} "${MANAGER_KEY}" "WindowPlacement"
     ${EndIf}
     DeleteRegKey /ifempty ${root} "${MANAGER_KEY}"
     DeleteRegKey /ifempty ${root} "${COMPANY_KEY}"

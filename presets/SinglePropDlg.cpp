@@ -1,5 +1,7 @@
 #include "SinglePropDlg.h"
 
+#include <algorithm>
+
 #include "PromptLayout.h"
 #include "Resources.h"
 #include "resource.h"
@@ -15,6 +17,10 @@ struct TextMeasures {
 TextMeasures Measure(const CDialog& dialog, const std::wstring& text) {
     const CClientDC dc(dialog);
     TextMeasures measures;
+    const auto widenBy = [&](HFONT font) {
+        const CSelectedObject selected(dc.Get(), font);
+        measures.textWidth = std::max(measures.textWidth, TextExtent(dc.Get(), text).width);
+    };
     {
         const CSelectedObject dialogFont(dc.Get(), dialog.Font());
         TEXTMETRICW metrics{};
@@ -26,8 +32,9 @@ TextMeasures Measure(const CDialog& dialog, const std::wstring& text) {
         ::CreateFontW(-::MulDiv(8, static_cast<int>(::GetDpiForWindow(dialog.Handle())), 72), 0, 0, 0,
                       FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                       CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, L"MS Sans Serif"));
-    const CSelectedObject plainFont(dc.Get(), plain.Get());
-    measures.textWidth = TextExtent(dc.Get(), text).width;
+    widenBy(plain.Get());
+    // What stands in for that font may be narrower than the one that the label is drawn in.
+    widenBy(dialog.Font());
     return measures;
 }
 

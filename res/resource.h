@@ -8,6 +8,10 @@
 #define IDD_LAYOUT_NAME 103
 #define IDD_TREE_ITEM_PROPERTIES 148
 
+// The client area of the main dialog, in dialog units
+#define MAIN_DIALOG_WIDTH 700
+#define MAIN_DIALOG_HEIGHT 380
+
 // Context menus of the layout tree, and their commands
 #define IDM_LAYOUT 140
 #define IDM_LAYOUT_PLUGIN 141

@@ -74,7 +74,7 @@ leads() {
 
 # What is wrong with the pages, a line each
 faults() {
-    local page there words
+    local page there words word
     cd "$sources"
     there=$(places)
     words=$(keywords)
@@ -91,6 +91,11 @@ faults() {
         cut -f1 <<<"$words" | sed 's/^/the word /'
         for page in *.htm; do title "$page"; done | sed 's/^/the title /'
     } | sort | uniq -d | sed 's/^/twice: /'
+    for word in $(languages); do
+        grep -qw "$word" languages.htm || echo "languages.htm does not name $word"
+        grep -qF "[$word](docs/main-${word,,}.png)" "$root/README.md" || echo "README.md does not show $word"
+        [ -e "$root/docs/main-${word,,}.png" ] || echo "docs/ has no picture of $word"
+    done
     leads | awk 'NR == FNR { has[$1]; next } !($1 in has) { print "not there: " $0 }' <(echo "$there") -
 }
 
@@ -105,7 +110,7 @@ sitemap_object() {
 }
 
 web_link() {
-    printf '<a href="%s" target="page">%s</a>\n' "$1" "$2"
+    printf '<a href="%s">%s</a>\n' "$1" "$2"
 }
 
 sitemap() {
@@ -116,11 +121,14 @@ sitemap() {
 }
 
 make_pictures() {
-    local name from part width
-    while read -r name from part width; do
-        local change=()
+    local name from part marks mark x y
+    while read -r name from part marks; do
+        local change=(-font /usr/share/wine/fonts/tahomabd.ttf -pointsize 17)
         [ "$part" = - ] || change+=(-crop "$part" +repage)
-        [ "$width" = - ] || change+=(-resize "$width" +dither -colors 256)
+        for mark in $marks; do
+            IFS=@, read -r mark x y <<<"$mark"
+            change+=(-fill '#c2571a' -draw "circle $x,$y $((x + 12)),$y" -fill white -draw "text $((x - 5)),$((y + 6)) '$mark'")
+        done
         convert "$root/docs/$from" "${change[@]}" -strip -define png:exclude-chunks=date,time "$1/$name"
     done < <(entries "$sources/pictures.txt")
 }
@@ -185,21 +193,48 @@ make_chm() {
     cp "$project/PluginManager.chm" "$chm"
 }
 
+# web_page FILE CONTENTS: the page with the contents beside its text, in which it is marked
+web_page() {
+    local name=${1##*/}
+    {
+        sed '/^<\/head>$/,$d' "$1"
+        cat "$sources/web-head.txt"
+        echo "${2/"href=\"$name\""/"href=\"$name\" aria-current=\"page\""}"
+        printf '%s\n' '</div>' '<div id="page">'
+        sed '1,/^<body>$/d; s|^</body>$|</div>\n&|' "$1"
+    } >"$web/$name"
+}
+
+# The words of the index, which a browser has no window for.
+words_page() {
+    cat <<'END'
+<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta http-equiv="Content-Type" content="text/html; charset=utf-8" />
+<title>Index</title>
+<link rel="stylesheet" type="text/css" href="help.css" />
+</head>
+<body>
+<h1>Index</h1>
+<ul>
+END
+    keywords | while IFS=$'\t' read -r word place; do
+        printf '<li>%s</li>\n' "$(web_link "$place" "$word")"
+    done
+    printf '%s\n' '</ul>' '</body>' '</html>'
+}
+
 make_web() {
+    local page contents
     rm -rf "$web"
     mkdir -p "$web"
-    cp "$sources"/*.htm "$sources"/*.css "$project"/*.png "$web"
-    {
-        cat "$sources/web-head.txt"
-        tree web_link
-        echo '<h2>Index</h2>'
-        echo '<ul>'
-        keywords | while IFS=$'\t' read -r word place; do
-            printf '<li>%s</li>\n' "$(web_link "$place" "$word")"
-        done
-        echo '</ul>'
-        printf '</div>\n<iframe name="page" title="Page" src="%s"></iframe>\n</body>\n</html>\n' "$(pages | head -n 1)"
-    } >"$web/index.htm"
+    cp "$sources"/*.css "$project"/*.png "$web"
+    contents=$(tree web_link; web_link words.htm Index)
+    for page in $(pages); do web_page "$sources/$page" "$contents"; done
+    words_page >"$build/words.htm"
+    web_page "$build/words.htm" "$contents"
+    cp "$web/$(pages | head -n 1)" "$web/index.htm"
 }
 
 "$root/scripts/setup.sh"

@@ -38,6 +38,13 @@ build_preset() {
         cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"})
 }
 
+# languages [installer]: the names of the program's languages, a line each; those that the installer has for them
+languages() {
+    local column=1
+    [ "${1:-}" != installer ] || column=3
+    sed -n 's/^INTERFACE_LANGUAGE(\(.*\))$/\1/p' "$root/res/Languages.inc" | cut -d, -f"$column" | tr -d ' '
+}
+
 windows_path() {
     printf 'Z:%s' "${1//\//\\}"
 }
@@ -75,10 +82,10 @@ unlink_home() {
     done
 }
 
-# Without a window manager Wine draws captions only on a desktop of its own.
+# set_virtual_desktop [SIZE]: without a window manager Wine draws captions only on a desktop of its own.
 set_virtual_desktop() {
     wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null
-    wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null
+    wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d "${1:-1280x1024}" /f >/dev/null
     wineserver -w
 }
 
@@ -136,12 +143,18 @@ load_studio() {
         wine regedit /S "$(windows_path "$bin/studio.reg")" && wine "$bin/studio_registrar.exe"
 }
 
-# start_display: an Xvfb on a number of its own choosing, taken into use.
+# The next start is as the first: the window opens in the middle, at its smallest.
+forget_window_placement() {
+    wine reg delete 'HKCU\Software\Corvane Music Software\Corvane Plugin Manager' /v WindowPlacement /f \
+        >/dev/null 2>&1 || true
+}
+
+# start_display [SIZE]: an Xvfb on a number of its own choosing, taken into use.
 start_display() {
     local number=$build/display.$$
     mkdir -p "$build"
     : >"$number"
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 </dev/null &
+    Xvfb -displayfd 3 -screen 0 "${1:-1280x1024}x24" -nolisten tcp 3>"$number" >/dev/null 2>&1 </dev/null &
     display_pid=$!
     wait_for 30 test -s "$number" || die "Xvfb did not start"
     DISPLAY=:$(cat "$number")

@@ -10,7 +10,7 @@ done
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# Up to 24 pixels the full picture blurs; each of these sizes is drawn for itself.
+# Up to 48 pixels the full picture blurs; each of these sizes is drawn for itself.
 icons=
 for size in 16 20 24 32 40 48 64 256; do
     source=art/icon-$size.svg
@@ -48,13 +48,24 @@ for name in new open save delete; do
     done
 done
 
-# tree NAME SOURCE [STYLE]: an icon of the layout tree at 100, 125, 150 and 200 %, in the colours that STYLE gives.
+# tree NAME SOURCE [STYLE]: an icon of the layout tree at 100, 125, 150, 200, 250 and 300 %, in the colours that STYLE
+# gives. Each size is drawn on whole pixels; the larger ones are twice or three times a smaller one. An icon is wider than
+# high: the empty columns at its right keep it apart from the label.
 tree() {
     printf '%s\n' "${3:-}" >"$work/style.css"
-    for size in 16 20 24 32; do
-        rsvg-convert -w $size -h $size --stylesheet "$work/style.css" "art/tree-$2.svg" -o "$work/tree-$size.png"
+    sizes=
+    for size in 16 20 24 32 40 48; do
+        case $size in
+            20 | 40) source=art/tree-$2-20.svg ;;
+            24 | 48) source=art/tree-$2-24.svg ;;
+            *) source=art/tree-$2.svg ;;
+        esac
+        rsvg-convert -w $size -h $size --stylesheet "$work/style.css" "$source" -o "$work/tree.png"
+        convert "$work/tree.png" -background none -extent $((size + (3 * size + 8) / 16))x$size "$work/tree-$size.png"
+        sizes="$sizes $work/tree-$size.png"
     done
-    convert "$work/tree-16.png" "$work/tree-20.png" "$work/tree-24.png" "$work/tree-32.png" "tree/$1.ico"
+    # shellcheck disable=SC2086  # the folder is mktemp's and has no blanks
+    convert $sizes "tree/$1.ico"
 }
 
 # look TILE LINE BODY KEY PIN BADGE: the colours of a plug-in's icon.

@@ -33,8 +33,10 @@ fi
 touch -d "@$SOURCE_DATE_EPOCH" "$files"/*
 installed_kb=$(cat "$files"/* | wc -c | awk '{print int(($1 + 1023) / 1024)}')
 
+languages installer | sed 's/.*/!insertmacro MUI_LANGUAGE "&"/' >"$package/languages.nsh"
 quietly "$package/installer.log" makensis -INPUTCHARSET UTF8 -WX -V3 "-DVERSION=$version" "-DFILES=$files" \
-    "-DSIZE_KB=$installed_kb" ${sign:+"-DSIGN=$sign"} "-DOUTPUT=$package/$name-setup.exe" "$root/packaging/installer.nsi" ||
+    "-DLANGUAGES=$package/languages.nsh" "-DSIZE_KB=$installed_kb" ${sign:+"-DSIGN=$sign"} \
+    "-DOUTPUT=$package/$name-setup.exe" "$root/packaging/installer.nsi" ||
     die "the installer could not be made"
 [ -z "$sign" ] || quietly "$package/sign.log" "$sign" "$package/$name-setup.exe" || die "the installer could not be signed"
 

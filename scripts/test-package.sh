@@ -132,15 +132,6 @@ same_bytes_again() {
     "$root/scripts/package.sh" && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
 }
 
-# The sample studio's own program imports more, and has no manifest.
-faults_are_named() {
-    local fault
-    ! "$root/scripts/check-program.sh" "$bin/studio_registrar.exe" >"$work/faults.txt" || return 1
-    for fault in 'import msdmo.dll!DMORegister' 'no window program' '0 manifest instead of one'; do
-        grep -F "$fault" "$work/faults.txt" || return 1
-    done
-}
-
 # What the format requires (bom-1.5.schema.json), and what no program of this toolchain goes without.
 bill_is_complete() {
     jq -e --arg version "$version" --arg hash "$(sha256sum <"$package/$name/PluginManager.exe" | cut -d' ' -f1)" '
@@ -301,10 +292,9 @@ test_planted_libraries() {
         wine "$folder\\window_probe.exe" --load "$library"
         check "a planted $library would be noticed" rm "$trace"
     done
-    check "the program shows its window beside them" start_program "$folder"
-    check "and its plug-ins" timeout -k 10 60 wine "$bin/window_probe.exe" --wait 60
-    check "it closes" close_program
-    check "and has loaded none of them" not test -e "$trace"
+    wine "$folder\\PluginManager.exe" >/dev/null 2>&1 </dev/null &
+    check "the program lists its plug-ins beside them" timeout -k 10 90 wine "$bin/window_probe.exe" --wait 60 --close
+    check "and loads none of them" not test -e "$trace"
 }
 
 rm -rf "$work"
@@ -320,7 +310,7 @@ check "the same bytes when it is built again" same_bytes_again
 check "the zip" zip_is_whole
 check "the bill of materials" bill_is_complete
 check "the manifest for the package manager" manifest_is_complete
-check "a program that asks more of the system is refused" faults_are_named
+check "a program that imports more is refused" ends_with 1 "$root/scripts/check-program.sh" "$bin/studio_registrar.exe"
 check "the program file's version and copyright" names_itself
 
 start_display

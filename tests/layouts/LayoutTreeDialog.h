@@ -76,8 +76,9 @@ class LayoutTreeDialog : public MainDialog {
                        window.top + pointer.y - place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
     /// How the item is drawn, and what the tree is told of it.
-    std::pair<NMTVCUSTOMDRAW, LRESULT> Drawn(Line name) {
+    std::pair<NMTVCUSTOMDRAW, LRESULT> Drawn(Line name, UINT state = 0) {
         NMTVCUSTOMDRAW draw{};
+        draw.nmcd.uItemState = state;
         draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
         draw.nmcd.dwItemSpec = reinterpret_cast<DWORD_PTR>(Node(name));
         const LRESULT answer = View().OnCustomDraw(draw);

@@ -88,16 +88,12 @@ TEST_F(Program, StartsAnewAsAdministratorOrStaysAsItWas) {
     EXPECT_EQ(program.TextOf(IDC_CLOSE), L"Close") << "and asks again, because the layout is still unsaved:";
     discardAndStartAnew();
     EXPECT_EQ(program.WaitForExit(), 0U);
-    HWND anew = nullptr;
-    const auto isFilled = [&] {
-        anew = ::FindWindowExW(nullptr, nullptr, L"#32770", L"Corvane Plug-in Manager x64");
-        return anew && !Rows(::GetDlgItem(anew, IDC_PLUGINS)).empty();
-    };
-    ASSERT_TRUE(WaitFor(isFilled)) << "it floats";
-    Select(::GetDlgItem(anew, IDC_CATEGORIES), {L"VST Audio Effects (VST)"});
-    EXPECT_EQ(Rows(::GetDlgItem(anew, IDC_PLUGINS)), std::vector<std::wstring>{L"<< No entries >>"});
-    ::PostMessageW(anew, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return !::IsWindow(anew); }));
+    const WindowDriver anew{UniqueProcess()};
+    EXPECT_EQ(::GetAncestor(anew.Window(), GA_PARENT), ::GetDesktopWindow()) << "it floats";
+    anew.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
+    EXPECT_EQ(anew.Rows(IDC_PLUGINS), std::vector<std::wstring>{L"<< No entries >>"}) << "of the given key";
+    ::PostMessageW(anew.Window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !::IsWindow(anew.Window()); }));
 }
 
 TEST_F(Program, HelpThatWindowsWouldShowBlankNamesTheRemedyInstead) {

@@ -37,7 +37,7 @@ std::optional<DWORD> WaitForExit(const UniqueProcess& process, std::chrono::mill
     return ended && GetExitCodeProcess(process.Get(), &code) ? std::optional(code) : std::nullopt;
 }
 
-WindowDriver::WindowDriver(const std::wstring& arguments, HWND host) : m_process(StartProgram(arguments)) {
+WindowDriver::WindowDriver(UniqueProcess process, HWND host) : m_process(std::move(process)) {
     const auto isFilled = [&] {
         if (!m_window) m_window = FindWindowExW(host, nullptr, L"#32770", L"Corvane Plug-in Manager x64");
         return m_window && !Rows(IDC_PLUGINS).empty();

@@ -35,7 +35,10 @@ class WindowDriver {
   public:
     /// Starts the program and waits for its lists to be filled; throws when that does not happen. `host` is
     /// the window it is to dock into.
-    explicit WindowDriver(const std::wstring& arguments = {}, HWND host = nullptr);
+    explicit WindowDriver(const std::wstring& arguments = {}, HWND host = nullptr)
+        : WindowDriver(StartProgram(arguments), host) {}
+    /// The same for one that was started; without a process its end can't be waited for.
+    explicit WindowDriver(UniqueProcess process, HWND host = nullptr);
 
     HWND Window() const { return m_window; }
     HWND Control(int id) const { return GetDlgItem(m_window, id); }

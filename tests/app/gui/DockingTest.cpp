@@ -34,6 +34,11 @@ TEST_F(Docking, TheDialogLiesWithinTheHostAsFarAsItHasRoom) {
         OpenIn(size);
         ExpectWithinTheHost("at the start");
         const Rect docked = m_dialog->WindowRect();
+        const RECT elsewhere = ToSystem(m_dialog->RectIn(m_host->Window()));
+        m_dialog->Send(WM_DPICHANGED, MAKEWPARAM(120, 120), reinterpret_cast<LPARAM>(&elsewhere));
+        Key(IDC_CATEGORIES, VK_SHIFT);
+        EXPECT_EQ(m_dialog->WindowRect().Width(), docked.Width())
+            << "asked for the scale, as no host tells it";
         Float();
         EXPECT_EQ(Parent(), ::GetDesktopWindow());
         EXPECT_EQ(m_dialog->WindowRect(), docked) << "on the screen it stays where it was";

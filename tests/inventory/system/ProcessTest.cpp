@@ -5,26 +5,23 @@
 
 namespace {
 
-/// Plays the system, which refuses a program for a reason.
+/// Plays the system that refuses a program.
 template <DWORD Error>
-BOOL WINAPI Refuse(const wchar_t*, wchar_t*, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD, void*,
-                   const wchar_t*, STARTUPINFOW*, PROCESS_INFORMATION*) {
+constexpr auto kRefuse = [](auto...) -> BOOL {
     ::SetLastError(Error);
     return FALSE;
-}
+};
 
 TEST(Process, AProgramThatNeedsAnAdministratorIsStartedByTheSystemsQuestion) {
     const support::FileSandbox files;
     const CWindow owner(::CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
-    const std::wstring program = L"\"C:\\windows\\system32\\cmd.exe\" ",
-                       arguments = L" /c echo yes>\"" + files.Path(L"said") + L"\"";
-    EXPECT_FALSE(CProcess::Start(owner, program, arguments, Refuse<ERROR_ACCESS_DENIED>));
-    EXPECT_FALSE(CProcess::Start(owner, files.Path(L"no such.exe"), arguments, Refuse<740>));
-    EXPECT_TRUE(files.Names().empty());
-    const auto process = CProcess::Start(owner, program, arguments, Refuse<740>);
-    ASSERT_TRUE(process && process->WaitDispatching(owner));
+    const std::wstring shell = L"\"C:\\windows\\system32\\cmd.exe\" ",
+                       say = L" /c echo yes>\"" + files.Path(L"said") + L"\"";
+    EXPECT_FALSE(CProcess::Start(owner, shell, say, kRefuse<ERROR_ACCESS_DENIED>));
+    EXPECT_FALSE(CProcess::Start(owner, L"no such.exe", say, kRefuse<740>));
+    const auto process = CProcess::Start(owner, shell, say, kRefuse<740>);
+    ASSERT_TRUE(process && process->WaitDispatching(owner) && owner.IsEnabled());
     EXPECT_EQ(files.Read(L"said"), "yes\r\n");
-    EXPECT_TRUE(owner.IsEnabled());
     ::DestroyWindow(owner.Handle());
 }
 

@@ -13,6 +13,15 @@ constexpr wchar_t kNoLayout[] = L"Not a valid";
 
 HWND FileField(HWND dialog) { return InFileDialog(dialog, support::kFileNameField); }
 HWND NameField(HWND dialog) { return InFileDialog(dialog, IDC_DISPLAY_NAME); }
+/// The added row of the save dialog begins and ends where the system's does.
+void ExpectInLine(HWND dialog) {
+    const auto rowOf = [dialog](HWND label, HWND field) {
+        const Rect place = CWindow(field).RectIn(dialog);
+        return std::tuple(CWindow(label).RectIn(dialog).left, place.left, place.right);
+    };
+    EXPECT_EQ(rowOf(InFileDialog(dialog, IDC_DISPLAY_NAME_LABEL), NameField(dialog)),
+              rowOf(InFileDialog(dialog, 0x442), FileField(dialog)));
+}
 Popups::Work Named(const std::wstring& name) {
     return [name](HWND dialog) { EnterText(NameField(dialog), name); };
 }
@@ -133,6 +142,9 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
     m_popups
         .ExpectFile(kSave, m_files.Path(L"new"),
                     [&](HWND dialog) {
+                        ExpectInLine(dialog);
+                        ::SetWindowPos(dialog, nullptr, 0, 0, 800, 600, SWP_NOMOVE | SWP_NOZORDER);
+                        ExpectInLine(dialog);
                         EXPECT_EQ(TextOf(FileField(dialog)), L"AB live");
                         EXPECT_EQ(TextOf(NameField(dialog)), L"A/B: live?");
                         EXPECT_EQ(support::Rows(NameField(dialog)), Rows(IDC_LAYOUTS));

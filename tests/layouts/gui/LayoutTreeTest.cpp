@@ -242,6 +242,10 @@ TEST_F(LayoutTree, OnlyMissingPluginsAreGreyAndAnEnumerationTellsWhichTheseAre) 
         return names;
     };
     EXPECT_EQ(grey(), L"ab");
+    Tree().Focus();
+    EXPECT_EQ(Drawn(L"c", CDIS_SELECTED).first.clrTextBk, 0U) << "as the system draws it";
+    Item(IDC_REMOVE).Focus();
+    EXPECT_NE(Drawn(L"c", CDIS_SELECTED).first.clrTextBk, 0U) << "as one to be seen without the focus";
     support::AddVst(3, L"Found");
     m_dialog->Send(WM_TIMER, 1);
     EXPECT_EQ(grey(), L"bc");

@@ -64,6 +64,22 @@ TEST_F(TreeItemProp, OpenByADoubleClickOnAPluginOrASeparatorsNever) {
     Type(VK_RETURN, VK_MENU);
 }
 
+TEST_F(TreeItemProp, APathThatIsTooLongStillShowsTheNameOfTheFile) {
+    BuildPlugin(IdText(1));
+    Work([](HWND dialog) {
+        const CWindow field(::GetDlgItem(dialog, IDC_PROP_FILE));
+        const auto drawn = [field](const wchar_t* name) {
+            field.SetText(L"C:\\" + std::wstring(100, L'f') + L"\\" + name);
+            ::UpdateWindow(field.Handle());
+            std::vector<COLORREF> pixels;
+            for (int x = 0; x < field.ClientRect().Width(); ++x)
+                pixels.push_back(::GetPixel(CClientDC(field).Get(), x, 8));
+            return pixels;
+        };
+        EXPECT_NE(drawn(L"Echo.dll"), drawn(L"Hall.dll"));
+    });
+}
+
 TEST_F(TreeItemProp, ShowWhatIsKnownOfThePlugin) {
     Texts shown;
     const auto look = [&shown](HWND dialog) {

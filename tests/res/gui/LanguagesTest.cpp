@@ -6,6 +6,7 @@
 #include "DialogFit.h"
 #include "PluginCategory.h"
 #include "Resources.h"
+#include "SinglePropDlg.h"
 #include "TextFormat.h"
 #include "support/MainDialog.h"
 
@@ -13,28 +14,18 @@ namespace {
 
 using namespace res_test;
 
-constexpr const wchar_t* kDialogFace = L"MS Shell Dlg";
-
 struct Language {
     const char* name;
     LANGID id;
-    /// The letters that the system's own commands take in the system menu of this language.
     std::wstring_view systemMenuLetters;
-    /// The face of a dialog on a system of this language, where it is not that of English.
-    const wchar_t* dialogFace = kDialogFace;
+    const wchar_t* dialogFont;
 };
 
+#define INTERFACE_LANGUAGE(name, id, installer, letters, font) {#name, id, letters, font},
 constexpr Language kLanguages[] = {
-    {"English", 1033, L"RMSNXC"},
-    {"German", 1031, L"WVGÄNXSC"},
-    {"French", 1036, L"RDTUNAF"},
-    {"Italian", 1040, L"RSDUNIC"},
-    {"Japanese", 1041, L"RMSNXC", L"MS UI Gothic"},
-    {"Portuguese", 1046, L"RMTNXF"},
-    {"Russian", 1049, L"ВПРСЗ"},
-    {"Chinese", 2052, L"RMSNXC", L"SimSun"},
-    {"Spanish", 3082, L"RMTNXC"},
+#include "Languages.inc"
 };
+#undef INTERFACE_LANGUAGE
 constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
@@ -190,8 +181,8 @@ TEST_P(Languages, SayAllThatEnglishSaysInItsForm) {
                                : marks == 1 && ::IsCharAlphaNumericW(MnemonicOf(text)))
             << "a & too many or lost";
         // A script without letters to underline names the key in brackets.
-        EXPECT_TRUE(GetParam().dialogFace == kDialogFace || MnemonicOf(text) == 0 ||
-                    text.find(L"(&") != std::wstring::npos);
+        EXPECT_TRUE(std::wstring_view(GetParam().dialogFont) == kEnglish.dialogFont ||
+                    MnemonicOf(text) == 0 || text.find(L"(&") != std::wstring::npos);
     }
     EXPECT_EQ(LoadText(IDS_PRESET_EXTENSION), L"spp");
     EXPECT_EQ(LoadText(IDS_LAYOUT_EXTENSION), L"pgl");
@@ -218,7 +209,7 @@ TEST_P(Languages, NoLetterWorksTwo) {
 // A scale of 125, 150 or 200 % is a larger font; rounding lets text and control grow apart.
 TEST_P(Languages, EveryTextIsShownInWhole) {
     const std::list<CDialog> dialogs = DialogsOf(m_owner);
-    for (const std::wstring& face : std::set<std::wstring>{kDialogFace, GetParam().dialogFace}) {
+    for (const std::wstring& face : std::set<std::wstring>{kEnglish.dialogFont, GetParam().dialogFont}) {
         for (const int points : {8, 10, 12, 16}) {
             const CDialogFont font(face, points);
             for (const CDialog& dialog : dialogs) {
@@ -227,6 +218,20 @@ TEST_P(Languages, EveryTextIsShownInWhole) {
                                                         << " points, " << support::Utf8(face);
             }
         }
+    }
+}
+
+TEST_P(Languages, APromptShowsItsLabelInWholeAndStaysOnTheScreen) {
+    std::wstring longest(519, L'W');  // of the names that are read back
+    for (const int label : {IDS_FRIENDLY_NAME_PROMPT, IDS_RENAME_PRESET_PROMPT, IDS_FOLDER_NAME_PROMPT}) {
+        CSinglePropDlg prompt(IDS_TITLE, static_cast<UINT>(label), longest);
+        ASSERT_TRUE(prompt.CreateModeless(m_owner.Handle()));
+        EXPECT_EQ(PlacementFaults(prompt, ControlsOf(prompt)), "");
+        EXPECT_LE(prompt.WindowRect().Width(), ::GetSystemMetrics(SM_CXSCREEN));
+        const CWindow control = prompt.Item(IDC_PROMPT_LABEL);
+        const CClientDC dc(control);
+        const CSelectedObject font(dc.Get(), control.Font());
+        EXPECT_GT(control.ClientRect().Width(), TextExtent(dc.Get(), control.Text()).width) << label;
     }
 }
 
@@ -248,7 +253,7 @@ TEST_F(ControlPlaces, NoneIsInAnothersWay) {
 
 TEST_F(ControlPlaces, FaultsAreFoundAsTheSystemMeasures) {
     Open();
-    const CDialogFont font(kDialogFace,
+    const CDialogFont font(kEnglish.dialogFont,
                            ::MulDiv(8, static_cast<int>(::GetDpiForWindow(m_dialog->Handle())), 96));
     EXPECT_EQ(font.Units(), UnitsOf(*m_dialog));
     auto controls = ControlsOf(*m_dialog);

@@ -30,7 +30,7 @@ TEST(StringRing, A33rdLoadTakesTheFirstBufferAgain) {
 
 TEST(Resources, TextsComeInTheChosenLanguageAndElseInEnglish) {
     for (const auto& [language, text] :
-         {std::pair(1031, L"Schwebendes Fenster deaktivieren"), std::pair(1054, L"Disable floating")}) {
+         {std::pair(1031, L"Am Host andocken"), std::pair(1054, L"Disable floating")}) {
         SetResourceLanguage(static_cast<LANGID>(language));  // German, and Thai, which there is none of
         EXPECT_EQ(LoadText(IDS_DISABLE_FLOATING), text);
     }
