@@ -144,32 +144,23 @@ bill_is_complete() {
             .purl == ."bom-ref" and (.purl | test("^pkg:deb/debian/[^+?]+@[^+?]+[?]arch=")))' "$package/$name-sbom.cdx.json"
 }
 
-# FILE COUNT LINE: what the schemas of version 1.6.0 require (microsoft/winget-cli, schemas/JSON/manifests/v1.6.0).
+# What the schemas of version 1.6.0 require (microsoft/winget-cli, schemas/JSON/manifests/v1.6.0), and what is filled in.
 manifest_is_complete() {
-    local url='https://example.com/a&b/setup.exe' id=CorvanePluginManager.CorvanePluginManager file count line hash
+    local url='https://example.com/a&b/setup.exe' all=$package/winget/CorvanePluginManager.CorvanePluginManager file keys key
     "$root/scripts/winget.sh" "$url" || return 1
-    hash=$(sha256sum "$package/$name-setup.exe" | cut -d' ' -f1 | tr a-f A-F)
-    while read -r file count line; do
-        [ "$(grep -cxE -- "$line" "$package/winget/$id$file")" = "$count" ] || { echo "$file: not $count x $line"; return 1; }
-    done <<END
-.yaml 1 DefaultLocale: en-US
-.yaml 1 ManifestType: version
-.installer.yaml 1 ManifestType: installer
-.installer.yaml 1 MinimumOSVersion: [0-9]+([.][0-9]+){3}
-.installer.yaml 2 - Architecture: x64
-.installer.yaml 1 .*Scope: user
-.installer.yaml 1 .*Scope: machine
-.installer.yaml 1 .*Custom: /AllUsers
-.installer.yaml 2 .*InstallerUrl: "$url"
-.installer.yaml 2 .*InstallerSha256: $hash
-.locale.en-US.yaml 1 ManifestType: defaultLocale
-.locale.en-US.yaml 1 PackageLocale: en-US
-.locale.en-US.yaml 1 Publisher: .{2,256}
-.locale.en-US.yaml 1 PackageName: .{2,256}
-.locale.en-US.yaml 1 License: .{3,512}
-.locale.en-US.yaml 1 ShortDescription: .{3,256}
+    while read -r file keys; do
+        for key in PackageIdentifier PackageVersion ManifestType 'ManifestVersion: 1.6.0' $keys; do
+            grep -E "^(- |  )?$key(:|\$)" "$all$file" || { echo "$file lacks $key"; return 1; }
+        done
+    done <<'END'
+.yaml DefaultLocale
+.installer.yaml Installers Architecture InstallerType InstallerUrl InstallerSha256
+.locale.en-US.yaml PackageLocale Publisher PackageName License ShortDescription
 END
-    [ "$(grep -hxE "PackageIdentifier: $id|PackageVersion: \"$version\"|ManifestVersion: 1.6.0" "$package"/winget/*.yaml | wc -l)" = 9 ] &&
+    key=$(sha256sum "$package/$name-setup.exe" | cut -d' ' -f1)
+    [ "$(grep -ciF -e "InstallerUrl: \"$url\"" -e "InstallerSha256: $key" "$all.installer.yaml")" = 4 ] &&
+        [ "$(grep -A 4 'Scope: ' "$all.installer.yaml" | grep -oE '(user|machine|/AllUsers|/CurrentUser)$' | xargs)" = \
+            'user /CurrentUser machine /AllUsers' ] &&
         ! grep @ "$package"/winget/*.yaml && not "$root/scripts/winget.sh" 'ftp://example.com/setup.exe'
 }
 
