@@ -101,13 +101,9 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
     !insertmacro ${do} "${UNINSTALLER}"
 !macroend
 
-!macro WAIT file
+!macro WAIT prefix file
     StrCpy $1 "$2\${file}"
-    !ifdef __UNINSTALL__
-        Call un.WaitUntilFileIsClosed
-    !else
-        Call WaitUntilFileIsClosed
-    !endif
+    Call ${prefix}WaitUntilFileIsClosed
 !macroend
 
 ; The file in $1, which can't be opened for writing while it is in use.
@@ -129,7 +125,12 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
 
     ; The copy in the folder $2.
     Function ${prefix}WaitUntilClosed
-        !insertmacro FOR_EACH_FILE WAIT
+        !insertmacro WAIT "${prefix}" "${PROGRAM}"
+        !insertmacro WAIT "${prefix}" "${HELP_FILE}"
+        !ifndef __UNINSTALL__  ; with "_?=" it runs from there
+            !insertmacro WAIT "" "${LICENCE}"
+            !insertmacro WAIT "" "${UNINSTALLER}"
+        !endif
     FunctionEnd
 !macroend
 !insertmacro WAIT_UNTIL_CLOSED ""

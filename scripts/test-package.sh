@@ -267,7 +267,8 @@ test_signed() {
     for file in "$work/signed-setup.exe" "$(on_disk "$folder")"/*.exe; do
         check "the signature of $(basename "$file")" osslsigncode verify -CAfile "$work/certificate.pem" -in "$file"
     done
-    check "removal by a signed uninstaller" uninstall "$user" "$folder"
+    check "removal by a signed uninstaller, in place" ends_with 0 run_silently "$folder\\$uninstaller" "_?=$folder"
+    check "which leaves nothing but itself" rm -d "$(on_disk "$folder\\$uninstaller")" "$(on_disk "$folder")"
 }
 
 # Libraries under the names of the system's beside the program. Others are none that can be planted here: Wine's own
