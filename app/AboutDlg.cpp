@@ -26,7 +26,8 @@ bool Open(HWND owner, const wchar_t* file, const wchar_t* arguments = nullptr) {
 
 }  // namespace
 
-CAboutDlg::CAboutDlg() : CDialog(IDD_ABOUT), m_licencePath(ProgramFolder() + L"\\LICENSE.txt") {}
+CAboutDlg::CAboutDlg()
+    : CDialog(IDD_ABOUT), m_licencePath(ProgramFolder() + L"\\PluginManager-LICENSE.txt") {}
 
 std::span<const CRoute> CAboutDlg::Routes() const {
     using R = CRoutesOf<CAboutDlg>;

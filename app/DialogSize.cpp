@@ -88,7 +88,7 @@ void CDialogSize::PlaceAsBefore() {
     if (maximised) ::ShowWindow(m_dialog.Handle(), SW_SHOWMAXIMIZED);
 }
 
-void CDialogSize::OnDestroy() const { SaveWindowPlacement(m_dialog.Handle()); }
+void CDialogSize::StorePlace() const { SaveWindowPlacement(m_dialog.Handle()); }
 
 void CDialogSize::OnSize(Size /*client*/) const {
     const HWND dialog = m_dialog.Handle();

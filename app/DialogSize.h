@@ -31,7 +31,7 @@ class CDialogSize {
     void OnParentScaled();
     /// To be called often: a docked dialog hears nothing of its host's moves between screens.
     void FollowHost();
-    void OnDestroy() const;
+    void StorePlace() const;
 
   private:
     /// A screen's scale, and the dialog units of the controls on it.

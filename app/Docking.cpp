@@ -53,6 +53,29 @@ bool CDocking::OnSysCommand(UINT command) {
     return true;
 }
 
+bool CDocking::OnSysChar(wchar_t character) const {
+    if (character != L' ' || !IsDocked()) return false;
+    POINT corner{};
+    ::ClientToScreen(m_dialog.Handle(), &corner);
+    ShowSystemMenu(corner);
+    return true;
+}
+
+bool CDocking::OnContextMenu(POINT screen) const {
+    if (!IsDocked()) return false;
+    const LRESULT part = m_dialog.Send(WM_NCHITTEST, 0, MAKELPARAM(screen.x, screen.y));
+    if (part == HTCAPTION || part == HTSYSMENU) ShowSystemMenu(screen);
+    return true;
+}
+
+void CDocking::ShowSystemMenu(POINT screen) const {
+    if (!m_dialog.IsEnabled()) return;
+    const auto command = static_cast<UINT>(::TrackPopupMenu(::GetSystemMenu(m_dialog.Handle(), FALSE),
+                                                            TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
+                                                            screen.y, 0, m_dialog.Handle(), nullptr));
+    if (command != 0) ::PostMessageW(m_dialog.Handle(), WM_SYSCOMMAND, command, 0);
+}
+
 void CDocking::OfferFloating(bool enable) const {
     const HMENU menu = ::GetSystemMenu(m_dialog.Handle(), FALSE);
     const UINT offered = enable ? kCommandFloat : kCommandDock;

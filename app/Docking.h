@@ -16,8 +16,13 @@ class CDocking {
     /// Docks a dialog that starts so.
     void Start() const;
     bool OnSysCommand(UINT command);
+    // What a child window leaves to its parent: the host hears of neither.
+    bool OnSysChar(wchar_t character) const;
+    bool OnContextMenu(POINT screen) const;
 
   private:
+    bool IsDocked() const { return (m_dialog.Style() & WS_CHILD) != 0; }
+    void ShowSystemMenu(POINT screen) const;
     void Dock() const;
     void Float() const;
     void OfferFloating(bool enable) const;

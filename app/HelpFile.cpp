@@ -73,6 +73,10 @@ HRESULT CHelpFile::Show(const std::wstring& topic, UINT command, DWORD_PTR data)
     return m_htmlHelp(nullptr, target.c_str(), command, data) ? S_OK : E_FAIL;
 }
 
+bool CHelpFile::IsMarked() const {
+    return ::GetFileAttributesW((m_path + L":Zone.Identifier").c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 bool CHelpFile::TakesMessage(MSG& message) const {
     return m_cookie != 0 &&
            m_htmlHelp(nullptr, nullptr, HH_PRETRANSLATEMESSAGE, reinterpret_cast<DWORD_PTR>(&message));

@@ -40,6 +40,10 @@ class CHelpFile {
     bool TakesMessage(MSG& message) const;
     void ShutDown();
 
+    /// Whether Windows notes down that the file came from the internet, and so shows the window without
+    /// pages.
+    bool IsMarked() const;
+
     const std::wstring& Path() const { return m_path; }
 
   private:

@@ -75,6 +75,11 @@ void CPluginManagerApp::ChooseLanguage() const {
 
 void CPluginManagerApp::ShowHelp(DWORD context) {
     m_mainWindow = ::GetActiveWindow();
+    if (m_help.IsMarked()) {
+        ShowMessage(m_mainWindow, FormatText(LoadText(IDS_HELP_MARKED), m_help.Path()), kMessageCaption,
+                    MB_OK | MB_ICONINFORMATION);
+        return;
+    }
     const auto page = HelpPageOf(context);
     const HRESULT shown =
         page ? m_help.ShowTopic(std::wstring(*page)) : m_help.Request(HelpCommand::Context, context);

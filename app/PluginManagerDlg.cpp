@@ -61,6 +61,8 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_SYSCOMMAND, &Frame::OnSysCommand>(),
         R::OnMessage<WM_SYSCOMMAND, &CDocking::OnSysCommand>(),
         R::OnMessage<WM_SYSCOMMAND, &CElevation::OnSysCommand>(),
+        R::OnMessage<WM_SYSCHAR, &CDocking::OnSysChar>(),
+        R::OnMessage<WM_CONTEXTMENU, &CDocking::OnContextMenu>(),
         R::OnMessage<WM_PAINT, &Frame::OnPaint>(),
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
         R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
@@ -68,6 +70,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_QUERYENDSESSION, &Frame::OnQueryEndSession>(),
         R::OnMessage<WM_ENDSESSION, &Frame::OnEndSession>(),
         R::OnMessage<WM_SYSCOLORCHANGE, &Frame::OnColoursChanged>(),
+        R::OnMessage<WM_THEMECHANGED, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_SETTINGCHANGE, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
         R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
@@ -147,8 +150,8 @@ bool CPluginManagerDlg::OnInitDialog() {
     const CWaitCursor wait;
     SetText(LoadText(IDS_TITLE) + L" x64");
     AddAboutCommand();
-    m_docking.OnInitDialog();
     m_elevation.OnInitDialog();
+    m_docking.OnInitDialog();
     m_size.OnInitDialog();
     SetIcons();
     m_tools = VstToolPaths::Read(m_vstKey.path);
@@ -317,8 +320,8 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 }
 
 void CPluginManagerDlg::OnEndSession(bool ends) {
-    // Else another program kept the session from ending.
-    if (!ends) OnStays();
+    // An ended session destroys no window; in one that goes on, another program said no.
+    ends ? m_size.StorePlace() : OnStays();
 }
 
 void CPluginManagerDlg::OnStays() {
@@ -343,7 +346,7 @@ bool CPluginManagerDlg::MayClose() {
 
 void CPluginManagerDlg::OnDestroy() {
     if (m_cmdLine.registerOnly) return;
-    m_size.OnDestroy();
+    m_size.StorePlace();
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_tree.Layout().SetModified(false);

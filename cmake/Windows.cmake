@@ -68,9 +68,10 @@ target_compile_definitions(resources PRIVATE APP_VERSION=${PROJECT_VERSION} APP_
 
 add_executable(PluginManager WIN32 app/Main.cpp)
 target_link_libraries(PluginManager PRIVATE app resources)
-target_link_options(PluginManager PRIVATE -municode -s)
+# The bill of materials is made from the map.
+target_link_options(PluginManager PRIVATE -municode -s -Wl,-Map=${CMAKE_BINARY_DIR}/PluginManager.map)
 # The about box opens it; it lies beside the program.
-configure_file(${CMAKE_SOURCE_DIR}/LICENSE ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/LICENSE.txt @ONLY NEWLINE_STYLE DOS)
+configure_file(${CMAKE_SOURCE_DIR}/LICENSE ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/PluginManager-LICENSE.txt @ONLY NEWLINE_STYLE DOS)
 
 add_subdirectory(samples)
 add_subdirectory(tests)

@@ -37,6 +37,7 @@ bool CDialog::CreateModeless(HWND owner) {
 }
 
 INT_PTR CDialog::RunModal(HWND owner) {
+    const CFocusKeeper focus;
     m_modal = true;
     m_ended = false;
     m_result = -1;
@@ -61,9 +62,7 @@ INT_PTR CDialog::RunModal(HWND owner) {
 void CDialog::RunLoop() {
     MSG message;
     while (!m_ended) {
-        const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
-        if (got == 0) ::PostQuitMessage(static_cast<int>(message.wParam));
-        if (got <= 0) return;
+        if (::GetMessageW(&message, nullptr, 0, 0) < 0 || EndsLoop(message)) return;
         if (HelpTakesMessage(message) || Translate(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);

@@ -29,6 +29,7 @@ UniqueGlobal CopyOfTemplate(UINT id) {
 }  // namespace
 
 std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*)) {
+    const CFocusKeeper focus;
     std::vector<wchar_t> path(kMaxPathCharacters, L'\0');
     m_settings.proposedName.copy(path.data(), path.size() - 1);
     // One pair of text and pattern, each ended by a zero; the list ends with one more.
@@ -48,10 +49,13 @@ std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPEN
     dialog.lpstrTitle = m_settings.title.c_str();
     dialog.lpstrDefExt = m_settings.defaultExtension.c_str();
     // The program's own folder stays current: relative names must not follow the user's last choice.
-    dialog.Flags = m_settings.flags | OFN_EXPLORER | OFN_ENABLESIZING | OFN_ENABLEHOOK | OFN_NOCHANGEDIR;
-    if (addedTemplate) dialog.Flags |= OFN_ENABLETEMPLATEHANDLE;
-    dialog.lCustData = reinterpret_cast<LPARAM>(this);
-    dialog.lpfnHook = &CFileDialog::Hook;
+    dialog.Flags = m_settings.flags | OFN_EXPLORER | OFN_ENABLESIZING | OFN_NOCHANGEDIR;
+    if (addedTemplate) {
+        // Only then: with a hook the system shows the dialog of Windows XP.
+        dialog.Flags |= OFN_ENABLETEMPLATEHANDLE | OFN_ENABLEHOOK;
+        dialog.lCustData = reinterpret_cast<LPARAM>(this);
+        dialog.lpfnHook = &CFileDialog::Hook;
+    }
     BOOL confirmed = show(&dialog);
     if (!confirmed && ::CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
         // The system does not open the dialog with a proposed name that is no valid file name.
@@ -93,8 +97,7 @@ UINT_PTR CALLBACK CFileDialog::Hook(HWND window, UINT message, WPARAM wParam, LP
         auto& dialog = *reinterpret_cast<CFileDialog*>(settings.lCustData);
         dialog.m_window = CWindow(window);
         // The number is set on the system's dialog, so that its own controls lead to the same page.
-        if (dialog.m_settings.templateId != 0)
-            ::SetWindowContextHelpId(::GetParent(window), HelpOfDialog(dialog.m_settings.templateId));
+        ::SetWindowContextHelpId(::GetParent(window), HelpOfDialog(dialog.m_settings.templateId));
         return FALSE;  // the focus stays in the file name
     }
     auto* dialog = reinterpret_cast<CFileDialog*>(::GetWindowLongPtrW(window, DWLP_USER));

@@ -21,6 +21,7 @@ struct FileDialogSettings {
     UINT templateId = 0;  // a dialog template of ours below the file list; 0 for none
 };
 
+/// What a derived class overrides or asks for works in a dialog with a template of ours only.
 /// Failure contract: Run gives nothing when the user cancelled or the dialog could not be shown.
 class CFileDialog {
   public:

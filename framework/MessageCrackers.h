@@ -30,6 +30,16 @@ Answer Call(Of<WM_SYSCOMMAND>, auto&& handler, WPARAM wParam, LPARAM) {
     return handler(static_cast<UINT>(wParam & 0xFFF0)) ? Answer(0) : std::nullopt;
 }
 
+/// handler(wchar_t character) -> bool: handled
+Answer Call(Of<WM_SYSCHAR>, auto&& handler, WPARAM wParam, LPARAM) {
+    return handler(static_cast<wchar_t>(wParam)) ? Answer(0) : std::nullopt;
+}
+
+/// handler(POINT screen) -> bool: handled. From the keyboard the place is -1, -1.
+Answer Call(Of<WM_CONTEXTMENU>, auto&& handler, WPARAM, LPARAM lParam) {
+    return handler(POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}) ? Answer(0) : std::nullopt;
+}
+
 /// handler() -> bool: painted
 Answer Call(Of<WM_PAINT>, auto&& handler, WPARAM, LPARAM) { return handler() ? Answer(0) : std::nullopt; }
 
@@ -48,6 +58,7 @@ Answer Call(Of<WM_CAPTURECHANGED>, auto&& handler, WPARAM, LPARAM) { return Call
 Answer Call(Of<kDeferred>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_DPICHANGED_AFTERPARENT>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_SYSCOLORCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
+Answer Call(Of<WM_THEMECHANGED>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 Answer Call(Of<WM_SETTINGCHANGE>, auto&& handler, WPARAM, LPARAM) { return CallPlain(handler); }
 
 /// handler(POINT client)
@@ -134,14 +145,19 @@ template <UINT Code>
 Answer CallNotification(auto&& handler, LPARAM lParam) {
     using TRecord = std::remove_reference_t<decltype(RecordOf(Of<Code>()))>;
     auto& record = *reinterpret_cast<TRecord*>(lParam);
-    if constexpr (requires { handler(); }) {
-        handler();
-    } else if constexpr (std::is_void_v<decltype(handler(record))>) {
-        handler(record);
+    const auto call = [&] {
+        if constexpr (requires { handler(); }) {
+            return handler();
+        } else {
+            return handler(record);
+        }
+    };
+    if constexpr (std::is_void_v<decltype(call())>) {
+        call();
+        return 0;
     } else {
-        return static_cast<LRESULT>(handler(record));
+        return static_cast<LRESULT>(call());
     }
-    return 0;
 }
 
 }  // namespace crackers

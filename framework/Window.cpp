@@ -32,6 +32,12 @@ Size TextExtent(HDC dc, const std::wstring& text) {
     return {extent.cx, extent.cy};
 }
 
+bool EndsLoop(const MSG& message) {
+    if (message.message != WM_QUIT) return false;
+    ::PostQuitMessage(static_cast<int>(message.wParam));
+    return true;
+}
+
 void CGeometryBatch::Move(HWND window, const Rect& place) {
     if (!m_batch) return;
     m_batch = ::DeferWindowPos(m_batch, window, nullptr, place.left, place.top, place.Width(), place.Height(),

@@ -112,6 +112,27 @@ class CClientDC {
     HDC m_dc;
 };
 
+/// Gives the focus back at its end to the control that had it, or to what lies around it when the control is
+/// gone or disabled by then. After a dialog the system activates the outermost window around the owner: when
+/// that is another program's, it takes the focus for itself.
+class CFocusKeeper {
+  public:
+    CFocusKeeper() : m_focus(::GetFocus()), m_around(::GetParent(m_focus.Handle())) {}
+    ~CFocusKeeper() {
+        if (m_focus.IsEnabled()) {
+            m_focus.Focus();
+        } else if (m_around.IsEnabled()) {
+            m_around.Focus();
+        }
+    }
+    CFocusKeeper(const CFocusKeeper&) = delete;
+    CFocusKeeper& operator=(const CFocusKeeper&) = delete;
+
+  private:
+    CWindow m_focus;
+    CWindow m_around;
+};
+
 /// Selects a font or a bitmap into a drawing surface, and the old one again at the end.
 class CSelectedObject {
   public:
@@ -140,8 +161,13 @@ auto Guarded(TWork&& work) noexcept -> decltype(work()) {
     }
 }
 
+/// Whether the message ends a message loop, because the thread is asked to quit. It is posted again then, for
+/// the loops around this one.
+bool EndsLoop(const MSG& message);
+
 /// Shows a message box; returns the button's id. `flags` are MB_...
 inline int ShowMessage(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags) {
+    const CFocusKeeper focus;
     return ::MessageBoxW(owner, text.c_str(), caption.c_str(), flags);
 }
 

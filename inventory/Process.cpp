@@ -17,10 +17,7 @@ constexpr DWORD kElevationRequired = 740;
 bool DispatchPending(const CWindow& window) {
     MSG message;
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_QUIT) {
-            ::PostQuitMessage(static_cast<int>(message.wParam));
-            return false;
-        }
+        if (EndsLoop(message)) return false;
         if (HelpTakesMessage(message)) continue;
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);

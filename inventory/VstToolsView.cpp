@@ -43,10 +43,10 @@ void CVstToolsView::LaunchVstTool(const VstToolAction& action) {
 
 bool CVstToolsView::RunTool(const std::wstring& program, const std::wstring& arguments,
                             const CWindow& group) const {
-    const CWindow focus(::GetFocus());
-    const auto process = CProcess::Start(m_dialog, program, arguments);
-    if (!process || !m_dialog.IsLive()) return false;
     {
+        const CFocusKeeper focus;
+        const auto process = CProcess::Start(m_dialog, program, arguments);
+        if (!process || !m_dialog.IsLive()) return false;
         const std::wstring caption = group.Text();
         const CScopeExit restore([&] {
             group.SetText(caption);
@@ -56,7 +56,6 @@ bool CVstToolsView::RunTool(const std::wstring& program, const std::wstring& arg
         group.SetText(FormatText(LoadText(IDS_TOOL_RUNNING), caption));
         if (!process->WaitDispatching(m_dialog)) return false;
     }
-    if (focus.IsLive()) focus.Focus();
     BringToFront();
     return true;
 }

@@ -8,6 +8,7 @@
 #include "RememberedTree.h"
 #include "Resources.h"
 #include "SaveFailure.h"
+#include "Scope.h"
 #include "TextFormat.h"
 #include "resource.h"
 
@@ -51,10 +52,21 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
     if (!m_tree.Layout().IsModified()) return IDNO;
     const std::wstring name = DisplayName().empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
     const unsigned question = ++m_questions;
-    const int answer = Ask(FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name), buttons);
+    const std::wstring text = FormatText(LoadText(IDS_SAVE_LAYOUT_QUESTION), name);
+    // A session that ends meanwhile shows why it can't yet.
+    ::ShutdownBlockReasonCreate(m_dialog.Handle(), text.c_str());
+    const CScopeExit forget([this] { ::ShutdownBlockReasonDestroy(m_dialog.Handle()); });
     // A box can outlive the window. A host that takes it away brings up another question: that one counts.
-    if (!m_dialog.IsLive() || question != m_questions) return IDCANCEL;
-    return answer == IDYES ? Save() : answer;
+    const auto counts = [&] { return m_dialog.IsLive() && question == m_questions; };
+    HWND owner = m_dialog.Handle();
+    int answer = Ask(text, buttons);
+    if (answer <= 0 && counts()) {
+        owner = nullptr;  // one that is being destroyed may get no box
+        answer = ShowMessage(owner, text, kMessageCaption,
+                             buttons | MB_ICONWARNING | MB_TASKMODAL | MB_SETFOREGROUND);
+    }
+    if (answer <= 0 || !counts()) return IDCANCEL;
+    return answer == IDYES ? Save(owner) : answer;
 }
 
 void CLayoutFilesView::ListLayouts() {
@@ -169,10 +181,10 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
     m_tree.OnCollapseAll();
 }
 
-int CLayoutFilesView::Save() {
+int CLayoutFilesView::Save(HWND owner) {
     const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(DisplayName()) : m_temporaryPath;
     CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
-    const auto path = dialog.RunSave(m_dialog.Handle());
+    const auto path = dialog.RunSave(owner);
     if (!path || !m_dialog.IsLive()) return IDCANCEL;
     SaveTo(*path, dialog.DisplayName());
     return IDYES;

@@ -25,7 +25,8 @@ class CLayoutFilesView {
     void MarkInstalled() { m_tree.Layout().Mark(m_plugins.mark); }
 
     /// Asks whether to save a modified layout, with the given MB_ buttons. Gives the answer's button id: IDNO
-    /// when there is nothing to save, IDCANCEL also when the user says yes and then leaves the save dialog.
+    /// when there is nothing to save, IDCANCEL also when the user says yes and then leaves the save dialog,
+    /// or nobody could answer.
     int AskToSave(UINT buttons);
     /// Lists the layout files of the layouts folder; none of them is the current one.
     void ListLayouts();
@@ -34,7 +35,7 @@ class CLayoutFilesView {
 
     void OnNew();
     void OnOpen();
-    void OnSave() { Save(); }
+    void OnSave() { Save(m_dialog.Handle()); }
     void OnDelete();
     void OnEditName() { m_name = m_list.Text(); }
     /// The list's current row has changed: picked, or only passed in the open list.
@@ -48,7 +49,7 @@ class CLayoutFilesView {
   private:
     bool OpenByPath(const std::wstring& path);
     std::optional<std::wstring> Load(const std::wstring& path);
-    int Save();
+    int Save(HWND owner);
     void SaveTo(const std::wstring& path, const std::wstring& name);
     void ShowSaved(const std::wstring& path, const std::wstring& name);
     void EndPick(bool chosen);

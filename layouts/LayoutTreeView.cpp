@@ -36,6 +36,11 @@ void CLayoutTreeView::OnInitDialog() {
     m_layout.Clear();
 }
 
+void CLayoutTreeView::OnDestroy() {
+    ClearAccessibleName(m_tree.Handle());
+    m_tree.Detach();
+}
+
 int CLayoutTreeView::Ask(UINT textId) const {
     return ShowMessage(m_dialog.Handle(), LoadText(textId), kMessageCaption, MB_YESNO | MB_ICONWARNING);
 }
@@ -169,8 +174,10 @@ BOOL CLayoutTreeView::OnEndLabelEdit(const NMTVDISPINFOW& item) {
     // The notification's text is cut like a label; the field still has all of it.
     const CWindow edit = m_tree.LabelEdit();
     const std::wstring name = edit.IsLive() ? edit.Text() : item.item.pszText;
-    if (name.empty()) return FALSE;
-    m_layout.Change(item.item.hItem, [&](LayoutItem& record) { record.name = name; });
+    const LayoutItem* record = m_layout.Find(item.item.hItem);
+    // Some systems take the name that OnBeginLabelEdit has set for the user's.
+    if (name.empty() || !record || name == record->name) return FALSE;
+    m_layout.Change(item.item.hItem, [&](LayoutItem& changed) { changed.name = name; });
     return TRUE;
 }
 
@@ -191,12 +198,13 @@ void CLayoutTreeView::OnDoubleClick() {
     if (record && record->kind != LayoutKind::Folder) ShowProperties(item);
 }
 
-void CLayoutTreeView::OnRightClick() {
+BOOL CLayoutTreeView::OnRightClick() {
     POINT screen{};
     ::GetCursorPos(&screen);
     POINT client = screen;
     ::ScreenToClient(m_tree.Handle(), &client);
     ShowContextMenu(m_tree.HitTest(client), screen);
+    return TRUE;  // else the control asks the windows around it for a menu, too
 }
 
 void CLayoutTreeView::OnItemExpanded(const NMTREEVIEWW& item) const {

@@ -21,7 +21,7 @@ class CLayoutTreeView {
 
     /// Replaces the template's tree; the new one stands directly after the layout list in the tab order.
     void OnInitDialog();
-    void OnDestroy() { m_tree.Detach(); }
+    void OnDestroy();
 
     CTreeCtrlWrapper& Layout() { return m_layout; }
     const CTreeCtrlEx& Tree() const { return m_tree; }
@@ -47,7 +47,7 @@ class CLayoutTreeView {
     void OnMouseMove(POINT client) { m_drag.OnMouseMove(client); }
     void OnButtonUp(POINT client);
     void OnCaptureChanged();
-    void OnRightClick();
+    BOOL OnRightClick();
     void OnDoubleClick();
     void OnSelectionChanged() const { UpdateButtons(); }
     void OnItemExpanded(const NMTREEVIEWW& item) const;

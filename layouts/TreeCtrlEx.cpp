@@ -37,7 +37,8 @@ bool MovesAway(HWND window, POINT client) {
             ::WaitMessage();
             continue;
         }
-        if (message.message == WM_LBUTTONUP) break;
+        // A request to quit comes through every filter.
+        if (EndsLoop(message) || message.message == WM_LBUTTONUP) break;
         const POINT at{GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
         away = message.message == WM_MOUSEMOVE && !::PtInRect(&still, at);
     }
@@ -299,7 +300,8 @@ bool CTreeCtrlEx::OnRightDown(POINT client) {
 }
 
 bool CTreeCtrlEx::OnKeyDown(UINT key) {
-    if (key == 'A' && IsDown(VK_CONTROL)) {
+    // With Alt, too, it is AltGr, which types a letter.
+    if (key == 'A' && IsDown(VK_CONTROL) && !IsDown(VK_MENU)) {
         SelectAll();
         return true;
     }

@@ -19,7 +19,10 @@ ManifestLongPathAware true
 !define AUTHORS "the Corvane Plug-in Manager authors"
 !define PROGRAM "PluginManager.exe"
 !define HELP_FILE "PluginManager.chm"
-!define UNINSTALLER "Uninstall.exe"
+; Named after the product, for the folder may be another one's, too.
+!define LICENCE "PluginManager-LICENSE.txt"
+!define UNINSTALLER "PluginManager-uninstall.exe"
+!define NEW_FILES "PluginManager-new"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\CorvanePluginManager"
 !define COMPANY_KEY "Software\Corvane Music Software"
 !define MANAGER_KEY "${COMPANY_KEY}\Corvane Plugin Manager"
@@ -28,6 +31,9 @@ ManifestLongPathAware true
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
 AllowSkipFiles off  ; a file that can't be written is a failure
+!ifdef SIGN
+    !uninstfinalize '"${SIGN}" "%1"' = 0
+!endif
 BrandingText "${PRODUCT} ${VERSION}"
 
 ; Administrators are asked for their rights; other users install for themselves.
@@ -58,7 +64,7 @@ BrandingText "${PRODUCT} ${VERSION}"
 !define MUI_WELCOMEPAGE_TITLE_3LINES
 !define MUI_WELCOMEPAGE_TEXT "$(WELCOME)"
 !insertmacro MUI_PAGE_WELCOME
-!insertmacro MUI_PAGE_LICENSE "${FILES}\LICENSE.txt"
+!insertmacro MUI_PAGE_LICENSE "${FILES}\${LICENCE}"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -87,6 +93,19 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "LegalCopyright" "Copyright © 2026 ${AUTH
 VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductName" "${PRODUCT}"
 VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
 
+; The files, by name: the folder may hold what others have put there.
+!macro FOR_EACH_FILE do
+    !insertmacro ${do} "${PROGRAM}"
+    !insertmacro ${do} "${HELP_FILE}"
+    !insertmacro ${do} "${LICENCE}"
+    !insertmacro ${do} "${UNINSTALLER}"
+!macroend
+
+!macro WAIT prefix file
+    StrCpy $1 "$2\${file}"
+    Call ${prefix}WaitUntilFileIsClosed
+!macroend
+
 ; The file in $1, which can't be opened for writing while it is in use.
 !macro WAIT_UNTIL_CLOSED prefix
     Function ${prefix}WaitUntilFileIsClosed
@@ -104,11 +123,14 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
         Abort "$(PROGRAM_IS_RUNNING)"
     FunctionEnd
 
+    ; The copy in the folder $2.
     Function ${prefix}WaitUntilClosed
-        StrCpy $1 "$INSTDIR\${PROGRAM}"
-        Call ${prefix}WaitUntilFileIsClosed
-        StrCpy $1 "$INSTDIR\${HELP_FILE}"
-        Call ${prefix}WaitUntilFileIsClosed
+        !insertmacro WAIT "${prefix}" "${PROGRAM}"
+        !insertmacro WAIT "${prefix}" "${HELP_FILE}"
+        !ifndef __UNINSTALL__  ; with "_?=" it runs from there
+            !insertmacro WAIT "" "${LICENCE}"
+            !insertmacro WAIT "" "${UNINSTALLER}"
+        !endif
     FunctionEnd
 !macroend
 !insertmacro WAIT_UNTIL_CLOSED ""
@@ -165,42 +187,118 @@ Function AskBeforeDowngrade
     ${EndIf}
 FunctionEnd
 
-; Two folders, but one entry among the installed programs: the old folder would stay for ever.
-Function RemoveCopyInOtherFolder
-    ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "InstallLocation"
-    ${If} $0 == ""
-    ${OrIf} $0 == $INSTDIR
-    ${OrIfNot} ${FileExists} "$0\${UNINSTALLER}"
+; The path of the program that each start and each registration notes down, and the window's place. Another copy's are
+; left alone.
+!macro FORGET_PATH root
+    ReadRegStr $0 ${root} "${MANAGER_KEY}" "ExePath"
+    ${If} $0 == "$2\${PROGRAM}"
+        DeleteRegValue ${root} "${MANAGER_KEY}" "ExePath"
+        DeleteRegValue ${root} "${MANAGER_KEY}" "WindowPlacement"
+    ${EndIf}
+    DeleteRegKey /ifempty ${root} "${MANAGER_KEY}"
+    DeleteRegKey /ifempty ${root} "${COMPANY_KEY}"
+!macroend
+
+; The copy in the folder $2, with what leads to it. By hand and not by that copy's uninstaller: for one user it may lie where
+; anybody puts a program, and this one may have the rights of an administrator.
+!macro DELETE file
+    Delete "$2\${file}"
+!macroend
+!macro REMOVE_COPY prefix
+    Function ${prefix}RemoveCopy
+        ReadRegStr $0 HKLM "${TOOLS_MENU_KEY}\Plugin Manager" "ExePath"
+        ${If} $0 == "$2\${PROGRAM}"
+            DeleteRegKey HKLM "${TOOLS_MENU_KEY}\Plugin Manager"
+            DeleteRegKey /ifempty HKLM "${TOOLS_MENU_KEY}"
+        ${EndIf}
+        !insertmacro FORGET_PATH HKLM
+        !insertmacro FORGET_PATH HKCU
+        !insertmacro FOR_EACH_FILE DELETE
+        RMDir $2
+    FunctionEnd
+!macroend
+!insertmacro REMOVE_COPY ""
+!insertmacro REMOVE_COPY "un."
+
+; What version 1.0 called its files, in the folder $2: names that other products use, too. Its uninstaller is the one that
+; the entry names, and has the version of that; its licence names the authors.
+Function RemoveOldNames
+    ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "UninstallString"
+    ReadRegStr $1 SHCTX "${UNINSTALL_KEY}" "DisplayVersion"
+    ${If} $0 == '"$2\Uninstall.exe"'
+        GetDLLVersion "$2\Uninstall.exe" $3 $4
+        IntOp $5 $3 >> 16
+        IntOp $3 $3 & 0xffff
+        IntOp $4 $4 >> 16
+        ${If} $1 == "$5.$3.$4"
+            Delete "$2\Uninstall.exe"
+        ${EndIf}
+    ${EndIf}
+    ClearErrors
+    FileOpen $0 "$2\LICENSE.txt" r
+    ${If} ${Errors}
         Return
     ${EndIf}
-    ; With "_?=" it works in place, so that its end can be waited for, but can't remove itself.
-    StrCpy $1 2  ; left alone when it can't be started
-    ExecWait '"$0\${UNINSTALLER}" /S _?=$0' $1
-    ${If} $1 <> 0
-        Abort "$(PROGRAM_IS_RUNNING)"
+    FileRead $0 $1
+    FileRead $0 $1
+    FileRead $0 $1
+    FileClose $0
+    ${If} $1 == "Copyright (c) 2026 ${AUTHORS}$\r$\n"
+        Delete "$2\LICENSE.txt"
     ${EndIf}
-    Delete "$0\${UNINSTALLER}"
-    RMDir $0
+FunctionEnd
+
+; What there was stays until all that is new lies beside it, and is then replaced (1).
+!macro MOVE_IN file
+    System::Call 'kernel32::MoveFileExW(w "$INSTDIR\${NEW_FILES}\${file}", w "$INSTDIR\${file}", i 1) i .r0'
+    ${If} $0 = 0
+        Abort
+    ${EndIf}
+!macroend
+
+Function RemoveNewFiles
+    StrCpy $2 "$INSTDIR\${NEW_FILES}"
+    !insertmacro FOR_EACH_FILE DELETE
+    RMDir $2
+FunctionEnd
+
+Function .onInstFailed
+    SetOutPath $TEMP  ; a current folder can't be removed
+    Call RemoveNewFiles
+    RMDir $INSTDIR
 FunctionEnd
 
 Section
     Call AskBeforeDowngrade
+    StrCpy $2 $INSTDIR
     Call WaitUntilClosed
-    SetOutPath $INSTDIR
-    ; Before an old copy goes, the new one must have a place.
-    ClearErrors
-    FileOpen $0 "$INSTDIR\${UNINSTALLER}" a
-    ${If} ${Errors}
-        Abort
+    ReadRegStr $2 SHCTX "${UNINSTALL_KEY}" "InstallLocation"
+    ${If} $2 != ""
+        Call WaitUntilClosed
     ${EndIf}
-    FileClose $0
-    Call RemoveCopyInOtherFolder
 
+    SetOutPath "$INSTDIR\${NEW_FILES}"
     SetDateSave on
     File "${FILES}\${PROGRAM}"
     File "${FILES}\${HELP_FILE}"
-    File "${FILES}\LICENSE.txt"
-    WriteUninstaller "$INSTDIR\${UNINSTALLER}"
+    File "${FILES}\${LICENCE}"
+    ClearErrors
+    WriteUninstaller "$INSTDIR\${NEW_FILES}\${UNINSTALLER}"
+    ${If} ${Errors}
+        Abort
+    ${EndIf}
+    SetOutPath $INSTDIR
+    !insertmacro FOR_EACH_FILE MOVE_IN
+
+    ; Two folders, but one entry among the installed programs: the old folder would stay for ever. Where it holds the folder
+    ; of the new files it is the same one by another name.
+    ${If} $2 != ""
+        Call RemoveOldNames
+        ${IfNot} ${FileExists} "$2\${NEW_FILES}"
+            Call RemoveCopy
+        ${EndIf}
+    ${EndIf}
+    Call RemoveNewFiles
     CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\${PROGRAM}"
 
     WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
@@ -214,12 +312,9 @@ Section
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoModify" 1
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
 
-    ; The host's Tools menu belongs to the machine: without the right to change that, nothing happens. One user's copy
-    ; leaves the entry to another that is there.
-    ReadRegStr $0 HKLM "${TOOLS_MENU_KEY}\Plugin Manager" "ExePath"
+    ; The host's Tools menu belongs to the machine, and so must what it starts. One user's copy is neither entered there nor
+    ; run from here: without an administrator's rights anybody can put another program in its place.
     ${If} $MultiUser.InstallMode != "CurrentUser"
-    ${OrIf} $0 == "$INSTDIR\${PROGRAM}"
-    ${OrIfNot} ${FileExists} $0
         ExecWait '"$INSTDIR\${PROGRAM}" /Register'
     ${EndIf}
 SectionEnd
@@ -248,39 +343,13 @@ Function un.onInit
     StrCpy $INSTDIR $R0
 FunctionEnd
 
-; The path of the program that each start and each registration notes down, and the window's place. Another copy's are
-; left alone.
-!macro FORGET_PATH root
-    ReadRegStr $0 ${root} "${MANAGER_KEY}" "ExePath"
-    ${If} $0 == "$INSTDIR\${PROGRAM}"
-        DeleteRegValue ${root} "${MANAGER_KEY}" "ExePath"
-        DeleteRegValue ${root} "${MANAGER_KEY}" "WindowPlacement"
-    ${EndIf}
-    DeleteRegKey /ifempty ${root} "${MANAGER_KEY}"
-    DeleteRegKey /ifempty ${root} "${COMPANY_KEY}"
-!macroend
-
 Section "Uninstall"
+    StrCpy $2 $INSTDIR
     Call un.WaitUntilClosed
-
-    ReadRegStr $0 HKLM "${TOOLS_MENU_KEY}\Plugin Manager" "ExePath"
-    ${If} $0 == "$INSTDIR\${PROGRAM}"
-        DeleteRegKey HKLM "${TOOLS_MENU_KEY}\Plugin Manager"
-        DeleteRegKey /ifempty HKLM "${TOOLS_MENU_KEY}"
-    ${EndIf}
-    !insertmacro FORGET_PATH HKLM
-    !insertmacro FORGET_PATH HKCU
-
     ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" "InstallLocation"
     ${If} $0 == $INSTDIR
         DeleteRegKey SHCTX "${UNINSTALL_KEY}"
         Delete "$SMPROGRAMS\${PRODUCT}.lnk"
     ${EndIf}
-
-    ; By name, for the folder may hold what others have put there.
-    Delete "$INSTDIR\${PROGRAM}"
-    Delete "$INSTDIR\${HELP_FILE}"
-    Delete "$INSTDIR\LICENSE.txt"
-    Delete "$INSTDIR\${UNINSTALLER}"
-    RMDir $INSTDIR
+    Call un.RemoveCopy
 SectionEnd

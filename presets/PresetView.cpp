@@ -33,8 +33,10 @@ std::function<void()> KeepPainting() {
         if (::GetTickCount64() < next) return;
         MSG message;
         for (int i = 0; i < kMostPaints && ::PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
-             ++i)
+             ++i) {
+            if (EndsLoop(message)) break;  // it comes through every filter
             ::DispatchMessageW(&message);
+        }
         next = ::GetTickCount64() + kInterval;
     };
 }

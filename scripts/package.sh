@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Makes the packages in build/package: the installer, the zip for use without installing, and SHA256SUMS.
+# Makes the packages in build/package: the installer, the zip for use without installing, the bill of materials, and
+# SHA256SUMS. The same commit always gives the same bytes: every time in them is that of the commit.
+# Where SIGN_CERTIFICATE names a file (see scripts/sign.sh), program, installer and uninstaller are signed.
 #   scripts/package.sh [--test-kit]     --test-kit: a zip with the tests as well, to run on a computer with Windows
-# The same commit always gives the same bytes: every time in them is that of the commit.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -23,15 +24,22 @@ name=CorvanePluginManager-$version
 files=$package/$name  # as they lie in the zip
 rm -rf "$package"
 mkdir -p "$files"
-cp "$bin/PluginManager.exe" "$bin/PluginManager.chm" "$bin/LICENSE.txt" "$files"
+cp "$bin/PluginManager.exe" "$bin/PluginManager.chm" "$bin/PluginManager-LICENSE.txt" "$files"
 chmod 644 "$files"/*
+sign=
+if [ -n "${SIGN_CERTIFICATE:-}" ]; then
+    sign=$root/scripts/sign.sh
+    quietly "$package/sign.log" "$sign" "$files/PluginManager.exe" || die "the program could not be signed"
+fi
 touch -d "@$SOURCE_DATE_EPOCH" "$files"/*
 installed_kb=$(cat "$files"/* | wc -c | awk '{print int(($1 + 1023) / 1024)}')
 
 languages installer | sed 's/.*/!insertmacro MUI_LANGUAGE "&"/' >"$package/languages.nsh"
 quietly "$package/installer.log" makensis -INPUTCHARSET UTF8 -WX -V3 "-DVERSION=$version" "-DFILES=$files" \
-    "-DLANGUAGES=$package/languages.nsh" "-DSIZE_KB=$installed_kb" "-DOUTPUT=$package/$name-setup.exe" "$root/packaging/installer.nsi" ||
+    "-DLANGUAGES=$package/languages.nsh" "-DSIZE_KB=$installed_kb" ${sign:+"-DSIGN=$sign"} \
+    "-DOUTPUT=$package/$name-setup.exe" "$root/packaging/installer.nsi" ||
     die "the installer could not be made"
+[ -z "$sign" ] || quietly "$package/sign.log" "$sign" "$package/$name-setup.exe" || die "the installer could not be signed"
 
 # Windows line ends, as in the licence.
 sed "s/@VERSION@/$version/; s/\$/\r/" "$root/packaging/readme.txt" >"$files/readme.txt"
@@ -39,9 +47,11 @@ chmod 644 "$files/readme.txt"
 touch -d "@$SOURCE_DATE_EPOCH" "$files/readme.txt"
 (cd "$package" && find "$name" -type f | LC_ALL=C sort | zip -q -X -9 "$name-portable.zip" -@)
 
-(cd "$package" && sha256sum "$name-portable.zip" "$name-setup.exe" >SHA256SUMS)
+"$root/scripts/sbom.sh" "$version" "$files/PluginManager.exe" >"$package/$name-sbom.cdx.json" || die "the bill of materials could not be made"
+(cd "$package" && sha256sum "$name-portable.zip" "$name-sbom.cdx.json" "$name-setup.exe" >SHA256SUMS)
 echo "$package/$name-setup.exe"
 echo "$package/$name-portable.zip"
+echo "$package/$name-sbom.cdx.json"
 
 # All that the tests need beside them; what they take from the tree otherwise is in the programs.
 make_test_kit() {

@@ -47,6 +47,14 @@ picture() {
     echo "docs/$file"
 }
 
+# layout_picture FILE: the main window with its whole layout open, in a size at which the tree ends with a whole row,
+# and the focus in the list of plug-ins.
+layout_picture() {
+    probe --size 1058x660 --press $button_expand_all
+    probe --focus $plugin_list
+    picture "$1"
+}
+
 # toolbar_picture FILE: the layout buttons with the focus on the first and the mouse over the second, enlarged.
 toolbar_picture() {
     probe --focus 1031 --hover 1037
@@ -58,8 +66,8 @@ toolbar_picture() {
 language_pictures() {
     local file=${1,,}
     start_program "$1" "$layouts\\Mixing.pgl"
-    probe --category $vst_effects --press $button_expand_all
-    picture "main-$file.png"
+    probe --category $vst_effects
+    layout_picture "main-$file.png"
     probe --open-item $item_with_presets
     picture "properties-$file.png" --dialog
     probe --dialog --press $button_cancel
@@ -84,9 +92,8 @@ preset_pictures() {
 
 layout_pictures() {
     start_program English "$layouts\\Instruments & Ideas.pgl"
-    probe --press $button_expand_all
-    picture layout.png
-    convert "$root/docs/layout.png" -crop 522x580+534+26 +repage "$root/docs/layout-tree.png"
+    layout_picture layout.png
+    convert "$root/docs/layout.png" -crop 522x595+534+26 +repage "$root/docs/layout-tree.png"
     probe --press $button_save
     picture save-layout.png --popup 'Save Plug-In Menu Layout'
     probe --popup 'Save Plug-In Menu Layout' --close
@@ -101,7 +108,7 @@ layout_pictures() {
 # The control ids of the buttons, as in res/resource.h.
 button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
 button_ok=1 button_cancel=2
-button_expand_all=1047 button_save=1032
+button_expand_all=1047 button_save=1032 plugin_list=1002
 earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
 item_with_presets=19  # row of the layout "Mixing", all folders expanded
@@ -123,8 +130,8 @@ for language in $(languages); do
 done
 
 start_program English "$layouts\\Mixing.pgl"
-probe --category $vst_instruments --plugin 'Polar Pads' --press $button_expand_all
-picture main-dialog.png
+probe --category $vst_instruments --plugin 'Polar Pads'
+layout_picture main-dialog.png
 probe --size 1200x900
 picture main-dialog-large.png
 close_program

@@ -8,6 +8,7 @@ passed=0 failed=0
 package=$build/package
 work=$build/package-test
 title='Corvane Plug-in Manager x64'
+uninstaller=PluginManager-uninstall.exe licence=PluginManager-LICENSE.txt
 uninstall_key='Software\Microsoft\Windows\CurrentVersion\Uninstall\CorvanePluginManager'
 company_key='Software\Corvane Music Software'
 machine=HKEY_LOCAL_MACHINE user=HKEY_CURRENT_USER
@@ -102,9 +103,9 @@ close_program() {
 uninstall() {
     local root=$1 folder=$2 command
     command=$(value_of "$root\\$uninstall_key" QuietUninstallString)
-    [ "$command" = "\"$folder\\Uninstall.exe\" /S" ] || { echo "the entry says $command"; return 1; }
-    run_silently "$folder\\Uninstall.exe"
-    wait_for 30 not wine reg query "$root\\$uninstall_key" && wait_for 30 not test -e "$(on_disk "$folder\\Uninstall.exe")"
+    [ "$command" = "\"$folder\\$uninstaller\" /S" ] || { echo "the entry says $command"; return 1; }
+    run_silently "$folder\\$uninstaller"
+    wait_for 30 not wine reg query "$root\\$uninstall_key" && wait_for 30 not test -e "$(on_disk "$folder\\$uninstaller")"
 }
 
 # What is installed is what the zip holds, without its own readme.
@@ -114,7 +115,7 @@ has_program_files() {
     for file in "$package/$name"/*; do
         [ "$(basename "$file")" = readme.txt ] || cmp "$file" "$folder/$(basename "$file")" || return 1
     done
-    [ -e "$folder/Uninstall.exe" ]
+    [ -e "$folder/$uninstaller" ] && [ ! -e "$folder/PluginManager-new" ]
 }
 
 # In its version resource; the letters there have 16 bits, most of them with a zero.
@@ -131,6 +132,48 @@ same_bytes_again() {
     "$root/scripts/package.sh" --test-kit && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
 }
 
+# What the format requires (bom-1.5.schema.json), and what no program of this toolchain goes without.
+bill_is_complete() {
+    jq -e --arg version "$version" --arg hash "$(sha256sum <"$package/$name/PluginManager.exe" | cut -d' ' -f1)" '
+        .bomFormat == "CycloneDX" and .specVersion == "1.5" and .version == 1 and
+        (.serialNumber | test("^urn:uuid:[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}$")) and
+        (.metadata.component | .type == "application" and .version == $version and .hashes[0].content == $hash) and
+        ([.components[].name] | contains(["g++-mingw", "gcc-mingw", "mingw-w64-x86-64-dev", "nsis-common"])) and
+        ([.components[].properties[].value] | contains(["/libstdc++.a", "/libgcc.a", "/libmingwex.a", "/libpthread.a"])) and
+        all(.components[]; .type == "library" and (.version | test("^[0-9]")) and .licenses[0].expression and
+            .purl == ."bom-ref" and (.purl | test("^pkg:deb/debian/[^+?]+@[^+?]+[?]arch=")))' "$package/$name-sbom.cdx.json"
+}
+
+# What the schemas of version 1.6.0 require (microsoft/winget-cli, schemas/JSON/manifests/v1.6.0), and what is filled in.
+manifest_is_complete() {
+    local url='https://example.com/a&b/setup.exe' all=$package/winget/CorvanePluginManager.CorvanePluginManager file keys key
+    "$root/scripts/winget.sh" "$url" || return 1
+    while read -r file keys; do
+        for key in PackageIdentifier PackageVersion ManifestType 'ManifestVersion: 1.6.0' $keys; do
+            grep -E "^(- |  )?$key(:|\$)" "$all$file" || { echo "$file lacks $key"; return 1; }
+        done
+    done <<'END'
+.yaml DefaultLocale
+.installer.yaml Installers Architecture InstallerType InstallerUrl InstallerSha256
+.locale.en-US.yaml PackageLocale Publisher PackageName License ShortDescription
+END
+    key=$(sha256sum "$package/$name-setup.exe" | cut -d' ' -f1)
+    [ "$(grep -ciF -e "InstallerUrl: \"$url\"" -e "InstallerSha256: $key" "$all.installer.yaml")" = 4 ] &&
+        [ "$(grep -A 4 'Scope: ' "$all.installer.yaml" | grep -oE '(user|machine|/AllUsers|/CurrentUser)$' | xargs)" = \
+            'user /CurrentUser machine /AllUsers' ] &&
+        ! grep @ "$package"/winget/*.yaml && not "$root/scripts/winget.sh" 'ftp://example.com/setup.exe'
+}
+
+# With a certificate that nobody else trusts.
+sign_packages() {
+    openssl req -x509 -newkey rsa:2048 -nodes -subj '/CN=Package test' -addext extendedKeyUsage=codeSigning -days 2 \
+        -keyout "$work/key.pem" -out "$work/certificate.pem" &&
+        openssl pkcs12 -export -inkey "$work/key.pem" -in "$work/certificate.pem" -passout 'pass:not a secret' \
+            -out "$work/certificate.p12" &&
+        SIGN_CERTIFICATE=$work/certificate.p12 SIGN_PASSWORD='not a secret' "$root/scripts/package.sh" &&
+        mv "$package"/*-setup.exe "$work/signed-setup.exe"
+}
+
 zip_is_whole() {
     (cd "$work" && cmake -E tar xf "$package/$name-portable.zip") && diff -r "$package/$name" "$work/$name"
 }
@@ -140,6 +183,12 @@ plant_user_work() {
     load_studio &&
         wine reg add "$user\\$company_key\\ExcludedPlugIns\\{11111111-2222-3333-4444-555555555555}" /f &&
         wine reg add "$user\\$company_key\\Corvane Plugin Manager" /v MenuLayoutsDirty /t REG_DWORD /d 1 /f
+}
+
+# As version 1.0 called its files.
+give_old_names() {
+    mv "$1/$uninstaller" "$1/Uninstall.exe" && mv "$1/$licence" "$1/LICENSE.txt"
+    wine reg add "$user\\$uninstall_key" /v UninstallString /d "\"$2\\Uninstall.exe\"" /f >/dev/null
 }
 
 test_all_users() {
@@ -161,42 +210,65 @@ test_all_users() {
 }
 
 test_one_user() {
-    local folder='C:\Müsik Tools\プラグイン 1' moved='C:\Müsik Tools\プラグイン 2' other='C:\Other\PluginManager.exe'
+    local folder='C:\Müsik Tools\プラグイン 1' moved='C:\Müsik Tools\プラグイン 2' other='C:\Other\PluginManager.exe' there file
+    there=$(on_disk "$folder")
     check "the user's work" plant_user_work
     snapshot before
-    mkdir -p "$(on_disk "$folder")/LICENSE.txt"
-    check "a file that can't be written ends it" ends_with 2 run_setup /CurrentUser "/D=$folder"
-    rm -r "$(on_disk "$folder")"
     check "silent, for one user, into a folder with blanks and foreign letters" run_setup /CurrentUser "/D=$folder"
     check "files there" has_program_files "$folder"
-    check "Tools menu names the folder" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
+    check "the machine's Tools menu is left alone" not wine reg query "$tools_menu_entry"
 
     check "the program shows its window there" start_program "$folder"
     check "a running program is not replaced" ends_with 2 run_setup
-    check "a running program is not removed" ends_with 2 run_silently "$folder\\Uninstall.exe" "_?=$folder"
+    check "a running program is not removed" ends_with 2 run_silently "$folder\\$uninstaller" "_?=$folder"
     check "nothing of it is gone" has_program_files "$folder"
     check "the program closes there" close_program
 
     wine reg add "$user\\$uninstall_key" /v DisplayVersion /d 99.0 /f >/dev/null
     check "a newer version is not replaced silently" ends_with 2 run_setup
-    wine reg add "$user\\$uninstall_key" /v DisplayVersion /d 0.0.9 /f >/dev/null
-    echo "an older one" >"$(on_disk "$folder")/PluginManager.exe"
-    check "an older version is replaced where it is" run_setup
+    wine reg add "$user\\$uninstall_key" /v DisplayVersion /d "$version" /f >/dev/null
+    echo "an older one" >"$there/PluginManager.exe"
+    give_old_names "$there" "$folder"
+    mkdir -p "$there/PluginManager-new/PluginManager.chm"
+    check "a file that can't be written ends it" ends_with 2 run_setup
+    rm -r "$there/PluginManager-new"
+    check "and leaves the older version" grep -q "an older one" "$there/PluginManager.exe"
+    check "which is replaced where it is" run_setup
     check "by the files of this one" has_program_files "$folder"
     check "and its version" has_value "$user\\$uninstall_key" DisplayVersion "$version"
-    check "moving to another folder" run_setup "/D=$moved"
+    check "with other names" not compgen -G "$there/[UL]*"
+    mkdir -p "$(on_disk "$moved")/$licence"
+    check "a folder that can't be written to ends moving" ends_with 2 run_setup "/D=$moved"
+    check "and leaves what was there" has_program_files "$folder"
+    check "and nothing in the other folder" rmdir "$(on_disk "$moved")/$licence" "$(on_disk "$moved")"
+    cp "$there/PluginManager.exe" "$there/$uninstaller"  # would open its window and wait
+    check "moving to another folder, without running what lies in the old one" run_setup "/D=$moved"
     check "takes the files there" has_program_files "$moved"
-    check "and leaves none" not test -e "$(on_disk "$folder")"
+    check "and leaves none" not test -e "$there"
     check "silent removal for one user" uninstall "$user" "$moved"
     rmdir "$(on_disk 'C:\Müsik Tools')"  # a folder above its own is not the installer's to remove
     check "the user's work is left, and nothing else" same_as_before
 
+    mkdir -p "$there"
+    for file in Uninstall.exe LICENSE.txt notes.txt; do echo "another product's" >"$there/$file"; done
+    cp -r "$there" "$work/strangers"
     run_setup /CurrentUser "/D=$folder"
     wine reg add "$tools_menu_entry" /v ExePath /d "$other" /f >/dev/null
-    touch "$(on_disk "$folder")/notes.txt"
+    wine reg add "$user\\$uninstall_key" /v UninstallString /d "\"$folder\\Uninstall.exe\"" /f >/dev/null
+    run_setup  # over a version 1.0, over whose files the other product was installed
     check "removal beside what others own" uninstall "$user" "$folder"
     check "another copy's entry in the Tools menu stays" has_value "$tools_menu_entry" ExePath "$other"
-    check "a stranger's file stays" test -e "$(on_disk "$folder")/notes.txt"
+    check "strangers' files stay" diff -r "$work/strangers" "$there"
+}
+
+test_signed() {
+    local folder='C:\Signed' file
+    run_silently "$work/signed-setup.exe" /CurrentUser "/D=$folder"
+    for file in "$work/signed-setup.exe" "$(on_disk "$folder")"/*.exe; do
+        check "the signature of $(basename "$file")" osslsigncode verify -CAfile "$work/certificate.pem" -in "$file"
+    done
+    check "removal by a signed uninstaller, in place" ends_with 0 run_silently "$folder\\$uninstaller" "_?=$folder"
+    check "which leaves nothing but itself" rm -d "$(on_disk "$folder\\$uninstaller")" "$(on_disk "$folder")"
 }
 
 # Libraries under the names of the system's beside the program. Others are none that can be planted here: Wine's own
@@ -249,6 +321,7 @@ test_kit() {
 rm -rf "$work"
 mkdir -p "$work"
 trap clear_up EXIT
+check "packages are signed" sign_packages
 "$root/scripts/package.sh" --test-kit
 build_preset release window_probe studio_registrar planted_library || die "the build failed"
 name=$(cd "$package" && echo CorvanePluginManager-*-setup.exe)
@@ -256,6 +329,8 @@ name=${name%-setup.exe}
 version=${name##*-}
 check "the same bytes when it is built again" same_bytes_again
 check "the zip" zip_is_whole
+check "the bill of materials" bill_is_complete
+check "the manifest for the package manager" manifest_is_complete
 check "a program that imports more is refused" ends_with 1 "$root/scripts/check-program.sh" "$bin/studio_registrar.exe"
 check "the program file's version and copyright" names_itself
 
@@ -268,6 +343,7 @@ for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie'; do
 done
 test_all_users
 test_one_user
+test_signed
 test_planted_libraries
 test_kit
 echo "$passed passed, $failed failed"

@@ -7,6 +7,14 @@
 
 namespace {
 
+/// Null when there are none.
+Microsoft::WRL::ComPtr<IAccPropServices> AccessibilityServices() {
+    Microsoft::WRL::ComPtr<IAccPropServices> services;
+    ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC, IID_IAccPropServices,
+                       reinterpret_cast<void**>(services.GetAddressOf()));
+    return services;
+}
+
 std::wstring WithoutMnemonic(std::wstring text) {
     const std::size_t mark = text.find(L'&');
     if (mark == std::wstring::npos) return text;
@@ -21,11 +29,15 @@ void SetAccessibleName(HWND control, const std::wstring& name) {
     const std::wstring plain = WithoutMnemonic(name);
     // Some readers ask the window, some the service.
     ::SetWindowTextW(control, plain.c_str());
-    Microsoft::WRL::ComPtr<IAccPropServices> services;
-    if (FAILED(::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC, IID_IAccPropServices,
-                                  reinterpret_cast<void**>(services.GetAddressOf())))) {
-        return;
+    if (const auto services = AccessibilityServices()) {
+        services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
+                                 plain.c_str());
     }
-    services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
-                             plain.c_str());
+}
+
+void ClearAccessibleName(HWND control) {
+    if (const auto services = AccessibilityServices()) {
+        services->ClearHwndProps(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, &PROPID_ACC_NAME,
+                                 1);
+    }
 }

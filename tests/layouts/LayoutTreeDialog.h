@@ -1,6 +1,7 @@
 // The main dialog with a layout in its tree, worked by its buttons, keys and the mouse.
 #pragma once
 
+#include <array>
 #include <tuple>
 
 #include "support/LayoutText.h"
@@ -49,10 +50,10 @@ class LayoutTreeDialog : public MainDialog {
     void Type(WORD key, BYTE held = 0) {
         BYTE keys[256]{};
         keys[held] = 0x80;
+        if (held == VK_RMENU) keys[VK_CONTROL] = keys[VK_MENU] = 0x80;  // AltGr
         ::SetKeyboardState(keys);
         Tree().Send(held == VK_MENU || key == VK_F10 ? WM_SYSKEYDOWN : WM_KEYDOWN, key);
-        keys[held] = 0;
-        ::SetKeyboardState(keys);
+        ::SetKeyboardState(std::array<BYTE, 256>{}.data());
     }
     /// The middle of the item's label; without a name, a place below all items.
     POINT PlaceOf(Line name) {

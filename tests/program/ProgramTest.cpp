@@ -97,6 +97,19 @@ TEST_F(Program, StartsAnewAsAdministratorOrStaysAsItWas) {
     EXPECT_TRUE(WaitFor([&] { return !::IsWindow(anew.Window()); }));
 }
 
+TEST_F(Program, HelpThatWindowsWouldShowBlankNamesTheRemedyInstead) {
+    const auto mark = BesideTest(L"PluginManager.chm:Zone.Identifier");
+    std::ofstream(mark) << "[ZoneTransfer]\r\nZoneId=3\r\n";
+    const WindowDriver program;
+    Press(program.Control(IDC_HELP_BUTTON));
+    HWND message = nullptr;
+    EXPECT_TRUE(WaitFor([&] { return (message = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    std::filesystem::remove(mark);
+    EXPECT_NE(support::TextOf(::GetDlgItem(message, 0xffff)).find(L"Unblock"), std::wstring::npos);
+    ::PostMessageW(message, WM_COMMAND, IDOK, 0);
+    EXPECT_EQ(program.Close(), 0U);
+}
+
 TEST_F(Program, TakesNamesFromTheDatabaseBesideItOnRequest) {
     const auto names = BesideTest(L"Database\\names.txt");
     const auto calls = BesideTest(L"Database\\calls.txt");

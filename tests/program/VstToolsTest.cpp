@@ -86,7 +86,7 @@ TEST_F(VstTools, OnlyAScanThatChangedTheInventoryIsReadAgain) {
     EXPECT_EQ(program.Rows(IDC_PLUGINS).size(), before.size() + 2) << "there is nothing to read";
     EXPECT_EQ(SelectedRows(program.Control(IDC_PLUGINS)), std::vector<int>{0});
     EXPECT_EQ(program.Close(), 0U);
-    EXPECT_EQ(host.Messages(), (std::vector{StandInHost::Message{kPluginsChanged, 0, 0}}));
+    EXPECT_EQ(std::ranges::count(host.Messages(), StandInHost::Message{kPluginsChanged, 0, 0}), 1);
 }
 
 TEST_F(VstTools, TheUsualKeyAndTheAdapterHaveTheirOwnCommands) {

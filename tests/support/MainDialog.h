@@ -31,8 +31,8 @@ class MainDialog : public testing::Test {
         // Only who had the last input may come to the front: an empty one will do.
         INPUT nothing{};
         SendInput(1, &nothing, sizeof nothing);
-        SetForegroundWindow(m_dialog->Handle());
         const HWND top = GetAncestor(m_dialog->Handle(), GA_ROOT);
+        SetForegroundWindow(top);
         EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; }));
     }
     /// The dialog goes before a host that the test made.

@@ -72,7 +72,7 @@ void Popups::Look() {
     const HWND dialog = FrontDialog();
     if (!dialog || dialog == m_worked) return;
     m_worked = dialog;
-    const bool owned = GetWindow(dialog, GW_OWNER) != nullptr;
+    const bool owned = !m_ownersMatter || GetWindow(dialog, GW_OWNER);
     if (!owned || m_steps.empty() || Describe(dialog).find(Utf8(m_steps.front().text)) == std::string::npos) {
         ADD_FAILURE() << (owned ? "unexpected: " : "without an owner: ") << Describe(dialog);
         Command(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDNO);

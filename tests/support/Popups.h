@@ -28,6 +28,7 @@ class Popups {
     /// For a file dialog: enters a path and confirms it; an empty one leaves the dialog. `before` works the
     /// dialog first.
     Popups& ExpectFile(std::wstring title, std::wstring path, Work before = {});
+    bool m_ownersMatter = true;
     /// Fails the test when a step is left, and forgets it.
     void ExpectNoMore();
 

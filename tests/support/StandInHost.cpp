@@ -1,5 +1,7 @@
 #include "support/StandInHost.h"
 
+#include <commctrl.h>
+
 #include <cstdint>
 #include <cstdio>
 
@@ -10,20 +12,29 @@ StandInHost::~StandInHost() {
     m_thread.join();
 }
 
-// A plain label will do: what the program tells its host is posted, so that the loop sees it.
+// A plain label will do.
 void StandInHost::Run(Size size) {
     const SIZE extent = size == Size::Large ? SIZE{1150, 900} : SIZE{700, 500};
     const HWND window = CreateWindowExW(0, L"STATIC", L"Stand-in host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                                         60, 50, extent.cx, extent.cy, nullptr, nullptr, nullptr, nullptr);
+    SetWindowSubclass(window, &Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
     ShowWindow(window, SW_SHOWNOACTIVATE);
     m_opened.set_value(window);
-    for (MSG message; IsWindow(window) && GetMessageW(&message, nullptr, 0, 0) > 0;) {
-        if (message.message >= WM_APP && message.message <= 0xBFFF) {
-            const std::scoped_lock lock(m_mutex);
-            m_messages.emplace_back(message.message, message.wParam, message.lParam);
-        }
+    for (MSG message; IsWindow(window) && GetMessageW(&message, nullptr, 0, 0) > 0;)
         DispatchMessageW(&message);
+}
+
+LRESULT CALLBACK StandInHost::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                        DWORD_PTR self) {
+    auto& host = *reinterpret_cast<StandInHost*>(self);
+    const bool isOurs = message >= WM_APP && message <= 0xBFFF;
+    const bool asksForMenu = message == WM_CONTEXTMENU || message == WM_SYSCHAR;
+    const bool activates = message == WM_ACTIVATE && LOWORD(wParam) != WA_INACTIVE;
+    if (isOurs || asksForMenu || activates) {
+        const std::scoped_lock lock(host.m_mutex);
+        host.m_messages.emplace_back(message, wParam, lParam);
     }
+    return asksForMenu ? 0 : DefSubclassProc(window, message, wParam, lParam);
 }
 
 std::wstring StandInHost::HandleText() const {

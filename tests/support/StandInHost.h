@@ -17,7 +17,8 @@ inline constexpr UINT kLayoutsChanged = 0x8081;
 inline constexpr UINT kPluginsChanged = 0x8082;
 
 /// A top-level window off the screen's corner, with a thread of its own, so that it answers while the test
-/// waits. It notes the program's messages. A dialog docked into it is destroyed with it.
+/// waits. It notes the program's messages, its activations, and the menus that a docked dialog leaves to it:
+/// those it does not open. A dialog docked into it is destroyed with it.
 class StandInHost {
   public:
     /// The number, wParam and lParam.
@@ -46,6 +47,8 @@ class StandInHost {
 
   private:
     void Run(Size size);
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR self);
 
     mutable std::mutex m_mutex;
     std::vector<Message> m_messages;

@@ -30,8 +30,8 @@ TEST_F(AboutDlg, TheKeyboardOpensTheLicence) {
                 if (!::IsDialogMessageW(about, &message)) ::DispatchMessageW(&message);
             return ::FindWindowW(L"Notepad", nullptr);
         };
-        EXPECT_TRUE(
-            support::WaitFor([&] { return viewer() && support::TextOf(viewer()).starts_with(L"LICENSE"); }));
+        EXPECT_TRUE(support::WaitFor(
+            [&] { return viewer() && support::TextOf(viewer()).starts_with(L"PluginManager-LICENSE"); }));
         ::PostMessageW(viewer(), WM_CLOSE, 0, 0);
         EXPECT_TRUE(support::WaitFor([&] { return viewer() == nullptr; }));
         support::Press(::GetDlgItem(about, IDOK));

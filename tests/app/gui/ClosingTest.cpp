@@ -70,6 +70,12 @@ TEST_F(Closing, AQuestionThatOutlivesTheWindowLeadsNowhere) {
     }));
 }
 
+/// As for an owner that is being destroyed.
+LRESULT CALLBACK RefuseOwnedBoxes(int code, WPARAM, LPARAM created) {
+    const auto& window = *reinterpret_cast<const CBT_CREATEWNDW*>(created);
+    return code == HCBT_CREATEWND && ::GetDlgItem(window.lpcs->hwndParent, IDC_LAYOUT_TREE);
+}
+
 TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAwayUntilTheHostTakesTheWindow) {
     OpenModified(Hosted());
     m_popups.Expect(kQuestion, IDNO);
@@ -78,8 +84,11 @@ TEST_F(Closing, ASessionThatGoesOnBringsBackWhatWasThrownAwayUntilTheHostTakesTh
     m_dialog->Send(WM_ENDSESSION, FALSE);
     m_popups.Expect(kQuestion, IDCANCEL);
     EXPECT_FALSE(m_dialog->Send(WM_QUERYENDSESSION));
+    const HHOOK hook = ::SetWindowsHookExW(WH_CBT, &RefuseOwnedBoxes, nullptr, ::GetCurrentThreadId());
+    m_popups.m_ownersMatter = false;
     m_popups.Expect(kQuestion, IDNO);
     ::DestroyWindow(m_dialog->Handle());
+    ::UnhookWindowsHookEx(hook);
     EXPECT_FALSE(IsOpen());
 }
 

@@ -54,4 +54,24 @@ TEST_F(Docking, TheDialogLiesWithinTheHostAsFarAsItHasRoom) {
     }
 }
 
+TEST_F(Docking, TheKeyboardComesBackFromDialogsAndTheHostOpensNoMenu) {
+    OpenIn(StandInHost::Size::Large);
+    Show();
+    Press(IDC_NEW_FOLDER);
+    m_popups.Expect(L"About", IDCANCEL);
+    m_dialog->Send(WM_SYSCOMMAND, 0x10);
+    EXPECT_TRUE(Item(IDC_LAYOUT_TREE).HasFocus()) << "the label's field is gone";
+    m_popups.Expect(L"Save changes", IDNO).ExpectFile(L"Open Plug-In Menu Layout", L"");
+    Press(IDC_LAYOUT_OPEN);
+    EXPECT_TRUE(Item(IDC_LAYOUT_OPEN).HasFocus());
+    EXPECT_GE(m_host->MessageCount(WM_ACTIVATE), 4U) << "it had the keyboard after each";
+
+    Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, 0, -1);
+    for (const WORD choice : {WORD{VK_UP}, WORD{VK_RETURN}}) support::PostKey(m_dialog->Handle(), choice);
+    Item(IDC_PLUGINS).Send(WM_SYSCHAR, L' ', 1 << 29);
+    Pump();
+    EXPECT_EQ(Parent(), ::GetDesktopWindow()) << "by the last command of the dialog's own menu";
+    EXPECT_EQ(m_host->MessageCount(WM_CONTEXTMENU) + m_host->MessageCount(WM_SYSCHAR), 0U);
+}
+
 }  // namespace

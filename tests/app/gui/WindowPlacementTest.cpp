@@ -37,6 +37,13 @@ TEST_F(Placement, TheWindowOpensWhereItClosedUnlessItIsDocked) {
     const support::StandInHost host;
     EXPECT_EQ(Reopened({L"/ParentWnd", host.HandleText()}).Width(), first.Width()) << "docked";
     EXPECT_EQ(Reopened(), place);
+    ::MoveWindow(m_dialog->Handle(), 20, 40, place.Width(), place.Height(), FALSE);
+    m_dialog->Send(WM_ENDSESSION, TRUE);
+    ::MoveWindow(m_dialog->Handle(), place.left, place.top, place.Width(), place.Height(), FALSE);
+    m_dialog.reset();
+    Open();
+    EXPECT_EQ(m_dialog->WindowRect().left, 20) << "an ended session destroys no window";
+    ::MoveWindow(m_dialog->Handle(), place.left, place.top, place.Width(), place.Height(), FALSE);
     ::ShowWindow(m_dialog->Handle(), SW_SHOWMAXIMIZED);
     ::ShowWindow(m_dialog->Handle(), SW_SHOWMINIMIZED);
     Reopened();

@@ -34,4 +34,14 @@ TEST(HelpFile, TheEngineGetsAPathThatItCanRead) {
     EXPECT_EQ(files.Read(given.substr(given.rfind(L'\\') + 1)), "help");
 }
 
+TEST(HelpFile, TheMarkOfTheInternetIsSeen) {
+    const support::FileSandbox files;
+    CHelpFile help;
+    help.Prepare(files.Path(L"p.exe"), L"help.chm");
+    files.Write(L"help.chm", "");
+    EXPECT_FALSE(help.IsMarked());
+    files.Write(L"help.chm:Zone.Identifier", "[ZoneTransfer]\r\nZoneId=3\r\n");
+    EXPECT_TRUE(help.IsMarked());
+}
+
 }  // namespace

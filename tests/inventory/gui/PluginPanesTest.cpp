@@ -167,7 +167,7 @@ TEST_F(PluginPanes, ExcludingAndEnablingMovesRowsBetweenTheModesAndTellsTheHost)
     Press(IDC_EXCLUDE);
     EXPECT_EQ(Listed(), Texts{}) << "hidden, not missing";
     const StandInHost::Message told{support::kPluginsChanged, 0, 0};
-    EXPECT_TRUE(WaitFor([&] { return host.Messages() == std::vector(4, told); }));
+    EXPECT_TRUE(WaitFor([&] { return std::ranges::count(host.Messages(), told) == 4; }));
 }
 
 TEST_F(PluginPanes, AnExclusionThatCannotBeWrittenKeepsNoOtherFromIt) {

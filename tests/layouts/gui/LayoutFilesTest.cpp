@@ -205,7 +205,9 @@ TEST_F(LayoutFiles, NothingGoesOnWhenTheWindowIsTakenAwayDuringTheQuestion) {
 TEST_F(LayoutFiles, AnOpenedFileIsFoundInTheListAndSavingBeforeAPickStillShowsWhatWasPicked) {
     Open({m_away});
     Shows(L"0:Away|away.xml|5");  // only layouts that were listed can be deleted
-    m_popups.ExpectFile(kOpen, m_files.Path(L"TWO.pgl"));
+    m_popups.ExpectFile(kOpen, m_files.Path(L"TWO.pgl"), [](HWND dialog) {
+        EXPECT_FALSE(::FindWindowExW(dialog, nullptr, L"#32770", nullptr)) << "there is a hook";
+    });
     Press(IDC_LAYOUT_OPEN, L"2:Two|TWO.pgl|2+");
     Pick(L"One", L"1:One|one.pgl|1+");
     const auto saveAndPick = [&](const wchar_t* file, const wchar_t* picked, const wchar_t* shows) {

@@ -133,7 +133,7 @@ TEST(LayoutIcons, TellTheKindOfAPluginAndWhetherItIsInstalled) {
         letters += L' ';
     }
     EXPECT_EQ(ImagesOf(NewFolder(L"a")).selected, 6);
-    for (std::size_t i = 0; i < 16 * kSide; ++i)
+    for (std::size_t i = 0; i < std::size_t{16} * kSide; ++i)
         EXPECT_TRUE(i % kSide < 16 || seen.front()[i] == RGB(255, 255, 255)) << "apart from the label";
     EXPECT_EQ(letters, L"AAA Bcc Def Ghh Ijk lll Bcc mmm Def Ijk Nop Qrs AAA ");
 }

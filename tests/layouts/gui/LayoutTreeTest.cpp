@@ -167,8 +167,10 @@ TEST_F(LayoutTree, RenamesInPlaceButNotToNothing) {
     Layout().SetModified(false);
     Type(VK_F2);
     EXPECT_EQ(Tree().LabelEdit().Text(), longName) << "the whole name is there to edit";
-    EnterLabel(L"");
-    Type(VK_F2);
+    for (const std::wstring& name : {longName, std::wstring()}) {
+        EnterLabel(name);
+        Type(VK_F2);
+    }
     EnterLabel(L"left", VK_ESCAPE);
     EXPECT_FALSE(Layout().IsModified());
     EXPECT_FALSE(Tree().EditLabel(Node(kSeparatorText))) << "a separator has no name to edit";
@@ -189,6 +191,7 @@ TEST_F(LayoutTree, KeysSelectAsInAListAndWhatAClosedFolderHidesIsNotSelected) {
              {VK_HOME, VK_SHIFT, L"*a,+F[b],c,d"},
              {'A', VK_CONTROL, L"*a,+F[b],+c,+d"},  // everything that can be seen
              {VK_DOWN, 0, L"a,*F[b],c,d"},
+             {'A', VK_RMENU, L"a,*F[b],c,d"},  // with AltGr it is a letter
              {VK_RIGHT, 0, L"a,*F(b),c,d"},
              {VK_DOWN, VK_SHIFT, L"a,+F(*b),c,d"},
              {VK_END, VK_SHIFT, L"a,+F(+b),+c,*d"},
