@@ -58,15 +58,14 @@ make_test_kit() {
     local kit=$package/$name-test-kit file
     build_preset release unit_tests system_tests gui_tests program_tests studio_registrar || die "the build failed"
     mkdir -p "$kit/Database"
-    cp "$files"/{PluginManager.exe,PluginManager.chm} "$bin"/{studio_registrar.exe,stand_in_tool.exe,studio.reg} \
-        "$root"/samples/*.pgl "$kit"
+    cp "$bin"/{studio_registrar.exe,stand_in_tool.exe,studio.reg} "$root"/samples/*.pgl "$kit"
     for file in {unit,system,gui,program}_tests.exe Database/VrnDatabase.dll; do
         x86_64-w64-mingw32-strip -o "$kit/$file" "$bin/$file"
     done
     cp "$root/docs/hand-trials.md" "$kit/hand-trials.txt"
     cp "$root"/packaging/test-kit/* "$kit"
     sed -i "s/@VERSION@/$version/; s/@DATE@/$(date -d "@$SOURCE_DATE_EPOCH" +%F)/; s/\$/\r/" "$kit"/*.{cmd,txt}
-    cp "$files/LICENSE.txt" "$kit"
+    cp "$files"/PluginManager* "$kit"  # its licence has its line ends
     find "$kit" -type f -exec chmod 644 {} + -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
     (cd "$package" && find "$name-test-kit" -type f | LC_ALL=C sort | zip -q -X -9 "$name-test-kit.zip" -@)
     (cd "$package" && sha256sum "$name-test-kit.zip" >>SHA256SUMS)
