@@ -2,6 +2,7 @@
 # Makes the packages in build/package: the installer, the zip for use without installing, the bill of materials, and
 # SHA256SUMS. The same commit always gives the same bytes: every time in them is that of the commit.
 # Where SIGN_CERTIFICATE names a file (see scripts/sign.sh), program, installer and uninstaller are signed.
+#   scripts/package.sh [--test-kit]     --test-kit: a zip with the tests as well, to run on a computer with Windows
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -51,3 +52,24 @@ touch -d "@$SOURCE_DATE_EPOCH" "$files/readme.txt"
 echo "$package/$name-setup.exe"
 echo "$package/$name-portable.zip"
 echo "$package/$name-sbom.cdx.json"
+
+# All that the tests need beside them; what they take from the tree otherwise is in the programs.
+make_test_kit() {
+    local kit=$package/$name-test-kit file
+    build_preset release unit_tests system_tests gui_tests program_tests studio_registrar || die "the build failed"
+    mkdir -p "$kit/Database"
+    cp "$bin"/{studio_registrar.exe,stand_in_tool.exe,studio.reg} "$root"/samples/*.pgl "$kit"
+    for file in {unit,system,gui,program}_tests.exe Database/VrnDatabase.dll; do
+        x86_64-w64-mingw32-strip -o "$kit/$file" "$bin/$file"
+    done
+    cp "$root/docs/hand-trials.md" "$kit/hand-trials.txt"
+    cp "$root"/packaging/test-kit/* "$kit"
+    sed -i "s/@VERSION@/$version/; s/@DATE@/$(date -d "@$SOURCE_DATE_EPOCH" +%F)/; s/\$/\r/" "$kit"/*.{cmd,txt}
+    cp "$files"/PluginManager* "$kit"  # its licence has its line ends
+    find "$kit" -type f -exec chmod 644 {} + -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
+    (cd "$package" && find "$name-test-kit" -type f | LC_ALL=C sort | zip -q -X -9 "$name-test-kit.zip" -@)
+    (cd "$package" && sha256sum "$name-test-kit.zip" >>SHA256SUMS)
+    echo "$package/$name-test-kit.zip"
+}
+
+if [[ " $* " == *" --test-kit "* ]]; then make_test_kit; fi

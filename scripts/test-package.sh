@@ -129,7 +129,7 @@ same_bytes_again() {
     cp "$package/SHA256SUMS" "$work/SHA256SUMS"
     rm -f "$bin/PluginManager.exe" "$bin/PluginManager.chm"
     touch "$root/packaging"/* "$root/LICENSE" "$root/res"/*.ico
-    "$root/scripts/package.sh" && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
+    "$root/scripts/package.sh" --test-kit && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
 }
 
 # What the format requires (bom-1.5.schema.json), and what no program of this toolchain goes without.
@@ -289,11 +289,40 @@ test_planted_libraries() {
     check "and loads none of them" not test -e "$trace"
 }
 
+# kit_result FILE SETS COMMAND...: the kit runs so many sets without a failure and leaves a word of each in the file.
+kit_result() {
+    local file
+    file=$(on_disk "$1")
+    timeout -k 10 600 wine cmd /c "${@:3}" || echo "exit code $?"
+    tr -d '\r' <"$file" >"$work/result.txt"
+    cat "$work/result.txt"
+    [ "$(grep -c '^exit code 0$' "$work/result.txt")" = "$2" ] && [ "$(grep -c '^\[  PASSED  \]' "$work/result.txt")" = "$2" ] &&
+        grep -q '^--- end' "$work/result.txt"
+}
+
+# In a system of its own: outside of Windows Sandbox a sample, and all of it as if within.
+test_kit() {
+    local kit='C:\Test Kit' within='set USERNAME=WDAGUtilityAccount&call C:\TestKit\run-in-sandbox.cmd'
+    fresh_prefix "$build/kit-prefix"
+    wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
+    # Wine's desktop comes up with the first window and keeps the output of the program that made it.
+    wine "$bin/gui_tests.exe" '--gtest_filter=AboutDlg.TellsTheVersion' >/dev/null 2>&1
+    (cd "$work" && cmake -E tar xf "$package/$name-test-kit.zip" && cp -r "$name-test-kit" "$(on_disk "$kit")")
+    wine cmd /c "$kit\run-in-sandbox.cmd" >/dev/null 2>&1 </dev/null || true  # there is none to start
+    check "the kit names its folders to the sandbox" grep -q '<HostFolder>C:.Test Kit.sandbox<' "$(on_disk "$kit\tests.wsb")"
+    check "in a file that can be read" xmllint --noout "$(on_disk "$kit\tests.wsb")"
+    check "the kit outside" kit_result "$kit\result.txt" 3 "$kit\run-tests.cmd" '--gtest_filter=CmdLine.*:Settings.*:Tips.*'
+    check "leaves out the real program" grep -q '^Left out' "$(on_disk "$kit\result.txt")"
+    mkdir "$(on_disk 'C:\TestKitResult')"
+    cp -r "$(on_disk "$kit")" "$(on_disk 'C:\TestKit')"
+    check "the kit within" kit_result 'C:\TestKitResult\result.txt' 4 "$within"
+}
+
 rm -rf "$work"
 mkdir -p "$work"
 trap clear_up EXIT
 check "packages are signed" sign_packages
-"$root/scripts/package.sh"
+"$root/scripts/package.sh" --test-kit
 build_preset release window_probe studio_registrar planted_library || die "the build failed"
 name=$(cd "$package" && echo CorvanePluginManager-*-setup.exe)
 name=${name%-setup.exe}
@@ -316,5 +345,6 @@ test_all_users
 test_one_user
 test_signed
 test_planted_libraries
+test_kit
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]

@@ -48,10 +48,11 @@ TEST_F(Program, DocksAndEndsWithItsHost) {
 }
 
 TEST_F(Program, SpeaksTheLanguageOfItsSettingAndEndsWithTheCodeItIsGiven) {
+    const auto before = Text(HKEY_LOCAL_MACHINE, kCompany, L"Language");
     SetText(HKEY_LOCAL_MACHINE, kCompany, L"Language", L"gERMAN");
     std::optional<WindowDriver> program;
     EXPECT_NO_THROW(program.emplace());
-    SetText(HKEY_LOCAL_MACHINE, kCompany, L"Language", L"");
+    SetText(HKEY_LOCAL_MACHINE, kCompany, L"Language", before.value_or(L""));
     ASSERT_TRUE(program);
     EXPECT_EQ(program->TextOf(IDC_CLOSE), L"Schließen");
     ::PostThreadMessageW(::GetWindowThreadProcessId(program->Window(), nullptr), WM_QUIT, 5, 0);

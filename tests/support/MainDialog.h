@@ -28,6 +28,9 @@ class MainDialog : public testing::Test {
     /// Back to front, so that focus and caret are those of a user.
     void Show() {
         m_dialog->Show();
+        // Only who had the last input may come to the front: an empty one will do.
+        INPUT nothing{};
+        SendInput(1, &nothing, sizeof nothing);
         const HWND top = GetAncestor(m_dialog->Handle(), GA_ROOT);
         SetForegroundWindow(top);
         EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; }));

@@ -1,5 +1,7 @@
 #include "support/Popups.h"
 
+#include <dlgs.h>
+
 #include <gtest/gtest.h>
 
 #include "resource.h"
@@ -61,7 +63,7 @@ Popups& Popups::Expect(std::wstring text, int button) {
 Popups& Popups::ExpectFile(std::wstring title, std::wstring path, Work before) {
     return Expect(std::move(title), [path = std::move(path), before = std::move(before)](HWND dialog) {
         if (before) before(dialog);
-        if (!path.empty()) EnterText(InFileDialog(dialog, kFileNameField), path);
+        if (!path.empty()) EnterText(FileNameField(dialog), path);
         Command(dialog, path.empty() ? IDCANCEL : IDOK);
     });
 }
@@ -87,6 +89,11 @@ HWND InFileDialog(HWND dialog, int id) {
          !found && (child = FindWindowExW(dialog, child, L"#32770", nullptr)) != nullptr;)
         found = GetDlgItem(child, id);
     return found;
+}
+
+HWND FileNameField(HWND dialog) {
+    const HWND combo = InFileDialog(dialog, cmb13);
+    return combo ? combo : InFileDialog(dialog, edt1);
 }
 
 }  // namespace support

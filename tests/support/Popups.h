@@ -46,7 +46,8 @@ class Popups {
 
 /// The control of that id in a file dialog, also in the template added to it; null when there is none.
 HWND InFileDialog(HWND dialog, int id);
-/// The field for the file's name.
-inline constexpr int kFileNameField = 0x47C;  // cmb13 of the system's file dialogs
+/// The field for the file's name in a file dialog: not every system has the same one where a program takes
+/// part.
+HWND FileNameField(HWND dialog);
 
 }  // namespace support

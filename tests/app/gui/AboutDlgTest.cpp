@@ -1,17 +1,27 @@
 // The about box, opened from the system menu.
 #include "Version.h"
 #include "support/MainDialog.h"
+#include "support/Surroundings.h"
 #include "support/WaitFor.h"
 
 namespace {
 
 using AboutDlg = support::MainDialog;
 
-TEST_F(AboutDlg, TellsTheVersionAndTheKeyboardOpensTheLicence) {
+TEST_F(AboutDlg, TellsTheVersion) {
     Open();
     m_popups.Expect(std::wstring(kProductVersion), [](HWND about) {
         const auto line = support::TextOf(::GetDlgItem(about, IDC_ABOUT_VERSION));
         EXPECT_NE(line.find(kBuildDate), std::wstring::npos) << support::Utf8(line);
+        support::Press(::GetDlgItem(about, IDOK));
+    });
+    m_dialog->Send(WM_SYSCOMMAND, 0x10);
+}
+
+TEST_F(AboutDlg, TheKeyboardOpensTheLicence) {
+    if (!support::OnWine()) GTEST_SKIP() << "the editor that opens may be one that the user is working in";
+    Open();
+    m_popups.Expect(std::wstring(kProductVersion), [](HWND about) {
         support::PostKey(::GetDlgItem(about, IDOK), VK_TAB);
         support::PostKey(::GetDlgItem(about, IDC_ABOUT_LICENCE), VK_RETURN);
         const auto viewer = [about] {

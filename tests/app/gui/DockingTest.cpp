@@ -35,7 +35,8 @@ TEST_F(Docking, TheDialogLiesWithinTheHostAsFarAsItHasRoom) {
         ExpectWithinTheHost("at the start");
         const Rect docked = m_dialog->WindowRect();
         const RECT elsewhere = ToSystem(m_dialog->RectIn(m_host->Window()));
-        m_dialog->Send(WM_DPICHANGED, MAKEWPARAM(120, 120), reinterpret_cast<LPARAM>(&elsewhere));
+        const UINT larger = ::GetDpiForWindow(m_dialog->Handle()) * 5 / 4;
+        m_dialog->Send(WM_DPICHANGED, MAKEWPARAM(larger, larger), reinterpret_cast<LPARAM>(&elsewhere));
         Key(IDC_CATEGORIES, VK_SHIFT);
         EXPECT_EQ(m_dialog->WindowRect().Width(), docked.Width())
             << "asked for the scale, as no host tells it";

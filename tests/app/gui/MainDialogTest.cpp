@@ -7,6 +7,7 @@
 #include "PluginDetails.h"
 #include "SinglePropDlg.h"
 #include "support/MainDialog.h"
+#include "support/Surroundings.h"
 
 namespace {
 
@@ -66,7 +67,15 @@ bool IsStop(HWND control) {
     return (::GetWindowLongW(control, GWL_STYLE) & kStop) == kStop;
 }
 
-TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
+class MainDialogScale : public MainDialog {
+  protected:
+    void SetUp() override {
+        support::NeedUsualScreen();
+        Open();
+    }
+};
+
+TEST_F(MainDialogScale, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     const auto before = State();
     const auto& [sizeBefore, minimumBefore, rowBefore, placesBefore] = before;
     const Size clientBefore = SizeOf(m_dialog->ClientRect());
@@ -101,7 +110,7 @@ TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     EXPECT_EQ(State(), before);
 }
 
-TEST_F(MainDialog, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
+TEST_F(MainDialogScale, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
     ComeToScreenOf(2 * kUsual, SizeWantedAt(2 * kUsual, SizeOf(m_dialog->WindowRect())));
     const Rect window = m_dialog->WindowRect();
     EXPECT_LE(window.right, ::GetSystemMetrics(SM_CXSCREEN));

@@ -1,6 +1,7 @@
 // Where the floating window opens, by what an earlier one or somebody else stored.
 #include "support/MainDialog.h"
 #include "support/StandInHost.h"
+#include "support/Surroundings.h"
 
 namespace {
 
@@ -8,7 +9,10 @@ constexpr UINT kSize = sizeof(WINDOWPLACEMENT);
 
 class Placement : public support::MainDialog {
   protected:
-    void SetUp() override { Open(); }
+    void SetUp() override {
+        support::NeedUsualScreen();
+        Open();
+    }
     Rect Reopened(const std::vector<std::wstring>& arguments = {}) {
         ::DestroyWindow(m_dialog->Handle());
         Open(arguments);
@@ -50,16 +54,17 @@ TEST_F(Placement, TheWindowOpensWhereItClosedUnlessItIsDocked) {
 TEST_F(Placement, WhatCantBeUsedIsIgnored) {
     const Rect first = m_dialog->WindowRect();
     const RECT good{10, 20, 1210, 920};
+    const int screen = ::GetSystemMetrics(SM_CXSCREEN);
     EXPECT_EQ(OpenedBy(good), FromSystem(good));
     EXPECT_EQ(OpenedBy({10, 20, 110, 120}), (Rect{10, 20, 10 + first.Width(), 20 + first.Height()}));
-    EXPECT_EQ(OpenedBy({10, 20, 5010, 920}), (Rect{0, 20, 1280, 920}));
+    EXPECT_EQ(OpenedBy({10, 20, 2 * screen, 920}), (Rect{0, 20, screen, 920}));
     EXPECT_EQ(OpenedBy(good, REG_SZ), first);
     EXPECT_EQ(OpenedBy(good, REG_BINARY, kSize - 1), first);
     EXPECT_EQ(OpenedBy(good, REG_BINARY, kSize + 1), first);
     EXPECT_EQ(OpenedBy(good, REG_BINARY, kSize, kSize + 4), first);
     EXPECT_EQ(OpenedBy({1210, 20, 10, 920}), first);
     EXPECT_EQ(OpenedBy({LONG_MIN, 20, LONG_MAX, 920}), first);
-    EXPECT_EQ(OpenedBy({9000, 20, 10200, 920}), first);
+    EXPECT_EQ(OpenedBy({4 * screen, 20, 4 * screen + 1200, 920}), first);
     EXPECT_EQ(OpenedBy({10, -40, 1210, 860}), first) << "the caption is out of reach";
 }
 

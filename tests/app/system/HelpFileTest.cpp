@@ -2,6 +2,7 @@
 
 #include "HelpFile.h"
 #include "support/FileSandbox.h"
+#include "support/Surroundings.h"
 
 namespace {
 
@@ -27,6 +28,8 @@ TEST(HelpFile, TheEngineGetsAPathThatItCanRead) {
     const std::wstring foreign = files.Write(L"помощь.chm", "help");
     EXPECT_EQ(HelpPathForEngine(foreign + L"x"), foreign + L"x") << "there is no such file";
     const std::wstring given = HelpPathForEngine(foreign);
+    if (!support::OnWine() && given == foreign)
+        GTEST_SKIP() << "the code page has these letters, or the disk no short names";
     EXPECT_TRUE(std::ranges::all_of(given, [](wchar_t c) { return c < 0x80; })) << given.size();
     EXPECT_EQ(files.Read(given.substr(given.rfind(L'\\') + 1)), "help");
 }

@@ -11,7 +11,6 @@ constexpr wchar_t kSave[] = L"Save Plug-In Menu Layout";
 constexpr wchar_t kOpen[] = L"Open Plug-In Menu Layout";
 constexpr wchar_t kNoLayout[] = L"Not a valid";
 
-HWND FileField(HWND dialog) { return InFileDialog(dialog, support::kFileNameField); }
 HWND NameField(HWND dialog) { return InFileDialog(dialog, IDC_DISPLAY_NAME); }
 /// The added row of the save dialog begins and ends where the system's does.
 void ExpectInLine(HWND dialog) {
@@ -20,7 +19,7 @@ void ExpectInLine(HWND dialog) {
         return std::tuple(CWindow(label).RectIn(dialog).left, place.left, place.right);
     };
     EXPECT_EQ(rowOf(InFileDialog(dialog, IDC_DISPLAY_NAME_LABEL), NameField(dialog)),
-              rowOf(InFileDialog(dialog, 0x442), FileField(dialog)));
+              rowOf(InFileDialog(dialog, 0x442), FileNameField(dialog)));
 }
 Popups::Work Named(const std::wstring& name) {
     return [name](HWND dialog) { EnterText(NameField(dialog), name); };
@@ -137,7 +136,7 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
     Send(List(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"A/B: live?"));  // as the list completes a text
     const auto proposed = [](HWND dialog, const wchar_t* name) {
         EnterText(NameField(dialog), name);
-        return TextOf(FileField(dialog));
+        return TextOf(FileNameField(dialog));
     };
     m_popups
         .ExpectFile(kSave, m_files.Path(L"new"),
@@ -145,7 +144,7 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
                         ExpectInLine(dialog);
                         ::SetWindowPos(dialog, nullptr, 0, 0, 800, 600, SWP_NOMOVE | SWP_NOZORDER);
                         ExpectInLine(dialog);
-                        EXPECT_EQ(TextOf(FileField(dialog)), L"AB live");
+                        EXPECT_EQ(TextOf(FileNameField(dialog)), L"AB live");
                         EXPECT_EQ(TextOf(NameField(dialog)), L"A/B: live?");
                         EXPECT_EQ(support::Rows(NameField(dialog)), Rows(IDC_LAYOUTS));
                         EXPECT_EQ(proposed(dialog, L"Live"), L"AB live");
@@ -153,12 +152,12 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
                     })
         .Expect(L"Please enter a display name", IDOK)
         .Expect(kSave, [&](HWND dialog) {
-            EnterText(FileField(dialog), L"");
+            EnterText(FileNameField(dialog), L"");
             // A pick is told of before the text follows it.
             Send(NameField(dialog), CB_SETCURSEL, 0);
             ::SetWindowTextW(NameField(dialog), L"of before");
             Send(::GetParent(NameField(dialog)), WM_COMMAND, MAKEWPARAM(IDC_DISPLAY_NAME, CBN_SELCHANGE));
-            EXPECT_EQ(TextOf(FileField(dialog)), support::Rows(NameField(dialog))[0]);
+            EXPECT_EQ(TextOf(FileNameField(dialog)), support::Rows(NameField(dialog))[0]);
             EXPECT_EQ(proposed(dialog, L"<Both> & \x00FC"), L"Both & \x00FC");
             ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
         });
@@ -228,7 +227,7 @@ TEST_F(LayoutFiles, AnOpenedFileIsFoundInTheListAndSavingBeforeAPickStillShowsWh
 TEST_F(LayoutFiles, ATemporaryFileCountsAsUnnamed) {
     const auto opensWith = [](const wchar_t* file) {
         return [file](HWND dialog) {
-            EXPECT_TRUE(TextOf(FileField(dialog)).ends_with(file));
+            EXPECT_TRUE(TextOf(FileNameField(dialog)).ends_with(file));
             EnterText(NameField(dialog), std::wstring(400, L'n'));
         };
     };
@@ -263,7 +262,8 @@ TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Build(L"F(G(" + Times(9, L"a,") + L"*b,+c)),H[I()],J(d)" + Times(60, L",-"));
     Tree().ScrollToTop(Node(L"G"));
     const std::wstring before = Shape();
-    m_popups.ExpectFile(kSave, m_files.Path(L"one.pgl")).Expect(L"exist", IDYES);
+    // The system asks in its own language whether to replace the file.
+    m_popups.ExpectFile(kSave, m_files.Path(L"one.pgl")).Expect(L"", IDYES);
     Press(IDC_LAYOUT_SAVE, L"0:One|one.pgl|77+");
     EXPECT_EQ(Shape(), before);
     EXPECT_EQ(Tree().FirstVisible(), Node(L"G"));

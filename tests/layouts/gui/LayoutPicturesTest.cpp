@@ -7,6 +7,7 @@
 #include "LayoutItem.h"
 #include "Resources.h"
 #include "support/MainDialog.h"
+#include "support/Surroundings.h"
 
 namespace {
 
@@ -52,6 +53,8 @@ class LayoutToolbar : public support::MainDialog {
 };
 
 TEST_F(LayoutToolbar, EachButtonHasAPictureOfItsOwnInTheLookOfItsState) {
+    support::NeedUsualScreen();
+    if (IsSkipped()) return;
     std::vector<Pixels> looks;
     for (const int id : {IDC_LAYOUT_NEW, IDC_LAYOUT_OPEN, IDC_LAYOUT_SAVE, IDC_LAYOUT_DELETE}) {
         for (const UINT state : {UINT{0}, UINT{ODS_SELECTED}, UINT{ODS_FOCUS}})

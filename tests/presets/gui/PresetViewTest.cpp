@@ -150,8 +150,11 @@ TEST_F(PresetView, ThePreviewIsThatOfTheFileThatIsNamed) {
     ExportTo(two, [](HWND dialog) { support::Select(List(dialog), {L"a", L"c"}); });
     // As typed into the field: a combo box tells of nothing else.
     const auto type = [](HWND dialog, const std::wstring& name, std::size_t presets) {
-        const HWND combo = FindWindowExW(InFileDialog(dialog, kFileNameField), nullptr, L"ComboBox", nullptr);
-        EnterText(FindWindowExW(combo, nullptr, L"Edit", nullptr), name);
+        HWND field = FileNameField(dialog);
+        for (const wchar_t* within : {L"ComboBox", L"Edit"}) {
+            if (const HWND child = FindWindowExW(field, nullptr, within, nullptr)) field = child;
+        }
+        EnterText(field, name);
         EXPECT_TRUE(WaitFor([&] { return Selected(dialog).size() == presets; })) << Describe(dialog);
     };
     const auto onlyC = [](HWND dialog) { support::Select(List(dialog), {L"c"}); };
