@@ -85,8 +85,9 @@ TEST_F(Program, StartsAnewAsAdministratorOrStaysAsItWas) {
     const auto file = BesideTest(L"PluginManager.exe"), elsewhere = BesideTest(L"elsewhere.exe");
     std::filesystem::rename(file, elsewhere);
     discardAndStartAnew();  // can't be started: as good as refused
-    std::filesystem::rename(elsewhere, file);
     EXPECT_EQ(program.TextOf(IDC_CLOSE), L"Close") << "and asks again, because the layout is still unsaved:";
+    // Not earlier: the window answers when the attempt to start is over.
+    std::filesystem::rename(elsewhere, file);
     discardAndStartAnew();
     EXPECT_EQ(program.WaitForExit(), 0U);
     const WindowDriver anew{UniqueProcess()};
