@@ -16,12 +16,6 @@ bool MakeFolder(const std::wstring& path) {
     return ::CreateDirectoryW(path.c_str(), nullptr) || ::GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
-/// The registry and the file system know no case.
-std::wstring InCapitals(std::wstring text) {
-    ::CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
-    return text;
-}
-
 std::string_view BytesOf(const ImportedPreset& preset) {
     return {reinterpret_cast<const char*>(preset.data.data()), preset.data.size()};
 }

@@ -106,6 +106,13 @@ std::wstring BackupFolderName(wstring_view time, wstring_view step, int number) 
     return number > 1 ? name + L" (" + std::to_wstring(number) + L")" : name;
 }
 
+bool IsBackupFolderName(wstring_view name) {
+    constexpr wstring_view kForm = L"0000-00-00 00.00.00 ";
+    return std::ranges::equal(name.substr(0, kForm.size()), kForm, [](wchar_t c, wchar_t form) {
+        return form == L'0' ? c >= L'0' && c <= L'9' : c == form;
+    });
+}
+
 std::wstring BackupCopyName(std::size_t number, wstring_view path) {
     wstring_view leaf = path.substr(path.find_last_of(kSeparators) + 1);
     if (leaf.size() > kLongestCopy) leaf.remove_prefix(leaf.size() - kLongestCopy);

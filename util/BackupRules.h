@@ -17,6 +17,8 @@ std::wstring_view BackupKindWord(BackupKind kind);
 /// The folder of a backup: the time, in a form that sorts, and the step, with what a file name can't hold
 /// replaced, and cut off where paths would become too long. `number` tells apart those of one second.
 std::wstring BackupFolderName(std::wstring_view time, std::wstring_view step, int number);
+/// Whether a folder's name begins as that of a backup.
+bool IsBackupFolderName(std::wstring_view name);
 /// The name of a file's copy in that folder: numbered, because several may have one name, and with the end
 /// of the old name, so that it opens as the file did.
 std::wstring BackupCopyName(std::size_t number, std::wstring_view path);

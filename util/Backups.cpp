@@ -1,0 +1,391 @@
+#include "Backups.h"
+
+#include <shlobj.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <utility>
+
+#include "AsciiCase.h"
+#include "BackupRules.h"
+#include "Files.h"
+#include "RegFileText.h"
+#include "RegImport.h"
+#include "TaskText.h"
+
+namespace {
+
+constexpr wchar_t kRecordFile[] = L"\\backup.xml";
+constexpr wchar_t kKeysFile[] = L"\\before.reg";
+constexpr int kNamesToTry = 100;
+/// So much text is gathered before it goes to the disk.
+constexpr std::size_t kTextAtOnce = 1U << 20;
+constexpr std::uint64_t kLargestKeysFile = 1ULL << 30;
+/// A folder without a record may be a backup that another program is making.
+constexpr std::uint64_t kTimeToFinish = 24ULL * 60 * 60 * 10'000'000;  // 100 ns
+
+std::wstring UserFolder() {
+    wchar_t* folder = nullptr;
+    ::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder);
+    const std::wstring local = TakeTaskText(folder);
+    return local.empty() ? local : local + L"\\Corvane Plug-in Manager\\Backups";
+}
+
+std::wstring Formatted(const wchar_t* format, const SYSTEMTIME& time) {
+    std::array<wchar_t, 64> text{};
+    const int length = std::swprintf(text.data(), text.size(), format, time.wYear, time.wMonth, time.wDay,
+                                     time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+    return {text.data(), static_cast<std::size_t>(std::max(length, 0))};
+}
+
+std::wstring TimeForRecord() {
+    SYSTEMTIME time{};
+    ::GetSystemTime(&time);
+    return Formatted(L"%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", time);
+}
+
+std::wstring TimeForFolder() {
+    SYSTEMTIME time{};
+    ::GetLocalTime(&time);
+    return Formatted(L"%04u-%02u-%02u %02u.%02u.%02u", time);
+}
+
+std::uint64_t Joined(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
+
+/// Where the system would look for it.
+std::wstring FullPath(const std::wstring& path) {
+    std::wstring full(32768, L'\0');
+    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+bool IsThere(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// Calls `found` with the data of each file or folder, but "." and "..".
+template <typename TFound>
+void ForEachIn(const std::wstring& folder, TFound&& found) {
+    WIN32_FIND_DATAW data{};
+    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do {
+        const std::wstring_view name = data.cFileName;
+        if (name != L"." && name != L"..") found(data);
+    } while (::FindNextFileW(search, &data));
+    ::FindClose(search);
+}
+
+std::uint64_t SizeOfFolder(const std::wstring& folder) {
+    std::uint64_t size = 0;
+    ForEachIn(folder,
+              [&](const WIN32_FIND_DATAW& file) { size += Joined(file.nFileSizeHigh, file.nFileSizeLow); });
+    return size;
+}
+
+DWORD Written(const UniqueFile& file, std::wstring& text) {
+    const bool written = WriteAll(file.Get(), std::as_bytes(std::span(text)));
+    text.clear();
+    return written ? ERROR_SUCCESS : ::GetLastError();
+}
+
+std::optional<std::wstring> ReadText(const std::wstring& path) {
+    std::string bytes;
+    CPatience patience;
+    if (ReadWholeFile(path, kLargestKeysFile, bytes, patience) != FileRead::Whole || bytes.size() % 2 != 0)
+        return std::nullopt;
+    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+    std::ranges::copy(std::as_bytes(std::span(bytes)), std::as_writable_bytes(std::span(text)).begin());
+    return text;
+}
+
+BackupHive HiveOf(std::wstring_view path) {
+    constexpr std::wstring_view kMachine = L"HKEY_LOCAL_MACHINE\\";
+    return EqualsIgnoringCase(path.substr(0, kMachine.size()), kMachine) ? BackupHive::Machine
+                                                                         : BackupHive::User;
+}
+
+/// What the backup holds of one named key: the key itself comes first.
+BackupKey NamedKey(std::span<const RegFileKey> parts) {
+    const std::wstring& path = parts.front().path;
+    BackupKey key{HiveOf(path), path.substr(path.find(L'\\') + 1), {}};
+    if (!parts.front().removed) {
+        for (const RegFileValue& value : parts.front().values) key.values.push_back(value.name);
+    }
+    return key;
+}
+
+DWORD KeepGathering(std::wstring&) { return ERROR_SUCCESS; }
+
+}  // namespace
+
+CBackups::CBackups(std::wstring folder, std::wstring version, Importer importer)
+    : m_folder(std::move(folder)), m_version(std::move(version)), m_import(std::move(importer)) {}
+
+CBackups::CBackups(std::wstring version) : CBackups(UserFolder(), std::move(version), &ImportRegText) {}
+
+DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) const {
+    entry.record.kind = kind;
+    entry.record.step = step;
+    entry.record.time = TimeForRecord();
+    entry.record.version = m_version;
+    if (m_folder.empty()) return ERROR_PATH_NOT_FOUND;
+    if (const DWORD error = MakeFolders(m_folder)) return error;
+    const std::wstring time = TimeForFolder();
+    for (int number = 1; number <= kNamesToTry; ++number) {
+        const std::wstring folder = m_folder + L'\\' + BackupFolderName(time, step, number);
+        if (::CreateDirectoryW(folder.c_str(), nullptr)) {
+            entry.folder = folder;
+            return ERROR_SUCCESS;
+        }
+        const DWORD error = ::GetLastError();
+        if (error != ERROR_ALREADY_EXISTS) return error;
+    }
+    return ERROR_ALREADY_EXISTS;
+}
+
+CBackup CBackups::Make(const BackupStep& step, bool stays) {
+    CBackup backup(this);
+    backup.m_stays = stays;
+    const bool isKept = step.oncePerRun && step.keys.empty() &&
+                        std::ranges::all_of(step.files, [this](const std::wstring& file) {
+                            return m_keptFiles.contains(InCapitals(FullPath(file)));
+                        });
+    const bool isEmpty =
+        step.keys.empty() && (stays ? step.files.empty() : std::ranges::none_of(step.files, &IsThere));
+    if (isKept || isEmpty) return backup;
+    Entry& entry = backup.m_entry;
+    DWORD error = Begin(entry, step.kind, step.name);
+    if (error == ERROR_SUCCESS) error = CopyFiles(backup, step);
+    if (error == ERROR_SUCCESS) error = WriteKeys(backup, step);
+    if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kRecordFile, entry.record);
+    backup.m_error = error;
+    if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
+    return backup;
+}
+
+DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
+    BackupRecord& record = backup.m_entry.record;
+    for (const std::wstring& file : step.files) {
+        const std::wstring path = FullPath(file);
+        const auto seen = CBackup::See(path);
+        // What can't be put back is no backup; a file that is not there under such a name needs none.
+        if (!IsPlainPath(path)) {
+            if (seen) return ERROR_BAD_PATHNAME;
+            continue;
+        }
+        if (!seen && IsThere(path)) return ERROR_ACCESS_DENIED;
+        record.files.push_back({path, {}});
+        if (!seen) continue;
+        const std::wstring copy = BackupCopyName(record.files.size(), path);
+        if (const DWORD error = CopyToNewFile(path, backup.m_entry.folder + L'\\' + copy)) return error;
+        record.files.back().copy = copy;
+        backup.m_files.push_back(*seen);
+    }
+    return ERROR_SUCCESS;
+}
+
+DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
+    if (step.keys.empty()) return ERROR_SUCCESS;
+    const UniqueFile file = OpenForWriting(backup.m_entry.folder + kKeysFile);
+    if (!file) return ::GetLastError();
+    const auto sink = [&file](std::wstring& text) {
+        return text.size() < kTextAtOnce ? ERROR_SUCCESS : Written(file, text);
+    };
+    std::wstring text(RegFileHeader());
+    for (const BackupKey& key : step.keys) {
+        backup.m_entry.record.keys.push_back(FullKeyPath(key));
+        if (const DWORD error = backup.m_keys.Take(key, text, sink)) return error;
+    }
+    if (const DWORD error = Written(file, text)) return error;
+    return ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : ::GetLastError();
+}
+
+DWORD CBackups::KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
+                           const std::function<bool(const std::wstring& copy)>& write) {
+    CBackup backup(this);
+    backup.m_stays = true;
+    Entry& entry = backup.m_entry;
+    DWORD error = Begin(entry, BackupKind::Layouts, step);
+    if (error == ERROR_SUCCESS) {
+        const std::wstring copy = L"1 layout.pgl";
+        entry.record.layout = {copy, name, path};
+        error = write(entry.folder + L'\\' + copy)
+                    ? WriteBackupRecord(entry.folder + kRecordFile, entry.record)
+                    : DWORD{ERROR_WRITE_FAULT};
+    }
+    if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
+    return error;
+}
+
+std::vector<CBackups::Entry> CBackups::List() const {
+    std::vector<Entry> entries;
+    ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
+        const std::wstring folder = m_folder + L'\\' + found.cFileName;
+        if (auto record = ReadBackupRecord(folder + kRecordFile))
+            entries.push_back({folder, std::move(*record), SizeOfFolder(folder)});
+    });
+    std::ranges::stable_sort(entries, std::ranges::greater(),
+                             [](const Entry& entry) -> const std::wstring& { return entry.record.time; });
+    return entries;
+}
+
+/// Nothing when the file of keys is not one that this program has written for this record.
+std::optional<CBackups::Changes> CBackups::FindChanges(const Entry& entry) {
+    Changes changes;
+    const std::vector<std::wstring>& named = entry.record.keys;
+    if (named.empty()) return changes;
+    const auto text = ReadText(entry.folder + kKeysFile);
+    const auto keys = text ? ParseRegFile(*text) : std::nullopt;
+    const auto isOurs = [&](const RegFileKey& key) { return IsRestorable(key, named); };
+    if (!keys || !std::ranges::all_of(*keys, isOurs)) return std::nullopt;
+    // The parts of a named key follow each other.
+    for (std::size_t begin = 0, end = 0; begin < keys->size(); begin = end) {
+        const auto isNamed = [&](std::size_t i) {
+            return std::ranges::find(named, (*keys)[i].path) != named.end();
+        };
+        if (!isNamed(begin)) return std::nullopt;
+        const std::wstring& path = (*keys)[begin].path;
+        for (end = begin + 1; end < keys->size() && ((*keys)[end].path == path || !isNamed(end));) ++end;
+        const auto parts = std::span(*keys).subspan(begin, end - begin);
+        const BackupKey key = NamedKey(parts);
+        std::wstring then;
+        for (const RegFileKey& part : parts) AppendRegKey(then, part);
+        std::wstring now;
+        if (CRegSnapshot().Take(key, now, &KeepGathering) == ERROR_SUCCESS && now == then) continue;
+        changes.keys.push_back(key);
+        std::wstring& file = key.hive == BackupHive::User ? changes.user : changes.machine;
+        if (file.empty()) file = RegFileHeader();
+        file += then;
+    }
+    return changes;
+}
+
+DWORD CBackups::Restore(const Entry& entry, const std::wstring& step, const CWindow& owner,
+                        const std::function<bool(DWORD)>& goOn) {
+    // What is done is what stands there now, checked, and not what a list once showed.
+    const auto record = ReadBackupRecord(entry.folder + kRecordFile);
+    if (!record) return ERROR_INVALID_DATA;
+    const Entry checked{entry.folder, *record, entry.size};
+    const auto changes = FindChanges(checked);
+    if (!changes) return ERROR_INVALID_DATA;
+    BackupStep present{record->kind, step, changes->keys, {}, false};
+    for (const auto& file : record->files) present.files.push_back(file.path);
+    const CBackup backup = Make(present, true);
+    if (backup.Error() != ERROR_SUCCESS && !goOn(backup.Error())) return ERROR_CANCELLED;
+    return PutBack(checked, *changes, owner);
+}
+
+/// What may be refused comes first. Files come before the values that name them, and go after these.
+DWORD CBackups::PutBack(const Entry& entry, const Changes& changes, const CWindow& owner) const {
+    if (!changes.machine.empty()) {
+        if (const DWORD error = m_import(owner, entry.folder, BackupHive::Machine, changes.machine))
+            return error;
+    }
+    for (const auto& file : entry.record.files) {
+        if (file.copy.empty()) continue;
+        DWORD error = MakeFolders(file.path.substr(0, file.path.find_last_of(L'\\')));
+        if (error == ERROR_SUCCESS) error = ReplaceFileByCopy(file.path, entry.folder + L'\\' + file.copy);
+        if (error != ERROR_SUCCESS) return error;
+    }
+    if (!changes.user.empty()) {
+        if (const DWORD error = m_import(owner, entry.folder, BackupHive::User, changes.user)) return error;
+    }
+    CPatience patience;
+    for (const auto& file : entry.record.files) {
+        if (file.copy.empty() && !DeleteHeldFile(file.path, patience)) return ERROR_ACCESS_DENIED;
+    }
+    return ERROR_SUCCESS;
+}
+
+bool CBackups::Delete(const Entry& entry) {
+    if (m_known) std::erase_if(*m_known, [&](const Entry& known) { return known.folder == entry.folder; });
+    return RemoveFolder(entry.folder);
+}
+
+bool CBackups::RemoveFolder(const std::wstring& folder) {
+    // Without its record it is no backup any more, however much of it stays.
+    CPatience patience;
+    if (!DeleteHeldFile(folder + kRecordFile, patience)) return false;
+    ForEachIn(folder, [&](const WIN32_FIND_DATAW& file) {
+        const std::wstring path = folder + L'\\' + file.cFileName;
+        // A copy is marked read-only when its original was.
+        ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        DeleteHeldFile(path, patience);
+    });
+    return ::RemoveDirectoryW(folder.c_str()) || !IsThere(folder);
+}
+
+void CBackups::Finish(CBackup& backup) {
+    Entry& entry = backup.m_entry;
+    if (entry.folder.empty()) return;
+    if (!backup.m_stays && !backup.TookSomething()) {
+        RemoveFolder(entry.folder);
+        return;
+    }
+    for (const auto& file : backup.m_files) m_keptFiles.insert(InCapitals(file.path));
+    m_fromThisRun.insert(entry.folder);
+    if (m_known) {
+        entry.size = SizeOfFolder(entry.folder);
+        m_known->push_back(std::move(entry));
+    }
+    Prune();
+}
+
+void CBackups::Prune() {
+    if (!m_known) {
+        m_known = List();
+        FILETIME now{};
+        ::GetSystemTimeAsFileTime(&now);
+        ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
+            const std::wstring folder = m_folder + L'\\' + found.cFileName;
+            const FILETIME& made = found.ftCreationTime;
+            const bool isOld = Joined(made.dwHighDateTime, made.dwLowDateTime) + kTimeToFinish <
+                               Joined(now.dwHighDateTime, now.dwLowDateTime);
+            if (isOld && IsBackupFolderName(found.cFileName) && !IsThere(folder + kRecordFile))
+                RemoveFolder(folder);
+        });
+    }
+    std::vector<KeptBackup> kept;
+    for (const Entry& entry : *m_known)
+        kept.push_back(
+            {entry.record.kind, entry.record.time, entry.size, m_fromThisRun.contains(entry.folder)});
+    std::vector<std::wstring> pruned;
+    for (const std::size_t i : BackupsToPrune(kept)) pruned.push_back((*m_known)[i].folder);
+    for (const std::wstring& folder : pruned) RemoveFolder(folder);
+    std::erase_if(*m_known, [&](const Entry& entry) {
+        return std::ranges::find(pruned, entry.folder) != pruned.end();
+    });
+}
+
+CBackup::CBackup(CBackup&& other) noexcept
+    : m_store(std::exchange(other.m_store, nullptr)),
+      m_entry(std::move(other.m_entry)),
+      m_stays(other.m_stays),
+      m_keys(std::move(other.m_keys)),
+      m_files(std::move(other.m_files)),
+      m_error(other.m_error) {}
+
+CBackup::~CBackup() {
+    if (!m_store) return;
+    Guarded([this] {
+        m_store->Finish(*this);
+        return true;
+    });
+}
+
+std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path) {
+    CPatience patience;
+    const UniqueFile file = OpenForReading(path, patience);
+    BY_HANDLE_FILE_INFORMATION facts{};
+    if (!file || !::GetFileInformationByHandle(file.Get(), &facts)) return std::nullopt;
+    return SeenFile{
+        path,
+        {Joined(facts.nFileIndexHigh, facts.nFileIndexLow), Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
+         Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime)}};
+}
+
+bool CBackup::TookSomething() const {
+    return !m_keys.IsIntact() ||
+           std::ranges::any_of(m_files, [](const SeenFile& file) { return See(file.path) != file; });
+}
