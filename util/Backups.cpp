@@ -10,7 +10,6 @@
 #include "BackupRules.h"
 #include "Files.h"
 #include "RegFileText.h"
-#include "RegImport.h"
 #include "TaskText.h"
 
 namespace {
@@ -23,13 +22,6 @@ constexpr std::size_t kTextAtOnce = 1U << 20;
 constexpr std::uint64_t kLargestKeysFile = 1ULL << 30;
 /// A folder without a record may be a backup that another program is making.
 constexpr std::uint64_t kTimeToFinish = 24ULL * 60 * 60 * 10'000'000;  // 100 ns
-
-std::wstring UserFolder() {
-    wchar_t* folder = nullptr;
-    ::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder);
-    const std::wstring local = TakeTaskText(folder);
-    return local.empty() ? local : local + L"\\Corvane Plug-in Manager\\Backups";
-}
 
 std::wstring Formatted(const wchar_t* format, const SYSTEMTIME& time) {
     std::array<wchar_t, 64> text{};
@@ -119,10 +111,15 @@ DWORD KeepGathering(std::wstring&) { return ERROR_SUCCESS; }
 
 }  // namespace
 
+std::wstring UserBackupFolder() {
+    wchar_t* folder = nullptr;
+    ::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder);
+    const std::wstring local = TakeTaskText(folder);
+    return local.empty() ? local : local + L"\\Corvane Plug-in Manager\\Backups";
+}
+
 CBackups::CBackups(std::wstring folder, std::wstring version, Importer importer)
     : m_folder(std::move(folder)), m_version(std::move(version)), m_import(std::move(importer)) {}
-
-CBackups::CBackups(std::wstring version) : CBackups(UserFolder(), std::move(version), &ImportRegText) {}
 
 DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) const {
     entry.record.kind = kind;
@@ -143,6 +140,8 @@ DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) c
     }
     return ERROR_ALREADY_EXISTS;
 }
+
+CBackup CBackups::Make(const BackupStep& step) { return Make(step, false); }
 
 CBackup CBackups::Make(const BackupStep& step, bool stays) {
     CBackup backup(this);

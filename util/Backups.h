@@ -13,8 +13,12 @@
 
 #include "BackupRecord.h"
 #include "BackupStep.h"
+#include "RegImport.h"
 #include "RegSnapshot.h"
 #include "Window.h"
+
+/// Where the user's backups lie; empty when the system tells no place.
+std::wstring UserBackupFolder();
 
 class CBackup;
 
@@ -28,12 +32,10 @@ class CBackups {
     /// Gives the system's error; as ImportRegText, which it is unless a test has another.
     using Importer = std::function<DWORD(const CWindow& owner, const std::wstring& folder, BackupHive hive,
                                          std::wstring_view text)>;
-    CBackups(std::wstring folder, std::wstring version, Importer importer);
-    /// In the user's own folder of the system.
-    explicit CBackups(std::wstring version);
+    CBackups(std::wstring folder, std::wstring version, Importer importer = &ImportRegText);
 
     /// Copies what the step names, before it starts.
-    [[nodiscard]] CBackup Make(const BackupStep& step) { return Make(step, false); }
+    [[nodiscard]] CBackup Make(const BackupStep& step);
     /// Keeps a layout that is about to be lost; `write` makes its file. Its name and the path of its own file
     /// come back with it.
     DWORD KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,

@@ -11,8 +11,6 @@ namespace {
 /// The longest name that the registry allows.
 constexpr DWORD kLongestName = 16383;
 
-HKEY RootOf(BackupHive hive) { return hive == BackupHive::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
-
 bool IsMissing(LSTATUS status) { return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND; }
 
 std::size_t DigestOf(DWORD type, std::span<const std::byte> data) {
@@ -29,6 +27,8 @@ DWORD CountOf(const CRegKey& key, bool subkeys) {
 }
 
 }  // namespace
+
+HKEY RootOf(BackupHive hive) { return hive == BackupHive::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
 
 std::wstring FullKeyPath(const BackupKey& key) {
     return (key.hive == BackupHive::User ? L"HKEY_CURRENT_USER\\" : L"HKEY_LOCAL_MACHINE\\") + key.path;

@@ -10,6 +10,7 @@
 
 #include "BackupStep.h"
 
+HKEY RootOf(BackupHive hive);
 /// With the hive's full name.
 std::wstring FullKeyPath(const BackupKey& key);
 
