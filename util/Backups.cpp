@@ -200,21 +200,23 @@ DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
     return ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : ::GetLastError();
 }
 
-DWORD CBackups::KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
-                           const std::function<bool(const std::wstring& copy)>& write) {
+CBackup CBackups::KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
+                             const std::function<bool(const std::wstring& copy)>& write) {
     CBackup backup(this);
     backup.m_stays = true;
     Entry& entry = backup.m_entry;
     DWORD error = Begin(entry, BackupKind::Layouts, step);
     if (error == ERROR_SUCCESS) {
         const std::wstring copy = L"1 layout.pgl";
-        entry.record.layout = {copy, name, path};
+        // A path of another form is not one to save under again.
+        entry.record.layout = {copy, name, IsPlainPath(path) ? path : std::wstring()};
         error = write(entry.folder + L'\\' + copy)
                     ? WriteBackupRecord(entry.folder + kRecordFile, entry.record)
                     : DWORD{ERROR_WRITE_FAULT};
     }
+    backup.m_error = error;
     if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
-    return error;
+    return backup;
 }
 
 std::vector<CBackups::Entry> CBackups::List() const {

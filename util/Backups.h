@@ -36,10 +36,10 @@ class CBackups {
 
     /// Copies what the step names, before it starts.
     [[nodiscard]] CBackup Make(const BackupStep& step);
-    /// Keeps a layout that is about to be lost; `write` makes its file. Its name and the path of its own file
-    /// come back with it.
-    DWORD KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
-                     const std::function<bool(const std::wstring& copy)>& write);
+    /// Keeps a layout that is about to be lost, unless the caller discards the backup; `write` makes its
+    /// file. Its name and the path of its own file come back with it.
+    CBackup KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
+                       const std::function<bool(const std::wstring& copy)>& write);
 
     struct Entry {
         std::wstring folder;  // full path
@@ -95,6 +95,8 @@ class CBackup {
 
     /// Why there is no backup; ERROR_SUCCESS when there is one, or none was needed.
     DWORD Error() const { return m_error; }
+    /// For a step that did not happen.
+    void Discard() { m_stays = false; }
 
   private:
     friend class CBackups;
