@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,6 +29,17 @@ struct BackupRecord {
     std::vector<File> files;
     std::optional<Layout> layout;
 };
+
+/// A backup that is there.
+struct BackupEntry {
+    std::wstring folder;  // full path
+    BackupRecord record;
+    std::uint64_t size = 0;
+};
+
+// What lies beside the copies of files.
+inline constexpr wchar_t kBackupRecordFile[] = L"\\backup.xml";
+inline constexpr wchar_t kBackupKeysFile[] = L"\\before.reg";
 
 /// Gives the system's error. ERROR_INVALID_NAME for a name that XML can't hold.
 DWORD WriteBackupRecord(const std::wstring& path, const BackupRecord& record);

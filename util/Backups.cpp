@@ -6,7 +6,7 @@
 #include <cwchar>
 #include <utility>
 
-#include "AsciiCase.h"
+#include "BackupChanges.h"
 #include "BackupRules.h"
 #include "Files.h"
 #include "RegFileText.h"
@@ -14,12 +14,9 @@
 
 namespace {
 
-constexpr wchar_t kRecordFile[] = L"\\backup.xml";
-constexpr wchar_t kKeysFile[] = L"\\before.reg";
 constexpr int kNamesToTry = 100;
 /// So much text is gathered before it goes to the disk.
 constexpr std::size_t kTextAtOnce = 1U << 20;
-constexpr std::uint64_t kLargestKeysFile = 1ULL << 30;
 /// A folder without a record may be a backup that another program is making.
 constexpr std::uint64_t kTimeToFinish = 24ULL * 60 * 60 * 10'000'000;  // 100 ns
 
@@ -81,34 +78,6 @@ DWORD Written(const UniqueFile& file, std::wstring& text) {
     return written ? ERROR_SUCCESS : ::GetLastError();
 }
 
-std::optional<std::wstring> ReadText(const std::wstring& path) {
-    std::string bytes;
-    CPatience patience;
-    if (ReadWholeFile(path, kLargestKeysFile, bytes, patience) != FileRead::Whole || bytes.size() % 2 != 0)
-        return std::nullopt;
-    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-    std::ranges::copy(std::as_bytes(std::span(bytes)), std::as_writable_bytes(std::span(text)).begin());
-    return text;
-}
-
-BackupHive HiveOf(std::wstring_view path) {
-    constexpr std::wstring_view kMachine = L"HKEY_LOCAL_MACHINE\\";
-    return EqualsIgnoringCase(path.substr(0, kMachine.size()), kMachine) ? BackupHive::Machine
-                                                                         : BackupHive::User;
-}
-
-/// What the backup holds of one named key: the key itself comes first.
-BackupKey NamedKey(std::span<const RegFileKey> parts) {
-    const std::wstring& path = parts.front().path;
-    BackupKey key{HiveOf(path), path.substr(path.find(L'\\') + 1), {}};
-    if (!parts.front().removed) {
-        for (const RegFileValue& value : parts.front().values) key.values.push_back(value.name);
-    }
-    return key;
-}
-
-DWORD KeepGathering(std::wstring&) { return ERROR_SUCCESS; }
-
 }  // namespace
 
 std::wstring UserBackupFolder() {
@@ -118,7 +87,7 @@ std::wstring UserBackupFolder() {
     return local.empty() ? local : local + L"\\Corvane Plug-in Manager\\Backups";
 }
 
-CBackups::CBackups(std::wstring folder, std::wstring version, Importer importer)
+CBackups::CBackups(std::wstring folder, std::wstring version, RegImporter importer)
     : m_folder(std::move(folder)), m_version(std::move(version)), m_import(std::move(importer)) {}
 
 DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) const {
@@ -157,7 +126,7 @@ CBackup CBackups::Make(const BackupStep& step, bool stays) {
     DWORD error = Begin(entry, step.kind, step.name);
     if (error == ERROR_SUCCESS) error = CopyFiles(backup, step);
     if (error == ERROR_SUCCESS) error = WriteKeys(backup, step);
-    if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kRecordFile, entry.record);
+    if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record);
     backup.m_error = error;
     if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
     return backup;
@@ -186,7 +155,7 @@ DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
 
 DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
     if (step.keys.empty()) return ERROR_SUCCESS;
-    const UniqueFile file = OpenForWriting(backup.m_entry.folder + kKeysFile);
+    const UniqueFile file = OpenForWriting(backup.m_entry.folder + kBackupKeysFile);
     if (!file) return ::GetLastError();
     const auto sink = [&file](std::wstring& text) {
         return text.size() < kTextAtOnce ? ERROR_SUCCESS : Written(file, text);
@@ -211,7 +180,7 @@ CBackup CBackups::KeepLayout(const std::wstring& step, const std::wstring& name,
         // A path of another form is not one to save under again.
         entry.record.layout = {copy, name, IsPlainPath(path) ? path : std::wstring()};
         error = write(entry.folder + L'\\' + copy)
-                    ? WriteBackupRecord(entry.folder + kRecordFile, entry.record)
+                    ? WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record)
                     : DWORD{ERROR_WRITE_FAULT};
     }
     backup.m_error = error;
@@ -223,7 +192,7 @@ std::vector<CBackups::Entry> CBackups::List() const {
     std::vector<Entry> entries;
     ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
         const std::wstring folder = m_folder + L'\\' + found.cFileName;
-        if (auto record = ReadBackupRecord(folder + kRecordFile))
+        if (auto record = ReadBackupRecord(folder + kBackupRecordFile))
             entries.push_back({folder, std::move(*record), SizeOfFolder(folder)});
     });
     std::ranges::stable_sort(entries, std::ranges::greater(),
@@ -231,72 +200,19 @@ std::vector<CBackups::Entry> CBackups::List() const {
     return entries;
 }
 
-/// Nothing when the file of keys is not one that this program has written for this record.
-std::optional<CBackups::Changes> CBackups::FindChanges(const Entry& entry) {
-    Changes changes;
-    const std::vector<std::wstring>& named = entry.record.keys;
-    if (named.empty()) return changes;
-    const auto text = ReadText(entry.folder + kKeysFile);
-    const auto keys = text ? ParseRegFile(*text) : std::nullopt;
-    const auto isOurs = [&](const RegFileKey& key) { return IsRestorable(key, named); };
-    if (!keys || !std::ranges::all_of(*keys, isOurs)) return std::nullopt;
-    // The parts of a named key follow each other.
-    for (std::size_t begin = 0, end = 0; begin < keys->size(); begin = end) {
-        const auto isNamed = [&](std::size_t i) {
-            return std::ranges::find(named, (*keys)[i].path) != named.end();
-        };
-        if (!isNamed(begin)) return std::nullopt;
-        const std::wstring& path = (*keys)[begin].path;
-        for (end = begin + 1; end < keys->size() && ((*keys)[end].path == path || !isNamed(end));) ++end;
-        const auto parts = std::span(*keys).subspan(begin, end - begin);
-        const BackupKey key = NamedKey(parts);
-        std::wstring then;
-        for (const RegFileKey& part : parts) AppendRegKey(then, part);
-        std::wstring now;
-        if (CRegSnapshot().Take(key, now, &KeepGathering) == ERROR_SUCCESS && now == then) continue;
-        changes.keys.push_back(key);
-        std::wstring& file = key.hive == BackupHive::User ? changes.user : changes.machine;
-        if (file.empty()) file = RegFileHeader();
-        file += then;
-    }
-    return changes;
-}
-
 DWORD CBackups::Restore(const Entry& entry, const std::wstring& step, const CWindow& owner,
                         const std::function<bool(DWORD)>& goOn) {
     // What is done is what stands there now, checked, and not what a list once showed.
-    const auto record = ReadBackupRecord(entry.folder + kRecordFile);
+    const auto record = ReadBackupRecord(entry.folder + kBackupRecordFile);
     if (!record) return ERROR_INVALID_DATA;
     const Entry checked{entry.folder, *record, entry.size};
-    const auto changes = FindChanges(checked);
+    const auto changes = FindBackupChanges(checked);
     if (!changes) return ERROR_INVALID_DATA;
     BackupStep present{record->kind, step, changes->keys, {}, false};
     for (const auto& file : record->files) present.files.push_back(file.path);
     const CBackup backup = Make(present, true);
     if (backup.Error() != ERROR_SUCCESS && !goOn(backup.Error())) return ERROR_CANCELLED;
-    return PutBack(checked, *changes, owner);
-}
-
-/// What may be refused comes first. Files come before the values that name them, and go after these.
-DWORD CBackups::PutBack(const Entry& entry, const Changes& changes, const CWindow& owner) const {
-    if (!changes.machine.empty()) {
-        if (const DWORD error = m_import(owner, entry.folder, BackupHive::Machine, changes.machine))
-            return error;
-    }
-    for (const auto& file : entry.record.files) {
-        if (file.copy.empty()) continue;
-        DWORD error = MakeFolders(file.path.substr(0, file.path.find_last_of(L'\\')));
-        if (error == ERROR_SUCCESS) error = ReplaceFileByCopy(file.path, entry.folder + L'\\' + file.copy);
-        if (error != ERROR_SUCCESS) return error;
-    }
-    if (!changes.user.empty()) {
-        if (const DWORD error = m_import(owner, entry.folder, BackupHive::User, changes.user)) return error;
-    }
-    CPatience patience;
-    for (const auto& file : entry.record.files) {
-        if (file.copy.empty() && !DeleteHeldFile(file.path, patience)) return ERROR_ACCESS_DENIED;
-    }
-    return ERROR_SUCCESS;
+    return PutBack(checked, *changes, owner, m_import);
 }
 
 bool CBackups::Delete(const Entry& entry) {
@@ -307,7 +223,7 @@ bool CBackups::Delete(const Entry& entry) {
 bool CBackups::RemoveFolder(const std::wstring& folder) {
     // Without its record it is no backup any more, however much of it stays.
     CPatience patience;
-    if (!DeleteHeldFile(folder + kRecordFile, patience)) return false;
+    if (!DeleteHeldFile(folder + kBackupRecordFile, patience)) return false;
     ForEachIn(folder, [&](const WIN32_FIND_DATAW& file) {
         const std::wstring path = folder + L'\\' + file.cFileName;
         // A copy is marked read-only when its original was.
@@ -343,7 +259,7 @@ void CBackups::Prune() {
             const FILETIME& made = found.ftCreationTime;
             const bool isOld = Joined(made.dwHighDateTime, made.dwLowDateTime) + kTimeToFinish <
                                Joined(now.dwHighDateTime, now.dwLowDateTime);
-            if (isOld && IsBackupFolderName(found.cFileName) && !IsThere(folder + kRecordFile))
+            if (isOld && IsBackupFolderName(found.cFileName) && !IsThere(folder + kBackupRecordFile))
                 RemoveFolder(folder);
         });
     }

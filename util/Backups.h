@@ -29,10 +29,7 @@ class CBackup;
 /// that fails leaves each file and value old or new. Nothing is thrown.
 class CBackups {
   public:
-    /// Gives the system's error; as ImportRegText, which it is unless a test has another.
-    using Importer = std::function<DWORD(const CWindow& owner, const std::wstring& folder, BackupHive hive,
-                                         std::wstring_view text)>;
-    CBackups(std::wstring folder, std::wstring version, Importer importer = &ImportRegText);
+    CBackups(std::wstring folder, std::wstring version, RegImporter importer = &ImportRegText);
 
     /// Copies what the step names, before it starts.
     [[nodiscard]] CBackup Make(const BackupStep& step);
@@ -41,11 +38,7 @@ class CBackups {
     CBackup KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
                        const std::function<bool(const std::wstring& copy)>& write);
 
-    struct Entry {
-        std::wstring folder;  // full path
-        BackupRecord record;
-        std::uint64_t size = 0;
-    };
+    using Entry = BackupEntry;
     /// Newest first.
     std::vector<Entry> List() const;
     /// Puts back what the backup holds, where it differs from what is there now, after a backup of that under
@@ -58,26 +51,18 @@ class CBackups {
 
   private:
     friend class CBackup;
-    /// What differs from the registry as it is now.
-    struct Changes {
-        std::vector<BackupKey> keys;
-        std::wstring user;  // texts of registry files; empty when there is nothing to import
-        std::wstring machine;
-    };
     /// With `stays`, also of a step that only adds: so that a restore can be taken back.
     CBackup Make(const BackupStep& step, bool stays);
     DWORD Begin(Entry& entry, BackupKind kind, const std::wstring& step) const;
     static DWORD CopyFiles(CBackup& backup, const BackupStep& step);
     static DWORD WriteKeys(CBackup& backup, const BackupStep& step);
-    static std::optional<Changes> FindChanges(const Entry& entry);
-    DWORD PutBack(const Entry& entry, const Changes& changes, const CWindow& owner) const;
     void Finish(CBackup& backup);
     void Prune();
     static bool RemoveFolder(const std::wstring& folder);
 
     const std::wstring m_folder;
     const std::wstring m_version;
-    const Importer m_import;
+    const RegImporter m_import;
     std::optional<std::vector<Entry>> m_known;  // read with the first pruning
     std::set<std::wstring> m_fromThisRun;       // folders
     std::set<std::wstring> m_keptFiles;         // paths in capitals, copied in this run

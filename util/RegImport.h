@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -16,3 +17,7 @@
 /// ERROR_CANCELLED when the user refuses.
 DWORD ImportRegText(const CWindow& owner, const std::wstring& folder, BackupHive hive,
                     std::wstring_view text);
+
+/// That, or what a test has in its place.
+using RegImporter = std::function<DWORD(const CWindow& owner, const std::wstring& folder, BackupHive hive,
+                                        std::wstring_view text)>;
