@@ -1,5 +1,6 @@
 #include "XmlText.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace {
@@ -31,8 +32,8 @@ std::wstring XmlTextOf(std::wstring_view text) {
     std::wstring writable;
     while (!text.empty()) {
         const std::size_t length = XmlLength(text);
-        length == 0 ? writable += kUnknown : writable += text.substr(0, length);
-        text.remove_prefix(length == 0 ? 1 : length);
+        writable += length == 0 ? std::wstring_view(&kUnknown, 1) : text.substr(0, length);
+        text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return writable;
 }
