@@ -126,7 +126,10 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
     EXPECT_EQ(next.List().size(), 3U);
     CBackups nowhere(m_files.Write(L"file", ""), L"1");
-    EXPECT_NE(nowhere.Make(save).Error() | nowhere.Make({BackupKind::Presets, L"", {kWhole}, {}}).Error(),
+    EXPECT_NE(nowhere.Make({BackupKind::Presets, L"", {kWhole}, {}}).Error(), DWORD{ERROR_SUCCESS});
+}
+, {}
+}).Error(),
               DWORD{ERROR_SUCCESS});
 }
 

@@ -62,7 +62,7 @@ TEST(BackupRules, TheOldestOfAKindGoButNoneOfThisRun) {
                     {BackupKind::Presets, L"1", 1, false},
                     {BackupKind::Presets, L"2", 256ULL << 20, false},
                     {BackupKind::Presets, L"3", 1, false}});
-    EXPECT_EQ(BackupsToPrune(backups), (std::vector<std::size_t>{0, 2, 3}));
+    EXPECT_EQ(BackupsToPrune(backups), (std::vector<std::size_t>{2, 0, 3}));
 }
 
 }  // namespace
