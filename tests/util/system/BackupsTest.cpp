@@ -128,10 +128,6 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     CBackups nowhere(m_files.Write(L"file", ""), L"1");
     EXPECT_NE(nowhere.Make({BackupKind::Presets, L"", {kWhole}, {}}).Error(), DWORD{ERROR_SUCCESS});
 }
-, {}
-}).Error(),
-              DWORD{ERROR_SUCCESS});
-}
 
 TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
     const auto refuses = [this](const char* from, const char* to, const wchar_t* file) {
