@@ -79,6 +79,7 @@ void CManagePresetsDlg::OnDelete() {
     // Kept: where no preset is listed, having selected none counts as all.
     const bool all = static_cast<int>(rows.size()) == m_listed;
     std::vector<std::wstring> names;
+    names.reserve(rows.size());
     for (const int row : rows) names.push_back(m_list.RowText(row));
     const auto backup = BackUp(IDS_STEP_DELETE_PRESETS, all ? std::vector<std::wstring>() : names, true);
     if (!backup) return;

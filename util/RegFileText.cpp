@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-using std::string_view_literals::operator""sv;
-
 namespace {
 
 constexpr std::wstring_view kHeader = L"\xFEFFWindows Registry Editor Version 5.00\r\n";
 constexpr std::wstring_view kLineEnd = L"\r\n";
+constexpr std::wstring_view kNotInLines(L"\r\n\0", 3);
 constexpr std::wstring_view kGoesOn = L"\\\r\n  ";
 constexpr std::wstring_view kDigits = L"0123456789abcdef";
 constexpr std::size_t kIndent = 2;
@@ -213,7 +212,7 @@ class CRegFileReader {
 std::wstring_view RegFileHeader() { return kHeader; }
 
 bool IsRegFileName(std::wstring_view name) {
-    return name.find_first_of(L"\r\n\0"sv) == std::wstring_view::npos;
+    return name.find_first_of(kNotInLines) == std::wstring_view::npos;
 }
 
 void AppendRegKey(std::wstring& text, std::wstring_view path, bool removed) {
