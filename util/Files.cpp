@@ -186,7 +186,10 @@ bool DeleteHeldFile(const std::wstring& path, CPatience& patience) {
 DWORD MakeFolders(const std::wstring& path) {
     if (::CreateDirectoryW(path.c_str(), nullptr)) return ERROR_SUCCESS;
     const DWORD error = ::GetLastError();
-    if (error == ERROR_ALREADY_EXISTS) return ERROR_SUCCESS;
+    // The root of a drive can't be made, and says so in other words than a folder that is there.
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES)
+        return attributes & FILE_ATTRIBUTE_DIRECTORY ? ERROR_SUCCESS : ERROR_DIRECTORY;
     const std::size_t end = path.find_last_of(L'\\');
     if (error != ERROR_PATH_NOT_FOUND || end == std::wstring::npos || end == 0) return error;
     if (const DWORD above = MakeFolders(path.substr(0, end))) return above;
