@@ -16,15 +16,6 @@ namespace {
 // A command of the system menu; the system keeps the low four bits.
 constexpr UINT kCommandElevate = 0x40;
 
-bool HasAdministratorRights() {
-    UniqueKernelHandle token;
-    TOKEN_ELEVATION elevation{};
-    DWORD size = 0;
-    return ::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.Put()) &&
-           ::GetTokenInformation(token.Get(), TokenElevation, &elevation, sizeof elevation, &size) &&
-           elevation.TokenIsElevated != 0;
-}
-
 /// As menus draw it: 32 bits with transparency.
 UniqueBitmap BitmapOf(const UniqueIcon& icon, Size size) {
     BITMAPINFO format{};

@@ -7,6 +7,7 @@
 #include "HelpTopics.h"
 #include "ProgramPath.h"
 #include "Resources.h"
+#include "Version.h"
 #include "resource.h"
 
 namespace {
@@ -24,7 +25,7 @@ VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
 
 }  // namespace
 
-CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
+CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, std::wstring backupFolder)
     : CDialog(IDD_PLUGIN_MANAGER),
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
@@ -33,13 +34,14 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
       m_size(*this, [this](UINT dpi) { LoadImages(dpi); }),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
+      m_backups(std::move(backupFolder), kProductVersion),
       m_inventory(m_vstKey.path, m_database),
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
-      m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_visibility),
+      m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_backups, m_visibility),
       m_names(*this, m_list, m_friendlyNames),
       m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey),
+      m_files(*this, m_tree, m_inventory, m_host, m_backups, m_settings.layoutFolder, kManagerKey),
       m_toolbar(*this) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
@@ -321,7 +323,9 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 
 void CPluginManagerDlg::OnEndSession(bool ends) {
     // An ended session destroys no window; in one that goes on, another program said no.
-    ends ? m_size.StorePlace() : OnStays();
+    if (!ends) return OnStays();
+    m_files.KeepUnsaved();
+    m_size.StorePlace();
 }
 
 void CPluginManagerDlg::OnStays() {
@@ -336,6 +340,7 @@ bool CPluginManagerDlg::MayClose() {
             // Still modified: the save failed, and the tree holds the only copy.
             return !m_tree.Layout().IsModified();
         case IDNO:
+            m_files.KeepUnsaved();
             m_discarded = m_discarded || m_tree.Layout().IsModified();
             m_tree.Layout().SetModified(false);  // so that nothing asks again
             return true;
@@ -349,6 +354,7 @@ void CPluginManagerDlg::OnDestroy() {
     m_size.StorePlace();
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
+    m_files.KeepUnsaved();
     m_tree.Layout().SetModified(false);
     m_list.OnDestroy();
     m_tree.OnDestroy();

@@ -30,7 +30,7 @@
 
 class CPluginManagerDlg : public CDialog {
   public:
-    explicit CPluginManagerDlg(CPluginManagerCmdLine cmdLine);
+    explicit CPluginManagerDlg(CPluginManagerCmdLine cmdLine, std::wstring backupFolder = UserBackupFolder());
     ~CPluginManagerDlg() override;
     CPluginManagerDlg(const CPluginManagerDlg&) = delete;
     CPluginManagerDlg& operator=(const CPluginManagerDlg&) = delete;
@@ -85,6 +85,7 @@ class CPluginManagerDlg : public CDialog {
     UniqueIcon m_smallIcon;
     bool m_discarded = false;  // MayClose discarded a modified layout
 
+    CBackups m_backups;
     CPluginDatabase m_database;
     CPluginInventory m_inventory;
     CExclusionList m_exclusions;
@@ -95,7 +96,7 @@ class CPluginManagerDlg : public CDialog {
     CPluginListView m_list;
     CExclusionView m_exclusion;
     CFriendlyNameView m_names;
-    CPresetView m_presets{*this};
+    CPresetView m_presets{*this, m_backups};
     CVstToolsView m_vstTools;
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;

@@ -37,10 +37,11 @@ std::optional<TNumber> ReadNumber(HKEY key, const wchar_t* name, DWORD* type) {
 
 }  // namespace
 
-std::optional<CRegKey> CRegKey::Open(HKEY root, const std::wstring& path, REGSAM access) {
+std::optional<CRegKey> CRegKey::Open(HKEY root, const std::wstring& path, REGSAM access, LSTATUS* status) {
     HKEY key = nullptr;
-    if (::RegOpenKeyExW(root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) return std::nullopt;
-    return CRegKey(key);
+    const LSTATUS result = ::RegOpenKeyExW(root, path.c_str(), 0, access, &key);
+    if (status) *status = result;
+    return result == ERROR_SUCCESS ? std::optional(CRegKey(key)) : std::nullopt;
 }
 
 std::optional<CRegKey> CRegKey::Create(HKEY root, const std::wstring& path, REGSAM access, bool* existed) {

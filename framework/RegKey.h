@@ -30,7 +30,10 @@ struct RegValue {
 /// only by the reads that say so.
 class CRegKey {
   public:
-    static std::optional<CRegKey> Open(HKEY root, const std::wstring& path, REGSAM access = KEY_READ);
+    /// `status` gets the system's error, for those to whom a key that is not there is another matter than one
+    /// that they may not read.
+    static std::optional<CRegKey> Open(HKEY root, const std::wstring& path, REGSAM access = KEY_READ,
+                                       LSTATUS* status = nullptr);
     /// Opens the key, or creates it with all keys on the way. `existed` tells which of the two it was.
     static std::optional<CRegKey> Create(HKEY root, const std::wstring& path,
                                          REGSAM access = KEY_READ | KEY_WRITE, bool* existed = nullptr);

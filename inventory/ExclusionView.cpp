@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "BackupQuestion.h"
 #include "MessageCaption.h"
 #include "PermanentExclusions.h"
 #include "PluginRemoval.h"
@@ -21,12 +22,14 @@ std::wstring SystemFolder() {
 }  // namespace
 
 CExclusionView::CExclusionView(CDialog& dialog, CExclusionList& exclusions, const CPluginInventory& inventory,
-                               CPluginListView& list, const CHostWindow& host, Visibility& visibility)
+                               CPluginListView& list, const CHostWindow& host, CBackups& backups,
+                               Visibility& visibility)
     : m_dialog(dialog),
       m_exclusions(exclusions),
       m_inventory(inventory),
       m_list(list),
       m_host(host),
+      m_backups(backups),
       m_visibility(visibility) {}
 
 void CExclusionView::OnInitDialog() const {
@@ -75,6 +78,17 @@ CExclusionView::Action CExclusionView::ActionFor(const Guid& clsid, const std::w
     }
 }
 
+/// False when the user would not have it done without a backup.
+bool CExclusionView::Unregister(const Guid& clsid, const std::wstring& name, Category category) {
+    const BackupStep step{.kind = BackupKind::Registry,
+                          .name = FormatText(LoadText(IDS_STEP_REMOVE), name),
+                          .keys = RegistrationKeys(clsid, category),
+                          .files = {}};
+    const auto backup = BackUpOrAsk(m_backups, step, m_dialog.Handle());
+    if (backup) UnregisterPlugin(clsid, category);
+    return backup.has_value();
+}
+
 bool CExclusionView::TogglePluginExclusion() {
     const auto category = m_list.SelectedCategory();
     if (!category) return false;
@@ -90,8 +104,7 @@ bool CExclusionView::TogglePluginExclusion() {
         const Action action = ActionFor(clsid, name, *category);
         if (action == Action::Stop) break;
         if (action == Action::Unregister) {
-            UnregisterPlugin(clsid, *category);
-            removed = true;
+            removed = Unregister(clsid, name, *category) || removed;
         } else if (m_visibility.mode == VisibilityMode::Enabled) {
             CExclusionList::Exclude(clsid, name);
         } else {

@@ -1,6 +1,7 @@
 // The exclusion pane: what the list shows, and the button that excludes or enables.
 #pragma once
 
+#include "Backups.h"
 #include "Dialog.h"
 #include "ExclusionList.h"
 #include "HostWindow.h"
@@ -11,7 +12,7 @@
 class CExclusionView {
   public:
     CExclusionView(CDialog& dialog, CExclusionList& exclusions, const CPluginInventory& inventory,
-                   CPluginListView& list, const CHostWindow& host, Visibility& visibility);
+                   CPluginListView& list, const CHostWindow& host, CBackups& backups, Visibility& visibility);
 
     void OnInitDialog() const;
     void OnExclude();
@@ -26,6 +27,7 @@ class CExclusionView {
 
   private:
     void SetMode(VisibilityMode mode);
+    bool Unregister(const Guid& clsid, const std::wstring& name, Category category);
     enum class Action { Toggle, Unregister, Stop };
     /// What to do with a selected plug-in. When its file is gone, the user is asked.
     Action ActionFor(const Guid& clsid, const std::wstring& name, Category category) const;
@@ -35,5 +37,6 @@ class CExclusionView {
     const CPluginInventory& m_inventory;
     CPluginListView& m_list;
     const CHostWindow& m_host;
+    CBackups& m_backups;
     Visibility& m_visibility;
 };

@@ -10,6 +10,7 @@
 #include "SaveFailure.h"
 #include "Scope.h"
 #include "TextFormat.h"
+#include "XmlText.h"
 #include "resource.h"
 
 namespace {
@@ -32,11 +33,12 @@ LayoutPlugins PluginsOf(const CPluginInventory& inventory) {
 }  // namespace
 
 CLayoutFilesView::CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                                   const CHostWindow& host, const std::wstring& folder,
+                                   const CHostWindow& host, CBackups& backups, const std::wstring& folder,
                                    std::wstring settingsKey)
     : m_dialog(dialog),
       m_tree(tree),
       m_host(host),
+      m_backups(backups),
       m_folder(FullPathOf(folder)),
       m_settingsKey(std::move(settingsKey)),
       m_plugins(PluginsOf(inventory)) {}
@@ -66,7 +68,27 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
                              buttons | MB_ICONWARNING | MB_TASKMODAL | MB_SETFOREGROUND);
     }
     if (answer <= 0 || !counts()) return IDCANCEL;
-    return answer == IDYES ? Save(owner) : answer;
+    // Without a third button there is no way back.
+    return answer == IDYES ? Save(owner, buttons != MB_YESNO) : answer;
+}
+
+std::optional<CBackup> CLayoutFilesView::KeepUnsaved() {
+    if (!m_tree.Layout().IsModified()) return std::nullopt;
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    document.SetLayoutName(DisplayName());
+    document.WriteAnything();
+    const std::wstring name = m_name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
+    const std::wstring path = m_temporaryPath.empty() ? PathOf(m_current) : m_temporaryPath;
+    return m_backups.KeepLayout(FormatText(LoadText(IDS_STEP_UNSAVED_LAYOUT), name), XmlTextOf(m_name), path,
+                                [&document](const std::wstring& copy) { return document.Save(copy); });
+}
+
+BackupStep CLayoutFilesView::StepFor(UINT nameId, const std::wstring& path) const {
+    return {.kind = BackupKind::Layouts,
+            .name = FormatText(LoadText(nameId), FileNameOf(path)),
+            .keys = {},
+            .files = {path},
+            .oncePerRun = nameId == IDS_STEP_SAVE_LAYOUT};
 }
 
 void CLayoutFilesView::ListLayouts() {
@@ -109,13 +131,18 @@ bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
 std::optional<std::wstring> CLayoutFilesView::Load(const std::wstring& path) {
     const CWaitCursor wait;
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
-    if (!document.Load(path, false)) return std::nullopt;
+    auto kept = KeepUnsaved();
+    if (!document.Load(path, false)) {
+        if (kept) kept->Discard();
+        return std::nullopt;
+    }
     m_tree.Layout().SetModified(false);
     return document.LayoutName();
 }
 
 void CLayoutFilesView::OnNew() {
     if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) {
+        const auto kept = KeepUnsaved();
         m_list.SetCurrentRow(std::nullopt);
         m_current.reset();
         m_temporaryPath.clear();
@@ -181,11 +208,14 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
     m_tree.OnCollapseAll();
 }
 
-int CLayoutFilesView::Save(HWND owner) {
+int CLayoutFilesView::Save(HWND owner, bool mayAsk) {
     const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(DisplayName()) : m_temporaryPath;
     CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
     const auto path = dialog.RunSave(owner);
     if (!path || !m_dialog.IsLive()) return IDCANCEL;
+    const BackupStep step = StepFor(IDS_STEP_SAVE_LAYOUT, *path);
+    const auto backup = mayAsk ? BackUpOrAsk(m_backups, step, owner) : m_backups.Make(step);
+    if (!backup) return IDCANCEL;
     SaveTo(*path, dialog.DisplayName());
     return IDYES;
 }
@@ -221,10 +251,16 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     m_tree.UpdateButtons();
 }
 
+/// False when the user would not have it done without a backup.
+bool CLayoutFilesView::DeleteLayout(const std::wstring& path) {
+    const auto backup = BackUpOrAsk(m_backups, StepFor(IDS_STEP_DELETE_LAYOUT, path), m_dialog.Handle());
+    if (backup) ::DeleteFileW(path.c_str());
+    return backup.has_value();
+}
+
 void CLayoutFilesView::OnDelete() {
     const std::wstring path = PathOf(m_current);
-    if (!path.empty() && Ask(LoadText(IDS_DELETE_LAYOUT_QUESTION), MB_YESNO) == IDYES) {
-        ::DeleteFileW(path.c_str());
+    if (!path.empty() && Ask(LoadText(IDS_DELETE_LAYOUT_QUESTION), MB_YESNO) == IDYES && DeleteLayout(path)) {
         m_list.Remove(*m_current);
         m_current.reset();
         // If the user cancels New, the tree is a layout without a file.

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "BackupQuestion.h"
 #include "Dialog.h"
 #include "HostWindow.h"
 #include "LayoutTreeView.h"
@@ -17,7 +18,8 @@ class CLayoutFilesView {
   public:
     /// `settingsKey` is where the current user's registry notes that layouts have changed.
     CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                     const CHostWindow& host, const std::wstring& folder, std::wstring settingsKey);
+                     const CHostWindow& host, CBackups& backups, const std::wstring& folder,
+                     std::wstring settingsKey);
 
     void OnInitDialog();
     /// After an enumeration: of the plug-ins in the layout those that are missing become grey, all others
@@ -28,6 +30,8 @@ class CLayoutFilesView {
     /// when there is nothing to save, IDCANCEL also when the user says yes and then leaves the save dialog,
     /// or nobody could answer.
     int AskToSave(UINT buttons);
+    /// A modified layout that is about to be lost goes to the backups; nothing for any other.
+    std::optional<CBackup> KeepUnsaved();
     /// Lists the layout files of the layouts folder; none of them is the current one.
     void ListLayouts();
     /// Shows the layout of a file, or a message when it is none.
@@ -35,7 +39,7 @@ class CLayoutFilesView {
 
     void OnNew();
     void OnOpen();
-    void OnSave() { Save(m_dialog.Handle()); }
+    void OnSave() { Save(m_dialog.Handle(), true); }
     void OnDelete();
     void OnEditName() { m_name = m_list.Text(); }
     /// The list's current row has changed: picked, or only passed in the open list.
@@ -49,8 +53,12 @@ class CLayoutFilesView {
   private:
     bool OpenByPath(const std::wstring& path);
     std::optional<std::wstring> Load(const std::wstring& path);
-    int Save(HWND owner);
+    /// With `mayAsk`, nothing is overwritten that could not be backed up, unless the user wants it.
+    int Save(HWND owner, bool mayAsk);
     void SaveTo(const std::wstring& path, const std::wstring& name);
+    bool DeleteLayout(const std::wstring& path);
+    /// Before a layout file is replaced or deleted.
+    BackupStep StepFor(UINT nameId, const std::wstring& path) const;
     void ShowSaved(const std::wstring& path, const std::wstring& name);
     void EndPick(bool chosen);
     void Pick(std::optional<int> row);
@@ -73,6 +81,7 @@ class CLayoutFilesView {
     CDialog& m_dialog;
     CLayoutTreeView& m_tree;
     const CHostWindow& m_host;
+    CBackups& m_backups;
     const std::wstring m_folder;
     const std::wstring m_settingsKey;
     const LayoutPlugins m_plugins;

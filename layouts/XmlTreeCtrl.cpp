@@ -42,6 +42,7 @@ bool CXMLTreeCtrl::BuildDocument() {
         // Kept: the host's users know layouts that are named after their first item.
         m_layoutName = record->name;
     }
+    m_layoutName = Writable(m_layoutName);
     if (!IsXmlText(m_layoutName)) {
         m_failure = Failure::Text;
         m_failedName = m_layoutName;
@@ -74,14 +75,24 @@ bool CXMLTreeCtrl::WriteItems(HTREEITEM first, int depth) {
 bool CXMLTreeCtrl::WriteItem(HTREEITEM item, const LayoutItem& record, int depth) {
     switch (record.kind) {
         case LayoutKind::Folder:
-            return depth <= kDeepestNesting && AppendChildElement(L"Folder") &&
-                   SetAttribute(L"Name", record.name) && WriteItems(m_tree.Tree().Child(item), depth + 1);
+            return WriteFolder(item, record, depth);
         case LayoutKind::Plugin:
             return WritePlugin(record);
         case LayoutKind::Separator:
             return AppendChildElement(L"Separator");
     }
     return true;
+}
+
+bool CXMLTreeCtrl::WriteFolder(HTREEITEM item, const LayoutItem& record, int depth) {
+    const HTREEITEM first = m_tree.Tree().Child(item);
+    if (depth > kDeepestNesting) return m_writesAnything && WriteItems(first, depth);
+    return AppendChildElement(L"Folder") && SetAttribute(L"Name", Writable(record.name)) &&
+           WriteItems(first, depth + 1);
+}
+
+std::wstring CXMLTreeCtrl::Writable(const std::wstring& text) const {
+    return m_writesAnything ? XmlTextOf(text) : text;
 }
 
 bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
@@ -96,9 +107,10 @@ bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
         record.category == kVstInstruments)
         written = SetAttribute(L"CLSIDMD5", ClsidText(md5Clsid));
     written = written && SetAttribute(L"Category", std::to_wstring(record.category)) &&
-              SetAttribute(L"Name", record.name) && SetAttribute(L"OriginalName", record.originalName);
+              SetAttribute(L"Name", Writable(record.name)) &&
+              SetAttribute(L"OriginalName", Writable(record.originalName));
     if (written && !record.defaultPreset.empty())
-        written = SetAttribute(L"DefaultPreset", record.defaultPreset);
+        written = SetAttribute(L"DefaultPreset", Writable(record.defaultPreset));
     return written;
 }
 

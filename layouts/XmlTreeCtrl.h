@@ -30,6 +30,11 @@ class CXMLTreeCtrl : public CXmlDoc {
     /// this fail.
     bool Save(const std::wstring& path) override;
 
+    /// From now on a save writes what it would fail at: without the characters that XML can't hold, and
+    /// without the folders that are nested too deep, whose items it keeps. For a layout that would be lost
+    /// otherwise.
+    void WriteAnything() { m_writesAnything = true; }
+
     const std::wstring& LayoutName() const { return m_layoutName; }
     void SetLayoutName(const std::wstring& name) { m_layoutName = name; }
 
@@ -52,7 +57,9 @@ class CXMLTreeCtrl : public CXmlDoc {
     bool BuildDocument();
     bool WriteItems(HTREEITEM first, int depth);
     bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
+    bool WriteFolder(HTREEITEM item, const LayoutItem& record, int depth);
     bool WritePlugin(const LayoutItem& record);
+    std::wstring Writable(const std::wstring& text) const;
     void NoteFailure(HTREEITEM item, const LayoutItem& record, int depth);
 
     /// An item that was read, with what is in it.
@@ -71,6 +78,7 @@ class CXMLTreeCtrl : public CXmlDoc {
     CTreeCtrlWrapper& m_tree;
     const LayoutPlugins& m_plugins;
     std::wstring m_layoutName;
+    bool m_writesAnything = false;
     int m_schema = 0;
     HTREEITEM m_lastFolder = nullptr;
     Failure m_failure = Failure::Unknown;

@@ -9,8 +9,8 @@
 #include "TextFormat.h"
 #include "resource.h"
 
-CManagePresetsDlg::CManagePresetsDlg(const CPresetListMgr& presets)
-    : CDialog(IDD_MANAGE_PRESETS), m_presets(presets) {}
+CManagePresetsDlg::CManagePresetsDlg(const CPresetListMgr& presets, CBackups& backups)
+    : CDialog(IDD_MANAGE_PRESETS), m_presets(presets), m_backups(backups) {}
 
 std::span<const CRoute> CManagePresetsDlg::Routes() const {
     using Self = CManagePresetsDlg;
@@ -60,6 +60,16 @@ void CManagePresetsDlg::Report(UINT textId) const {
     ShowMessage(m_hwnd, LoadText(textId), kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
 }
 
+std::optional<CBackup> CManagePresetsDlg::BackUp(UINT stepId, std::vector<std::wstring> names,
+                                                 bool withFiles) {
+    BackupStep step{.kind = BackupKind::Presets,
+                    .name = FormatText(LoadText(stepId), m_presets.DisplayName()),
+                    .keys = {},
+                    .files = {}};
+    m_presets.NameIn(step, std::move(names), withFiles);
+    return BackUpOrAsk(m_backups, step, m_hwnd);
+}
+
 void CManagePresetsDlg::OnDelete() {
     const std::vector<int> rows = m_list.SelectedRows();
     if (rows.empty() && m_listed > 0) return;
@@ -67,12 +77,18 @@ void CManagePresetsDlg::OnDelete() {
     if (ShowMessage(m_hwnd, question, kMessageCaption, MB_OKCANCEL | MB_ICONEXCLAMATION) != IDOK) return;
     const CWaitCursor wait;
     // Kept: where no preset is listed, having selected none counts as all.
-    if (static_cast<int>(rows.size()) == m_listed) {
+    const bool all = static_cast<int>(rows.size()) == m_listed;
+    std::vector<std::wstring> names;
+    names.reserve(rows.size());
+    for (const int row : rows) names.push_back(m_list.RowText(row));
+    const auto backup = BackUp(IDS_STEP_DELETE_PRESETS, all ? std::vector<std::wstring>() : names, true);
+    if (!backup) return;
+    if (all) {
         if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
     } else {
         CPatience patience;
-        for (const int row : rows) {
-            if (!m_presets.DeletePreset(m_list.RowText(row), patience)) Report(IDS_PRESET_DELETE_ERROR);
+        for (const std::wstring& name : names) {
+            if (!m_presets.DeletePreset(name, patience)) Report(IDS_PRESET_DELETE_ERROR);
         }
     }
     FillList();
@@ -87,6 +103,8 @@ void CManagePresetsDlg::OnRename() {
     std::wstring newName = oldName;
     CSinglePropDlg prompt(IDS_RENAME_PRESET_TITLE, IDS_RENAME_PRESET_PROMPT, newName, kHelpOfNames);
     if (prompt.RunModal(m_hwnd) != IDOK || newName.empty()) return;
+    const auto backup = BackUp(IDS_STEP_RENAME_PRESET, {oldName, newName}, false);
+    if (!backup) return;
     const bool renamed = m_presets.RenamePreset(oldName, newName);
     if (!renamed) Report(IDS_PRESET_RENAME_ERROR);
     FillList();

@@ -41,6 +41,24 @@ unsigned CPresetListMgr::CountPresets() const {
     return count;
 }
 
+void CPresetListMgr::NameIn(BackupStep& step, std::vector<std::wstring> names, bool withFiles) const {
+    const std::wstring path = KeyPathOf(m_plugin);
+    if (path.empty()) return;
+    const auto key = OpenPluginKey(false);
+    const auto nameFile = [&](DWORD type, std::span<const std::byte> data) {
+        const std::wstring file = type == REG_SZ ? TextOf(data) : std::wstring();
+        if (!file.empty()) step.files.push_back(file);
+    };
+    if (key && withFiles && names.empty()) {
+        for (CRegValues values(*key, kMaxPresetName); values.Next();) nameFile(values.Type(), values.Data());
+    }
+    for (const std::wstring& name : names) {
+        const auto value = key && withFiles ? key->ReadValue(name.c_str()) : std::nullopt;
+        if (value) nameFile(value->type, value->data);
+    }
+    step.keys.push_back({BackupHive::User, path, std::move(names)});
+}
+
 bool CPresetListMgr::DeletePreset(const std::wstring& name, CPatience& patience) const {
     const auto key = OpenPluginKey(false);
     if (!key) return false;

@@ -5,7 +5,9 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "BackupStep.h"
 #include "Controls.h"
 #include "Files.h"
 #include "PresetPlugin.h"
@@ -38,6 +40,10 @@ class CPresetListMgr {
     /// Adds the names of all presets, each with its index in the store; gives their number.
     template <typename TList>
     int FillPresetList(const TList& list) const;
+
+    /// Names the presets as they will be changed, and with `withFiles` also the files that they name, for a
+    /// backup. No names: all presets, with the key itself.
+    void NameIn(BackupStep& step, std::vector<std::wstring> names, bool withFiles) const;
 
     /// Deletes the file of a preset whose data are in one, too; a file that others hold on to stays.
     bool DeletePreset(const std::wstring& name, CPatience& patience) const;

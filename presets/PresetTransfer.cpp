@@ -1,6 +1,8 @@
 #include "PresetTransfer.h"
 
 #include <limits>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "AnsiText.h"
@@ -133,6 +135,30 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
         if (events.progress) events.progress();
         return writers[index].StoreImportedPreset(preset);
     });
+}
+
+void NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
+                  const PresetSelection* selection) {
+    CPresetFileReader reader(file, AnsiText());
+    std::vector<PresetPlugin> wanted;
+    for (const CPresetListMgr& plugin : plugins) wanted.push_back(plugin.Plugin());
+    std::vector<std::vector<std::wstring>> names(plugins.size());
+    std::set<std::pair<std::size_t, std::wstring>> seen;
+    const auto note = [&](std::size_t index, const ImportedPreset& preset) {
+        // A file may hold a name more than once.
+        if (!seen.insert({index, InCapitals(preset.name)}).second) return true;
+        names[index].push_back(preset.name);
+        if (auto path = FileOfImport(wanted[index].clsid, preset)) step.files.push_back(std::move(*path));
+        return true;
+    };
+    if (wanted.size() == 1) {
+        ImportFor(reader, wanted.front(), selection, note);
+    } else {
+        ImportForSeveral(reader, wanted, note);
+    }
+    for (std::size_t i = 0; i < plugins.size(); ++i) {
+        if (!names[i].empty()) plugins[i].NameIn(step, std::move(names[i]), false);
+    }
 }
 
 int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview) {

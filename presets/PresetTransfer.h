@@ -27,6 +27,11 @@ int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetS
 int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> plugins,
                            const PresetTransferEvents& events = {});
 
+/// Names in the step what an import of the same arguments will write over: presets, and files that may be
+/// other presets'.
+void NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
+                  const PresetSelection* selection);
+
 /// The presets of the plug-in in the file, for a preview.
 int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview);
 /// The plug-ins in the file with their presets.

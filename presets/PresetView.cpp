@@ -73,6 +73,13 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
     const auto path = dialog.RunSave(m_dialog.Handle());
     if (!path) return;
     m_folder = FolderOf(*path);
+    const std::wstring fileName = path->substr(path->find_last_of(L"\\/") + 1);
+    const BackupStep step{.kind = BackupKind::Presets,
+                          .name = FormatText(LoadText(IDS_STEP_REPLACE), fileName),
+                          .keys = {},
+                          .files = {*path}};
+    const auto backup = BackUpOrAsk(m_backups, step, m_dialog.Handle());
+    if (!backup) return;
     auto file = CFileSink::Create(*path);
     const PresetTransferEvents events{
         .invalidPreset =
@@ -88,6 +95,20 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
     DeleteHeldFile(*path, patience);
 }
 
+std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
+                                                 const std::vector<CPresetListMgr>& plugins,
+                                                 const PresetSelection* selection) {
+    const CWaitCursor wait;
+    const bool one = plugins.size() == 1;
+    const std::wstring whose = one ? plugins.front().DisplayName() : LoadText(IDS_MULTIPLE_PLUGINS_SELECTED);
+    BackupStep step{.kind = BackupKind::Presets,
+                    .name = FormatText(LoadText(IDS_STEP_IMPORT_PRESETS), whose),
+                    .keys = {},
+                    .files = {}};
+    if (auto file = CFileSource::Open(path)) NameImportIn(step, *file, plugins, selection);
+    return BackUpOrAsk(m_backups, step, m_dialog.Handle());
+}
+
 void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
     const std::vector<CPresetListMgr> plugins = ManagersOf(chosen);
     if (plugins.empty()) return;
@@ -95,6 +116,8 @@ void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
     const auto path = dialog.RunOpen(m_dialog.Handle());
     if (!path) return;
     m_folder = FolderOf(*path);
+    const auto backup = BackUpImport(*path, plugins, dialog.Selection());
+    if (!backup) return;
     const int result = ImportFrom(*path, plugins, dialog.Selection());
     if (result > 0) return;
     const bool nothingThere = result == kNotAPresetFile || result == kNothingForPlugin;
@@ -102,7 +125,7 @@ void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
                         : FormatText(LoadText(IDS_PRESET_LOAD_ERROR), kFailureNumber));
 }
 
-void CPresetView::Manage(const PresetPlugin& plugin) const {
+void CPresetView::Manage(const PresetPlugin& plugin) {
     const CPresetListMgr presets(plugin);
-    CManagePresetsDlg(presets).RunModal(m_dialog.Handle());
+    CManagePresetsDlg(presets, m_backups).RunModal(m_dialog.Handle());
 }

@@ -16,24 +16,31 @@ bool MakeFolder(const std::wstring& path) {
     return ::CreateDirectoryW(path.c_str(), nullptr) || ::GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
-/// The registry and the file system know no case.
-std::wstring InCapitals(std::wstring text) {
-    ::CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
-    return text;
-}
-
 std::string_view BytesOf(const ImportedPreset& preset) {
     return {reinterpret_cast<const char*>(preset.data.data()), preset.data.size()};
 }
 
+bool GoesToFile(const ImportedPreset& preset) {
+    return preset.type == kPresetInFile || preset.data.size() >= kLargeData;
+}
+
+std::wstring SharedPresets() { return AppDataRoot() + L"\\Shared Presets"; }
+
 }  // namespace
+
+std::optional<std::wstring> FileOfImport(const Guid& clsid, const ImportedPreset& preset) {
+    const auto fileName = PresetFileName(preset.name);
+    // Without the root, the path would lead to the top of the current drive.
+    if (!GoesToFile(preset) || !fileName || AppDataRoot().empty()) return std::nullopt;
+    return SharedPresets() + L"\\" + ClsidText(clsid) + L"\\" + std::wstring(*fileName);
+}
 
 bool CPresetWriter::StoreImportedPreset(const ImportedPreset& preset) {
     // A longer name would never be read back.
     if (preset.data.empty() || preset.name.size() > kMaxPresetName) return false;
     if (!m_key) m_key = m_plugin.OpenPluginKey(true);
     if (!m_key) return false;
-    if (preset.type == kPresetInFile || preset.data.size() >= kLargeData) return StoreInFile(preset);
+    if (GoesToFile(preset)) return StoreInFile(preset);
     // Kept: the registry's answer is not checked.
     m_key->WriteValue(preset.name.c_str(), REG_BINARY, preset.data);
     return true;
@@ -41,10 +48,8 @@ bool CPresetWriter::StoreImportedPreset(const ImportedPreset& preset) {
 
 bool CPresetWriter::FindFolder() {
     if (!m_folder.empty()) return true;
-    // Without the root, the path would lead to the top of the current drive.
-    const std::wstring& root = AppDataRoot();
-    if (root.empty()) return false;
-    const std::wstring shared = root + L"\\Shared Presets";
+    if (AppDataRoot().empty()) return false;
+    const std::wstring shared = SharedPresets();
     const std::wstring folder = shared + L"\\" + ClsidText(m_plugin.Clsid());
     if (!MakeFolder(shared) || !MakeFolder(folder)) return false;
     m_folder = folder;

@@ -8,6 +8,10 @@
 #include "PresetListMgr.h"
 #include "PresetWalk.h"
 
+/// The file that an imported preset will be written to; nothing when it stays in the registry or can't be
+/// stored.
+std::optional<std::wstring> FileOfImport(const Guid& clsid, const ImportedPreset& preset);
+
 /// Keeps the plug-in's key and the folder of its files at hand for the presets of one command.
 class CPresetWriter {
   public:

@@ -38,23 +38,29 @@ DWORD WriteToDisk(const UniqueFile& file, std::string_view bytes) {
     return written && ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : LastErrorOr(ERROR_WRITE_FAULT);
 }
 
-/// Writes a new file into the same folder and names it; none is left after a failure.
-DWORD WriteBeside(const std::wstring& path, std::string_view bytes, std::wstring& beside) {
+/// Makes a new file in the same folder by `fill`, which gives the system's error, and names it; none is left
+/// after a failure.
+template <typename TFill>
+DWORD MakeBeside(const std::wstring& path, std::wstring& beside, TFill&& fill) {
     const std::wstring folder = path.substr(0, path.find_last_of(L"\\/") + 1);
     // What an earlier run could not remove must not use up the names.
     const ULONGLONG first = ::GetTickCount64();
     for (ULONGLONG number = first; number < first + kNamesToTry; ++number) {
         beside = folder + L"~" + std::to_wstring(number) + L".tmp";
-        UniqueFile file = OpenFile(beside, GENERIC_WRITE, 0, CREATE_NEW);
-        const DWORD error = file ? WriteToDisk(file, bytes) : ::GetLastError();
-        if (!file && error == ERROR_FILE_EXISTS) continue;
-        if (!file || error == ERROR_SUCCESS) return error;
-        file.Reset();
-        CPatience patience;
-        DeleteHeldFile(beside, patience);
-        return error;
+        const DWORD error = fill(beside);
+        if (error != ERROR_FILE_EXISTS) return error;
     }
     return ERROR_FILE_EXISTS;
+}
+
+DWORD WriteNewFile(const std::wstring& path, std::string_view bytes) {
+    UniqueFile file = OpenFile(path, GENERIC_WRITE, 0, CREATE_NEW);
+    if (!file) return ::GetLastError();
+    const DWORD error = WriteToDisk(file, bytes);
+    file.Reset();
+    CPatience patience;
+    if (error != ERROR_SUCCESS) DeleteHeldFile(path, patience);
+    return error;
 }
 
 /// A target that somebody holds denies access, like one that is not ours to replace.
@@ -72,6 +78,22 @@ DWORD MoveOver(const std::wstring& from, const std::wstring& to) {
             return ReasonOf(error, to);
     }
     return ERROR_SUCCESS;
+}
+
+template <typename TFill>
+DWORD Replace(const std::wstring& path, TFill&& fill) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        if (attributes & FILE_ATTRIBUTE_DIRECTORY) return ERROR_ACCESS_DENIED;
+        if (attributes & FILE_ATTRIBUTE_READONLY) return ERROR_FILE_READ_ONLY;
+    }
+    std::wstring beside;
+    DWORD error = MakeBeside(path, beside, fill);
+    if (error != ERROR_SUCCESS) return error;
+    error = MoveOver(beside, path);
+    CPatience patience;
+    if (error != ERROR_SUCCESS) DeleteHeldFile(beside, patience);
+    return error;
 }
 
 }  // namespace
@@ -131,19 +153,26 @@ FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::strin
     return ReadAll(file.Get(), std::as_writable_bytes(std::span(bytes))) ? FileRead::Whole : FileRead::Short;
 }
 
-DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes) {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES) {
-        if (attributes & FILE_ATTRIBUTE_DIRECTORY) return ERROR_ACCESS_DENIED;
-        if (attributes & FILE_ATTRIBUTE_READONLY) return ERROR_FILE_READ_ONLY;
-    }
-    std::wstring beside;
-    DWORD error = WriteBeside(path, bytes, beside);
-    if (error != ERROR_SUCCESS) return error;
-    error = MoveOver(beside, path);
+DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to) {
     CPatience patience;
-    if (error != ERROR_SUCCESS) DeleteHeldFile(beside, patience);
+    while (!::CopyFileW(from.c_str(), to.c_str(), /*fail if it exists*/ TRUE)) {
+        const DWORD error = ::GetLastError();
+        if (!patience.Waits(error)) return error;
+    }
+    // Of a file that is marked read-only, the system's own delayed writing has to do.
+    const UniqueFile copy = OpenFile(to, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    if (!copy || ::FlushFileBuffers(copy.Get())) return ERROR_SUCCESS;
+    const DWORD error = LastErrorOr(ERROR_WRITE_FAULT);
+    DeleteHeldFile(to, patience);
     return error;
+}
+
+DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes) {
+    return Replace(path, [bytes](const std::wstring& beside) { return WriteNewFile(beside, bytes); });
+}
+
+DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from) {
+    return Replace(path, [&from](const std::wstring& beside) { return CopyToNewFile(from, beside); });
 }
 
 bool DeleteHeldFile(const std::wstring& path, CPatience& patience) {
@@ -152,4 +181,22 @@ bool DeleteHeldFile(const std::wstring& path, CPatience& patience) {
         if (!patience.Waits(error)) return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
     }
     return true;
+}
+
+DWORD MakeFolders(const std::wstring& path) {
+    if (::CreateDirectoryW(path.c_str(), nullptr)) return ERROR_SUCCESS;
+    const DWORD error = ::GetLastError();
+    // The root of a drive can't be made, and says so in other words than a folder that is there.
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES)
+        return attributes & FILE_ATTRIBUTE_DIRECTORY ? ERROR_SUCCESS : ERROR_DIRECTORY;
+    const std::size_t end = path.find_last_of(L'\\');
+    if (error != ERROR_PATH_NOT_FOUND || end == std::wstring::npos || end == 0) return error;
+    if (const DWORD above = MakeFolders(path.substr(0, end))) return above;
+    return ::CreateDirectoryW(path.c_str(), nullptr) ? ERROR_SUCCESS : ::GetLastError();
+}
+
+std::wstring InCapitals(std::wstring text) {
+    ::CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
+    return text;
 }

@@ -44,5 +44,17 @@ FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::strin
 /// file that is marked read-only is not replaced.
 DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes);
 
+/// A copy with times and attributes, on the disk; the target must be new, and none is left after a failure.
+/// Gives the system's error.
+DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to);
+/// As ReplaceFileContents, with the contents of another file.
+DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from);
+
 /// False when the file is still there.
 bool DeleteHeldFile(const std::wstring& path, CPatience& patience);
+
+/// Makes the folder with those on the way to it. Gives the system's error; one that is there is none.
+DWORD MakeFolders(const std::wstring& path);
+
+/// For comparing: the file system and the registry know no case.
+std::wstring InCapitals(std::wstring text);

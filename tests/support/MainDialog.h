@@ -21,7 +21,7 @@ class MainDialog : public testing::Test {
     /// Makes the dialog, hidden, and fills it as its timer does.
     void Open(const std::vector<std::wstring>& arguments = {}) {
         SetText(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsPath", m_files.Path(L""));
-        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments));
+        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments), m_backups.wstring());
         ASSERT_TRUE(m_dialog->CreateModeless(nullptr));
         m_dialog->Send(WM_TIMER, 1);
     }
@@ -36,7 +36,10 @@ class MainDialog : public testing::Test {
         EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == top; }));
     }
     /// The dialog goes before a host that the test made.
-    void TearDown() override { m_dialog.reset(); }
+    void TearDown() override {
+        m_dialog.reset();
+        std::filesystem::remove_all(m_backups);
+    }
     bool IsOpen() const { return m_dialog && m_dialog->IsLive(); }
 
     CWindow Item(int id) const { return m_dialog->Item(id); }
@@ -93,6 +96,8 @@ class MainDialog : public testing::Test {
 
     RegistrySandbox m_sandbox;
     FileSandbox m_files;
+    /// Not among the layouts.
+    const std::filesystem::path m_backups = m_files.Folder().wstring() + L" backups";
     Popups m_popups;
     std::optional<CPluginManagerDlg> m_dialog;
 };

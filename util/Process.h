@@ -9,6 +9,9 @@
 #include "Handles.h"
 #include "Window.h"
 
+/// Whether this program has them now.
+bool HasAdministratorRights();
+
 /// While the system asks the user for an administrator's rights, `owner` takes no input. Then it may have
 /// been taken away. A refusal is a program that can't be started.
 class CProcess {
@@ -23,12 +26,16 @@ class CProcess {
                                          CreateFunction* create = &::CreateProcessW);
     /// With an administrator's rights, for which the system asks. `file` is a full path.
     static std::optional<CProcess> StartElevated(const CWindow& owner, const std::wstring& file,
-                                                 const std::wstring& arguments);
+                                                 const std::wstring& arguments, int show = SW_SHOWNORMAL);
+    /// A program for the console, without one. `file` is a full path.
+    static std::optional<CProcess> StartHidden(const std::wstring& file, const std::wstring& arguments);
 
     /// Waits for the end of the program, however long that takes, and dispatches the thread's messages
     /// meanwhile. False when one of those took `window` away or asks the thread to quit; that one is posted
     /// again.
     bool WaitDispatching(const CWindow& window) const;
+    /// Of a program that has ended.
+    DWORD ExitCode() const;
 
   private:
     explicit CProcess(HANDLE process) : m_process(process) {}

@@ -27,6 +27,15 @@ bool DispatchPending(const CWindow& window) {
 
 }  // namespace
 
+bool HasAdministratorRights() {
+    UniqueKernelHandle token;
+    TOKEN_ELEVATION elevation{};
+    DWORD size = 0;
+    return ::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.Put()) &&
+           ::GetTokenInformation(token.Get(), TokenElevation, &elevation, sizeof elevation, &size) &&
+           elevation.TokenIsElevated != 0;
+}
+
 std::optional<CProcess> CProcess::Start(const CWindow& owner, const std::wstring& program,
                                         const std::wstring& arguments, CreateFunction* create) {
     STARTUPINFOW startup{};
@@ -46,7 +55,7 @@ std::optional<CProcess> CProcess::Start(const CWindow& owner, const std::wstring
 }
 
 std::optional<CProcess> CProcess::StartElevated(const CWindow& owner, const std::wstring& file,
-                                                const std::wstring& arguments) {
+                                                const std::wstring& arguments, int show) {
     const bool enabled = owner.IsEnabled();
     const CScopeExit restore([&] { owner.Enable(enabled); });
     owner.Enable(false);
@@ -58,9 +67,27 @@ std::optional<CProcess> CProcess::StartElevated(const CWindow& owner, const std:
     request.lpFile = file.c_str();
     // The system puts a blank of its own before them.
     request.lpParameters = arguments.c_str() + (arguments.starts_with(L' ') ? 1 : 0);
-    request.nShow = SW_SHOWNORMAL;
+    request.nShow = show;
     if (!::ShellExecuteExW(&request) || !request.hProcess) return std::nullopt;
     return CProcess(request.hProcess);
+}
+
+std::optional<CProcess> CProcess::StartHidden(const std::wstring& file, const std::wstring& arguments) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    std::wstring commandLine = L"\"" + file + L"\" " + arguments;
+    if (!::CreateProcessW(file.c_str(), commandLine.data(), nullptr, nullptr, /*inherit handles*/ FALSE,
+                          CREATE_NO_WINDOW, nullptr, nullptr, &startup, &started))
+        return std::nullopt;
+    ::CloseHandle(started.hThread);
+    return CProcess(started.hProcess);
+}
+
+DWORD CProcess::ExitCode() const {
+    DWORD code = STILL_ACTIVE;
+    ::GetExitCodeProcess(m_process.Get(), &code);
+    return code;
 }
 
 bool CProcess::WaitDispatching(const CWindow& window) const {

@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+
+#include "Backups.h"
+#include "CorvaneKeys.h"
+#include "RegFileText.h"
+#include "support/FileSandbox.h"
+#include "support/RegistrySandbox.h"
+
+namespace {
+
+using support::Bytes;
+using support::Exists;
+using support::SetRaw;
+
+class Backups : public testing::Test {
+  protected:
+    /// Stands in for the system's importer, which knows nothing of the sandbox.
+    DWORD Import(BackupHive hive, std::wstring_view text) {
+        ++m_imports;
+        const auto keys = ParseRegFile(text);
+        if (!keys) return ERROR_INVALID_DATA;
+        for (const RegFileKey& part : *keys) {
+            const std::wstring path = part.path.substr(part.path.find(L'\\') + 1);
+            if (part.removed) {
+                CRegKey::DeleteTree(RootOf(hive), path);
+                continue;
+            }
+            const auto key = CRegKey::Create(RootOf(hive), path).value();
+            for (const RegFileValue& value : part.values) {
+                value.removed ? key.DeleteValue(value.name.c_str())
+                              : key.WriteValue(value.name.c_str(), value.type, value.data);
+            }
+        }
+        return ERROR_SUCCESS;
+    }
+    /// What a program would do that starts anew.
+    CBackups NewRun() {
+        return {m_folder, L"1",
+                [this](const CWindow&, const std::wstring&, BackupHive hive, std::wstring_view text) {
+                    return Import(hive, text);
+                }};
+    }
+    DWORD Restore(CBackups& backups, std::size_t which) {
+        return backups.Restore(backups.List().at(which), L"back", CWindow(), [](DWORD) { return false; });
+    }
+    std::wstring Snapshot() const {
+        std::wstring text;
+        EXPECT_EQ(CRegSnapshot().Take(kWhole, text, [](std::wstring&) { return DWORD{ERROR_SUCCESS}; }),
+                  DWORD{ERROR_SUCCESS});
+        return text;
+    }
+
+    const std::wstring m_key = std::wstring(kAudioPresetsKey) + L"\\{11111111-2222-3333-4444-555555555555}";
+    const BackupKey kWhole{BackupHive::User, m_key, {}};
+    support::RegistrySandbox m_registry;
+    support::FileSandbox m_files;
+    const std::wstring m_folder = m_files.Path(L"Backups");
+    const std::wstring m_file = m_files.Write(L"Wide", "old");
+    int m_imports = 0;
+    CBackups m_backups = NewRun();
+};
+
+TEST_F(Backups, WhatWasThereComesBackToTheByteAndTheRestoreCanBeTakenBack) {
+    for (DWORD type = REG_NONE; type <= REG_QWORD + 1; ++type) {
+        const std::wstring name = L"\x3042 " + std::to_wstring(type);
+        SetRaw(HKEY_CURRENT_USER, m_key + L"\\Below", name.c_str(), type, Bytes(L"\"a\\b"));
+        SetRaw(HKEY_CURRENT_USER, m_key, (name + L" odd").c_str(), type, {1, 2, 3});
+    }
+    SetRaw(HKEY_CURRENT_USER, m_key, nullptr, REG_BINARY, std::vector<BYTE>(5'000'000, 0xAB));
+    const std::wstring before = Snapshot(), added = m_files.Path(L"new");
+    {
+        const CBackup backup =
+            m_backups.Make({BackupKind::Presets, L"Delete: a/b", {kWhole}, {m_file, added}});
+        ASSERT_EQ(backup.Error(), DWORD{ERROR_SUCCESS});
+        CRegKey::DeleteTree(HKEY_CURRENT_USER, m_key);
+        ::DeleteFileW(m_file.c_str());
+        m_files.Write(L"new", "new");
+    }
+    ASSERT_EQ(m_backups.List().size(), 1U);
+    EXPECT_EQ(Restore(m_backups, 0), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(Snapshot(), before);
+    EXPECT_EQ(m_files.Read(L"Wide"), "old");
+    EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"Backups", L"Wide"}));
+    EXPECT_EQ(Restore(m_backups, 0), DWORD{ERROR_SUCCESS});
+    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, m_key));
+    EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"Backups", L"new"}));
+}
+
+TEST_F(Backups, OnlyTheNamedValuesGoBackAndWhatIsAsItWasIsLeftAlone) {
+    for (const wchar_t* name : {L"a", L"b"}) SetRaw(HKEY_CURRENT_USER, m_key, name, REG_BINARY, {1});
+    const CRegKey key = CRegKey::Open(HKEY_CURRENT_USER, m_key, KEY_READ | KEY_WRITE).value();
+    {
+        const CBackup backup =
+            m_backups.Make({BackupKind::Presets, L"Rename", {{BackupHive::User, m_key, {L"a", L"c"}}}, {}});
+        key.DeleteValue(L"a");
+    }
+    for (const wchar_t* name : {L"b", L"c"}) SetRaw(HKEY_CURRENT_USER, m_key, name, REG_BINARY, {2});
+    EXPECT_EQ(Restore(m_backups, 0), DWORD{ERROR_SUCCESS});
+    EXPECT_TRUE(key.HasValue(L"a") && !key.HasValue(L"c"));
+    EXPECT_EQ(key.ReadValue(L"b")->data, std::vector{std::byte{2}});
+    EXPECT_EQ(Restore(m_backups, 1), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(m_imports, 1);
+}
+
+TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
+    const BackupStep save{BackupKind::Layouts, L"Save", {}, {m_file}, true};
+    SetRaw(HKEY_CURRENT_USER, m_key, L"a", REG_BINARY, {1});
+    {
+        const CBackup backup = m_backups.Make({BackupKind::Presets, L"Import", {kWhole}, {m_file}});
+        SetRaw(HKEY_CURRENT_USER, m_key, L"new", REG_BINARY, {1});
+    }
+    EXPECT_TRUE(m_backups.List().empty());
+    for (const char* bytes : {"1", "2"}) {
+        const CBackup backup = m_backups.Make(save);
+        m_files.Write(L"Wide", bytes);
+    }
+    ASSERT_EQ(m_backups.List().size(), 1U) << "one copy a run";
+    CBackups next = NewRun();
+    {
+        const CBackup backup = next.Make(save);
+        const CBackup other = next.Make({BackupKind::Layouts, L"Delete", {}, {m_file}});
+        ::DeleteFileW(m_file.c_str());
+    }
+    EXPECT_EQ(next.List().size(), 3U);
+    SetRaw(HKEY_CURRENT_USER, m_key, L"two\nlines", REG_BINARY, {1});
+    EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
+    EXPECT_EQ(next.List().size(), 3U);
+    CBackups nowhere(m_files.Write(L"file", ""), L"1");
+    EXPECT_NE(nowhere.Make({BackupKind::Presets, L"", {kWhole}, {}}).Error(), DWORD{ERROR_SUCCESS});
+}
+
+TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
+    const auto refuses = [this](const char* from, const char* to, const wchar_t* file) {
+        SetRaw(HKEY_CURRENT_USER, m_key, L"a", REG_BINARY, {1});
+        m_files.Write(L"Wide", "old");
+        {
+            const CBackup backup = m_backups.Make({BackupKind::Presets, L"Delete", {kWhole}, {m_file}});
+            CRegKey::DeleteTree(HKEY_CURRENT_USER, m_key);
+            ::DeleteFileW(m_file.c_str());
+        }
+        const CBackups::Entry entry = m_backups.List().at(0);
+        const std::wstring changed = entry.folder.substr(m_files.Folder().wstring().size() + 1) + file;
+        std::string bytes = m_files.Read(changed);
+        const bool wide = bytes.starts_with("\xFF\xFE");
+        const auto text = [wide](const char* narrow) {
+            std::string bytesOf;
+            for (const char* c = narrow; *c; ++c) bytesOf += wide ? std::string{*c, '\0'} : std::string{*c};
+            return bytesOf;
+        };
+        const std::size_t at = bytes.find(text(from));
+        ASSERT_NE(at, std::string::npos) << from;
+        m_files.Write(changed, bytes.replace(at, text(from).size(), text(to)));
+        EXPECT_NE(m_backups.Restore(entry, L"back", CWindow(), [](DWORD) { return true; }),
+                  DWORD{ERROR_SUCCESS});
+        EXPECT_FALSE(Exists(HKEY_CURRENT_USER, m_key)) << to;
+        EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"Backups"})) << to;
+        EXPECT_TRUE(m_backups.Delete(entry));
+    };
+    refuses("[HKEY_CURRENT_USER", "[HKEY_LOCAL_MACHINE", L"\\before.reg");
+    refuses("\"a\"=hex:01", "; a", L"\\before.reg");
+    refuses("Presets\\{1", "Presets\\{2", L"\\backup.xml");
+    refuses("Copy=\"1 Wide", "Copy=\"..\\1 Wide", L"\\backup.xml");
+    refuses("\\Wide\"", "\\..\\Wide\"", L"\\backup.xml");
+    refuses("<Backup", "<Other", L"\\backup.xml");
+    EXPECT_EQ(m_imports, 0);
+}
+
+TEST(RegImport, TheSystemsProgramTakesEveryTypeToTheByte) {
+    const std::wstring path = L"Software\\Corvane Plug-in Manager import test";
+    RegFileKey key{L"HKEY_CURRENT_USER\\" + path, false, {}};
+    for (std::uint32_t type = REG_NONE; type <= REG_QWORD; ++type)
+        key.values.push_back(
+            {std::to_wstring(type) + L" \"\\\x3042", false, type, std::vector(8, std::byte{'a'})});
+    for (RegFileValue& value : key.values) value.data.resize(10);  // texts get their end
+    std::wstring text(RegFileHeader());
+    AppendRegKey(text, key);
+    const support::FileSandbox files;
+    const CWindow owner(::CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
+    EXPECT_EQ(ImportRegText(owner, files.Folder().wstring(), BackupHive::User, text), DWORD{ERROR_SUCCESS});
+    ::DestroyWindow(owner.Handle());
+    const auto stored = CRegKey::Open(HKEY_CURRENT_USER, path);
+    ASSERT_TRUE(stored);
+    for (const RegFileValue& value : key.values) {
+        const auto read = stored->ReadValue(value.name.c_str());
+        EXPECT_TRUE(read && read->type == value.type && read->data == value.data) << value.type;
+    }
+    CRegKey::DeleteTree(HKEY_CURRENT_USER, path);
+    EXPECT_TRUE(files.Names().empty());
+}
+
+}  // namespace

@@ -1,0 +1,25 @@
+// What a step of the program will change or remove.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "BackupRules.h"
+
+/// The hive that holds a key; the merged view of the classes is none.
+enum class BackupHive { User, Machine };
+
+struct BackupKey {
+    BackupHive hive = BackupHive::User;
+    std::wstring path;                 // below the hive's root
+    std::vector<std::wstring> values;  // of the key; none: the key with all that is below it
+};
+
+struct BackupStep {
+    BackupKind kind = BackupKind::Registry;
+    std::wstring name;  // as the user knows it: "Delete presets of Kammer Reverb"
+    std::vector<BackupKey> keys;
+    std::vector<std::wstring> files;  // full paths; one that is not there is noted as such
+    /// Files that this run has already copied before such a step are not copied again.
+    bool oncePerRun = false;
+};

@@ -1,0 +1,308 @@
+#include "Backups.h"
+
+#include <shlobj.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <utility>
+
+#include "BackupChanges.h"
+#include "BackupRules.h"
+#include "Files.h"
+#include "RegFileText.h"
+#include "TaskText.h"
+
+namespace {
+
+constexpr int kNamesToTry = 100;
+/// So much text is gathered before it goes to the disk.
+constexpr std::size_t kTextAtOnce = 1U << 20;
+/// A folder without a record may be a backup that another program is making.
+constexpr std::uint64_t kTimeToFinish = 24ULL * 60 * 60 * 10'000'000;  // 100 ns
+
+std::wstring Formatted(const wchar_t* format, const SYSTEMTIME& time) {
+    std::array<wchar_t, 64> text{};
+    const int length = std::swprintf(text.data(), text.size(), format, time.wYear, time.wMonth, time.wDay,
+                                     time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+    return {text.data(), static_cast<std::size_t>(std::max(length, 0))};
+}
+
+std::wstring TimeForRecord() {
+    SYSTEMTIME time{};
+    ::GetSystemTime(&time);
+    return Formatted(L"%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", time);
+}
+
+std::wstring TimeForFolder() {
+    SYSTEMTIME time{};
+    ::GetLocalTime(&time);
+    return Formatted(L"%04u-%02u-%02u %02u.%02u.%02u", time);
+}
+
+std::uint64_t Joined(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
+
+/// Where the system would look for it.
+std::wstring FullPath(const std::wstring& path) {
+    std::wstring full(32768, L'\0');
+    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+bool IsThere(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// Calls `found` with the data of each file or folder, but "." and "..".
+template <typename TFound>
+void ForEachIn(const std::wstring& folder, TFound&& found) {
+    WIN32_FIND_DATAW data{};
+    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do {
+        const std::wstring_view name = data.cFileName;
+        if (name != L"." && name != L"..") found(data);
+    } while (::FindNextFileW(search, &data));
+    ::FindClose(search);
+}
+
+std::uint64_t SizeOfFolder(const std::wstring& folder) {
+    std::uint64_t size = 0;
+    ForEachIn(folder,
+              [&](const WIN32_FIND_DATAW& file) { size += Joined(file.nFileSizeHigh, file.nFileSizeLow); });
+    return size;
+}
+
+DWORD Written(const UniqueFile& file, std::wstring& text) {
+    const bool written = WriteAll(file.Get(), std::as_bytes(std::span(text)));
+    text.clear();
+    return written ? ERROR_SUCCESS : ::GetLastError();
+}
+
+}  // namespace
+
+std::wstring UserBackupFolder() {
+    wchar_t* folder = nullptr;
+    ::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder);
+    const std::wstring local = TakeTaskText(folder);
+    return local.empty() ? local : local + L"\\Corvane Plug-in Manager\\Backups";
+}
+
+CBackups::CBackups(std::wstring folder, std::wstring version, RegImporter importer)
+    : m_folder(std::move(folder)), m_version(std::move(version)), m_import(std::move(importer)) {}
+
+DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) const {
+    entry.record.kind = kind;
+    entry.record.step = step;
+    entry.record.time = TimeForRecord();
+    entry.record.version = m_version;
+    if (m_folder.empty()) return ERROR_PATH_NOT_FOUND;
+    if (const DWORD error = MakeFolders(m_folder)) return error;
+    const std::wstring time = TimeForFolder();
+    for (int number = 1; number <= kNamesToTry; ++number) {
+        const std::wstring folder = m_folder + L'\\' + BackupFolderName(time, step, number);
+        if (::CreateDirectoryW(folder.c_str(), nullptr)) {
+            entry.folder = folder;
+            return ERROR_SUCCESS;
+        }
+        const DWORD error = ::GetLastError();
+        if (error != ERROR_ALREADY_EXISTS) return error;
+    }
+    return ERROR_ALREADY_EXISTS;
+}
+
+CBackup CBackups::Make(const BackupStep& step) { return Make(step, false); }
+
+CBackup CBackups::Make(const BackupStep& step, bool stays) {
+    CBackup backup(this);
+    backup.m_stays = stays;
+    const bool isKept = step.oncePerRun && step.keys.empty() &&
+                        std::ranges::all_of(step.files, [this](const std::wstring& file) {
+                            return m_keptFiles.contains(InCapitals(FullPath(file)));
+                        });
+    const bool isEmpty =
+        step.keys.empty() && (stays ? step.files.empty() : std::ranges::none_of(step.files, &IsThere));
+    if (isKept || isEmpty) return backup;
+    Entry& entry = backup.m_entry;
+    DWORD error = Begin(entry, step.kind, step.name);
+    if (error == ERROR_SUCCESS) error = CopyFiles(backup, step);
+    if (error == ERROR_SUCCESS) error = WriteKeys(backup, step);
+    if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record);
+    backup.m_error = error;
+    if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
+    return backup;
+}
+
+DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
+    BackupRecord& record = backup.m_entry.record;
+    for (const std::wstring& file : step.files) {
+        const std::wstring path = FullPath(file);
+        const auto seen = CBackup::See(path);
+        // What can't be put back is no backup; a file that is not there under such a name needs none.
+        if (!IsPlainPath(path)) {
+            if (seen) return ERROR_BAD_PATHNAME;
+            continue;
+        }
+        if (!seen && IsThere(path)) return ERROR_ACCESS_DENIED;
+        record.files.push_back({path, {}});
+        if (!seen) continue;
+        const std::wstring copy = BackupCopyName(record.files.size(), path);
+        if (const DWORD error = CopyToNewFile(path, backup.m_entry.folder + L'\\' + copy)) return error;
+        record.files.back().copy = copy;
+        backup.m_files.push_back(*seen);
+    }
+    return ERROR_SUCCESS;
+}
+
+DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
+    if (step.keys.empty()) return ERROR_SUCCESS;
+    const UniqueFile file = OpenForWriting(backup.m_entry.folder + kBackupKeysFile);
+    if (!file) return ::GetLastError();
+    const auto sink = [&file](std::wstring& text) {
+        return text.size() < kTextAtOnce ? ERROR_SUCCESS : Written(file, text);
+    };
+    std::wstring text(RegFileHeader());
+    for (const BackupKey& key : step.keys) {
+        backup.m_entry.record.keys.push_back(FullKeyPath(key));
+        if (const DWORD error = backup.m_keys.Take(key, text, sink)) return error;
+    }
+    if (const DWORD error = Written(file, text)) return error;
+    return ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : ::GetLastError();
+}
+
+CBackup CBackups::KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
+                             const std::function<bool(const std::wstring& copy)>& write) {
+    CBackup backup(this);
+    backup.m_stays = true;
+    Entry& entry = backup.m_entry;
+    DWORD error = Begin(entry, BackupKind::Layouts, step);
+    if (error == ERROR_SUCCESS) {
+        const std::wstring copy = L"1 layout.pgl";
+        // A path of another form is not one to save under again.
+        entry.record.layout = {copy, name, IsPlainPath(path) ? path : std::wstring()};
+        error = write(entry.folder + L'\\' + copy)
+                    ? WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record)
+                    : DWORD{ERROR_WRITE_FAULT};
+    }
+    backup.m_error = error;
+    if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
+    return backup;
+}
+
+std::vector<CBackups::Entry> CBackups::List() const {
+    std::vector<Entry> entries;
+    ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
+        const std::wstring folder = m_folder + L'\\' + found.cFileName;
+        if (auto record = ReadBackupRecord(folder + kBackupRecordFile))
+            entries.push_back({folder, std::move(*record), SizeOfFolder(folder)});
+    });
+    std::ranges::stable_sort(entries, std::ranges::greater(),
+                             [](const Entry& entry) -> const std::wstring& { return entry.record.time; });
+    return entries;
+}
+
+DWORD CBackups::Restore(const Entry& entry, const std::wstring& step, const CWindow& owner,
+                        const std::function<bool(DWORD)>& goOn) {
+    // What is done is what stands there now, checked, and not what a list once showed.
+    const auto record = ReadBackupRecord(entry.folder + kBackupRecordFile);
+    if (!record) return ERROR_INVALID_DATA;
+    const Entry checked{entry.folder, *record, entry.size};
+    const auto changes = FindBackupChanges(checked);
+    if (!changes) return ERROR_INVALID_DATA;
+    BackupStep present{record->kind, step, changes->keys, {}, false};
+    for (const auto& file : record->files) present.files.push_back(file.path);
+    const CBackup backup = Make(present, true);
+    if (backup.Error() != ERROR_SUCCESS && !goOn(backup.Error())) return ERROR_CANCELLED;
+    return PutBack(checked, *changes, owner, m_import);
+}
+
+bool CBackups::Delete(const Entry& entry) {
+    if (m_known) std::erase_if(*m_known, [&](const Entry& known) { return known.folder == entry.folder; });
+    return RemoveFolder(entry.folder);
+}
+
+bool CBackups::RemoveFolder(const std::wstring& folder) {
+    // Without its record it is no backup any more, however much of it stays.
+    CPatience patience;
+    if (!DeleteHeldFile(folder + kBackupRecordFile, patience)) return false;
+    ForEachIn(folder, [&](const WIN32_FIND_DATAW& file) {
+        const std::wstring path = folder + L'\\' + file.cFileName;
+        // A copy is marked read-only when its original was.
+        ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        DeleteHeldFile(path, patience);
+    });
+    return ::RemoveDirectoryW(folder.c_str()) || !IsThere(folder);
+}
+
+void CBackups::Finish(CBackup& backup) {
+    Entry& entry = backup.m_entry;
+    if (entry.folder.empty()) return;
+    if (!backup.m_stays && !backup.TookSomething()) {
+        RemoveFolder(entry.folder);
+        return;
+    }
+    for (const auto& file : backup.m_files) m_keptFiles.insert(InCapitals(file.path));
+    m_fromThisRun.insert(entry.folder);
+    if (m_known) {
+        entry.size = SizeOfFolder(entry.folder);
+        m_known->push_back(std::move(entry));
+    }
+    Prune();
+}
+
+void CBackups::Prune() {
+    if (!m_known) {
+        m_known = List();
+        FILETIME now{};
+        ::GetSystemTimeAsFileTime(&now);
+        ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
+            const std::wstring folder = m_folder + L'\\' + found.cFileName;
+            const FILETIME& made = found.ftCreationTime;
+            const bool isOld = Joined(made.dwHighDateTime, made.dwLowDateTime) + kTimeToFinish <
+                               Joined(now.dwHighDateTime, now.dwLowDateTime);
+            if (isOld && IsBackupFolderName(found.cFileName) && !IsThere(folder + kBackupRecordFile))
+                RemoveFolder(folder);
+        });
+    }
+    std::vector<KeptBackup> kept;
+    for (const Entry& entry : *m_known)
+        kept.push_back(
+            {entry.record.kind, entry.record.time, entry.size, m_fromThisRun.contains(entry.folder)});
+    std::vector<std::wstring> pruned;
+    for (const std::size_t i : BackupsToPrune(kept)) pruned.push_back((*m_known)[i].folder);
+    for (const std::wstring& folder : pruned) RemoveFolder(folder);
+    std::erase_if(*m_known, [&](const Entry& entry) {
+        return std::ranges::find(pruned, entry.folder) != pruned.end();
+    });
+}
+
+CBackup::CBackup(CBackup&& other) noexcept
+    : m_store(std::exchange(other.m_store, nullptr)),
+      m_entry(std::move(other.m_entry)),
+      m_stays(other.m_stays),
+      m_keys(std::move(other.m_keys)),
+      m_files(std::move(other.m_files)),
+      m_error(other.m_error) {}
+
+CBackup::~CBackup() {
+    if (!m_store) return;
+    Guarded([this] {
+        m_store->Finish(*this);
+        return true;
+    });
+}
+
+std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path) {
+    CPatience patience;
+    const UniqueFile file = OpenForReading(path, patience);
+    BY_HANDLE_FILE_INFORMATION facts{};
+    if (!file || !::GetFileInformationByHandle(file.Get(), &facts)) return std::nullopt;
+    return SeenFile{
+        path,
+        {Joined(facts.nFileIndexHigh, facts.nFileIndexLow), Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
+         Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime)}};
+}
+
+bool CBackup::TookSomething() const {
+    return !m_keys.IsIntact() ||
+           std::ranges::any_of(m_files, [](const SeenFile& file) { return See(file.path) != file; });
+}

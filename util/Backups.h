@@ -1,0 +1,104 @@
+// The safety net below everything that the program removes or overwrites.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "BackupRecord.h"
+#include "BackupStep.h"
+#include "RegImport.h"
+#include "RegSnapshot.h"
+#include "Window.h"
+
+/// Where the user's backups lie; empty when the system tells no place.
+std::wstring UserBackupFolder();
+
+class CBackup;
+
+/// One folder a backup: "before.reg" with the keys, copies of the files, and "backup.xml", which says what
+/// lies where. That one is written last and removed first: a folder without it is none, or not yet one.
+///
+/// Failure contract: operations give the system's error. A backup that fails leaves nothing behind; a restore
+/// that fails leaves each file and value old or new. Nothing is thrown.
+class CBackups {
+  public:
+    CBackups(std::wstring folder, std::wstring version, RegImporter importer = &ImportRegText);
+
+    /// Copies what the step names, before it starts.
+    [[nodiscard]] CBackup Make(const BackupStep& step);
+    /// Keeps a layout that is about to be lost, unless the caller discards the backup; `write` makes its
+    /// file. Its name and the path of its own file come back with it.
+    CBackup KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
+                       const std::function<bool(const std::wstring& copy)>& write);
+
+    using Entry = BackupEntry;
+    /// Newest first.
+    std::vector<Entry> List() const;
+    /// Puts back what the backup holds, where it differs from what is there now, after a backup of that under
+    /// the name `step`. Without such a backup it goes on only when `goOn`, asked with the reason, says so. A
+    /// layout is not put anywhere: the caller opens its copy.
+    DWORD Restore(const Entry& entry, const std::wstring& step, const CWindow& owner,
+                  const std::function<bool(DWORD)>& goOn);
+    /// False when something of it is still there.
+    bool Delete(const Entry& entry);
+
+  private:
+    friend class CBackup;
+    /// With `stays`, also of a step that only adds: so that a restore can be taken back.
+    CBackup Make(const BackupStep& step, bool stays);
+    DWORD Begin(Entry& entry, BackupKind kind, const std::wstring& step) const;
+    static DWORD CopyFiles(CBackup& backup, const BackupStep& step);
+    static DWORD WriteKeys(CBackup& backup, const BackupStep& step);
+    void Finish(CBackup& backup);
+    void Prune();
+    static bool RemoveFolder(const std::wstring& folder);
+
+    const std::wstring m_folder;
+    const std::wstring m_version;
+    const RegImporter m_import;
+    std::optional<std::vector<Entry>> m_known;  // read with the first pruning
+    std::set<std::wstring> m_fromThisRun;       // folders
+    std::set<std::wstring> m_keptFiles;         // paths in capitals, copied in this run
+};
+
+/// Lives while a step runs. At its end the backup goes again when nothing of what the step named has been
+/// changed or is gone.
+class CBackup {
+  public:
+    CBackup(CBackup&& other) noexcept;
+    CBackup& operator=(CBackup&&) = delete;
+    CBackup(const CBackup&) = delete;
+    CBackup& operator=(const CBackup&) = delete;
+    ~CBackup();
+
+    /// Why there is no backup; ERROR_SUCCESS when there is one, or none was needed.
+    DWORD Error() const { return m_error; }
+    /// For a step that did not happen.
+    void Discard() { m_stays = false; }
+
+  private:
+    friend class CBackups;
+    /// A file that was there, and by what its change is seen.
+    struct SeenFile {
+        std::wstring path;
+        std::array<std::uint64_t, 3> facts{};
+        bool operator==(const SeenFile&) const = default;
+    };
+    explicit CBackup(CBackups* store) : m_store(store) {}
+    static std::optional<SeenFile> See(const std::wstring& path);
+    bool TookSomething() const;
+
+    CBackups* m_store;
+    CBackups::Entry m_entry;  // its folder is empty without a backup
+    bool m_stays = false;     // whatever was changed
+    CRegSnapshot m_keys;
+    std::vector<SeenFile> m_files;
+    DWORD m_error = ERROR_SUCCESS;
+};

@@ -1,0 +1,46 @@
+// The text of a .reg file, as the system's registry editor writes it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct RegFileValue {
+    std::wstring name;  // empty for the default value
+    bool removed = false;
+    std::uint32_t type = 0;
+    std::vector<std::byte> data;
+
+    friend bool operator==(const RegFileValue&, const RegFileValue&) = default;
+};
+
+struct RegFileKey {
+    std::wstring path;  // with the hive's full name before it
+    bool removed = false;
+    std::vector<RegFileValue> values;
+
+    friend bool operator==(const RegFileKey&, const RegFileKey&) = default;
+};
+
+// Writing, piece by piece, because a key can be large. The text is UTF-16 where it becomes a file.
+
+/// What the file begins with, the mark of its byte order included.
+std::wstring_view RegFileHeader();
+/// A file is a list of lines: a name with a line break in it, or a zero, can't be written.
+bool IsRegFileName(std::wstring_view name);
+/// The line that begins a key, or removes it with all that it holds.
+void AppendRegKey(std::wstring& text, std::wstring_view path, bool removed);
+/// Whatever the type, reading the file gives the same bytes again.
+void AppendRegValue(std::wstring& text, std::wstring_view name, std::uint32_t type,
+                    std::span<const std::byte> data);
+void AppendRemovedRegValue(std::wstring& text, std::wstring_view name);
+/// A key with its values.
+void AppendRegKey(std::wstring& text, const RegFileKey& key);
+
+/// Reads only what the functions above write, to the character: others can hide a key from one reader that
+/// another one finds. Nothing for any other text.
+std::optional<std::vector<RegFileKey>> ParseRegFile(std::wstring_view text);
