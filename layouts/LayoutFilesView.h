@@ -36,6 +36,8 @@ class CLayoutFilesView {
     void OnNew();
     void OnOpen();
     void OnSave() { Save(m_dialog.Handle()); }
+    /// Writes the layout to its own file under the name in the list, without a dialog where it has both.
+    void OnSaveInPlace();
     void OnDelete();
     void OnEditName() { m_name = m_list.Text(); }
     /// The list's current row has changed: picked, or only passed in the open list.
@@ -51,10 +53,12 @@ class CLayoutFilesView {
     std::optional<std::wstring> Load(const std::wstring& path);
     int Save(HWND owner);
     void SaveTo(const std::wstring& path, const std::wstring& name);
+    bool Write(const std::wstring& path, const std::wstring& name);
     void ShowSaved(const std::wstring& path, const std::wstring& name);
     void EndPick(bool chosen);
     void Pick(std::optional<int> row);
     void ShowPicked(std::optional<int> row);
+    bool ShowRow(std::optional<int> row);
 
     std::vector<std::wstring> Names() const;
     /// Empty when the row, if any, stands for no file.
@@ -83,5 +87,5 @@ class CLayoutFilesView {
     bool m_listMoved = false;           // the list's current row is not the layout shown
     bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
     unsigned m_questions = 0;           // asked so far, about unsaved changes
-    std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
+    std::wstring m_path;                // of the layout shown; empty when it has no file
 };
