@@ -169,7 +169,8 @@ void CLayoutTreeView::OnCaptureChanged() {
 void CLayoutTreeView::OnButtonUp(POINT client) {
     if (!m_drag.IsDragging()) return;
     m_drag.OnMouseMove(client);
-    const CStep step(*this, IDS_STEP_MOVE);
+    const CLayoutButtons::CLock lock(m_buttons);
+    const CLayoutHistory::CStep step(m_history, IDS_STEP_MOVE);
     m_drag.Drop();
 }
 

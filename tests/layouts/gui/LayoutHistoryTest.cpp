@@ -1,7 +1,6 @@
 // Undo and redo of the steps in which a layout was edited.
 #include <random>
 
-#include "XmlTreeCtrl.h"
 #include "layouts/LayoutTreeDialog.h"
 
 namespace {
@@ -17,12 +16,9 @@ class LayoutHistory : public support::LayoutTreeDialog {
         Choose(support::kVstEffects);
         SelectPlugins({L"x", L"y"});
     }
-    int Below(std::size_t end) { return static_cast<int>(m_random() % end); }
-    template <typename T, std::size_t Size>
-    T OneOf(const T (&of)[Size]) {
-        return of[Below(Size)];
-    }
+    std::size_t Below(std::size_t end) { return m_random() % end; }
 
+    /// What undoing has to bring back, ids that tell the kind included.
     std::wstring Seen() {
         for (HTREEITEM item = Tree().Root(); item; item = Tree().NextInOrder(item)) {
             const LayoutItem& record = *Layout().Find(item);
@@ -32,42 +28,35 @@ class LayoutHistory : public support::LayoutTreeDialog {
         }
         return Unmarked(Shape());
     }
-    std::string Xml() {
-        const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
-        CXMLTreeCtrl document(Layout(), plugins);
-        document.SetLayoutName(L"n");
-        EXPECT_TRUE(document.Save(m_files.Path(L"seen.xml")));
-        return m_files.Read(L"seen.xml");
+    std::string Save() {
+        m_dialog->Send(WM_COMMAND, ID_SAVE_LAYOUT);
+        m_saved = static_cast<int>(m_at);
+        return m_files.Read(L"one.pgl");
     }
 
-    void SelectSome() {
-        Tree().ClearSelection();
-        std::vector<HTREEITEM> shown;
-        for (HTREEITEM item = Tree().Root(); item; item = Tree().NextVisible(item)) shown.push_back(item);
-        for (const HTREEITEM item : shown) {
-            if (Below(5) == 0) Tree().AddToSelection(item);
-        }
-    }
     void Drag() {
         NMTREEVIEWW begin{};
         begin.itemNew.hItem = Tree().Caret();
         if (!begin.itemNew.hItem) return;
         View().OnBeginDrag(begin);
-        POINT end{5, Below(static_cast<std::size_t>(Tree().ClientRect().bottom))};
+        POINT end{5, static_cast<LONG>(Below(static_cast<std::size_t>(Tree().ClientRect().bottom)))};
         ::MapWindowPoints(Window(), m_dialog->Handle(), &end, 1);
         m_dialog->Send(WM_LBUTTONUP, 0, MAKELPARAM(end.x, end.y));
     }
     void AnyCommand() {
-        constexpr int kButtons[] = {IDC_ADD_PLUGIN, IDC_ADD_SEPARATOR, IDC_NEW_FOLDER,   IDC_SORT_ALL,
-                                    IDC_PROMOTE,    IDC_MOVE_UP,       IDC_COLLAPSE_ALL, IDC_EXPAND_ALL};
-        constexpr UINT kCommands[] = {ID_ITEM_DELETE,  ID_MOVE_TO_TOP,   ID_MOVE_TO_BOTTOM,
-                                      ID_SORT_FOLDERS, ID_NEW_SUBFOLDER, ID_ITEM_RENAME};
-        SelectSome();
+        constexpr int kCommands[] = {IDC_LAYOUT_TREE, IDC_ADD_PLUGIN,   IDC_ADD_SEPARATOR, IDC_NEW_FOLDER,
+                                     IDC_SORT_ALL,    IDC_PROMOTE,      IDC_MOVE_UP,       IDC_COLLAPSE_ALL,
+                                     IDC_EXPAND_ALL,  ID_ITEM_DELETE,   ID_MOVE_TO_TOP,    ID_MOVE_TO_BOTTOM,
+                                     ID_SORT_FOLDERS, ID_NEW_SUBFOLDER, ID_ITEM_RENAME};
+        Tree().ClearSelection();
+        for (HTREEITEM item = Tree().Root(); item; item = Tree().NextVisible(item)) {
+            if (Below(5) == 0) Tree().AddToSelection(item);
+        }
         View().UpdateButtons();
-        const int kind = Below(5);
-        if (kind == 0) return Drag();
-        if (kind < 3) return View().Run(OneOf(kCommands), Tree().Caret());
-        if (const int button = OneOf(kButtons); IsEnabled(button)) Press(button);
+        const int command = kCommands[Below(std::size(kCommands))];
+        if (command == IDC_LAYOUT_TREE) return Drag();
+        if (!Control(command)) return View().Run(static_cast<UINT>(command), Tree().Caret());
+        if (IsEnabled(command)) Press(command);
     }
     void Rename() {
         Tree().LabelEdit().SetText(std::wstring(1, static_cast<wchar_t>(L'a' + Below(26))));
@@ -116,9 +105,8 @@ TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
         Build(L"a,F(b,-,G(c,d)),H[e],f");
         m_states = {Seen()};
         m_at = 0;
-        m_saved = 0;
         m_dropped = false;
-        const std::string start = Xml();
+        const std::string start = Save();
         // Every fourth round is longer than what can be undone.
         for (int command = round % 4 == 0 ? 160 : 60; command > 0 && !HasFailure(); --command) {
             switch (Below(12)) {
@@ -129,8 +117,7 @@ TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
                     Travel(false);
                     break;
                 case 2:
-                    m_dialog->Send(WM_COMMAND, ID_SAVE_LAYOUT);
-                    m_saved = static_cast<int>(m_at);
+                    Save();
                     break;
                 default:
                     Do([this] { AnyCommand(); });
@@ -138,11 +125,11 @@ TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
             }
         }
         const std::size_t endAt = m_at;
-        const std::string end = Xml();
+        const std::string end = Save();
         while (Travel(true)) continue;
-        if (!m_dropped) EXPECT_EQ(Xml(), start);
+        if (!m_dropped) EXPECT_EQ(Save(), start);
         while (m_at < endAt) Travel(false);
-        EXPECT_EQ(Xml(), end);
+        EXPECT_EQ(Save(), end);
     }
 }
 
