@@ -51,14 +51,19 @@ void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name
 void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
     for (auto& [id, entry] : m_records) {
         if (entry.record->kind != LayoutKind::Plugin) continue;
-        LayoutItem marked = *entry.record;
-        mark(marked);
-        if (marked.installed == entry.record->installed &&
-            marked.inventoryFlag == entry.record->inventoryFlag)
+        // Only what marking goes by: most marks stay as they are, and names need not be copied for that.
+        LayoutItem marks;
+        marks.kind = entry.record->kind;
+        marks.clsid = entry.record->clsid;
+        marks.category = entry.record->category;
+        mark(marks);
+        if (marks.installed == entry.record->installed && marks.inventoryFlag == entry.record->inventoryFlag)
             continue;
+        LayoutItem marked = *entry.record;
+        marked.installed = marks.installed;
+        marked.inventoryFlag = marks.inventoryFlag;
         const LayoutImages images = ImagesOf(marked);
-        if (images != ImagesOf(*entry.record))
-            m_tree.SetItemImages(entry.item, images.normal, images.selected);
+        m_tree.SetItemImages(entry.item, images.normal, images.selected);
         entry.record = std::make_shared<const LayoutItem>(std::move(marked));
     }
     ::InvalidateRect(m_tree.Handle(), nullptr, FALSE);
