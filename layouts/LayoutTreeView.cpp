@@ -336,7 +336,7 @@ std::wstring CLayoutTreeView::RedoName() const {
 
 bool CLayoutTreeView::OnCommandKey(UINT key) {
     if (m_drag.IsDragging() || (key != 'Z' && key != 'Y')) return false;
-    key == 'Z' ? OnUndo() : OnRedo();
+    m_dialog.Send(WM_COMMAND, key == 'Z' ? ID_UNDO : ID_REDO);
     return true;
 }
 
