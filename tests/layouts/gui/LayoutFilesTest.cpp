@@ -175,6 +175,7 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
               std::string::npos);
     Modify();
     Press(IDC_LAYOUT_NEW, L"||0", IDNO);
+    EXPECT_FALSE(View().CanUndo());
     Pick(L"One", L"1:One|one.pgl|1+");  // a new layout is not modified
 }
 
@@ -300,6 +301,7 @@ TEST_F(LayoutFiles, ControlSSavesInPlaceWhereTheLayoutHasANameAndAFile) {
     Shows(L"1:Zwei|one.pgl|3+");
     EXPECT_NE(m_files.Read(L"one.pgl").find("Name=\"Zwei\"><Separator/><Separator/><S"), std::string::npos);
     Pick(L"Two", L"0:Two|two.pgl|2+");
+    EXPECT_FALSE(View().CanUndo()) << "it is another layout";
     Pick(L"Zwei", L"1:Zwei|one.pgl|3+");
     EnterText(List(), L"");
     m_popups.ExpectFile(kSave, L"");

@@ -98,7 +98,7 @@ class LayoutHistory : public support::LayoutTreeDialog {
 };
 
 TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
-    constexpr unsigned kRounds = 80;
+    constexpr unsigned kRounds = 120;  // of 85 commands on average
     for (unsigned round = 0; round < kRounds && !HasFailure(); ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         m_random.seed(round);
