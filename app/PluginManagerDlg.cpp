@@ -18,6 +18,12 @@ constexpr UINT kCommandAbout = 0x10;
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
 
+/// With Alt, too, it is AltGr, which types a letter.
+bool IsControlAlone() {
+    const auto down = [](int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; };
+    return down(VK_CONTROL) && !down(VK_MENU) && !down(VK_SHIFT);
+}
+
 VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
     const bool given = !cmdLine.vstInventoryKey.empty();
     return {.path = given ? cmdLine.vstInventoryKey : kDefaultVstKey, .given = given};
@@ -113,9 +119,13 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnMoveDown>(IDC_MOVE_DOWN),
         R::OnCommand<BN_CLICKED, &Tree::OnPromote>(IDC_PROMOTE),
 
+        R::OnCommand<BN_CLICKED, &Tree::OnUndo>(ID_UNDO),
+        R::OnCommand<BN_CLICKED, &Tree::OnRedo>(ID_REDO),
+
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
         R::OnCommand<BN_CLICKED, &Files::OnOpen>(IDC_LAYOUT_OPEN),
         R::OnCommand<BN_CLICKED, &Files::OnSave>(IDC_LAYOUT_SAVE),
+        R::OnCommand<BN_CLICKED, &Files::OnSaveInPlace>(ID_SAVE_LAYOUT),
         R::OnCommand<BN_CLICKED, &Files::OnDelete>(IDC_LAYOUT_DELETE),
         R::OnCommand<CBN_SELCHANGE, &Files::OnListChange>(IDC_LAYOUTS),
         R::OnCommand<CBN_SELENDOK, &Files::OnListChosen>(IDC_LAYOUTS),
@@ -269,6 +279,10 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
             // here.
             if (!Item(IDC_CLOSE).HasFocus()) return false;
             Send(WM_COMMAND, IDOK);
+            return true;
+        case 'S':
+            if (!IsControlAlone()) return false;
+            Send(WM_COMMAND, ID_SAVE_LAYOUT);
             return true;
         default:
             return false;

@@ -13,6 +13,7 @@
 #include "Benches.h"
 #include "ClsidText.h"
 #include "Dialog.h"
+#include "LayoutHistory.h"
 #include "Measure.h"
 #include "XmlTreeCtrl.h"
 #include "resource.h"
@@ -82,10 +83,8 @@ ComPtr<IXMLDOMDocument> BareDocument() {
     return document;
 }
 
-/// The floor of a load: the parser reads the file, and as many items go into the tree.
-void BareLoad(const CTreeView& tree, const std::wstring& path, const Shape& shape, int size) {
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    BareDocument()->load(Bstr(path).Argument(), &loaded);
+/// Clears the tree and puts as many items into it.
+void BareFill(const CTreeView& tree, const Shape& shape, int size) {
     const CRedrawLock noRedraw(tree);
     tree.Delete(TVI_ROOT);
     HTREEITEM folder = nullptr;
@@ -96,6 +95,13 @@ void BareLoad(const CTreeView& tree, const std::wstring& path, const Shape& shap
         const HTREEITEM item = tree.Insert(isFolder ? nullptr : folder, place, name, 5, 5, number);
         if (isFolder) folder = item;
     }
+}
+
+/// The floor of a load: the parser reads the file, and as many items go into the tree.
+void BareLoad(const CTreeView& tree, const std::wstring& path, const Shape& shape, int size) {
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    BareDocument()->load(Bstr(path).Argument(), &loaded);
+    BareFill(tree, shape, size);
 }
 
 void BareSet(IXMLDOMElement& element, const wchar_t* name, const std::wstring& value) {
@@ -184,6 +190,30 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
                  }));
 }
 
+/// Undoing a step and doing it again, beside filling another tree barely.
+void BenchHistory(CTreeCtrlWrapper& layout, const Shape& shape) {
+    const int size = kSizes.back();
+    const HWND window =
+        ::CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD, 0, 0, 300, 300, ::GetParent(layout.Tree().Handle()),
+                          nullptr, ::GetModuleHandleW(nullptr), nullptr);
+    CTreeCtrlEx bare;
+    bare.Attach(window, {});
+    Fill(layout, shape, size);
+    CLayoutHistory history(layout);
+    {
+        const CLayoutHistory::CStep step(history, IDS_STEP_SORT_ALL);
+        layout.Sort(nullptr);
+    }
+    PrintRow(shape.name + " undo, or redo", size,
+             Compare(
+                 kRuns,
+                 [&] {
+                     if (!history.Undo()) history.Redo();
+                 },
+                 [&] { BareFill(bare, shape, size); }));
+    ::DestroyWindow(window);
+}
+
 /// How a time grows with the number of items: 1 is in proportion, 2 with its square.
 void PrintGrowth(const std::string& what, const Comparison& small, const Comparison& large, double times) {
     std::printf("  growth of %s: exponent %.2f, floor %.2f\n", what.c_str(),
@@ -243,4 +273,6 @@ void BenchLayouts() {
     BenchFiles(layout, kFlat, path);
     ::DeleteFileW(path.c_str());
     BenchEdits(layout);
+    BenchHistory(layout, kFolders);
+    BenchHistory(layout, kFlat);
 }

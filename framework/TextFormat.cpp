@@ -17,3 +17,11 @@ std::wstring FillPlaceholders(std::wstring_view pattern, std::span<const TextArg
     }
     return filled;
 }
+
+std::wstring WithoutMnemonic(std::wstring caption) {
+    const std::size_t mark = caption.find(L'&');
+    if (mark == std::wstring::npos) return caption;
+    // Where words have no Latin letters, the key stands behind them: "(&Y)".
+    const bool inBrackets = mark > 0 && caption[mark - 1] == L'(' && caption.find(L')', mark) == mark + 2;
+    return inBrackets ? caption.erase(mark - 1, 4) : caption.erase(mark, 1);
+}

@@ -28,3 +28,6 @@ std::wstring FormatText(std::wstring_view pattern, const TArguments&... argument
     const TextArgument list[] = {TextArgument(arguments)...};
     return FillPlaceholders(pattern, list);
 }
+
+/// A caption without the sign that marks its key.
+std::wstring WithoutMnemonic(std::wstring caption);

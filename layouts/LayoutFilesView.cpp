@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr wchar_t kTemporary[] = L".tmp";
+/// Of a layout that counts as unnamed; it is proposed for saving.
+bool IsTemporary(const std::wstring& path) { return HasExtension(path, L".tmp"); }
 
 /// The null id finds nothing, though a record without a second id may stand under it.
 const VstInventoryRecord* FindVst(const CPluginInventory& inventory, const Guid& clsid) {
@@ -47,6 +48,7 @@ void CLayoutFilesView::OnInitDialog() {
     m_list = m_dialog.Control<CComboBox>(IDC_LAYOUTS);
     EnableDelete(false);
     ShowFileName(L"");
+    m_tree.WhenRestored([this] { MarkInstalled(); });
 }
 
 int CLayoutFilesView::AskToSave(UINT buttons) {
@@ -78,8 +80,7 @@ std::optional<CBackup> CLayoutFilesView::KeepUnsaved() {
     document.SetLayoutName(DisplayName());
     document.WriteAnything();
     const std::wstring name = m_name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
-    const std::wstring path = m_temporaryPath.empty() ? PathOf(m_current) : m_temporaryPath;
-    return m_backups.KeepLayout(FormatText(LoadText(IDS_STEP_UNSAVED_LAYOUT), name), XmlTextOf(m_name), path,
+    return m_backups.KeepLayout(FormatText(LoadText(IDS_STEP_UNSAVED_LAYOUT), name), XmlTextOf(m_name), m_path,
                                 [&document](const std::wstring& copy) { return document.Save(copy); });
 }
 
@@ -110,9 +111,9 @@ void CLayoutFilesView::Open(const std::wstring& path) {
 bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
     const auto name = Load(path);
     if (!name) return false;
-    m_temporaryPath.clear();
-    if (HasExtension(path, kTemporary)) {
-        m_temporaryPath = path;
+    m_tree.ForgetSteps();
+    m_path = path;
+    if (IsTemporary(path)) {
         ShowFileName(L"");
     } else {
         auto row = RowOf(path);
@@ -145,11 +146,12 @@ void CLayoutFilesView::OnNew() {
         const auto kept = KeepUnsaved();
         m_list.SetCurrentRow(std::nullopt);
         m_current.reset();
-        m_temporaryPath.clear();
+        m_path.clear();
         SetName(L"");
         EnableDelete(false);
         ShowFileName(L"");
         m_tree.Layout().Clear();
+        m_tree.ForgetSteps();
     }
     m_tree.UpdateButtons();
 }
@@ -196,20 +198,29 @@ void CLayoutFilesView::Pick(std::optional<int> row) {
 }
 
 void CLayoutFilesView::ShowPicked(std::optional<int> row) {
+    if (ShowRow(row)) m_tree.ForgetSteps();
+}
+
+/// False, after a message, when its file is no layout.
+bool CLayoutFilesView::ShowRow(std::optional<int> row) {
     const std::wstring path = PathOf(row);
-    if (!path.empty() && !Load(path)) return Complain(LoadText(IDS_NOT_A_LAYOUT));
+    if (!path.empty() && !Load(path)) {
+        Complain(LoadText(IDS_NOT_A_LAYOUT));
+        return false;
+    }
     m_list.SetCurrentRow(row);
     SetName(row ? m_list.RowText(*row) : std::wstring());
-    m_temporaryPath.clear();
+    m_path = path;
     ShowFileName(path);
     RemovePlaceholder();
     m_current = m_list.CurrentRow();
     if (m_current) EnableDelete(true);
     m_tree.OnCollapseAll();
+    return true;
 }
 
 int CLayoutFilesView::Save(HWND owner, bool mayAsk) {
-    const std::wstring proposed = m_temporaryPath.empty() ? ProposedFileName(DisplayName()) : m_temporaryPath;
+    const std::wstring proposed = IsTemporary(m_path) ? m_path : ProposedFileName(DisplayName());
     CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
     const auto path = dialog.RunSave(owner);
     if (!path || !m_dialog.IsLive()) return IDCANCEL;
@@ -220,11 +231,32 @@ int CLayoutFilesView::Save(HWND owner, bool mayAsk) {
     return IDYES;
 }
 
+void CLayoutFilesView::OnSaveInPlace() {
+    m_tree.CancelDrag();
+    if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
+    const std::wstring name = DisplayName();
+    if (name.empty() || m_path.empty() || IsTemporary(m_path)) return OnSave();
+    const auto backup = BackUpOrAsk(m_backups, StepFor(IDS_STEP_SAVE_LAYOUT, m_path), m_dialog.Handle());
+    if (!backup || !Write(m_path, name)) return;
+    const auto row = RowOf(m_path);
+    if (!row || m_list.RowText(*row) == name) return;
+    m_list.Remove(*row);
+    m_current = AddRow(name, m_path);
+    m_list.SetCurrentRow(m_current);
+    SetName(name);
+}
+
 void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name) {
+    if (Write(path, name)) ShowSaved(path, name);
+}
+
+/// Tells the host that layouts have changed, and the user why this one could not be written.
+bool CLayoutFilesView::Write(const std::wstring& path, const std::wstring& name) {
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
     document.SetLayoutName(name);
-    if (document.Save(path)) {
-        ShowSaved(path, name);
+    const bool written = document.Save(path);
+    if (written) {
+        m_tree.NoteSaved();
     } else {
         // So that the user sees which item can't be written.
         if (document.FailedItem()) m_tree.Tree().SelectOnly(document.FailedItem());
@@ -234,19 +266,19 @@ void CLayoutFilesView::SaveTo(const std::wstring& path, const std::wstring& name
     }
     NoteChange();
     m_host.Tell(kLayoutsChanged);
+    return written;
 }
 
 void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& name) {
-    m_tree.Layout().SetModified(false);
-    m_temporaryPath = HasExtension(path, kTemporary) ? path : std::wstring();
+    m_path = path;
     SetName(name);
     ListLayouts();
     ShowFileName(path);
     // Of several layouts with one name it is the one in this file.
     const auto row = RowOf(path);
     if (!row || m_list.RowText(*row) != name) return;
-    const CRememberedTree remembered(m_tree.Tree());
-    ShowPicked(row);
+    const CRememberedTree remembered(m_tree.Layout());
+    ShowRow(row);
     remembered.Restore(m_tree.Tree());
     m_tree.UpdateButtons();
 }
@@ -261,6 +293,7 @@ bool CLayoutFilesView::DeleteLayout(const std::wstring& path) {
 void CLayoutFilesView::OnDelete() {
     const std::wstring path = PathOf(m_current);
     if (!path.empty() && Ask(LoadText(IDS_DELETE_LAYOUT_QUESTION), MB_YESNO) == IDYES && DeleteLayout(path)) {
+        if (SamePath(path, m_path)) m_path.clear();
         m_list.Remove(*m_current);
         m_current.reset();
         // If the user cancels New, the tree is a layout without a file.

@@ -40,6 +40,8 @@ class CLayoutFilesView {
     void OnNew();
     void OnOpen();
     void OnSave() { Save(m_dialog.Handle(), true); }
+    /// Writes the layout to its own file under the name in the list, without a dialog where it has both.
+    void OnSaveInPlace();
     void OnDelete();
     void OnEditName() { m_name = m_list.Text(); }
     /// The list's current row has changed: picked, or only passed in the open list.
@@ -59,10 +61,12 @@ class CLayoutFilesView {
     bool DeleteLayout(const std::wstring& path);
     /// Before a layout file is replaced or deleted.
     BackupStep StepFor(UINT nameId, const std::wstring& path) const;
+    bool Write(const std::wstring& path, const std::wstring& name);
     void ShowSaved(const std::wstring& path, const std::wstring& name);
     void EndPick(bool chosen);
     void Pick(std::optional<int> row);
     void ShowPicked(std::optional<int> row);
+    bool ShowRow(std::optional<int> row);
 
     std::vector<std::wstring> Names() const;
     /// Empty when the row, if any, stands for no file.
@@ -92,5 +96,5 @@ class CLayoutFilesView {
     bool m_listMoved = false;           // the list's current row is not the layout shown
     bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
     unsigned m_questions = 0;           // asked so far, about unsaved changes
-    std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
+    std::wstring m_path;                // of the layout shown; empty when it has no file
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -29,6 +30,9 @@ struct LayoutItem {
     bool inventoryFlag = false;  // the plug-in stands in the VST inventory
     bool installed = false;
 };
+
+/// A record as the tree and the history of its steps share it: whoever changes it puts another in its place.
+using SharedLayoutItem = std::shared_ptr<const LayoutItem>;
 
 // Ids come from three counters for the life of the process, in ranges so far apart that an id tells its kind.
 constexpr bool IsPluginId(LayoutItemId id) { return id < 0x100000; }

@@ -7,6 +7,15 @@
 #include "TextFormat.h"
 #include "resource.h"
 
+namespace {
+
+std::wstring NameOf(UINT command, UINT commandOnStep, UINT step) {
+    if (step == 0) return LoadText(command);
+    return FormatText(LoadText(commandOnStep), WithoutMnemonic(LoadText(step)));
+}
+
+}  // namespace
+
 CLayoutTreeView::CLayoutTreeView(CDialog& dialog, const CPluginInventory& inventory,
                                  const CPluginListView& plugins)
     : m_dialog(dialog), m_inventory(inventory), m_plugins(plugins) {}
@@ -27,6 +36,7 @@ void CLayoutTreeView::OnInitDialog() {
                                  return record && record->kind == LayoutKind::Plugin && !record->installed;
                              },
                          .onInput = [this] { UpdateButtons(); },
+                         .onCommandKey = [this](UINT key) { return OnCommandKey(key); },
                          .onTimer = [this] { m_drag.OnTimer(); }});
     ::SetWindowPos(tree, m_dialog.Item(IDC_LAYOUTS).Handle(), 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -60,7 +70,7 @@ LayoutItem CLayoutTreeView::PluginItem(const PluginRow& plugin) const {
 }
 
 void CLayoutTreeView::OnAddPlugin() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_ADD_PLUGIN);
     // Kept: the target stays the same for all, so behind a plug-in they end up in reverse order.
     const HTREEITEM target = m_tree.Caret();
     HTREEITEM last = nullptr;
@@ -74,7 +84,7 @@ void CLayoutTreeView::OnAddPlugin() {
 void CLayoutTreeView::InsertFolder(HTREEITEM target, IntoFolder into) {
     HTREEITEM folder = nullptr;
     {
-        const CCommand command(*this);
+        const CStep step(*this, IDS_STEP_NEW_FOLDER);
         folder = m_layout.Insert(target, into, NewFolder(LoadText(IDS_NEW_FOLDER)));
         if (folder) m_tree.SelectOnly(folder);
     }
@@ -88,7 +98,7 @@ HTREEITEM CLayoutTreeView::PlaceForNew() const {
 void CLayoutTreeView::OnNewFolder() { InsertFolder(PlaceForNew(), IntoFolder::No); }
 
 void CLayoutTreeView::OnAddSeparator() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_ADD_SEPARATOR);
     const HTREEITEM separator = m_layout.Insert(PlaceForNew(), IntoFolder::No, NewSeparator());
     if (separator) m_tree.SelectOnly(separator);
 }
@@ -105,37 +115,41 @@ void CLayoutTreeView::ExpandAll(bool expand) {
 }
 
 void CLayoutTreeView::OnSortAll() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_SORT_ALL);
     m_layout.Sort(nullptr);
 }
 
 void CLayoutTreeView::SortSelected() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_SORT);
     for (const HTREEITEM item : m_tree.SelectedItems()) m_layout.Sort(item);
 }
 
 void CLayoutTreeView::OnRemove() {
-    if (m_layout.WouldDeleteFolder() && Ask(IDS_DELETE_FOLDER_QUESTION) != IDYES) return;
-    const CCommand command(*this);
+    if (!m_layout.WouldDeleteFolder() || Ask(IDS_DELETE_FOLDER_QUESTION) == IDYES) DeleteSelection();
+}
+
+void CLayoutTreeView::DeleteSelection() {
+    const CStep step(*this, IDS_STEP_REMOVE_ITEMS);
     m_layout.DeleteSelection();
 }
 
 void CLayoutTreeView::OnMoveUp() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_MOVE_UP);
     m_layout.MoveUp(m_tree.Caret());
 }
 
 void CLayoutTreeView::OnMoveDown() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_MOVE_DOWN);
     m_layout.MoveDown(m_tree.Caret());
 }
 
-void CLayoutTreeView::MoveCaretTo(HTREEITEM end) {
+void CLayoutTreeView::MoveCaretTo(HTREEITEM end, UINT stepText) {
+    const CStep step(*this, stepText);
     if (const HTREEITEM caret = m_tree.Caret()) m_layout.Move(caret, m_tree.Parent(caret), end);
 }
 
 void CLayoutTreeView::OnPromote() {
-    const CCommand command(*this);
+    const CStep step(*this, IDS_STEP_PROMOTE);
     for (const LayoutItemId id : m_layout.SelectedIds()) {
         const HTREEITEM item = m_layout.HandleOf(id);
         // Kept: an item of the top level goes to its end.
@@ -156,6 +170,7 @@ void CLayoutTreeView::OnButtonUp(POINT client) {
     if (!m_drag.IsDragging()) return;
     m_drag.OnMouseMove(client);
     const CLayoutButtons::CLock lock(m_buttons);
+    const CLayoutHistory::CStep step(m_history, IDS_STEP_MOVE);
     m_drag.Drop();
 }
 
@@ -177,6 +192,7 @@ BOOL CLayoutTreeView::OnEndLabelEdit(const NMTVDISPINFOW& item) {
     const LayoutItem* record = m_layout.Find(item.item.hItem);
     // Some systems take the name that OnBeginLabelEdit has set for the user's.
     if (name.empty() || !record || name == record->name) return FALSE;
+    const CLayoutHistory::CStep step(m_history, IDS_STEP_RENAME);
     m_layout.Change(item.item.hItem, [&](LayoutItem& changed) { changed.name = name; });
     return TRUE;
 }
@@ -262,7 +278,7 @@ void CLayoutTreeView::Run(UINT command, HTREEITEM target) {
     switch (command) {
         case ID_ITEM_DELETE:
             // Kept: unlike the Remove button, the menu does not ask about folders.
-            m_layout.DeleteSelection();
+            DeleteSelection();
             break;
         case ID_ITEM_PROPERTIES:
             ShowProperties(target);
@@ -280,10 +296,10 @@ void CLayoutTreeView::Run(UINT command, HTREEITEM target) {
             InsertFolder(target, IntoFolder::No);
             break;
         case ID_MOVE_TO_TOP:
-            MoveCaretTo(TVI_FIRST);
+            MoveCaretTo(TVI_FIRST, IDS_STEP_TO_TOP);
             break;
         case ID_MOVE_TO_BOTTOM:
-            MoveCaretTo(TVI_LAST);
+            MoveCaretTo(TVI_LAST, IDS_STEP_TO_BOTTOM);
             break;
         case ID_SORT_FOLDERS:
             SortSelected();
@@ -301,10 +317,37 @@ void CLayoutTreeView::ClearLayout() {
     const std::wstring name = m_dialog.Item(IDC_LAYOUTS).Text();
     const std::wstring question = FormatText(LoadText(IDS_CLEAR_LAYOUT_QUESTION), name);
     if (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONWARNING) != IDYES) return;
+    const CLayoutHistory::CStep step(m_history, IDS_STEP_REMOVE_ITEMS);
     m_layout.Clear();
     m_layout.SetModified(true);
 }
 
 void CLayoutTreeView::ShowProperties(HTREEITEM item) {
-    ShowItemProperties(m_dialog.Handle(), m_layout, item, m_inventory);
+    ShowItemProperties(m_dialog.Handle(), m_layout, item, m_inventory, m_history);
+}
+
+std::wstring CLayoutTreeView::UndoName() const {
+    return NameOf(IDS_UNDO, IDS_UNDO_STEP, m_history.UndoText());
+}
+
+std::wstring CLayoutTreeView::RedoName() const {
+    return NameOf(IDS_REDO, IDS_REDO_STEP, m_history.RedoText());
+}
+
+bool CLayoutTreeView::OnCommandKey(UINT key) {
+    if (m_drag.IsDragging() || (key != 'Z' && key != 'Y')) return false;
+    m_dialog.Send(WM_COMMAND, key == 'Z' ? ID_UNDO : ID_REDO);
+    return true;
+}
+
+void CLayoutTreeView::Travel(bool (CLayoutHistory::*travel)()) {
+    CancelDrag();
+    if (IsEditingLabel()) EndLabelEdit(false);
+    const CLayoutButtons::CLock lock(m_buttons);
+    if ((m_history.*travel)()) m_restored();
+}
+
+void CLayoutTreeView::NoteSaved() {
+    m_history.NoteSaved();
+    m_layout.SetModified(false);
 }

@@ -5,11 +5,14 @@
 
 #include <commctrl.h>
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "Dialog.h"
 #include "LayoutButtons.h"
 #include "LayoutDrag.h"
+#include "LayoutHistory.h"
 #include "PluginInventory.h"
 #include "PluginListView.h"
 #include "TreeCtrlEx.h"
@@ -44,6 +47,19 @@ class CLayoutTreeView {
     void OnMoveDown();
     void OnPromote();
 
+    bool CanUndo() const { return m_history.UndoText() != 0; }
+    bool CanRedo() const { return m_history.RedoText() != 0; }
+    /// "Undo Sort All", or "Undo" when there is nothing to undo.
+    std::wstring UndoName() const;
+    std::wstring RedoName() const;
+    void OnUndo() { Travel(&CLayoutHistory::Undo); }
+    void OnRedo() { Travel(&CLayoutHistory::Redo); }
+    /// The plug-ins of a layout from before may be missing now, or no more.
+    void WhenRestored(std::function<void()> restored) { m_restored = std::move(restored); }
+    /// The tree holds another layout than before.
+    void ForgetSteps() { m_history.Forget(); }
+    void NoteSaved();
+
     void OnMouseMove(POINT client) { m_drag.OnMouseMove(client); }
     void OnButtonUp(POINT client);
     void OnCaptureChanged();
@@ -71,6 +87,13 @@ class CLayoutTreeView {
         const CTreeHold hold;
     };
 
+    /// One that can be undone, under the text of this id.
+    struct CStep {
+        CStep(CLayoutTreeView& view, UINT text) : step(view.m_history, text), command(view) {}
+        const CLayoutHistory::CStep step;
+        const CCommand command;
+    };
+
     LayoutItem PluginItem(const PluginRow& plugin) const;
     /// The caret item, or null, the end of the top level, when nothing is selected: a click on empty space
     /// does not take the caret away.
@@ -80,9 +103,12 @@ class CLayoutTreeView {
     void ExpandAll(bool expand);
     void SortSelected();
     /// Moves the caret item to the start or the end of its folder: TVI_FIRST or TVI_LAST.
-    void MoveCaretTo(HTREEITEM end);
+    void MoveCaretTo(HTREEITEM end, UINT stepText);
+    void DeleteSelection();
     void ClearLayout();
     void ShowProperties(HTREEITEM item);
+    void Travel(bool (CLayoutHistory::*travel)());
+    bool OnCommandKey(UINT key);
     void ShowContextMenu(HTREEITEM item, POINT screen);
     void ShowMenuOfCaret();
     int Ask(UINT textId) const;
@@ -94,4 +120,6 @@ class CLayoutTreeView {
     CTreeCtrlWrapper m_layout{m_tree};
     CLayoutDrag m_drag{m_dialog, m_layout};
     CLayoutButtons m_buttons{m_dialog, m_layout, m_drag};
+    CLayoutHistory m_history{m_layout};
+    std::function<void()> m_restored = [] {};
 };

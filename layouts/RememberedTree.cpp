@@ -1,30 +1,106 @@
 #include "RememberedTree.h"
 
-CRememberedTree::CRememberedTree(const CTreeCtrlEx& tree) {
+namespace {
+
+std::size_t BytesOf(const LayoutItem& record) {
+    const std::size_t letters = record.name.capacity() + record.originalName.capacity() +
+                                record.defaultPreset.capacity() +
+                                (record.vendor ? record.vendor->capacity() : 0);
+    return sizeof record + letters * sizeof(wchar_t);
+}
+
+}  // namespace
+
+CRememberedTree::CRememberedTree(const CTreeCtrlWrapper& layout) {
+    const CTreeCtrlEx& tree = layout.Tree();
     const HTREEITEM caret = tree.Caret();
-    const HTREEITEM first = tree.FirstVisible();
-    for (HTREEITEM item = tree.Root(); item; item = tree.NextInOrder(item))
-        m_rows.push_back({tree.IsExpanded(item), tree.IsSelected(item), item == caret, item == first});
+    const HTREEITEM top = tree.FirstVisible();
+    m_rows.reserve(static_cast<std::size_t>(tree.Count()));
+    const auto note = [&](const auto& self, HTREEITEM first, std::uint16_t depth) -> void {
+        for (HTREEITEM item = first; item; item = tree.NextSibling(item)) {
+            SharedLayoutItem record = layout.Share(item);
+            if (!record) continue;
+            if (item == caret) m_caret = m_rows.size();
+            if (item == top) m_top = m_rows.size();
+            // Each question is a message: what holds nothing is not asked about what it holds.
+            const bool folder = record->kind == LayoutKind::Folder;
+            m_rows.push_back(
+                {std::move(record), depth, folder && tree.IsExpanded(item), tree.IsSelected(item)});
+            if (folder) self(self, tree.Child(item), static_cast<std::uint16_t>(depth + 1));
+        }
+    };
+    note(note, tree.Root(), 0);
 }
 
 void CRememberedTree::Restore(const CTreeCtrlEx& tree) const {
     if (static_cast<std::size_t>(tree.Count()) != m_rows.size()) return;
-    HTREEITEM caret = nullptr;
-    HTREEITEM first = nullptr;
-    std::vector<HTREEITEM> selected;
+    Items items;
+    items.reserve(m_rows.size());
     {
         const CRedrawLock noRedraw(tree);
         HTREEITEM item = tree.Root();
         for (const Row& row : m_rows) {
             if (row.expanded) tree.Expand(item, true);
-            if (row.selected) selected.push_back(item);
-            if (row.caret) caret = item;
-            if (row.first) first = item;
+            items.push_back(item);
             item = tree.NextInOrder(item);
         }
-        tree.SelectOnly(caret);
-        if (caret) tree.SetSelected(caret, false);
-        for (const HTREEITEM each : selected) tree.SetSelected(each, true);
+        tree.ClearSelection();
+        Select(tree, items);
     }
-    if (first) tree.ScrollToTop(first);
+    Scroll(tree, items);
+}
+
+bool CRememberedTree::Fill(CTreeCtrlWrapper& layout) const {
+    const CTreeCtrlEx& tree = layout.Tree();
+    Items items(m_rows.size());
+    layout.Clear();
+    {
+        const CRedrawLock noRedraw(tree);
+        if (!Insert(layout, nullptr, 0, m_rows.size(), items)) return false;
+        Select(tree, items);
+    }
+    Scroll(tree, items);
+    return true;
+}
+
+/// The rows from `begin` on are the parent's children, each with what is in it.
+bool CRememberedTree::Insert(CTreeCtrlWrapper& layout, HTREEITEM parent, std::size_t begin, std::size_t end,
+                             Items& items) const {
+    std::vector<std::size_t> children;
+    for (std::size_t row = begin; row < end; ++row) {
+        if (m_rows[row].depth == m_rows[begin].depth) children.push_back(row);
+    }
+    // From the last to the first: to add behind others, the control would walk all of them each time.
+    for (std::size_t left = children.size(); left > 0; --left) {
+        const std::size_t row = children[left - 1];
+        const HTREEITEM item = layout.Prepend(parent, m_rows[row].record);
+        if (!item || !Insert(layout, item, row + 1, end, items)) return false;
+        // Now, while the folder around it is closed: that costs less than with all of it in view.
+        if (m_rows[row].expanded) layout.Tree().Expand(item, true);
+        items[row] = item;
+        end = row;
+    }
+    return true;
+}
+
+/// In a tree with nothing selected.
+void CRememberedTree::Select(const CTreeCtrlEx& tree, const Items& items) const {
+    const HTREEITEM caret = m_caret < items.size() ? items[m_caret] : nullptr;
+    tree.Select(caret);
+    if (caret) tree.SetSelected(caret, false);
+    for (std::size_t row = 0; row < items.size(); ++row) {
+        if (m_rows[row].selected) tree.SetSelected(items[row], true);
+    }
+}
+
+void CRememberedTree::Scroll(const CTreeCtrlEx& tree, const Items& items) const {
+    if (m_top < items.size()) tree.ScrollToTop(items[m_top]);
+}
+
+std::size_t CRememberedTree::Bytes(long holders) const {
+    std::size_t bytes = m_rows.capacity() * sizeof(Row);
+    for (const Row& row : m_rows) {
+        if (row.record.use_count() == holders) bytes += BytesOf(*row.record);
+    }
+    return bytes;
 }

@@ -1,22 +1,41 @@
-// Keeps what is open, selected and in view while a tree is filled again.
+// A layout's items with what is open, selected and in view, for a tree that is filled again.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
-#include "TreeCtrlEx.h"
+#include "TreeCtrlWrapper.h"
 
+/// Records are shared with the tree and with each other, so that remembering costs little.
 class CRememberedTree {
   public:
-    explicit CRememberedTree(const CTreeCtrlEx& tree);
-    /// For a tree that was filled again with as many items; any other is left alone.
+    CRememberedTree() = default;
+    explicit CRememberedTree(const CTreeCtrlWrapper& layout);
+    /// Only the looks, for a tree that was filled again with as many items; any other is left alone.
     void Restore(const CTreeCtrlEx& tree) const;
+    /// The items themselves, under the ids that they had, in the place of the layout's. False when the tree
+    /// did not take all of them.
+    bool Fill(CTreeCtrlWrapper& layout) const;
+    /// What the rows take, and the records that have just so many holders.
+    std::size_t Bytes(long holders) const;
 
   private:
     struct Row {
+        SharedLayoutItem record;
+        std::uint16_t depth;
         bool expanded;
         bool selected;
-        bool caret;
-        bool first;  // of the visible ones
     };
+    static constexpr std::size_t kNone = SIZE_MAX;
+
+    using Items = std::vector<HTREEITEM>;  // one a row
+    bool Insert(CTreeCtrlWrapper& layout, HTREEITEM parent, std::size_t begin, std::size_t end,
+                Items& items) const;
+    void Select(const CTreeCtrlEx& tree, const Items& items) const;
+    void Scroll(const CTreeCtrlEx& tree, const Items& items) const;
+
     std::vector<Row> m_rows;  // of all items in order
+    std::size_t m_caret = kNone;
+    std::size_t m_top = kNone;  // the first in view
 };

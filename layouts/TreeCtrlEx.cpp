@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include <string_view>
 #include <utility>
 
 #include "SelectionColours.h"
@@ -20,8 +21,8 @@ SystemColours ColoursInUse() {
             .contrastTheme = known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0};
 }
 
-/// The character that Ctrl+A is translated to.
-constexpr WPARAM kControlA = 1;
+/// The characters that Ctrl+A, Ctrl+Y and Ctrl+Z are translated to.
+constexpr std::wstring_view kCommandCharacters = L"\x01\x19\x1A";
 
 /// Whether the mouse moves away while the button is held. DragDetect takes the point in screen coordinates on
 /// Windows, and in client coordinates under Wine.
@@ -158,7 +159,8 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             m_hooks.onInput();
             return 0;
         case WM_CHAR:
-            if (wParam == kControlA) return 0;  // the control would look for an item of that name, and beep
+            // The control would look for an item of that name, and beep.
+            if (kCommandCharacters.find(static_cast<wchar_t>(wParam)) != std::wstring_view::npos) return 0;
             break;
         case WM_SYSKEYDOWN:
             // Shift+F10 stands for the menu key.
@@ -301,10 +303,12 @@ bool CTreeCtrlEx::OnRightDown(POINT client) {
 
 bool CTreeCtrlEx::OnKeyDown(UINT key) {
     // With Alt, too, it is AltGr, which types a letter.
-    if (key == 'A' && IsDown(VK_CONTROL) && !IsDown(VK_MENU)) {
+    const bool command = IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+    if (command && key == 'A') {
         SelectAll();
         return true;
     }
+    if (command && m_hooks.onCommandKey(key)) return true;
     if (!MovesCaret(key) || IsDown(VK_CONTROL)) return false;
     if (!IsDown(VK_SHIFT)) {
         m_anchor = nullptr;

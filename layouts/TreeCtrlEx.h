@@ -13,8 +13,9 @@ class CTreeCtrlEx : public CTreeSelection {
   public:
     /// What the tree asks of and tells its owner.
     struct Hooks {
-        std::function<bool(HTREEITEM)> isGrey;  // draws the item's text in grey
-        std::function<void()> onInput;          // a mouse button or key has been handled
+        std::function<bool(HTREEITEM)> isGrey;   // draws the item's text in grey
+        std::function<void()> onInput;           // a mouse button or key has been handled
+        std::function<bool(UINT)> onCommandKey;  // a key with Ctrl; true when it has been handled
         std::function<void()> onTimer;
     };
 

@@ -7,9 +7,14 @@
 #include "LayoutImageList.h"
 #include "NameOrder.h"
 
-const LayoutItem* CTreeCtrlWrapper::Find(HTREEITEM item) const {
+SharedLayoutItem CTreeCtrlWrapper::Share(HTREEITEM item) const {
     const auto found = m_entries.find(item);
-    return found == m_entries.end() ? nullptr : &found->second->record;
+    return found == m_entries.end() ? nullptr : found->second->record;
+}
+
+void CTreeCtrlWrapper::NoteChange() {
+    m_modified = true;
+    ++m_changes;
 }
 
 HTREEITEM CTreeCtrlWrapper::HandleOf(LayoutItemId id) const {
@@ -28,36 +33,50 @@ std::vector<LayoutItemId> CTreeCtrlWrapper::SelectedIds() const {
 void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change) {
     const auto found = m_entries.find(item);
     if (found == m_entries.end()) return;
-    LayoutItem& record = found->second->record;
-    change(record);
-    m_tree.SetItemText(item, record.name);
-    m_modified = true;
+    LayoutItem changed = *found->second->record;
+    change(changed);
+    m_tree.SetItemText(item, changed.name);
+    found->second->record = std::make_shared<const LayoutItem>(std::move(changed));
+    NoteChange();
 }
 
 void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name) {
     const auto found = m_entries.find(item);
-    if (found != m_entries.end()) found->second->record.originalName = name;
+    if (found == m_entries.end() || found->second->record->originalName == name) return;
+    LayoutItem noted = *found->second->record;
+    noted.originalName = name;
+    found->second->record = std::make_shared<const LayoutItem>(std::move(noted));
 }
 
 void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
     for (auto& [id, entry] : m_records) {
-        if (entry.record.kind != LayoutKind::Plugin) continue;
-        const LayoutImages before = ImagesOf(entry.record);
-        mark(entry.record);
-        const LayoutImages images = ImagesOf(entry.record);
-        if (images != before) m_tree.SetItemImages(entry.item, images.normal, images.selected);
+        if (entry.record->kind != LayoutKind::Plugin) continue;
+        // Only what marking goes by: most marks stay as they are, and names need not be copied for that.
+        LayoutItem marks;
+        marks.kind = entry.record->kind;
+        marks.clsid = entry.record->clsid;
+        marks.category = entry.record->category;
+        mark(marks);
+        if (marks.installed == entry.record->installed && marks.inventoryFlag == entry.record->inventoryFlag)
+            continue;
+        LayoutItem marked = *entry.record;
+        marked.installed = marks.installed;
+        marked.inventoryFlag = marks.inventoryFlag;
+        const LayoutImages images = ImagesOf(marked);
+        m_tree.SetItemImages(entry.item, images.normal, images.selected);
+        entry.record = std::make_shared<const LayoutItem>(std::move(marked));
     }
     ::InvalidateRect(m_tree.Handle(), nullptr, FALSE);
 }
 
-HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record) {
-    if (record.id == kInvalidItemId) return nullptr;
-    const LayoutImages images = ImagesOf(record);
-    const HTREEITEM item = m_tree.Insert(parent, after, record.name, images.normal, images.selected,
-                                         static_cast<LPARAM>(record.id));
+HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const SharedLayoutItem& record) {
+    if (record->id == kInvalidItemId) return nullptr;
+    const LayoutImages images = ImagesOf(*record);
+    const HTREEITEM item = m_tree.Insert(parent, after, record->name, images.normal, images.selected,
+                                         static_cast<LPARAM>(record->id));
     if (!item) return nullptr;
-    m_modified = true;
-    Entry& entry = m_records.try_emplace(record.id, Entry{record, item}).first->second;
+    NoteChange();
+    Entry& entry = m_records.try_emplace(record->id, Entry{record, item}).first->second;
     entry.item = item;
     m_entries[item] = &entry;
     return item;
@@ -65,8 +84,8 @@ HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const 
 
 HTREEITEM CTreeCtrlWrapper::Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record) {
     const bool inside = GoesInside(target, into);
-    const HTREEITEM item =
-        InsertItem(inside ? target : m_tree.Parent(target), inside ? TVI_LAST : target, record);
+    const HTREEITEM item = InsertItem(inside ? target : m_tree.Parent(target), inside ? TVI_LAST : target,
+                                      std::make_shared<const LayoutItem>(record));
     if (item) m_scroll.Show(item);
     return item;
 }
@@ -107,8 +126,8 @@ std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
 }
 
 HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
-    const LayoutItem* record = Find(item);
-    const HTREEITEM copy = record ? InsertItem(parent, after, *record) : nullptr;
+    const SharedLayoutItem record = Share(item);
+    const HTREEITEM copy = record ? InsertItem(parent, after, record) : nullptr;
     if (!copy) return nullptr;
     // From the last to the first: to add behind others, the control would walk all of them each time.
     const std::vector<HTREEITEM> children = Children(item);
@@ -191,7 +210,7 @@ void CTreeCtrlWrapper::Sort(HTREEITEM parent) {
         return rankA->second < rankB->second ? -1 : 1;
     };
     m_tree.SortChildren(parent, compare, reinterpret_cast<LPARAM>(&ranks));
-    m_modified = true;
+    NoteChange();
 }
 
 void CTreeCtrlWrapper::ExpandAll(bool expand) {
@@ -219,7 +238,7 @@ void CTreeCtrlWrapper::DeleteSelection() {
     for (const HTREEITEM item : outermost) Delete(item);
     if (!caretGoesAlong) Delete(caret);
     m_scroll.Show(m_tree.Caret());
-    m_modified = true;
+    NoteChange();
 }
 
 bool CTreeCtrlWrapper::WouldDeleteFolder() const {
@@ -234,6 +253,6 @@ void CTreeCtrlWrapper::OnDeleteItem(HTREEITEM item) {
     const Entry* entry = found->second;
     m_entries.erase(found);
     // After a move the record belongs to the copy.
-    if (entry->item == item) m_records.erase(entry->record.id);
-    m_modified = true;
+    if (entry->item == item) m_records.erase(LayoutItemId{entry->record->id});
+    NoteChange();
 }

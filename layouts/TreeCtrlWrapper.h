@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -32,9 +33,12 @@ class CTreeCtrlWrapper {
     /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
     bool IsModified() const { return m_modified; }
     void SetModified(bool modified) { m_modified = modified; }
+    /// Grows with each of these.
+    unsigned Changes() const { return m_changes; }
 
-    /// Null when the item has none.
-    const LayoutItem* Find(HTREEITEM item) const;
+    /// Null when the item has none. Good until the item is changed or deleted.
+    const LayoutItem* Find(HTREEITEM item) const { return Share(item).get(); }
+    SharedLayoutItem Share(HTREEITEM item) const;
     /// The item with this id. Ids outlive moves, handles don't.
     HTREEITEM HandleOf(LayoutItemId id) const;
     std::vector<LayoutItemId> SelectedIds() const;
@@ -48,10 +52,13 @@ class CTreeCtrlWrapper {
 
     /// Adds as the last child. Null when it fails.
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record) {
-        return InsertItem(parent, TVI_LAST, record);
+        return InsertItem(parent, TVI_LAST, std::make_shared<const LayoutItem>(record));
     }
     /// Adds as the first child, at a cost that does not grow with the number of children.
     HTREEITEM Prepend(HTREEITEM parent, const LayoutItem& record) {
+        return Prepend(parent, std::make_shared<const LayoutItem>(record));
+    }
+    HTREEITEM Prepend(HTREEITEM parent, const SharedLayoutItem& record) {
         return InsertItem(parent, TVI_FIRST, record);
     }
     /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
@@ -91,10 +98,11 @@ class CTreeCtrlWrapper {
 
   private:
     struct Entry {
-        LayoutItem record;
+        SharedLayoutItem record;
         HTREEITEM item;
     };
-    HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const LayoutItem& record);
+    HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const SharedLayoutItem& record);
+    void NoteChange();
     /// The records go over to the copy. Null, and no copy, when not all of it could be copied.
     HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
     /// Takes the records of the item, and of all that is in it, back from a copy.
@@ -109,4 +117,5 @@ class CTreeCtrlWrapper {
     std::unordered_map<HTREEITEM, Entry*> m_entries;
     UniqueImageList m_images;
     bool m_modified = false;
+    unsigned m_changes = 0;
 };

@@ -5,6 +5,8 @@
 
 #include <wrl/client.h>
 
+#include "TextFormat.h"
+
 namespace {
 
 /// Null when there are none.
@@ -13,14 +15,6 @@ Microsoft::WRL::ComPtr<IAccPropServices> AccessibilityServices() {
     ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC, IID_IAccPropServices,
                        reinterpret_cast<void**>(services.GetAddressOf()));
     return services;
-}
-
-std::wstring WithoutMnemonic(std::wstring text) {
-    const std::size_t mark = text.find(L'&');
-    if (mark == std::wstring::npos) return text;
-    // Where words have no Latin letters, the key stands behind them: "(&Y)".
-    const bool inBrackets = mark > 0 && text[mark - 1] == L'(' && text.find(L')', mark) == mark + 2;
-    return inBrackets ? text.erase(mark - 1, 4) : text.erase(mark, 1);
 }
 
 }  // namespace

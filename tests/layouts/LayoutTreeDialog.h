@@ -25,9 +25,15 @@ class LayoutTreeDialog : public MainDialog {
 
     void Build(const std::wstring& text) {
         BuildLayout(Layout(), text);
+        View().ForgetSteps();
         View().UpdateButtons();
     }
     std::wstring Shape() { return LayoutText(Layout()); }
+    /// Items, order and what is open, without selection and caret.
+    static std::wstring Unmarked(std::wstring shape) {
+        std::erase_if(shape, [](wchar_t c) { return c == L'*' || c == L'^' || c == L'+'; });
+        return shape;
+    }
     HTREEITEM Node(const std::wstring& name) { return ItemNamed(Layout(), name); }
     template <typename TChar>
     static std::basic_string<TChar> Times(int count, const TChar* text) {

@@ -61,6 +61,14 @@ class LayoutFiles : public support::LayoutTreeDialog {
         Shows(shows);
     }
     void Modify() { Press(IDC_ADD_SEPARATOR); }
+    /// As typed in any control.
+    void TypeControlS(int control) {
+        BYTE keys[256]{};
+        keys[VK_CONTROL] = 0x80;
+        ::SetKeyboardState(keys);
+        Key(control, 'S');
+        ::SetKeyboardState(std::array<BYTE, 256>{}.data());
+    }
     Popups& Answer(int button) {
         const std::wstring name = Text(IDC_LAYOUTS).empty() ? L"<Unnamed Layout>" : Text(IDC_LAYOUTS);
         return m_popups.Expect(L"Save changes to current menu layout, \"" + name + L"\"", button);
@@ -167,6 +175,7 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
               std::string::npos);
     Modify();
     Press(IDC_LAYOUT_NEW, L"||0", IDNO);
+    EXPECT_FALSE(View().CanUndo());
     Pick(L"One", L"1:One|one.pgl|1+");  // a new layout is not modified
 }
 
@@ -236,7 +245,7 @@ TEST_F(LayoutFiles, ATemporaryFileCountsAsUnnamed) {
     m_popups.ExpectFile(kSave, m_files.Path(L"back.tmp"), opensWith(L"handed over.TMP"));
     Press(IDC_LAYOUT_SAVE);
     m_popups.ExpectFile(kSave, L"", opensWith(L"back.tmp"));
-    Press(IDC_LAYOUT_SAVE);
+    TypeControlS(IDC_LAYOUT_TREE);
 }
 
 TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
@@ -260,6 +269,8 @@ TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Open({m_files.Path(L"one.pgl")});
     Build(L"F(G(" + Times(9, L"a,") + L"*b,+c)),H[I()],J(d)" + Times(60, L",-"));
+    const std::wstring built = Shape();
+    View().Run(ID_MOVE_TO_TOP, nullptr);
     Tree().ScrollToTop(Node(L"G"));
     const std::wstring before = Shape();
     // The system asks in its own language whether to replace the file.
@@ -268,6 +279,37 @@ TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     EXPECT_EQ(Shape(), before);
     EXPECT_EQ(Tree().FirstVisible(), Node(L"G"));
     EXPECT_TRUE(IsEnabled(IDC_REMOVE));
+    Type('Z', VK_CONTROL);
+    EXPECT_EQ(Shape(), built);
+    EXPECT_TRUE(Layout().IsModified()) << "the file holds what came after";
+    Type('Y', VK_CONTROL);
+    EXPECT_EQ(Shape(), before);
+    EXPECT_FALSE(Layout().IsModified());
+}
+
+TEST_F(LayoutFiles, ControlSSavesInPlaceWhereTheLayoutHasANameAndAFile) {
+    Open({m_files.Path(L"one.pgl")});
+    for (const wchar_t* name : {L"One", L"Zwei"}) {
+        Modify();
+        const HTREEITEM first = Tree().Root();
+        EnterText(List(), name);
+        TakeDirty();
+        TypeControlS(IDC_PLUGINS);
+        EXPECT_TRUE(TakeDirty() && !Layout().IsModified());
+        EXPECT_EQ(Tree().Root(), first) << "the tree is left alone";
+    }
+    Shows(L"1:Zwei|one.pgl|3+");
+    EXPECT_NE(m_files.Read(L"one.pgl").find("Name=\"Zwei\"><Separator/><Separator/><S"), std::string::npos);
+    Pick(L"Two", L"0:Two|two.pgl|2+");
+    EXPECT_FALSE(View().CanUndo()) << "it is another layout";
+    Pick(L"Zwei", L"1:Zwei|one.pgl|3+");
+    EnterText(List(), L"");
+    m_popups.ExpectFile(kSave, L"");
+    TypeControlS(IDC_LAYOUT_TREE);
+    Press(IDC_LAYOUT_NEW);
+    EnterText(List(), L"No file yet");
+    m_popups.ExpectFile(kSave, L"");
+    TypeControlS(IDC_LAYOUT_TREE);
 }
 
 }  // namespace

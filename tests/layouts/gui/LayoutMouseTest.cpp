@@ -111,6 +111,8 @@ TEST_F(LayoutMouse, DragsTheSelectionToWhereThePointerIs) {
         EXPECT_EQ(Shape(), after) << support::Utf8(before) << " to " << by.x << ", " << by.y;
         EXPECT_EQ(Buttons() == L"ECS", Tree().SelectedItems().empty());
         EXPECT_TRUE(Tree().HasFocus() && !::GetCapture());
+        Type('Z', VK_CONTROL);
+        EXPECT_EQ(Unmarked(Shape()), Unmarked(before)) << "however many items, it is one step";
     }
 }
 

@@ -21,8 +21,7 @@ class TreeItemProp : public support::LayoutTreeDialog {
         Open();
     }
     /// The plug-in "a" of a layout as a file gives it, before a change.
-    const LayoutItem& BuildPlugin(const std::wstring& clsid, const std::wstring& preset = L"",
-                                  Line tree = L"*a") {
+    void BuildPlugin(const std::wstring& clsid, const std::wstring& preset = L"", Line tree = L"*a") {
         Build(tree);
         Layout().Change(Node(L"a"), [&](LayoutItem& plugin) {
             plugin.clsid = ParseClsid(clsid).value_or(Guid{});
@@ -30,8 +29,8 @@ class TreeItemProp : public support::LayoutTreeDialog {
             plugin.defaultPreset = preset;
         });
         Layout().SetModified(false);
-        return *Layout().Find(Node(L"a"));
     }
+    const LayoutItem& Plugin() { return *Layout().Find(Node(L"a")); }
     /// Opens the properties of the caret item by the keyboard, and ends them.
     void Work(const std::function<void(HWND dialog)>& work, int button = IDOK) {
         m_popups.Expect(L"Properties", [&work, button](HWND dialog) {
@@ -94,10 +93,10 @@ TEST_F(TreeItemProp, ShowWhatIsKnownOfThePlugin) {
     Work(look);
     EXPECT_EQ(shown,
               (Texts{L"Echo", L"Vendor:", L"Tarnwick", support::kSomeFile, support::kVstEffects, L"Echo"}));
-    const LayoutItem& plugin = BuildPlugin(IdText(1));
+    BuildPlugin(IdText(1));
     Work(look, IDCANCEL);
     EXPECT_EQ(shown, (Texts{L"a", L"CLSID:", IdText(1), support::kSomeFile, support::kVstEffects, L"Echo"}));
-    EXPECT_EQ(plugin.originalName, L"Echo") << "it is brought up to date";
+    EXPECT_EQ(Plugin().originalName, L"Echo") << "it is brought up to date";
     EXPECT_FALSE(Layout().IsModified()) << "though it was only looked at";
 }
 
@@ -114,7 +113,7 @@ TEST_F(TreeItemProp, PresetsAreThoseOfTheClassIdAndNoneIsAChoice) {
              {IdText(2), L"", L"<None>,<None>,=<None>", 1, L"<None>"},
              {L"", L"", L"<None>,Nobody's,=<None>", -1, L""},
          }) {
-        const LayoutItem& plugin = BuildPlugin(clsid, preset);
+        BuildPlugin(clsid, preset);
         Work([expected = offered, row = chosen](HWND dialog) {
             const HWND list = ::GetDlgItem(dialog, IDC_PROP_PRESET);
             Text text;
@@ -122,8 +121,10 @@ TEST_F(TreeItemProp, PresetsAreThoseOfTheClassIdAndNoneIsAChoice) {
             EXPECT_EQ(text + L"=" + TextOf(list), expected);
             if (row >= 0) support::SelectRows(list, {row});
         });
-        EXPECT_EQ(plugin.defaultPreset, given) << support::Utf8(clsid) << " " << support::Utf8(preset);
+        EXPECT_EQ(Plugin().defaultPreset, given) << support::Utf8(clsid) << " " << support::Utf8(preset);
         EXPECT_EQ(Layout().IsModified(), given != preset);
+        Type('Z', VK_CONTROL);
+        EXPECT_EQ(Plugin().defaultPreset, preset);
     }
 }
 
