@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "CorvaneKeys.h"
+#include "CrashDump.h"
 #include "HelpTopics.h"
 #include "InstanceSearch.h"
 #include "InterfaceLanguage.h"
@@ -54,6 +55,7 @@ void CPluginManagerApp::InitInstance() {
     m_cmdLine = CPluginManagerCmdLine::Parse(Arguments());
     if (BringRunningCopyForward(reinterpret_cast<HWND>(m_cmdLine.parentWnd))) return;
     ChooseLanguage();
+    PrepareForCrash();
     m_comReady = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     m_log.Open(L"PluginManager");
     m_help.Prepare(ProgramPath(), kHelpFileName);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "AboutDlg.h"
+#include "DataFolder.h"
 #include "DialogHelp.h"
 #include "HelpTopics.h"
 #include "ProgramPath.h"
@@ -39,8 +40,9 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
       m_names(*this, m_list, m_friendlyNames),
       m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey),
-      m_toolbar(*this) {
+      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey, DataFolder()),
+      m_toolbar(*this),
+      m_tasks(*this, TaskCommands()) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -56,6 +58,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
     using VstTools = CVstToolsView;
     using Tree = CLayoutTreeView;
     using Files = CLayoutFilesView;
+    using Tasks = CTasksMenu;
     using R = CRoutesOf<CPluginManagerDlg>;
     static constexpr CRoute kRoutes[] = {
         R::OnMessage<WM_SYSCOMMAND, &Frame::OnSysCommand>(),
@@ -110,6 +113,12 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnMoveUp>(IDC_MOVE_UP),
         R::OnCommand<BN_CLICKED, &Tree::OnMoveDown>(IDC_MOVE_DOWN),
         R::OnCommand<BN_CLICKED, &Tree::OnPromote>(IDC_PROMOTE),
+
+        R::OnCommand<BN_CLICKED, &Tasks::Drop>(IDC_TASKS),
+        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_UNDO>>(ID_UNDO),
+        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_REDO>>(ID_REDO),
+        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_SAVE_IN_PLACE>>(ID_SAVE_IN_PLACE),
+        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_BACKUPS>>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
         R::OnCommand<BN_CLICKED, &Files::OnOpen>(IDC_LAYOUT_OPEN),
@@ -173,6 +182,9 @@ bool CPluginManagerDlg::OnInitDialog() {
     return true;
 }
 
+/// What the menu of the button Tasks can do, a row each.
+std::vector<TaskCommand> CPluginManagerDlg::TaskCommands() { return {}; }
+
 void CPluginManagerDlg::AddAboutCommand() const {
     const std::wstring text = LoadText(IDS_ABOUT_COMMAND);
     if (text.empty()) return;
@@ -210,7 +222,7 @@ void CPluginManagerDlg::SetHelpNumbers() const {
 }
 
 void CPluginManagerDlg::OnTimer(UINT_PTR timer) {
-    if (timer != kFirstFillTimer) return;
+    if (m_files.OnTimer(timer) || timer != kFirstFillTimer) return;
     ::KillTimer(m_hwnd, kFirstFillTimer);
     FirstFill();
 }
@@ -221,7 +233,8 @@ void CPluginManagerDlg::FirstFill() {
     m_list.Refill();
     m_files.ListLayouts();
     const std::wstring& file = m_cmdLine.fileParam;
-    if (!file.empty()) m_files.Open(file);
+    // A layout that was saved from a crash must not be lost to another one.
+    if (!m_files.OfferUnsaved() && !file.empty()) m_files.Open(file);
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {
@@ -250,6 +263,10 @@ void CPluginManagerDlg::OnColoursChanged() {
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {
     m_size.FollowHost();
     if (m_files.IsWheelOverList(message)) return true;
+    if (m_tasks.IsDropKey(message)) {
+        m_tasks.Drop();
+        return true;
+    }
     if (message.message != WM_KEYDOWN) return false;
     const bool editing = m_tree.IsEditingLabel();
     switch (message.wParam) {

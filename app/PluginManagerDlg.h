@@ -5,6 +5,7 @@
 
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "CmdLine.h"
 #include "Dialog.h"
@@ -24,6 +25,7 @@
 #include "PluginInventory.h"
 #include "PluginListView.h"
 #include "PresetView.h"
+#include "TasksMenu.h"
 #include "VisibilityRule.h"
 #include "VstToolPaths.h"
 #include "VstToolsView.h"
@@ -63,6 +65,7 @@ class CPluginManagerDlg : public CDialog {
     void OnImportPresets();
     void OnExportPresets();
     void OnManagePresets();
+    std::vector<TaskCommand> TaskCommands();
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
@@ -100,8 +103,9 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
+    CTasksMenu m_tasks;
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
-               CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
-        m_views{m_docking, m_elevation, m_size, m_list,  m_exclusion,
-                m_names,   m_vstTools,  m_tree, m_files, m_toolbar};
+               CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&>
+        m_views{m_docking,  m_elevation, m_size,  m_list,    m_exclusion, m_names,
+                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks};
 };

@@ -1,5 +1,6 @@
 #include "LayoutFilesView.h"
 
+#include "DataFolder.h"
 #include "LayoutFileDlg.h"
 #include "LayoutFolder.h"
 #include "LayoutPath.h"
@@ -29,17 +30,28 @@ LayoutPlugins PluginsOf(const CPluginInventory& inventory) {
             }};
 }
 
+/// Moves a copy that the user does not want to open now to where the backups are.
+void PutBy(const std::wstring& copy, const std::wstring& dataFolder) {
+    const std::wstring folder = dataFolder + L"\\Backups";
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    ::MoveFileExW(copy.c_str(), (folder + L'\\' + TimeForName() + L" unsaved.pgl").c_str(), 0);
+}
+
 }  // namespace
 
 CLayoutFilesView::CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
                                    const CHostWindow& host, const std::wstring& folder,
-                                   std::wstring settingsKey)
+                                   std::wstring settingsKey, const std::wstring& dataFolder)
     : m_dialog(dialog),
       m_tree(tree),
       m_host(host),
       m_folder(FullPathOf(folder)),
       m_settingsKey(std::move(settingsKey)),
-      m_plugins(PluginsOf(inventory)) {}
+      m_dataFolder(dataFolder),
+      m_plugins(PluginsOf(inventory)),
+      m_autosave(dialog, dataFolder, [this](const std::wstring& copy) { return WriteUnsaved(copy); }) {
+    m_tree.Layout().WhenModified([this](bool modified) { m_autosave.OnModified(modified); });
+}
 
 void CLayoutFilesView::OnInitDialog() {
     m_list = m_dialog.Control<CComboBox>(IDC_LAYOUTS);
@@ -87,7 +99,11 @@ void CLayoutFilesView::Open(const std::wstring& path) {
 
 bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
     const auto name = Load(path);
-    if (!name) return false;
+    if (name) ShowOpened(*name, path);
+    return name.has_value();
+}
+
+void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& path) {
     m_temporaryPath.clear();
     if (HasExtension(path, kTemporary)) {
         m_temporaryPath = path;
@@ -96,13 +112,52 @@ bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
         auto row = RowOf(path);
         // A file that the list did not know leaves the button as it was.
         if (row) EnableDelete(true);
-        if (!row) row = AddRow(*name, path);
+        if (!row) row = AddRow(name, path);
         m_list.SetCurrentRow(row);
         if (row) SetName(m_list.RowText(*row));
         ShowFileName(path);
     }
     m_current = m_list.CurrentRow();
+}
+
+bool CLayoutFilesView::OfferUnsaved() {
+    while (const auto copy = m_autosave.TakeLeft()) {
+        CXmlDoc document;
+        const bool isLayout = document.Load(*copy, true) && document.FindAttribute(L"Name");
+        std::wstring name = isLayout ? document.FoundAttribute().value_or(L"") : L"";
+        if (name.empty()) name = LoadText(IDS_UNNAMED_LAYOUT);
+        // What can't be opened is put by without a question.
+        const int answer =
+            isLayout ? Ask(FormatText(LoadText(IDS_OPEN_UNSAVED_QUESTION), name), MB_YESNO) : IDNO;
+        if (answer == IDYES && OpenUnsaved(*copy)) return true;
+        // No answer, because the window was taken away, leaves it for the next start.
+        if (answer > 0) PutBy(*copy, m_dataFolder);
+        m_autosave.GiveBack();
+    }
+    return false;
+}
+
+/// The layout comes back as it was: modified, under its name, and as that of its file.
+bool CLayoutFilesView::OpenUnsaved(const std::wstring& copy) {
+    const CWaitCursor wait;
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    if (!document.Load(copy, false)) return false;
+    if (document.UnsavedFile().empty()) {
+        ShowNew(document.LayoutName());
+    } else {
+        ShowOpened(document.LayoutName(), document.UnsavedFile());
+        SetName(document.LayoutName());
+    }
+    m_autosave.Keep();
+    m_tree.Layout().SetModified(true);
+    m_tree.UpdateButtons();
     return true;
+}
+
+bool CLayoutFilesView::WriteUnsaved(const std::wstring& copy) {
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    document.SetUnsaved(DisplayName(), m_temporaryPath.empty() ? PathOf(m_current) : m_temporaryPath);
+    return document.Save(copy);
 }
 
 /// Gives the layout's display name; nothing, and the tree as it was, when the file is no layout.
@@ -116,15 +171,20 @@ std::optional<std::wstring> CLayoutFilesView::Load(const std::wstring& path) {
 
 void CLayoutFilesView::OnNew() {
     if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) {
-        m_list.SetCurrentRow(std::nullopt);
-        m_current.reset();
-        m_temporaryPath.clear();
-        SetName(L"");
-        EnableDelete(false);
-        ShowFileName(L"");
+        ShowNew(L"");
         m_tree.Layout().Clear();
     }
     m_tree.UpdateButtons();
+}
+
+/// Of a layout that has no file.
+void CLayoutFilesView::ShowNew(const std::wstring& name) {
+    m_list.SetCurrentRow(std::nullopt);
+    m_current.reset();
+    m_temporaryPath.clear();
+    SetName(name);
+    EnableDelete(false);
+    ShowFileName(L"");
 }
 
 void CLayoutFilesView::OnOpen() {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Autosave.h"
 #include "Dialog.h"
 #include "HostWindow.h"
 #include "LayoutTreeView.h"
@@ -15,9 +16,11 @@
 
 class CLayoutFilesView {
   public:
-    /// `settingsKey` is where the current user's registry notes that layouts have changed.
+    /// `settingsKey` is where the current user's registry notes that layouts have changed, `dataFolder` where
+    /// an unsaved layout is kept for the case of a crash.
     CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                     const CHostWindow& host, const std::wstring& folder, std::wstring settingsKey);
+                     const CHostWindow& host, const std::wstring& folder, std::wstring settingsKey,
+                     const std::wstring& dataFolder);
 
     void OnInitDialog();
     /// After an enumeration: of the plug-ins in the layout those that are missing become grey, all others
@@ -32,6 +35,9 @@ class CLayoutFilesView {
     void ListLayouts();
     /// Shows the layout of a file, or a message when it is none.
     void Open(const std::wstring& path);
+    /// Asks whether to open what a crash has left unsaved. True when a layout was opened.
+    bool OfferUnsaved();
+    bool OnTimer(UINT_PTR timer) { return m_autosave.OnTimer(timer); }
 
     void OnNew();
     void OnOpen();
@@ -48,6 +54,10 @@ class CLayoutFilesView {
 
   private:
     bool OpenByPath(const std::wstring& path);
+    void ShowOpened(const std::wstring& name, const std::wstring& path);
+    void ShowNew(const std::wstring& name);
+    bool OpenUnsaved(const std::wstring& copy);
+    bool WriteUnsaved(const std::wstring& copy);
     std::optional<std::wstring> Load(const std::wstring& path);
     int Save(HWND owner);
     void SaveTo(const std::wstring& path, const std::wstring& name);
@@ -75,6 +85,7 @@ class CLayoutFilesView {
     const CHostWindow& m_host;
     const std::wstring m_folder;
     const std::wstring m_settingsKey;
+    const std::wstring m_dataFolder;
     const LayoutPlugins m_plugins;
     CComboBox m_list;
     std::vector<std::wstring> m_paths;  // a row's data is an index into them; -1 for a row without a file
@@ -83,5 +94,6 @@ class CLayoutFilesView {
     bool m_listMoved = false;           // the list's current row is not the layout shown
     bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
     unsigned m_questions = 0;           // asked so far, about unsaved changes
-    std::wstring m_temporaryPath;       // of a layout that counts as unnamed; it is proposed for saving
+    CAutosave m_autosave;
+    std::wstring m_temporaryPath;  // of a layout that counts as unnamed; it is proposed for saving
 };

@@ -31,7 +31,7 @@ void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutIte
     LayoutItem& record = found->second->record;
     change(record);
     m_tree.SetItemText(item, record.name);
-    m_modified = true;
+    SetModified(true);
 }
 
 void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name) {
@@ -56,7 +56,7 @@ HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const 
     const HTREEITEM item = m_tree.Insert(parent, after, record.name, images.normal, images.selected,
                                          static_cast<LPARAM>(record.id));
     if (!item) return nullptr;
-    m_modified = true;
+    SetModified(true);
     Entry& entry = m_records.try_emplace(record.id, Entry{record, item}).first->second;
     entry.item = item;
     m_entries[item] = &entry;
@@ -86,7 +86,7 @@ void CTreeCtrlWrapper::Clear() {
     m_records.clear();
     // Once: reading 25 icons takes longer than most layouts.
     if (!m_images) LoadImages(::GetDpiForWindow(m_tree.Handle()));
-    m_modified = false;
+    SetModified(false);
 }
 
 void CTreeCtrlWrapper::LoadImages(UINT dpi) {
@@ -191,7 +191,7 @@ void CTreeCtrlWrapper::Sort(HTREEITEM parent) {
         return rankA->second < rankB->second ? -1 : 1;
     };
     m_tree.SortChildren(parent, compare, reinterpret_cast<LPARAM>(&ranks));
-    m_modified = true;
+    SetModified(true);
 }
 
 void CTreeCtrlWrapper::ExpandAll(bool expand) {
@@ -219,7 +219,7 @@ void CTreeCtrlWrapper::DeleteSelection() {
     for (const HTREEITEM item : outermost) Delete(item);
     if (!caretGoesAlong) Delete(caret);
     m_scroll.Show(m_tree.Caret());
-    m_modified = true;
+    SetModified(true);
 }
 
 bool CTreeCtrlWrapper::WouldDeleteFolder() const {
@@ -235,5 +235,5 @@ void CTreeCtrlWrapper::OnDeleteItem(HTREEITEM item) {
     m_entries.erase(found);
     // After a move the record belongs to the copy.
     if (entry->item == item) m_records.erase(entry->record.id);
-    m_modified = true;
+    SetModified(true);
 }

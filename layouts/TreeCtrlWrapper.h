@@ -31,7 +31,12 @@ class CTreeCtrlWrapper {
     CTreeScroll& Scroll() { return m_scroll; }
     /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
     bool IsModified() const { return m_modified; }
-    void SetModified(bool modified) { m_modified = modified; }
+    void SetModified(bool modified) {
+        m_modified = modified;
+        if (m_whenModified) m_whenModified(modified);
+    }
+    /// `told` hears of each change, and of each time that the mark is set or cleared.
+    void WhenModified(std::function<void(bool modified)> told) { m_whenModified = std::move(told); }
 
     /// Null when the item has none.
     const LayoutItem* Find(HTREEITEM item) const;
@@ -109,4 +114,5 @@ class CTreeCtrlWrapper {
     std::unordered_map<HTREEITEM, Entry*> m_entries;
     UniqueImageList m_images;
     bool m_modified = false;
+    std::function<void(bool)> m_whenModified;
 };

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr wchar_t kUnnamedFolder[] = L"??????";
+constexpr wchar_t kUnsavedFile[] = L"UnsavedFile";
 
 // Categories in layout files.
 constexpr int kVstEffects = static_cast<int>(Category::VstEffects);
@@ -33,21 +34,35 @@ bool CXMLTreeCtrl::Save(const std::wstring& path) {
     return false;
 }
 
+void CXMLTreeCtrl::SetUnsaved(const std::wstring& name, const std::wstring& file) {
+    m_unsaved = true;
+    m_layoutName = name;
+    m_unsavedFile = file;
+}
+
+std::optional<std::wstring> CXMLTreeCtrl::NameToWrite() const {
+    if (m_unsaved || !m_layoutName.empty()) return m_layoutName;
+    // Kept: the host's users know layouts that are named after their first item.
+    const LayoutItem* record = m_tree.Find(m_tree.Tree().Root());
+    return record ? std::optional(record->name) : std::nullopt;
+}
+
 bool CXMLTreeCtrl::BuildDocument() {
     if (!m_tree.Tree().IsLive() || !NewDocument() || !SetHeader(L"xml", L"encoding", L"UTF-8")) return false;
-    const HTREEITEM first = m_tree.Tree().Root();
-    if (m_layoutName.empty()) {
-        const LayoutItem* record = m_tree.Find(first);
-        if (!record) return false;
-        // Kept: the host's users know layouts that are named after their first item.
-        m_layoutName = record->name;
-    }
-    if (!IsXmlText(m_layoutName)) {
+    const auto name = NameToWrite();
+    if (!name) return false;
+    m_layoutName = *name;
+    if (!m_unsaved && !IsXmlText(m_layoutName)) {
         m_failure = Failure::Text;
         m_failedName = m_layoutName;
     }
     return CreateRootElement(L"PluginMenuLayout") && SetAttribute(L"DocSchema", L"1") &&
-           SetAttribute(L"Name", m_layoutName) && WriteItems(first, 1);
+           SetText(L"Name", m_layoutName) && (!m_unsaved || SetText(kUnsavedFile, m_unsavedFile)) &&
+           WriteItems(m_tree.Tree().Root(), 1);
+}
+
+bool CXMLTreeCtrl::SetText(std::wstring_view name, const std::wstring& text) {
+    return SetAttribute(name, m_unsaved ? XmlTextOf(text) : text);
 }
 
 void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
@@ -74,14 +89,19 @@ bool CXMLTreeCtrl::WriteItems(HTREEITEM first, int depth) {
 bool CXMLTreeCtrl::WriteItem(HTREEITEM item, const LayoutItem& record, int depth) {
     switch (record.kind) {
         case LayoutKind::Folder:
-            return depth <= kDeepestNesting && AppendChildElement(L"Folder") &&
-                   SetAttribute(L"Name", record.name) && WriteItems(m_tree.Tree().Child(item), depth + 1);
+            return WriteFolder(item, record, depth);
         case LayoutKind::Plugin:
             return WritePlugin(record);
         case LayoutKind::Separator:
             return AppendChildElement(L"Separator");
     }
     return true;
+}
+
+bool CXMLTreeCtrl::WriteFolder(HTREEITEM item, const LayoutItem& record, int depth) {
+    const HTREEITEM child = m_tree.Tree().Child(item);
+    if (depth > kDeepestNesting) return m_unsaved && WriteItems(child, depth);
+    return AppendChildElement(L"Folder") && SetText(L"Name", record.name) && WriteItems(child, depth + 1);
 }
 
 bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
@@ -96,9 +116,8 @@ bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
         record.category == kVstInstruments)
         written = SetAttribute(L"CLSIDMD5", ClsidText(md5Clsid));
     written = written && SetAttribute(L"Category", std::to_wstring(record.category)) &&
-              SetAttribute(L"Name", record.name) && SetAttribute(L"OriginalName", record.originalName);
-    if (written && !record.defaultPreset.empty())
-        written = SetAttribute(L"DefaultPreset", record.defaultPreset);
+              SetText(L"Name", record.name) && SetText(L"OriginalName", record.originalName);
+    if (written && !record.defaultPreset.empty()) written = SetText(L"DefaultPreset", record.defaultPreset);
     return written;
 }
 
@@ -108,6 +127,7 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     if (!IsPathEmpty() || !TagIs(L"<PluginMenuLayout>")) return false;
     m_schema = NumberOf(AttributeOr(L"DocSchema", L"0"));
     m_layoutName = AttributeOr(L"Name", m_layoutName);
+    m_unsavedFile = AttributeOr(kUnsavedFile, L"");
     std::vector<Node> items;
     if (m_schema < 1 || !ReadChildren(items, 1)) return false;
     m_tree.Clear();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,13 @@ class CXMLTreeCtrl : public CXmlDoc {
     const std::wstring& LayoutName() const { return m_layoutName; }
     void SetLayoutName(const std::wstring& name) { m_layoutName = name; }
 
+    /// For a layout that is kept until it is saved, and that has the name and the file that are given, or
+    /// none: a save refuses nothing then. What XML can't hold is replaced, and what is nested too deeply
+    /// moves up.
+    void SetUnsaved(const std::wstring& name, const std::wstring& file);
+    /// The file of a layout that was kept so; empty for any other.
+    const std::wstring& UnsavedFile() const { return m_unsavedFile; }
+
     /// Why the last save failed; File: the document's SaveError says more.
     enum class Failure { Unknown, Text, Nesting, File };
     Failure LastFailure() const { return m_failure; }
@@ -50,6 +58,10 @@ class CXMLTreeCtrl : public CXmlDoc {
 
   private:
     bool BuildDocument();
+    /// The name that the document gets; nothing when there is none.
+    std::optional<std::wstring> NameToWrite() const;
+    bool SetText(std::wstring_view name, const std::wstring& text);
+    bool WriteFolder(HTREEITEM item, const LayoutItem& record, int depth);
     bool WriteItems(HTREEITEM first, int depth);
     bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
     bool WritePlugin(const LayoutItem& record);
@@ -71,6 +83,8 @@ class CXMLTreeCtrl : public CXmlDoc {
     CTreeCtrlWrapper& m_tree;
     const LayoutPlugins& m_plugins;
     std::wstring m_layoutName;
+    std::wstring m_unsavedFile;
+    bool m_unsaved = false;
     int m_schema = 0;
     HTREEITEM m_lastFolder = nullptr;
     Failure m_failure = Failure::Unknown;

@@ -7,6 +7,7 @@
 #define IDD_PLUGIN_MANAGER 102
 #define IDD_LAYOUT_NAME 103
 #define IDD_TREE_ITEM_PROPERTIES 148
+#define IDD_REVIEW 150
 
 // The client area of the main dialog, in dialog units
 #define MAIN_DIALOG_WIDTH 700
@@ -30,6 +31,13 @@
 #define IDD_SINGLE_PROP 129
 #define IDD_PRESET_FILE 130
 #define IDD_MANAGE_PRESETS 132
+
+// The menu of the button Tasks, and its commands
+#define IDM_TASKS 144
+#define ID_UNDO 32810
+#define ID_REDO 32811
+#define ID_SAVE_IN_PLACE 32812
+#define ID_BACKUPS 32813
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -123,6 +131,7 @@
 #define IDC_MOVE_UP 1029
 #define IDC_MOVE_DOWN 1030
 #define IDC_PROMOTE 1034
+#define IDC_TASKS 1061
 
 #define IDC_HELP_BUTTON 57670
 #define IDC_CLOSE 2
@@ -145,6 +154,12 @@
 #define IDC_PROP_CATEGORY 1114
 #define IDC_PROP_FRIENDLY_NAME 1115
 #define IDC_PROP_PRESET 1116
+// The review of what a command would do
+#define IDC_REVIEW_LIST 1070
+#define IDC_REVIEW_ACTION 1071
+#define IDC_REVIEW_ACTION_2 1072
+#define IDC_REVIEW_HEADING 1073
+
 // The one-line prompt
 #define IDC_PROMPT_LABEL 1012
 #define IDC_PROMPT_VALUE 1013
@@ -235,3 +250,6 @@
 #define IDS_LAYOUT_TOO_LARGE 180
 #define IDS_PREVIEW_GOES_ON 184
 #define IDS_HELP_MARKED 192
+#define IDS_OPEN_UNSAVED_QUESTION 250
+#define IDS_CRASHED 251
+#define IDS_CRASH_DUMP 252
