@@ -191,9 +191,9 @@ void CReviewDlg::OnColumn(const NMLISTVIEW& click) {
 
 void CReviewDlg::OnItemChanged(const NMLISTVIEW& item) {
     if (m_filling) return;
-    const auto row = static_cast<std::size_t>(item.lParam);
     const UINT tick = item.uNewState & LVIS_STATEIMAGEMASK;
-    if (row < m_rows.size() && tick != 0) {
+    if (tick != 0 && item.iItem >= 0) {
+        const std::size_t row = RowOf(m_list, item.iItem);
         m_checked += (tick == kTicked ? 1 : 0) - (m_rows[row].checked ? 1 : 0);
         m_rows[row].checked = tick == kTicked;
     }
