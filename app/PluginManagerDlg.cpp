@@ -234,7 +234,7 @@ void CPluginManagerDlg::FirstFill() {
     m_files.ListLayouts();
     const std::wstring& file = m_cmdLine.fileParam;
     // A layout that was saved from a crash must not be lost to another one.
-    if (!m_files.OfferUnsaved() && !file.empty()) m_files.Open(file);
+    if (!m_files.OfferUnsaved() && !file.empty() && IsLive()) m_files.Open(file);
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {

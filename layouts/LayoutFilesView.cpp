@@ -30,6 +30,14 @@ LayoutPlugins PluginsOf(const CPluginInventory& inventory) {
             }};
 }
 
+/// What the user knows the layout as; nothing when the file is none.
+std::optional<std::wstring> NameOfCopy(const std::wstring& path) {
+    CXmlDoc document;
+    if (!document.Load(path, /*rootOnly*/ true) || !document.FindAttribute(L"Name")) return std::nullopt;
+    const std::wstring name = document.FoundAttribute().value_or(L"");
+    return name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : name;
+}
+
 /// Moves a copy that the user does not want to open now to where the backups are.
 void PutBy(const std::wstring& copy, const std::wstring& dataFolder) {
     const std::wstring folder = dataFolder + L"\\Backups";
@@ -122,18 +130,18 @@ void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& 
 
 bool CLayoutFilesView::OfferUnsaved() {
     while (const auto copy = m_autosave.TakeLeft()) {
-        CXmlDoc document;
-        const bool isLayout = document.Load(*copy, true) && document.FindAttribute(L"Name");
-        std::wstring name = isLayout ? document.FoundAttribute().value_or(L"") : L"";
-        if (name.empty()) name = LoadText(IDS_UNNAMED_LAYOUT);
-        // What can't be opened is put by without a question.
+        const auto name = NameOfCopy(*copy);
+        // What can't be read is put by without a question.
         const int answer =
-            isLayout ? Ask(FormatText(LoadText(IDS_OPEN_UNSAVED_QUESTION), name), MB_YESNO) : IDNO;
+            name ? Ask(FormatText(LoadText(IDS_OPEN_UNSAVED_QUESTION), *name), MB_YESNO) : IDNO;
+        // Where the window was taken away meanwhile, the copy is for the next start.
+        if (!m_dialog.IsLive()) break;
         if (answer == IDYES && OpenUnsaved(*copy)) return true;
-        // No answer, because the window was taken away, leaves it for the next start.
-        if (answer > 0) PutBy(*copy, m_dataFolder);
+        if (answer == IDYES) Complain(LoadText(IDS_NOT_A_LAYOUT));
+        PutBy(*copy, m_dataFolder);
         m_autosave.GiveBack();
     }
+    m_autosave.GiveBack();
     return false;
 }
 

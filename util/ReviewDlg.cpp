@@ -100,6 +100,7 @@ bool CReviewDlg::OnInitDialog() {
     m_dpi = m_smallestDpi = ::GetDpiForWindow(m_hwnd);
     SetText(m_texts.caption);
     Item(IDC_REVIEW_HEADING).SetText(m_texts.heading);
+    if (!m_texts.close.empty()) Item(IDCANCEL).SetText(m_texts.close);
     for (std::size_t i = 0; i < std::min(m_actions.size(), kMostActions); ++i) {
         Item(kActions[i]).SetText(m_actions[i].text);
         Item(kActions[i]).Show();
@@ -181,10 +182,14 @@ void CReviewDlg::ShowOrder() const {
     }
 }
 
+void CReviewDlg::SortBy(int column, bool descending) {
+    m_sortedBy = column;
+    m_descending = descending;
+    if (m_list.IsLive()) Sort();
+}
+
 void CReviewDlg::OnColumn(const NMLISTVIEW& click) {
-    m_descending = click.iSubItem == m_sortedBy && !m_descending;
-    m_sortedBy = click.iSubItem;
-    Sort();
+    SortBy(click.iSubItem, click.iSubItem == m_sortedBy && !m_descending);
     // The row that the keyboard is on stays in sight.
     m_list.Send(LVM_ENSUREVISIBLE, m_list.SendInt(LVM_GETNEXTITEM, -1, LVNI_FOCUSED));
 }

@@ -45,6 +45,7 @@ struct ReviewTexts {
     std::wstring heading;
     /// "%d" stands for the number of rows that are ticked; with none the button can't be pressed.
     std::wstring button;
+    std::wstring close;  // of the other button; empty means "Cancel"
 };
 
 /// RunModal gives IDOK when the button was pressed; Checked then says for what. A click on a column's title
@@ -62,6 +63,8 @@ class CReviewDlg : public CDialog {
     std::optional<std::size_t> Current() const;
     /// For an action, or before the dialog is shown.
     void SetRows(std::vector<ReviewRow> rows);
+    /// Without it the rows stand in the order of the first column.
+    void SortBy(int column, bool descending);
 
   private:
     std::span<const CRoute> Routes() const override;
