@@ -10,6 +10,7 @@
 
 #include "CorvaneKeys.h"
 #include "CrashDump.h"
+#include "DataFolder.h"
 #include "HelpTopics.h"
 #include "InstanceSearch.h"
 #include "InterfaceLanguage.h"
@@ -62,7 +63,7 @@ void CPluginManagerApp::InitInstance() {
     m_mainWindow = ::GetActiveWindow();
     SetDialogHelp(this);
 
-    CPluginManagerDlg dialog(m_cmdLine);
+    CPluginManagerDlg dialog(m_cmdLine, DataFolder());
     dialog.RunModal(nullptr);
 }
 

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "AboutDlg.h"
-#include "DataFolder.h"
 #include "DialogHelp.h"
 #include "HelpTopics.h"
 #include "ProgramPath.h"
@@ -25,7 +24,7 @@ VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
 
 }  // namespace
 
-CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
+CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::wstring& dataFolder)
     : CDialog(IDD_PLUGIN_MANAGER),
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
@@ -40,7 +39,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine)
       m_names(*this, m_list, m_friendlyNames),
       m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey, DataFolder()),
+      m_files(*this, m_tree, m_inventory, m_host, m_settings.layoutFolder, kManagerKey, dataFolder),
       m_toolbar(*this),
       m_tasks(*this, TaskCommands()) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
@@ -115,10 +114,6 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnPromote>(IDC_PROMOTE),
 
         R::OnCommand<BN_CLICKED, &Tasks::Drop>(IDC_TASKS),
-        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_UNDO>>(ID_UNDO),
-        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_REDO>>(ID_REDO),
-        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_SAVE_IN_PLACE>>(ID_SAVE_IN_PLACE),
-        R::OnCommand<BN_CLICKED, &Tasks::OnCommand<ID_BACKUPS>>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
         R::OnCommand<BN_CLICKED, &Files::OnOpen>(IDC_LAYOUT_OPEN),
@@ -182,7 +177,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     return true;
 }
 
-/// What the menu of the button Tasks can do, a row each.
+/// What the menu of the button Tasks can do; the route table says who does it.
 std::vector<TaskCommand> CPluginManagerDlg::TaskCommands() { return {}; }
 
 void CPluginManagerDlg::AddAboutCommand() const {

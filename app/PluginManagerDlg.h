@@ -32,7 +32,8 @@
 
 class CPluginManagerDlg : public CDialog {
   public:
-    explicit CPluginManagerDlg(CPluginManagerCmdLine cmdLine);
+    /// `dataFolder` is where the program keeps what would be lost otherwise.
+    CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::wstring& dataFolder);
     ~CPluginManagerDlg() override;
     CPluginManagerDlg(const CPluginManagerDlg&) = delete;
     CPluginManagerDlg& operator=(const CPluginManagerDlg&) = delete;

@@ -25,13 +25,8 @@ void SetText(HMENU menu, int position, const std::wstring& text) {
 
 }  // namespace
 
-CTasksMenu::CTasksMenu(CDialog& dialog, std::vector<TaskCommand> commands)
+CTasksMenu::CTasksMenu(const CDialog& dialog, std::vector<TaskCommand> commands)
     : m_dialog(dialog), m_commands(std::move(commands)) {}
-
-const TaskCommand* CTasksMenu::Find(UINT id) const {
-    const auto found = std::ranges::find(m_commands, id, &TaskCommand::id);
-    return found == m_commands.end() ? nullptr : &*found;
-}
 
 UniqueMenu CTasksMenu::Menu() const {
     UniqueMenu menu = LoadMenuResource(IDM_TASKS);
@@ -39,11 +34,12 @@ UniqueMenu CTasksMenu::Menu() const {
     for (int i = 0; i < ::GetMenuItemCount(shown); ++i) {
         const UINT id = ::GetMenuItemID(shown, i);
         if (id == 0) continue;  // a separator
-        const TaskCommand* command = Find(id);
-        const std::wstring text = command ? command->text() : std::wstring();
+        const auto command = std::ranges::find(m_commands, id, &TaskCommand::id);
+        const bool served = command != m_commands.end();
+        const std::wstring text = served ? command->text() : std::wstring();
         if (!text.empty()) SetText(shown, i, text);
         // Last, for a new text makes a new item.
-        const UINT state = command && command->enabled() ? MF_ENABLED : MF_GRAYED;
+        const UINT state = served && command->enabled() ? MF_ENABLED : MF_GRAYED;
         ::EnableMenuItem(shown, static_cast<UINT>(i), MF_BYPOSITION | state);
     }
     return menu;
@@ -61,9 +57,4 @@ void CTasksMenu::Drop() const {
 bool CTasksMenu::IsDropKey(const MSG& message) const {
     return (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) && message.wParam == VK_DOWN &&
            m_dialog.Item(IDC_TASKS).HasFocus();
-}
-
-void CTasksMenu::Run(UINT id) const {
-    const TaskCommand* command = Find(id);
-    if (command && command->enabled()) command->run();
 }

@@ -150,12 +150,9 @@ bool CLayoutFilesView::OpenUnsaved(const std::wstring& copy) {
     const CWaitCursor wait;
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
     if (!document.Load(copy, false)) return false;
-    if (document.UnsavedFile().empty()) {
-        ShowNew(document.LayoutName());
-    } else {
-        ShowOpened(document.LayoutName(), document.UnsavedFile());
-        SetName(document.LayoutName());
-    }
+    const std::wstring path = document.UnsavedFile().value_or(L"");
+    path.empty() ? ShowNew() : ShowOpened(document.LayoutName(), path);
+    SetName(document.LayoutName());
     m_autosave.Keep();
     m_tree.Layout().SetModified(true);
     m_tree.UpdateButtons();
@@ -164,7 +161,9 @@ bool CLayoutFilesView::OpenUnsaved(const std::wstring& copy) {
 
 bool CLayoutFilesView::WriteUnsaved(const std::wstring& copy) {
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
-    document.SetUnsaved(DisplayName(), m_temporaryPath.empty() ? PathOf(m_current) : m_temporaryPath);
+    document.SetLayoutName(DisplayName());
+    document.NoteUnsavedFile(m_temporaryPath.empty() ? PathOf(m_current) : m_temporaryPath);
+    document.WriteAnything();
     return document.Save(copy);
 }
 
@@ -179,18 +178,18 @@ std::optional<std::wstring> CLayoutFilesView::Load(const std::wstring& path) {
 
 void CLayoutFilesView::OnNew() {
     if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) {
-        ShowNew(L"");
+        ShowNew();
         m_tree.Layout().Clear();
     }
     m_tree.UpdateButtons();
 }
 
 /// Of a layout that has no file.
-void CLayoutFilesView::ShowNew(const std::wstring& name) {
+void CLayoutFilesView::ShowNew() {
     m_list.SetCurrentRow(std::nullopt);
     m_current.reset();
     m_temporaryPath.clear();
-    SetName(name);
+    SetName(L"");
     EnableDelete(false);
     ShowFileName(L"");
 }

@@ -55,7 +55,7 @@ class CLayoutFilesView {
   private:
     bool OpenByPath(const std::wstring& path);
     void ShowOpened(const std::wstring& name, const std::wstring& path);
-    void ShowNew(const std::wstring& name);
+    void ShowNew();
     bool OpenUnsaved(const std::wstring& copy);
     bool WriteUnsaved(const std::wstring& copy);
     std::optional<std::wstring> Load(const std::wstring& path);

@@ -6,5 +6,5 @@
 
 /// XML has no way to write most control characters, nor half a surrogate pair.
 bool IsXmlText(std::wstring_view text);
-/// The same with a replacement mark for each of these.
+/// The text, with what XML can't hold replaced by the character for what is unknown.
 std::wstring XmlTextOf(std::wstring_view text);

@@ -34,35 +34,23 @@ bool CXMLTreeCtrl::Save(const std::wstring& path) {
     return false;
 }
 
-void CXMLTreeCtrl::SetUnsaved(const std::wstring& name, const std::wstring& file) {
-    m_unsaved = true;
-    m_layoutName = name;
-    m_unsavedFile = file;
-}
-
-std::optional<std::wstring> CXMLTreeCtrl::NameToWrite() const {
-    if (m_unsaved || !m_layoutName.empty()) return m_layoutName;
-    // Kept: the host's users know layouts that are named after their first item.
-    const LayoutItem* record = m_tree.Find(m_tree.Tree().Root());
-    return record ? std::optional(record->name) : std::nullopt;
-}
-
 bool CXMLTreeCtrl::BuildDocument() {
     if (!m_tree.Tree().IsLive() || !NewDocument() || !SetHeader(L"xml", L"encoding", L"UTF-8")) return false;
-    const auto name = NameToWrite();
-    if (!name) return false;
-    m_layoutName = *name;
-    if (!m_unsaved && !IsXmlText(m_layoutName)) {
+    const HTREEITEM first = m_tree.Tree().Root();
+    if (m_layoutName.empty() && !m_unsavedFile) {
+        const LayoutItem* record = m_tree.Find(first);
+        if (!record) return false;
+        // Kept: the host's users know layouts that are named after their first item.
+        m_layoutName = record->name;
+    }
+    m_layoutName = Writable(m_layoutName);
+    if (!IsXmlText(m_layoutName)) {
         m_failure = Failure::Text;
         m_failedName = m_layoutName;
     }
     return CreateRootElement(L"PluginMenuLayout") && SetAttribute(L"DocSchema", L"1") &&
-           SetText(L"Name", m_layoutName) && (!m_unsaved || SetText(kUnsavedFile, m_unsavedFile)) &&
-           WriteItems(m_tree.Tree().Root(), 1);
-}
-
-bool CXMLTreeCtrl::SetText(std::wstring_view name, const std::wstring& text) {
-    return SetAttribute(name, m_unsaved ? XmlTextOf(text) : text);
+           SetAttribute(L"Name", m_layoutName) &&
+           (!m_unsavedFile || SetAttribute(kUnsavedFile, Writable(*m_unsavedFile))) && WriteItems(first, 1);
 }
 
 void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
@@ -99,9 +87,14 @@ bool CXMLTreeCtrl::WriteItem(HTREEITEM item, const LayoutItem& record, int depth
 }
 
 bool CXMLTreeCtrl::WriteFolder(HTREEITEM item, const LayoutItem& record, int depth) {
-    const HTREEITEM child = m_tree.Tree().Child(item);
-    if (depth > kDeepestNesting) return m_unsaved && WriteItems(child, depth);
-    return AppendChildElement(L"Folder") && SetText(L"Name", record.name) && WriteItems(child, depth + 1);
+    const HTREEITEM first = m_tree.Tree().Child(item);
+    if (depth > kDeepestNesting) return m_writesAnything && WriteItems(first, depth);
+    return AppendChildElement(L"Folder") && SetAttribute(L"Name", Writable(record.name)) &&
+           WriteItems(first, depth + 1);
+}
+
+std::wstring CXMLTreeCtrl::Writable(const std::wstring& text) const {
+    return m_writesAnything ? XmlTextOf(text) : text;
 }
 
 bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
@@ -116,8 +109,10 @@ bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
         record.category == kVstInstruments)
         written = SetAttribute(L"CLSIDMD5", ClsidText(md5Clsid));
     written = written && SetAttribute(L"Category", std::to_wstring(record.category)) &&
-              SetText(L"Name", record.name) && SetText(L"OriginalName", record.originalName);
-    if (written && !record.defaultPreset.empty()) written = SetText(L"DefaultPreset", record.defaultPreset);
+              SetAttribute(L"Name", Writable(record.name)) &&
+              SetAttribute(L"OriginalName", Writable(record.originalName));
+    if (written && !record.defaultPreset.empty())
+        written = SetAttribute(L"DefaultPreset", Writable(record.defaultPreset));
     return written;
 }
 
@@ -127,7 +122,7 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     if (!IsPathEmpty() || !TagIs(L"<PluginMenuLayout>")) return false;
     m_schema = NumberOf(AttributeOr(L"DocSchema", L"0"));
     m_layoutName = AttributeOr(L"Name", m_layoutName);
-    m_unsavedFile = AttributeOr(kUnsavedFile, L"");
+    if (FindAttribute(kUnsavedFile)) m_unsavedFile = FoundAttribute();
     std::vector<Node> items;
     if (m_schema < 1 || !ReadChildren(items, 1)) return false;
     m_tree.Clear();

@@ -31,15 +31,19 @@ class CXMLTreeCtrl : public CXmlDoc {
     /// this fail.
     bool Save(const std::wstring& path) override;
 
+    /// From now on a save writes what it would fail at: without the characters that XML can't hold, and
+    /// without the folders that are nested too deep, whose items it keeps. For a layout that would be lost
+    /// otherwise.
+    void WriteAnything() { m_writesAnything = true; }
+
+    /// For a copy of a layout that is not saved yet: it notes the layout's file, if any, and keeps the name
+    /// as it is, even none.
+    void NoteUnsavedFile(const std::wstring& path) { m_unsavedFile = path; }
+    /// What such a copy notes; nothing in any other file.
+    const std::optional<std::wstring>& UnsavedFile() const { return m_unsavedFile; }
+
     const std::wstring& LayoutName() const { return m_layoutName; }
     void SetLayoutName(const std::wstring& name) { m_layoutName = name; }
-
-    /// For a layout that is kept until it is saved, and that has the name and the file that are given, or
-    /// none: a save refuses nothing then. What XML can't hold is replaced, and what is nested too deeply
-    /// moves up.
-    void SetUnsaved(const std::wstring& name, const std::wstring& file);
-    /// The file of a layout that was kept so; empty for any other.
-    const std::wstring& UnsavedFile() const { return m_unsavedFile; }
 
     /// Why the last save failed; File: the document's SaveError says more.
     enum class Failure { Unknown, Text, Nesting, File };
@@ -58,13 +62,11 @@ class CXMLTreeCtrl : public CXmlDoc {
 
   private:
     bool BuildDocument();
-    /// The name that the document gets; nothing when there is none.
-    std::optional<std::wstring> NameToWrite() const;
-    bool SetText(std::wstring_view name, const std::wstring& text);
-    bool WriteFolder(HTREEITEM item, const LayoutItem& record, int depth);
     bool WriteItems(HTREEITEM first, int depth);
     bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
+    bool WriteFolder(HTREEITEM item, const LayoutItem& record, int depth);
     bool WritePlugin(const LayoutItem& record);
+    std::wstring Writable(const std::wstring& text) const;
     void NoteFailure(HTREEITEM item, const LayoutItem& record, int depth);
 
     /// An item that was read, with what is in it.
@@ -83,8 +85,8 @@ class CXMLTreeCtrl : public CXmlDoc {
     CTreeCtrlWrapper& m_tree;
     const LayoutPlugins& m_plugins;
     std::wstring m_layoutName;
-    std::wstring m_unsavedFile;
-    bool m_unsaved = false;
+    bool m_writesAnything = false;
+    std::optional<std::wstring> m_unsavedFile;
     int m_schema = 0;
     HTREEITEM m_lastFolder = nullptr;
     Failure m_failure = Failure::Unknown;

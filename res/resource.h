@@ -36,7 +36,7 @@
 #define IDM_TASKS 144
 #define ID_UNDO 32810
 #define ID_REDO 32811
-#define ID_SAVE_IN_PLACE 32812
+#define ID_SAVE_LAYOUT 32812
 #define ID_BACKUPS 32813
 
 // Images

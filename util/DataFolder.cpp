@@ -2,13 +2,17 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <array>
 
+#include "TaskText.h"
+
 std::wstring DataFolder() {
-    std::wstring folder(::GetEnvironmentVariableW(L"LOCALAPPDATA", nullptr, 0), L'\0');
-    folder.resize(
-        ::GetEnvironmentVariableW(L"LOCALAPPDATA", folder.data(), static_cast<DWORD>(folder.size())));
-    return folder.empty() ? folder : folder + L"\\Corvane Plug-in Manager";
+    wchar_t* folder = nullptr;
+    ::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder);
+    const std::wstring local = TakeTaskText(folder);
+    return local.empty() ? local : local + L"\\Corvane Plug-in Manager";
 }
 
 std::wstring TimeForName() {

@@ -21,8 +21,7 @@ class MainDialog : public testing::Test {
     /// Makes the dialog, hidden, and fills it as its timer does.
     void Open(const std::vector<std::wstring>& arguments = {}) {
         SetText(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsPath", m_files.Path(L""));
-        ::SetEnvironmentVariableW(L"LOCALAPPDATA", m_files.Path(L"").c_str());
-        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments));
+        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments), m_files.Path(L"data"));
         ASSERT_TRUE(m_dialog->CreateModeless(nullptr));
         m_dialog->Send(WM_TIMER, 1);
     }

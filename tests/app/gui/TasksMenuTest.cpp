@@ -23,22 +23,15 @@ class Tasks : public support::MainDialog {
     }
 };
 
-TEST_F(Tasks, NamesWhatItCouldDoAndDoesNothingElse) {
+TEST_F(Tasks, NameWhatTheyCouldDo) {
     Open();
-    int runs = 0;
     bool enabled = true;
     const CTasksMenu tasks(*m_dialog, {{.id = ID_UNDO,
-                                        .run = [&] { ++runs; },
                                         .enabled = [&] { return enabled; },
                                         .text = [] { return std::wstring(L"&Undo Sort All"); }},
-                                       {.id = ID_BACKUPS, .run = [&] { runs += 10; }}});
+                                       {.id = ID_BACKUPS}});
     EXPECT_EQ(Shown(tasks), L"&Undo Sort All\tCtrl+Z,(&Redo\tCtrl+Y),,(&Save Layout\tCtrl+S),,&Backups...,");
-    tasks.Run(ID_UNDO);
-    tasks.Run(ID_BACKUPS);
-    tasks.Run(ID_REDO);
     enabled = false;
-    tasks.Run(ID_UNDO);
-    EXPECT_EQ(runs, 11);
     EXPECT_TRUE(Shown(tasks).starts_with(L"(&Undo Sort All\tCtrl+Z)"));
 }
 

@@ -4,10 +4,10 @@
 
 namespace {
 
-constexpr wchar_t kFolder[] = L"Corvane Plug-in Manager";
-constexpr wchar_t kCopy[] = L"Corvane Plug-in Manager\\unsaved.pgl";
-constexpr wchar_t kSecond[] = L"Corvane Plug-in Manager\\unsaved (2).pgl";
-constexpr wchar_t kLock[] = L"Corvane Plug-in Manager\\unsaved.lock";
+constexpr wchar_t kFolder[] = L"data";
+constexpr wchar_t kCopy[] = L"data\\unsaved.pgl";
+constexpr wchar_t kSecond[] = L"data\\unsaved (2).pgl";
+constexpr wchar_t kLock[] = L"data\\unsaved.lock";
 
 class Autosave : public support::LayoutTreeDialog {
   protected:
