@@ -16,7 +16,7 @@ class Tasks : public support::MainDialog {
         for (UINT i = 0; i < 6; ++i) {
             std::array<wchar_t, 64> text{};
             ::GetMenuStringW(shown, i, text.data(), 64, MF_BYPOSITION);
-            const bool grey = (::GetMenuState(shown, i, MF_BYPOSITION) & MF_GRAYED) != 0;
+            const bool grey = text[0] && (::GetMenuState(shown, i, MF_BYPOSITION) & MF_GRAYED) != 0;
             texts += (grey ? L"(" : L"") + std::wstring(text.data()) + (grey ? L")" : L"") + L",";
         }
         return texts;
@@ -47,7 +47,7 @@ void CALLBACK LeaveMenu(HWND, UINT, UINT_PTR, DWORD) {
 TEST_F(Tasks, DropByMouseSpaceEnterAndDown) {
     Open();
     Show();
-    Item(IDC_TASKS).Focus();
+    m_dialog->Send(WM_NEXTDLGCTL, Control(IDC_TASKS), TRUE);  // as Tab does
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 50, &LeaveMenu);
     Press(IDC_TASKS);
     EXPECT_EQ(g_dropped, 1);

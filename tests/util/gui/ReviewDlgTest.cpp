@@ -14,6 +14,7 @@ class ReviewDlg : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(m_dialog.CreateModeless(nullptr));
+        m_dialog.Show();
         m_list = m_dialog.Item(IDC_REVIEW_LIST);
     }
     /// The first column of each row, a plus before the ticked ones, and the button.
