@@ -45,7 +45,7 @@ struct ReviewTexts {
     std::wstring heading;
     /// "%d" stands for the number of rows that are ticked; with none the button can't be pressed.
     std::wstring button;
-    std::wstring close;  // of the other button; empty means "Cancel"
+    std::wstring close{};  // of the other button; empty means "Cancel"
 };
 
 /// RunModal gives IDOK when the button was pressed; Checked then says for what. A click on a column's title

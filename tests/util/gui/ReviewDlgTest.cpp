@@ -31,11 +31,12 @@ class ReviewDlg : public testing::Test {
         }
         return shown + m_dialog.Item(IDOK).Text() + (m_dialog.Item(IDOK).IsEnabled() ? L"!" : L"");
     }
-    void Notify(NMLISTVIEW record, UINT code) const {
-        record.hdr = {m_list.Handle(), IDC_REVIEW_LIST, code};
-        m_dialog.Send(WM_NOTIFY, IDC_REVIEW_LIST, &record);
+    void SortBy(int column) const {
+        NMLISTVIEW click{};
+        click.hdr = {m_list.Handle(), IDC_REVIEW_LIST, static_cast<UINT>(LVN_COLUMNCLICK)};
+        click.iSubItem = column;
+        m_dialog.Send(WM_NOTIFY, IDC_REVIEW_LIST, &click);
     }
-    void SortBy(int column) const { Notify({.iSubItem = column}, LVN_COLUMNCLICK); }
     void Tick(int item, UINT image) const {
         LVITEMW state{};
         state.state = INDEXTOSTATEIMAGEMASK(image);
@@ -46,7 +47,10 @@ class ReviewDlg : public testing::Test {
         std::array<BYTE, 256> keys{};
         keys[VK_CONTROL] = 0x80;
         ::SetKeyboardState(keys.data());
-        MSG key{.hwnd = m_list.Handle(), .message = WM_KEYDOWN, .wParam = L'A'};
+        MSG key{};
+        key.hwnd = m_list.Handle();
+        key.message = WM_KEYDOWN;
+        key.wParam = L'A';
         m_list.Focus();
         m_dialog.Translate(key);
         ::SetKeyboardState(std::array<BYTE, 256>{}.data());
