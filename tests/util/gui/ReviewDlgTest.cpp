@@ -96,20 +96,4 @@ TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     EXPECT_TRUE(m_dialog.Item(IDC_REVIEW_ACTION).IsEnabled());
 }
 
-TEST_F(ReviewDlg, GrowsButNotBelowItsTemplate) {
-    const auto margin = [this](int id) {
-        const Rect place = m_dialog.Item(id).RectIn(m_dialog.Handle()), client = m_dialog.ClientRect();
-        return Size{client.right - place.right, client.bottom - place.bottom};
-    };
-    const Size list = margin(IDC_REVIEW_LIST), ok = margin(IDOK);
-    const Rect window = m_dialog.WindowRect();
-    ::SetWindowPos(m_dialog.Handle(), nullptr, 0, 0, window.Width() + 50, window.Height() + 70, SWP_NOMOVE);
-    EXPECT_EQ(margin(IDC_REVIEW_LIST), list);
-    EXPECT_EQ(margin(IDOK), ok);
-    MINMAXINFO sizes{};
-    m_dialog.Send(WM_GETMINMAXINFO, 0, &sizes);
-    EXPECT_EQ(sizes.ptMinTrackSize.x, window.Width());
-    EXPECT_EQ(sizes.ptMinTrackSize.y, window.Height());
-}
-
 }  // namespace
