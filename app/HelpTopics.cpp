@@ -16,6 +16,7 @@ constexpr std::wstring_view kVst = L"vst.htm";
 constexpr std::wstring_view kAdapter = L"adapter.htm";
 constexpr std::wstring_view kLayoutFiles = L"layout-files.htm";
 constexpr std::wstring_view kLayoutEditing = L"layout-editing.htm";
+constexpr std::wstring_view kTasks = L"tasks.htm";
 constexpr std::wstring_view kNamePrompt = L"name-prompt.htm";
 
 constexpr HelpTopic kDialogTopics[] = {
@@ -26,6 +27,7 @@ constexpr HelpTopic kDialogTopics[] = {
     {IDD_PRESET_FILE, kPresetFiles},
     {IDD_MANAGE_PRESETS, kManagePresets},
     {IDD_TREE_ITEM_PROPERTIES, L"item-properties.htm"},
+    {IDD_REVIEW, kTasks},
 };
 
 constexpr HelpTopic kControlTopics[] = {
@@ -63,6 +65,7 @@ constexpr HelpTopic kControlTopics[] = {
     {IDC_MOVE_UP, kLayoutEditing},
     {IDC_MOVE_DOWN, kLayoutEditing},
     {IDC_PROMOTE, kLayoutEditing},
+    {IDC_TASKS, kTasks},
 };
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "CorvaneKeys.h"
+#include "CrashDump.h"
+#include "DataFolder.h"
 #include "HelpTopics.h"
 #include "InstanceSearch.h"
 #include "InterfaceLanguage.h"
@@ -54,13 +56,14 @@ void CPluginManagerApp::InitInstance() {
     m_cmdLine = CPluginManagerCmdLine::Parse(Arguments());
     if (BringRunningCopyForward(reinterpret_cast<HWND>(m_cmdLine.parentWnd))) return;
     ChooseLanguage();
+    PrepareForCrash();
     m_comReady = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     m_log.Open(L"PluginManager");
     m_help.Prepare(ProgramPath(), kHelpFileName);
     m_mainWindow = ::GetActiveWindow();
     SetDialogHelp(this);
 
-    CPluginManagerDlg dialog(m_cmdLine);
+    CPluginManagerDlg dialog(m_cmdLine, DataFolder());
     dialog.RunModal(nullptr);
 }
 

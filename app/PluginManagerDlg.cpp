@@ -31,7 +31,7 @@ VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
 
 }  // namespace
 
-CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, std::wstring backupFolder)
+CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::wstring& dataFolder)
     : CDialog(IDD_PLUGIN_MANAGER),
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
@@ -40,15 +40,20 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, std::wstring
       m_size(*this, [this](UINT dpi) { LoadImages(dpi); }),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
-      m_backups(std::move(backupFolder), kProductVersion),
+      m_backups(BackupFolder(dataFolder), kProductVersion),
       m_inventory(m_vstKey.path, m_database),
       m_list(*this, m_inventory, m_exclusions, m_visibility, m_tools),
       m_exclusion(*this, m_exclusions, m_inventory, m_list, m_host, m_backups, m_visibility),
       m_names(*this, m_list, m_friendlyNames),
       m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
-      m_files(*this, m_tree, m_inventory, m_host, m_backups, m_settings.layoutFolder, kManagerKey),
-      m_toolbar(*this) {
+      m_files(*this, m_tree, m_inventory, m_host, m_backups, dataFolder, m_settings.layoutFolder,
+              kManagerKey),
+      m_toolbar(*this),
+      m_tasks(*this, TaskCommands()),
+      m_backupList(*this, m_backups,
+                   {.restored = [this] { OnRestored(); },
+                    .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -64,6 +69,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
     using VstTools = CVstToolsView;
     using Tree = CLayoutTreeView;
     using Files = CLayoutFilesView;
+    using Tasks = CTasksMenu;
     using R = CRoutesOf<CPluginManagerDlg>;
     static constexpr CRoute kRoutes[] = {
         R::OnMessage<WM_SYSCOMMAND, &Frame::OnSysCommand>(),
@@ -119,8 +125,10 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnMoveDown>(IDC_MOVE_DOWN),
         R::OnCommand<BN_CLICKED, &Tree::OnPromote>(IDC_PROMOTE),
 
+        R::OnCommand<BN_CLICKED, &Tasks::Drop>(IDC_TASKS),
         R::OnCommand<BN_CLICKED, &Tree::OnUndo>(ID_UNDO),
         R::OnCommand<BN_CLICKED, &Tree::OnRedo>(ID_REDO),
+        R::OnCommand<BN_CLICKED, &CBackupsView::OnBackups>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
         R::OnCommand<BN_CLICKED, &Files::OnOpen>(IDC_LAYOUT_OPEN),
@@ -185,6 +193,18 @@ bool CPluginManagerDlg::OnInitDialog() {
     return true;
 }
 
+/// What the menu of the button Tasks can do; the route table says who does it.
+std::vector<TaskCommand> CPluginManagerDlg::TaskCommands() {
+    return {{.id = ID_UNDO,
+             .enabled = [this] { return m_tree.CanUndo(); },
+             .text = [this] { return m_tree.UndoName(); }},
+            {.id = ID_REDO,
+             .enabled = [this] { return m_tree.CanRedo(); },
+             .text = [this] { return m_tree.RedoName(); }},
+            {.id = ID_SAVE_LAYOUT},
+            {.id = ID_BACKUPS}};
+}
+
 void CPluginManagerDlg::AddAboutCommand() const {
     const std::wstring text = LoadText(IDS_ABOUT_COMMAND);
     if (text.empty()) return;
@@ -222,7 +242,7 @@ void CPluginManagerDlg::SetHelpNumbers() const {
 }
 
 void CPluginManagerDlg::OnTimer(UINT_PTR timer) {
-    if (timer != kFirstFillTimer) return;
+    if (m_files.OnTimer(timer) || timer != kFirstFillTimer) return;
     ::KillTimer(m_hwnd, kFirstFillTimer);
     FirstFill();
 }
@@ -233,7 +253,8 @@ void CPluginManagerDlg::FirstFill() {
     m_list.Refill();
     m_files.ListLayouts();
     const std::wstring& file = m_cmdLine.fileParam;
-    if (!file.empty()) m_files.Open(file);
+    // A layout that was saved from a crash must not be lost to another one.
+    if (!m_files.OfferUnsaved() && !file.empty() && IsLive()) m_files.Open(file);
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {
@@ -262,6 +283,10 @@ void CPluginManagerDlg::OnColoursChanged() {
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {
     m_size.FollowHost();
     if (m_files.IsWheelOverList(message)) return true;
+    if (m_tasks.IsDropKey(message)) {
+        m_tasks.Drop();
+        return true;
+    }
     if (message.message != WM_KEYDOWN) return false;
     const bool editing = m_tree.IsEditingLabel();
     switch (message.wParam) {
@@ -314,6 +339,16 @@ void CPluginManagerDlg::OnManagePresets() {
     if (!plugin) return;
     m_presets.Manage(*plugin);
     m_list.OnSelectionChanged();
+}
+
+void CPluginManagerDlg::OnRestored() {
+    const CWaitCursor wait;
+    const auto rows = CRememberedRows::Of(m_list.Plugins());
+    m_list.EnumeratePlugins();
+    m_list.Refill(rows);
+    m_files.OnRestored();
+    m_host.Tell(kPluginsChanged);
+    m_host.Tell(kLayoutsChanged);
 }
 
 void CPluginManagerDlg::OnOK() {

@@ -5,7 +5,9 @@
 
 #include <string>
 #include <tuple>
+#include <vector>
 
+#include "BackupsView.h"
 #include "CmdLine.h"
 #include "Dialog.h"
 #include "DialogSize.h"
@@ -24,13 +26,15 @@
 #include "PluginInventory.h"
 #include "PluginListView.h"
 #include "PresetView.h"
+#include "TasksMenu.h"
 #include "VisibilityRule.h"
 #include "VstToolPaths.h"
 #include "VstToolsView.h"
 
 class CPluginManagerDlg : public CDialog {
   public:
-    explicit CPluginManagerDlg(CPluginManagerCmdLine cmdLine, std::wstring backupFolder = UserBackupFolder());
+    /// `dataFolder` is where the program keeps what would be lost otherwise.
+    CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::wstring& dataFolder);
     ~CPluginManagerDlg() override;
     CPluginManagerDlg(const CPluginManagerDlg&) = delete;
     CPluginManagerDlg& operator=(const CPluginManagerDlg&) = delete;
@@ -63,6 +67,8 @@ class CPluginManagerDlg : public CDialog {
     void OnImportPresets();
     void OnExportPresets();
     void OnManagePresets();
+    std::vector<TaskCommand> TaskCommands();
+    void OnRestored();
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
@@ -101,8 +107,11 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
+    CTasksMenu m_tasks;
+    CBackupsView m_backupList;
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
-               CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&>
-        m_views{m_docking, m_elevation, m_size, m_list,  m_exclusion,
-                m_names,   m_vstTools,  m_tree, m_files, m_toolbar};
+               CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
+               CBackupsView&>
+        m_views{m_docking,  m_elevation, m_size,  m_list,    m_exclusion, m_names,
+                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks,     m_backupList};
 };

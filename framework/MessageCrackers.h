@@ -102,6 +102,12 @@ Answer Call(Of<WM_SIZING>, auto&& handler, WPARAM wParam, LPARAM lParam) {
     return TRUE;
 }
 
+/// handler(MINMAXINFO& sizes)
+Answer Call(Of<WM_GETMINMAXINFO>, auto&& handler, WPARAM, LPARAM lParam) {
+    handler(*reinterpret_cast<MINMAXINFO*>(lParam));
+    return 0;
+}
+
 /// handler(UINT dpi, const RECT& place): what the system proposes for the window at the new scale
 Answer Call(Of<WM_DPICHANGED>, auto&& handler, WPARAM wParam, LPARAM lParam) {
     handler(UINT{HIWORD(wParam)}, *reinterpret_cast<const RECT*>(lParam));
@@ -138,6 +144,8 @@ const NMTVDISPINFOW& RecordOf(Of<TVN_BEGINLABELEDITW>);
 const NMTVDISPINFOW& RecordOf(Of<TVN_ENDLABELEDITW>);
 const NMTVKEYDOWN& RecordOf(Of<TVN_KEYDOWN>);
 NMTVCUSTOMDRAW& RecordOf(Of<NM_CUSTOMDRAW>);  // a tree view's: the row's id must tell it from other controls'
+const NMLISTVIEW& RecordOf(Of<LVN_COLUMNCLICK>);
+const NMLISTVIEW& RecordOf(Of<LVN_ITEMCHANGED>);
 NMTTDISPINFOW& RecordOf(Of<TTN_GETDISPINFOW>);
 
 /// handler(record), or handler(); its result, if it gives one, is the notification's answer.

@@ -10,7 +10,6 @@
 #include "SaveFailure.h"
 #include "Scope.h"
 #include "TextFormat.h"
-#include "XmlText.h"
 #include "resource.h"
 
 namespace {
@@ -34,15 +33,18 @@ LayoutPlugins PluginsOf(const CPluginInventory& inventory) {
 }  // namespace
 
 CLayoutFilesView::CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                                   const CHostWindow& host, CBackups& backups, const std::wstring& folder,
-                                   std::wstring settingsKey)
+                                   const CHostWindow& host, CBackups& backups, const std::wstring& dataFolder,
+                                   const std::wstring& folder, std::wstring settingsKey)
     : m_dialog(dialog),
       m_tree(tree),
       m_host(host),
       m_backups(backups),
       m_folder(FullPathOf(folder)),
       m_settingsKey(std::move(settingsKey)),
-      m_plugins(PluginsOf(inventory)) {}
+      m_plugins(PluginsOf(inventory)),
+      m_unsaved(dialog, tree.Layout(), m_plugins, backups, dataFolder, [this] {
+          return CUnsavedLayout::Title{DisplayName(), m_path};
+      }) {}
 
 void CLayoutFilesView::OnInitDialog() {
     m_list = m_dialog.Control<CComboBox>(IDC_LAYOUTS);
@@ -74,16 +76,6 @@ int CLayoutFilesView::AskToSave(UINT buttons) {
     return answer == IDYES ? Save(owner, buttons != MB_YESNO) : answer;
 }
 
-std::optional<CBackup> CLayoutFilesView::KeepUnsaved() {
-    if (!m_tree.Layout().IsModified()) return std::nullopt;
-    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
-    document.SetLayoutName(DisplayName());
-    document.WriteAnything();
-    const std::wstring name = m_name.empty() ? LoadText(IDS_UNNAMED_LAYOUT) : m_name;
-    return m_backups.KeepLayout(FormatText(LoadText(IDS_STEP_UNSAVED_LAYOUT), name), XmlTextOf(m_name), m_path,
-                                [&document](const std::wstring& copy) { return document.Save(copy); });
-}
-
 BackupStep CLayoutFilesView::StepFor(UINT nameId, const std::wstring& path) const {
     return {.kind = BackupKind::Layouts,
             .name = FormatText(LoadText(nameId), FileNameOf(path)),
@@ -109,9 +101,14 @@ void CLayoutFilesView::Open(const std::wstring& path) {
 }
 
 bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
-    const auto name = Load(path);
-    if (!name) return false;
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    if (!Load(document, path)) return false;
     m_tree.ForgetSteps();
+    ShowOpened(document.LayoutName(), path);
+    return true;
+}
+
+void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& path) {
     m_path = path;
     if (IsTemporary(path)) {
         ShowFileName(L"");
@@ -119,41 +116,74 @@ bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
         auto row = RowOf(path);
         // A file that the list did not know leaves the button as it was.
         if (row) EnableDelete(true);
-        if (!row) row = AddRow(*name, path);
+        if (!row) row = AddRow(name, path);
         m_list.SetCurrentRow(row);
         if (row) SetName(m_list.RowText(*row));
         ShowFileName(path);
     }
     m_current = m_list.CurrentRow();
+}
+
+void CLayoutFilesView::OnRestored() {
+    ListLayouts();
+    m_current = RowOf(m_path);
+    m_list.SetCurrentRow(m_current);
+    EnableDelete(m_current.has_value());
+    SetName(DisplayName());
+    NoteChange();
+    if (m_current && !m_tree.Layout().IsModified()) Open(m_path);
+}
+
+void CLayoutFilesView::OpenBackup(const std::wstring& copy) {
+    if (AskToSave(MB_YESNOCANCEL) != IDCANCEL && !OpenUnsaved(copy)) Complain(LoadText(IDS_NOT_A_LAYOUT));
+}
+
+/// The layout comes back as it was: modified, under its name, and as that of its file.
+bool CLayoutFilesView::OpenUnsaved(const std::wstring& copy) {
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    if (!Load(document, copy)) return false;
+    m_tree.ForgetSteps();
+    const std::wstring path = document.UnsavedFile().value_or(L"");
+    // Anybody may have changed the copy: what else a file is called is not to be saved over.
+    const bool isLayout = IsPlainPath(path) && (HasExtension(path, L".pgl") || IsTemporary(path));
+    isLayout ? ShowOpened(document.LayoutName(), path) : ShowNew();
+    SetName(document.LayoutName());
+    m_tree.Layout().SetModified(true);
+    m_tree.UpdateButtons();
     return true;
 }
 
-/// Gives the layout's display name; nothing, and the tree as it was, when the file is no layout.
-std::optional<std::wstring> CLayoutFilesView::Load(const std::wstring& path) {
+/// False, and the tree as it was, when the file is no layout.
+bool CLayoutFilesView::Load(CXMLTreeCtrl& document, const std::wstring& path) {
     const CWaitCursor wait;
-    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
     auto kept = KeepUnsaved();
     if (!document.Load(path, false)) {
         if (kept) kept->Discard();
-        return std::nullopt;
+        return false;
     }
     m_tree.Layout().SetModified(false);
-    return document.LayoutName();
+    return true;
 }
 
 void CLayoutFilesView::OnNew() {
     if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) {
         const auto kept = KeepUnsaved();
-        m_list.SetCurrentRow(std::nullopt);
-        m_current.reset();
-        m_path.clear();
-        SetName(L"");
-        EnableDelete(false);
-        ShowFileName(L"");
+        ShowNew();
         m_tree.Layout().Clear();
+        m_tree.Layout().SetModified(false);
         m_tree.ForgetSteps();
     }
     m_tree.UpdateButtons();
+}
+
+/// Of a layout that has no file.
+void CLayoutFilesView::ShowNew() {
+    m_list.SetCurrentRow(std::nullopt);
+    m_current.reset();
+    m_path.clear();
+    SetName(L"");
+    EnableDelete(false);
+    ShowFileName(L"");
 }
 
 void CLayoutFilesView::OnOpen() {
@@ -204,7 +234,8 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
 /// False, after a message, when its file is no layout.
 bool CLayoutFilesView::ShowRow(std::optional<int> row) {
     const std::wstring path = PathOf(row);
-    if (!path.empty() && !Load(path)) {
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    if (!path.empty() && !Load(document, path)) {
         Complain(LoadText(IDS_NOT_A_LAYOUT));
         return false;
     }

@@ -12,14 +12,16 @@
 #include "HostWindow.h"
 #include "LayoutTreeView.h"
 #include "PluginInventory.h"
+#include "UnsavedLayout.h"
 #include "XmlTreeCtrl.h"
 
 class CLayoutFilesView {
   public:
-    /// `settingsKey` is where the current user's registry notes that layouts have changed.
+    /// `settingsKey` is where the current user's registry notes that layouts have changed, `dataFolder` where
+    /// an unsaved layout is kept for the case of a crash.
     CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const CPluginInventory& inventory,
-                     const CHostWindow& host, CBackups& backups, const std::wstring& folder,
-                     std::wstring settingsKey);
+                     const CHostWindow& host, CBackups& backups, const std::wstring& dataFolder,
+                     const std::wstring& folder, std::wstring settingsKey);
 
     void OnInitDialog();
     /// After an enumeration: of the plug-ins in the layout those that are missing become grey, all others
@@ -31,11 +33,20 @@ class CLayoutFilesView {
     /// or nobody could answer.
     int AskToSave(UINT buttons);
     /// A modified layout that is about to be lost goes to the backups; nothing for any other.
-    std::optional<CBackup> KeepUnsaved();
+    std::optional<CBackup> KeepUnsaved() { return m_unsaved.BackUp(); }
     /// Lists the layout files of the layouts folder; none of them is the current one.
     void ListLayouts();
     /// Shows the layout of a file, or a message when it is none.
     void Open(const std::wstring& path);
+    /// Asks whether to open what a crash has left unsaved. True when a layout was opened.
+    bool OfferUnsaved() {
+        return m_unsaved.Offer([this](const std::wstring& copy) { return OpenUnsaved(copy); });
+    }
+    /// Layout files may be others than the list shows, or hold something else.
+    void OnRestored();
+    /// Opens a layout that was left unsaved, as it was.
+    void OpenBackup(const std::wstring& copy);
+    bool OnTimer(UINT_PTR timer) { return m_unsaved.OnTimer(timer); }
 
     void OnNew();
     void OnOpen();
@@ -54,7 +65,10 @@ class CLayoutFilesView {
 
   private:
     bool OpenByPath(const std::wstring& path);
-    std::optional<std::wstring> Load(const std::wstring& path);
+    void ShowOpened(const std::wstring& name, const std::wstring& path);
+    void ShowNew();
+    bool OpenUnsaved(const std::wstring& copy);
+    bool Load(CXMLTreeCtrl& document, const std::wstring& path);
     /// With `mayAsk`, nothing is overwritten that could not be backed up, unless the user wants it.
     int Save(HWND owner, bool mayAsk);
     void SaveTo(const std::wstring& path, const std::wstring& name);
@@ -97,4 +111,5 @@ class CLayoutFilesView {
     bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
     unsigned m_questions = 0;           // asked so far, about unsaved changes
     std::wstring m_path;                // of the layout shown; empty when it has no file
+    CUnsavedLayout m_unsaved;
 };

@@ -9,9 +9,8 @@
 
 namespace {
 
-std::wstring NameOf(UINT command, UINT commandOnStep, UINT step) {
-    if (step == 0) return LoadText(command);
-    return FormatText(LoadText(commandOnStep), WithoutMnemonic(LoadText(step)));
+std::wstring NameOf(UINT command, UINT step) {
+    return step == 0 ? std::wstring() : FormatText(LoadText(command), WithoutMnemonic(LoadText(step)));
 }
 
 }  // namespace
@@ -326,13 +325,9 @@ void CLayoutTreeView::ShowProperties(HTREEITEM item) {
     ShowItemProperties(m_dialog.Handle(), m_layout, item, m_inventory, m_history);
 }
 
-std::wstring CLayoutTreeView::UndoName() const {
-    return NameOf(IDS_UNDO, IDS_UNDO_STEP, m_history.UndoText());
-}
+std::wstring CLayoutTreeView::UndoName() const { return NameOf(IDS_UNDO_STEP, m_history.UndoText()); }
 
-std::wstring CLayoutTreeView::RedoName() const {
-    return NameOf(IDS_REDO, IDS_REDO_STEP, m_history.RedoText());
-}
+std::wstring CLayoutTreeView::RedoName() const { return NameOf(IDS_REDO_STEP, m_history.RedoText()); }
 
 bool CLayoutTreeView::OnCommandKey(UINT key) {
     if (m_drag.IsDragging() || (key != 'Z' && key != 'Y')) return false;

@@ -49,7 +49,7 @@ class CLayoutTreeView {
 
     bool CanUndo() const { return m_history.UndoText() != 0; }
     bool CanRedo() const { return m_history.RedoText() != 0; }
-    /// "Undo Sort All", or "Undo" when there is nothing to undo.
+    /// "&Undo Sort All"; empty when there is nothing to undo.
     std::wstring UndoName() const;
     std::wstring RedoName() const;
     void OnUndo() { Travel(&CLayoutHistory::Undo); }

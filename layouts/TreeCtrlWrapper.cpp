@@ -13,8 +13,8 @@ SharedLayoutItem CTreeCtrlWrapper::Share(HTREEITEM item) const {
 }
 
 void CTreeCtrlWrapper::NoteChange() {
-    m_modified = true;
     ++m_changes;
+    SetModified(true);
 }
 
 HTREEITEM CTreeCtrlWrapper::HandleOf(LayoutItemId id) const {

@@ -32,8 +32,13 @@ class CTreeCtrlWrapper {
     CTreeScroll& Scroll() { return m_scroll; }
     /// Every insertion, move, deletion and change marks the layout modified; clearing it does not.
     bool IsModified() const { return m_modified; }
-    void SetModified(bool modified) { m_modified = modified; }
-    /// Grows with each of these.
+    void SetModified(bool modified) {
+        m_modified = modified;
+        if (m_whenModified) m_whenModified(modified);
+    }
+    /// `told` hears of each change, and of each time that the mark is set or cleared.
+    void WhenModified(std::function<void(bool modified)> told) { m_whenModified = std::move(told); }
+    /// Grows with each change.
     unsigned Changes() const { return m_changes; }
 
     /// Null when the item has none. Good until the item is changed or deleted.
@@ -63,7 +68,7 @@ class CTreeCtrlWrapper {
     }
     /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
     HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
-    /// Removes all items; the layout then is not modified.
+    /// Removes all items; the layout then is not modified, which nobody is told: what comes next counts.
     void Clear();
     /// Images for the screen's scale.
     void LoadImages(UINT dpi);
@@ -117,5 +122,6 @@ class CTreeCtrlWrapper {
     std::unordered_map<HTREEITEM, Entry*> m_entries;
     UniqueImageList m_images;
     bool m_modified = false;
+    std::function<void(bool)> m_whenModified;
     unsigned m_changes = 0;
 };

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr wchar_t kUnnamedFolder[] = L"??????";
+constexpr wchar_t kUnsavedFile[] = L"UnsavedFile";
 
 // Categories in layout files.
 constexpr int kVstEffects = static_cast<int>(Category::VstEffects);
@@ -36,7 +37,7 @@ bool CXMLTreeCtrl::Save(const std::wstring& path) {
 bool CXMLTreeCtrl::BuildDocument() {
     if (!m_tree.Tree().IsLive() || !NewDocument() || !SetHeader(L"xml", L"encoding", L"UTF-8")) return false;
     const HTREEITEM first = m_tree.Tree().Root();
-    if (m_layoutName.empty()) {
+    if (m_layoutName.empty() && !m_unsavedFile) {
         const LayoutItem* record = m_tree.Find(first);
         if (!record) return false;
         // Kept: the host's users know layouts that are named after their first item.
@@ -48,7 +49,8 @@ bool CXMLTreeCtrl::BuildDocument() {
         m_failedName = m_layoutName;
     }
     return CreateRootElement(L"PluginMenuLayout") && SetAttribute(L"DocSchema", L"1") &&
-           SetAttribute(L"Name", m_layoutName) && WriteItems(first, 1);
+           SetAttribute(L"Name", m_layoutName) &&
+           (!m_unsavedFile || SetAttribute(kUnsavedFile, Writable(*m_unsavedFile))) && WriteItems(first, 1);
 }
 
 void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
@@ -86,13 +88,13 @@ bool CXMLTreeCtrl::WriteItem(HTREEITEM item, const LayoutItem& record, int depth
 
 bool CXMLTreeCtrl::WriteFolder(HTREEITEM item, const LayoutItem& record, int depth) {
     const HTREEITEM first = m_tree.Tree().Child(item);
-    if (depth > kDeepestNesting) return m_writesAnything && WriteItems(first, depth);
+    if (depth > kDeepestNesting) return m_unsavedFile && WriteItems(first, depth);
     return AppendChildElement(L"Folder") && SetAttribute(L"Name", Writable(record.name)) &&
            WriteItems(first, depth + 1);
 }
 
 std::wstring CXMLTreeCtrl::Writable(const std::wstring& text) const {
-    return m_writesAnything ? XmlTextOf(text) : text;
+    return m_unsavedFile ? XmlTextOf(text) : text;
 }
 
 bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
@@ -120,6 +122,7 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     if (!IsPathEmpty() || !TagIs(L"<PluginMenuLayout>")) return false;
     m_schema = NumberOf(AttributeOr(L"DocSchema", L"0"));
     m_layoutName = AttributeOr(L"Name", m_layoutName);
+    if (FindAttribute(kUnsavedFile)) m_unsavedFile = FoundAttribute();
     std::vector<Node> items;
     if (m_schema < 1 || !ReadChildren(items, 1)) return false;
     m_tree.Clear();

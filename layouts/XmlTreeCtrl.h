@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,10 +31,12 @@ class CXMLTreeCtrl : public CXmlDoc {
     /// this fail.
     bool Save(const std::wstring& path) override;
 
-    /// From now on a save writes what it would fail at: without the characters that XML can't hold, and
-    /// without the folders that are nested too deep, whose items it keeps. For a layout that would be lost
-    /// otherwise.
-    void WriteAnything() { m_writesAnything = true; }
+    /// From now on a save makes a copy of a layout that would be lost otherwise. It notes the layout's file,
+    /// if any, keeps the name as it is, even none, and writes what a save fails at: without the characters
+    /// that XML can't hold, and without the folders that are nested too deep, whose items it keeps.
+    void NoteUnsavedFile(const std::wstring& path) { m_unsavedFile = path; }
+    /// What such a copy notes; nothing in any other file.
+    const std::optional<std::wstring>& UnsavedFile() const { return m_unsavedFile; }
 
     const std::wstring& LayoutName() const { return m_layoutName; }
     void SetLayoutName(const std::wstring& name) { m_layoutName = name; }
@@ -78,7 +81,7 @@ class CXMLTreeCtrl : public CXmlDoc {
     CTreeCtrlWrapper& m_tree;
     const LayoutPlugins& m_plugins;
     std::wstring m_layoutName;
-    bool m_writesAnything = false;
+    std::optional<std::wstring> m_unsavedFile;
     int m_schema = 0;
     HTREEITEM m_lastFolder = nullptr;
     Failure m_failure = Failure::Unknown;

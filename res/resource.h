@@ -7,6 +7,7 @@
 #define IDD_PLUGIN_MANAGER 102
 #define IDD_LAYOUT_NAME 103
 #define IDD_TREE_ITEM_PROPERTIES 148
+#define IDD_REVIEW 150
 
 // The client area of the main dialog, in dialog units
 #define MAIN_DIALOG_WIDTH 700
@@ -28,14 +29,16 @@
 #define ID_SORT_FOLDERS 32797
 #define ID_NEW_SUBFOLDER 32802
 
-// Commands without a control of their own
-#define ID_UNDO 32810
-#define ID_REDO 32811
-#define ID_SAVE_LAYOUT 32812
-
 #define IDD_SINGLE_PROP 129
 #define IDD_PRESET_FILE 130
 #define IDD_MANAGE_PRESETS 132
+
+// The menu of the button Tasks, and its commands
+#define IDM_TASKS 144
+#define ID_UNDO 32810
+#define ID_REDO 32811
+#define ID_SAVE_LAYOUT 32812
+#define ID_BACKUPS 32813
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -129,6 +132,7 @@
 #define IDC_MOVE_UP 1029
 #define IDC_MOVE_DOWN 1030
 #define IDC_PROMOTE 1034
+#define IDC_TASKS 1061
 
 #define IDC_HELP_BUTTON 57670
 #define IDC_CLOSE 2
@@ -151,6 +155,12 @@
 #define IDC_PROP_CATEGORY 1114
 #define IDC_PROP_FRIENDLY_NAME 1115
 #define IDC_PROP_PRESET 1116
+// The review of what a command would do
+#define IDC_REVIEW_LIST 1070
+#define IDC_REVIEW_ACTION 1071
+#define IDC_REVIEW_ACTION_2 1072
+#define IDC_REVIEW_HEADING 1073
+
 // The one-line prompt
 #define IDC_PROMPT_LABEL 1012
 #define IDC_PROMPT_VALUE 1013
@@ -253,11 +263,21 @@
 #define IDS_STEP_DELETE_LAYOUT 207
 #define IDS_STEP_UNSAVED_LAYOUT 208
 #define IDS_STEP_RESTORE 209
+#define IDS_BACKUPS 210
+#define IDS_BACKUPS_HEADING 211
+#define IDS_RESTORE_BACKUPS 212
+#define IDS_BACKUP_TIME 213
+#define IDS_BACKUP_STEP 214
+#define IDS_BACKUP_SIZE 215
+#define IDS_OPEN_BACKUP_FOLDER 216
+#define IDS_DELETE_BACKUPS 217
+#define IDS_DELETE_BACKUPS_QUESTION 218
+#define IDS_BACKUP_NOT_DELETED 219
+#define IDS_BACKUP_NOT_RESTORED 220
+#define IDS_CLOSE 221
 
 // Undo and redo, and the steps of a layout
-#define IDS_UNDO 230
 #define IDS_UNDO_STEP 231
-#define IDS_REDO 232
 #define IDS_REDO_STEP 233
 #define IDS_STEP_ADD_PLUGIN 234
 #define IDS_STEP_NEW_FOLDER 235
@@ -273,3 +293,8 @@
 #define IDS_STEP_SORT 245
 #define IDS_STEP_SORT_ALL 246
 #define IDS_STEP_REMOVE_ITEMS 247
+
+// Unsaved layouts and crashes
+#define IDS_OPEN_UNSAVED_QUESTION 250
+#define IDS_CRASHED 251
+#define IDS_CRASH_DUMP 252

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cwchar>
 
 #include "XmlDoc.h"
 
@@ -23,10 +24,7 @@ class CRecordWriter : public CXmlDoc {
         for (const std::wstring& key : record.keys) written = written && Add(L"Key", {{L"Path", key}});
         for (const auto& file : record.files)
             written = written && Add(L"File", {{L"Path", file.path}, {L"Copy", file.copy}});
-        const auto& layout = record.layout;
-        return written &&
-               (!layout ||
-                Add(L"Layout", {{L"Copy", layout->copy}, {L"Name", layout->name}, {L"Path", layout->path}}));
+        return written && (record.layout.empty() || Add(L"Layout", {{L"Copy", record.layout}}));
     }
 
   private:
@@ -72,9 +70,9 @@ class CRecordReader : public CXmlDoc {
             record.files.push_back({path, copy});
             return IsPlainPath(path) && (copy.empty() || IsBackupCopyName(copy));
         }
-        if (!TagIs(L"<Layout>") || record.layout) return false;
-        record.layout = {copy, Attribute(L"Name"), path};
-        return IsBackupCopyName(copy) && (path.empty() || IsPlainPath(path));
+        if (!TagIs(L"<Layout>") || !record.layout.empty()) return false;
+        record.layout = copy;
+        return IsBackupCopyName(copy);
     }
 
     /// Empty when it is not there.
@@ -84,6 +82,14 @@ class CRecordReader : public CXmlDoc {
 };
 
 }  // namespace
+
+std::optional<SYSTEMTIME> TimeOfBackup(const BackupRecord& record) {
+    SYSTEMTIME time{};
+    const int parts =
+        std::swscanf(record.time.c_str(), L"%4hu-%2hu-%2huT%2hu:%2hu:%2hu.%3huZ", &time.wYear, &time.wMonth,
+                     &time.wDay, &time.wHour, &time.wMinute, &time.wSecond, &time.wMilliseconds);
+    return parts == 7 ? std::optional(time) : std::nullopt;
+}
 
 DWORD WriteBackupRecord(const std::wstring& path, const BackupRecord& record) {
     CRecordWriter writer;

@@ -15,19 +15,13 @@ struct BackupRecord {
         std::wstring path;  // where it belongs
         std::wstring copy;  // its name in the backup's folder; empty when there was no such file
     };
-    /// A layout that was left without being saved.
-    struct Layout {
-        std::wstring copy;
-        std::wstring name;
-        std::wstring path;  // of its file; empty when it had none
-    };
     BackupKind kind = BackupKind::Registry;
     std::wstring step;
     std::wstring time;               // UTC, in a form that sorts
     std::wstring version;            // of the program
     std::vector<std::wstring> keys;  // as the registry file names them
     std::vector<File> files;
-    std::optional<Layout> layout;
+    std::wstring layout;  // name of the copy of one that was left unsaved; empty in all other backups
 };
 
 /// A backup that is there.
@@ -40,6 +34,9 @@ struct BackupEntry {
 // What lies beside the copies of files.
 inline constexpr wchar_t kBackupRecordFile[] = L"\\backup.xml";
 inline constexpr wchar_t kBackupKeysFile[] = L"\\before.reg";
+
+/// In UTC; nothing when somebody has changed it to none.
+std::optional<SYSTEMTIME> TimeOfBackup(const BackupRecord& record);
 
 /// Gives the system's error. ERROR_INVALID_NAME for a name that XML can't hold.
 DWORD WriteBackupRecord(const std::wstring& path, const BackupRecord& record);

@@ -1,16 +1,13 @@
 #include "Backups.h"
 
-#include <shlobj.h>
-
 #include <algorithm>
-#include <cwchar>
 #include <utility>
 
 #include "BackupChanges.h"
 #include "BackupRules.h"
+#include "DataFolder.h"
 #include "Files.h"
 #include "RegFileText.h"
-#include "TaskText.h"
 
 namespace {
 
@@ -20,23 +17,13 @@ constexpr std::size_t kTextAtOnce = 1U << 20;
 /// A folder without a record may be a backup that another program is making.
 constexpr std::uint64_t kTimeToFinish = 24ULL * 60 * 60 * 10'000'000;  // 100 ns
 
-std::wstring Formatted(const wchar_t* format, const SYSTEMTIME& time) {
-    std::array<wchar_t, 64> text{};
-    const int length = std::swprintf(text.data(), text.size(), format, time.wYear, time.wMonth, time.wDay,
-                                     time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
-    return {text.data(), static_cast<std::size_t>(std::max(length, 0))};
-}
-
 std::wstring TimeForRecord() {
     SYSTEMTIME time{};
     ::GetSystemTime(&time);
-    return Formatted(L"%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", time);
-}
-
-std::wstring TimeForFolder() {
-    SYSTEMTIME time{};
-    ::GetLocalTime(&time);
-    return Formatted(L"%04u-%02u-%02u %02u.%02u.%02u", time);
+    std::array<wchar_t, 32> text{};
+    ::wsprintfW(text.data(), L"%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", time.wYear, time.wMonth, time.wDay,
+                time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+    return text.data();
 }
 
 std::uint64_t Joined(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
@@ -80,11 +67,8 @@ DWORD Written(const UniqueFile& file, std::wstring& text) {
 
 }  // namespace
 
-std::wstring UserBackupFolder() {
-    wchar_t* folder = nullptr;
-    ::SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &folder);
-    const std::wstring local = TakeTaskText(folder);
-    return local.empty() ? local : local + L"\\Corvane Plug-in Manager\\Backups";
+std::wstring BackupFolder(const std::wstring& dataFolder) {
+    return dataFolder.empty() ? dataFolder : dataFolder + L"\\Backups";
 }
 
 CBackups::CBackups(std::wstring folder, std::wstring version, RegImporter importer)
@@ -97,7 +81,7 @@ DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) c
     entry.record.version = m_version;
     if (m_folder.empty()) return ERROR_PATH_NOT_FOUND;
     if (const DWORD error = MakeFolders(m_folder)) return error;
-    const std::wstring time = TimeForFolder();
+    const std::wstring time = TimeForName();
     for (int number = 1; number <= kNamesToTry; ++number) {
         const std::wstring folder = m_folder + L'\\' + BackupFolderName(time, step, number);
         if (::CreateDirectoryW(folder.c_str(), nullptr)) {
@@ -169,17 +153,15 @@ DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
     return ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : ::GetLastError();
 }
 
-CBackup CBackups::KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
+CBackup CBackups::KeepLayout(const std::wstring& step,
                              const std::function<bool(const std::wstring& copy)>& write) {
     CBackup backup(this);
     backup.m_stays = true;
     Entry& entry = backup.m_entry;
     DWORD error = Begin(entry, BackupKind::Layouts, step);
     if (error == ERROR_SUCCESS) {
-        const std::wstring copy = L"1 layout.pgl";
-        // A path of another form is not one to save under again.
-        entry.record.layout = {copy, name, IsPlainPath(path) ? path : std::wstring()};
-        error = write(entry.folder + L'\\' + copy)
+        entry.record.layout = L"1 layout.pgl";
+        error = write(entry.folder + L'\\' + entry.record.layout)
                     ? WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record)
                     : DWORD{ERROR_WRITE_FAULT};
     }

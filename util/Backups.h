@@ -17,8 +17,8 @@
 #include "RegSnapshot.h"
 #include "Window.h"
 
-/// Where the user's backups lie; empty when the system tells no place.
-std::wstring UserBackupFolder();
+/// Where the backups lie in the folder of the program's data; empty when that is.
+std::wstring BackupFolder(const std::wstring& dataFolder);
 
 class CBackup;
 
@@ -34,9 +34,8 @@ class CBackups {
     /// Copies what the step names, before it starts.
     [[nodiscard]] CBackup Make(const BackupStep& step);
     /// Keeps a layout that is about to be lost, unless the caller discards the backup; `write` makes its
-    /// file. Its name and the path of its own file come back with it.
-    CBackup KeepLayout(const std::wstring& step, const std::wstring& name, const std::wstring& path,
-                       const std::function<bool(const std::wstring& copy)>& write);
+    /// file.
+    CBackup KeepLayout(const std::wstring& step, const std::function<bool(const std::wstring& copy)>& write);
 
     using Entry = BackupEntry;
     /// Newest first.

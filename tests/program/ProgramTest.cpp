@@ -111,6 +111,54 @@ TEST_F(Program, HelpThatWindowsWouldShowBlankNamesTheRemedyInstead) {
     EXPECT_EQ(program.Close(), 0U);
 }
 
+/// The folder of the program's data, empty.
+std::filesystem::path EmptyDataFolder() {
+    const auto folder = std::filesystem::path(_wgetenv(L"LOCALAPPDATA")) / L"Corvane Plug-in Manager";
+    std::filesystem::remove_all(folder);
+    return folder;
+}
+
+TEST_F(Program, KilledWhileALayoutIsChangedItOffersThatAtTheNextStart) {
+    const auto copy = EmptyDataFolder() / L"unsaved.pgl";
+    {
+        const WindowDriver program;
+        Press(program.Control(IDC_ADD_SEPARATOR));
+        EXPECT_TRUE(WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == 1; }));
+        ::PostMessageW(program.Window(), WM_TIMER, 2, 0);  // a minute
+        EXPECT_TRUE(WaitFor([&] { return std::filesystem::exists(copy); }));
+    }
+    UniqueProcess again = StartProgram();
+    HWND question = nullptr;
+    EXPECT_TRUE(WaitFor([&] { return (question = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    ::PostMessageW(question, WM_COMMAND, IDYES, 0);
+    const WindowDriver program(std::move(again));
+    EXPECT_TRUE(WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == 1; }));
+    ::PostMessageW(program.Window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return (question = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    ::PostMessageW(question, WM_COMMAND, IDNO, 0);
+    EXPECT_EQ(program.WaitForExit(), 0U);
+    EXPECT_FALSE(std::filesystem::exists(copy));
+}
+
+TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {
+    const auto folder = EmptyDataFolder();
+    const UniqueProcess process = StartProgram();
+    const WindowDriver program{UniqueProcess()};
+    // A thread that begins where no code is.
+    const UniqueKernelHandle crash(
+        ::CreateRemoteThread(process.Get(), nullptr, 0, nullptr, nullptr, 0, nullptr));
+    HWND message = nullptr;
+    EXPECT_TRUE(WaitFor([&] { return (message = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    const std::filesystem::path dump = std::filesystem::directory_iterator(folder)->path();
+    EXPECT_NE(support::TextOf(::GetDlgItem(message, 0xffff)).find(dump.wstring()), std::wstring::npos);
+    std::string begin(4, ' ');
+    std::ifstream(dump, std::ios::binary).read(begin.data(), 4);
+    EXPECT_EQ(begin, "MDMP");
+    EXPECT_LT(std::filesystem::file_size(dump), 4U << 20) << "without the heap";
+    ::PostMessageW(message, WM_COMMAND, IDOK, 0);
+    EXPECT_EQ(WaitForExit(process), STATUS_ACCESS_VIOLATION);
+}
+
 TEST_F(Program, TakesNamesFromTheDatabaseBesideItOnRequest) {
     const auto names = BesideTest(L"Database\\names.txt");
     const auto calls = BesideTest(L"Database\\calls.txt");

@@ -21,7 +21,7 @@ class MainDialog : public testing::Test {
     /// Makes the dialog, hidden, and fills it as its timer does.
     void Open(const std::vector<std::wstring>& arguments = {}) {
         SetText(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsPath", m_files.Path(L""));
-        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments), m_backups.wstring());
+        m_dialog.emplace(CPluginManagerCmdLine::Parse(arguments), m_data.wstring());
         ASSERT_TRUE(m_dialog->CreateModeless(nullptr));
         m_dialog->Send(WM_TIMER, 1);
     }
@@ -38,7 +38,7 @@ class MainDialog : public testing::Test {
     /// The dialog goes before a host that the test made.
     void TearDown() override {
         m_dialog.reset();
-        std::filesystem::remove_all(m_backups);
+        std::filesystem::remove_all(m_data);
     }
     bool IsOpen() const { return m_dialog && m_dialog->IsLive(); }
 
@@ -97,7 +97,7 @@ class MainDialog : public testing::Test {
     RegistrySandbox m_sandbox;
     FileSandbox m_files;
     /// Not among the layouts.
-    const std::filesystem::path m_backups = m_files.Folder().wstring() + L" backups";
+    const std::filesystem::path m_data = m_files.Folder().wstring() + L" backups";
     Popups m_popups;
     std::optional<CPluginManagerDlg> m_dialog;
 };

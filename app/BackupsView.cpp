@@ -1,0 +1,132 @@
+#include "BackupsView.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+#include <shlwapi.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "BackupQuestion.h"
+#include "MessageCaption.h"
+#include "Resources.h"
+#include "SystemErrorText.h"
+#include "TextFormat.h"
+#include "resource.h"
+
+namespace {
+
+/// Widths in dialog units.
+constexpr int kWhenWidth = 96;
+constexpr int kWhatWidth = 240;
+constexpr int kSizeWidth = 52;
+
+/// As the user's settings have it; nothing for a time that is none.
+std::wstring ShownTime(const SYSTEMTIME& utc) {
+    SYSTEMTIME local{};
+    if (!::SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) return {};
+    std::array<wchar_t, 80> date{};
+    std::array<wchar_t, 80> time{};
+    ::GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, &local, nullptr, date.data(),
+                      static_cast<int>(date.size()), nullptr);
+    ::GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &local, nullptr, time.data(),
+                      static_cast<int>(time.size()));
+    return std::wstring(date.data()) + L' ' + time.data();
+}
+
+ReviewCell WhenCell(const BackupRecord& record) {
+    const auto time = TimeOfBackup(record);
+    FILETIME order{};
+    if (!time || !::SystemTimeToFileTime(&*time, &order)) return {record.time};
+    return {ShownTime(*time),
+            static_cast<std::int64_t>(std::uint64_t{order.dwHighDateTime} << 32 | order.dwLowDateTime)};
+}
+
+ReviewCell SizeCell(std::uint64_t size) {
+    std::array<wchar_t, 32> text{};
+    ::StrFormatByteSizeW(static_cast<LONGLONG>(size), text.data(), static_cast<UINT>(text.size()));
+    return {text.data(), static_cast<std::int64_t>(size)};
+}
+
+}  // namespace
+
+void CBackupsView::OnBackups() {
+    CReviewDlg list(
+        {.caption = LoadText(IDS_BACKUPS),
+         .heading = LoadText(IDS_BACKUPS_HEADING),
+         .button = LoadText(IDS_RESTORE_BACKUPS),
+         .close = LoadText(IDS_CLOSE)},
+        {{LoadText(IDS_BACKUP_TIME), kWhenWidth, ReviewOrder::ByKey},
+         {LoadText(IDS_BACKUP_STEP), kWhatWidth},
+         {LoadText(IDS_BACKUP_SIZE), kSizeWidth, ReviewOrder::ByKeyRight}},
+        ReadRows(),
+        {{LoadText(IDS_OPEN_BACKUP_FOLDER), [this](CReviewDlg& open) { OpenFolder(open); }, false},
+         {LoadText(IDS_DELETE_BACKUPS), [this](CReviewDlg& open) { Delete(open); }}});
+    list.SortBy(0, /*descending*/ true);
+    if (list.RunModal(m_dialog.Handle()) == IDOK && m_dialog.IsLive()) Restore(list.Checked());
+}
+
+std::vector<ReviewRow> CBackupsView::ReadRows() {
+    const CWaitCursor wait;
+    m_entries = m_backups.List();
+    std::vector<ReviewRow> rows;
+    rows.reserve(m_entries.size());
+    for (const BackupEntry& entry : m_entries)
+        rows.push_back({{WhenCell(entry.record), {entry.record.step}, SizeCell(entry.size)}});
+    return rows;
+}
+
+void CBackupsView::OpenFolder(const CReviewDlg& list) const {
+    const auto row = list.Current();
+    if (row)
+        ::ShellExecuteW(list.Handle(), L"open", m_entries[*row].folder.c_str(), nullptr, nullptr,
+                        SW_SHOWNORMAL);
+}
+
+void CBackupsView::Delete(CReviewDlg& list) {
+    const std::vector<std::size_t> rows = list.Checked();
+    const std::wstring question =
+        FormatText(LoadText(IDS_DELETE_BACKUPS_QUESTION), static_cast<int>(rows.size()));
+    constexpr UINT kLook = MB_YESNO | MB_DEFBUTTON2 | MB_ICONWARNING;
+    if (ShowMessage(list.Handle(), question, kMessageCaption, kLook) != IDYES || !list.IsLive()) return;
+    const auto stays =
+        std::ranges::count_if(rows, [this](std::size_t row) { return !m_backups.Delete(m_entries[row]); });
+    list.SetRows(ReadRows());
+    if (stays > 0)
+        ShowMessage(list.Handle(), LoadText(IDS_BACKUP_NOT_DELETED), kMessageCaption, MB_ICONEXCLAMATION);
+}
+
+/// The newest first, as the list had them: what several hold is as it was before all of them. Only one layout
+/// can be open.
+void CBackupsView::Restore(const std::vector<std::size_t>& rows) {
+    std::wstring layout;
+    bool changed = false;
+    for (const std::size_t row : rows) {
+        const BackupEntry& backup = m_entries[row];
+        const std::wstring& copy = backup.record.layout;
+        if (copy.empty()) {
+            changed = true;
+            if (!RestoreOne(backup)) break;
+        } else if (layout.empty()) {
+            layout = backup.folder + L'\\' + copy;
+        }
+    }
+    if (changed && m_dialog.IsLive()) m_events.restored();
+    if (!layout.empty() && m_dialog.IsLive()) m_events.openLayout(layout);
+}
+
+/// False when the user would not have it go on.
+bool CBackupsView::RestoreOne(const BackupEntry& backup) {
+    const CWaitCursor wait;
+    const auto goOn = [this](DWORD error) { return GoesOnWithoutBackup(m_dialog.Handle(), error); };
+    const std::wstring step = FormatText(LoadText(IDS_STEP_RESTORE), backup.record.step);
+    const DWORD error = m_backups.Restore(backup, step, m_dialog, goOn);
+    if (error != ERROR_SUCCESS && error != ERROR_CANCELLED) {
+        const std::wstring text =
+            FormatText(LoadText(IDS_BACKUP_NOT_RESTORED), backup.record.step, SystemErrorText(error));
+        ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_ICONEXCLAMATION);
+    }
+    return error != ERROR_CANCELLED && m_dialog.IsLive();
+}

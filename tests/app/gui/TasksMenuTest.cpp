@@ -1,0 +1,60 @@
+// The menu of the button Tasks.
+#include <array>
+
+#include "TasksMenu.h"
+#include "support/MainDialog.h"
+
+namespace {
+
+class Tasks : public support::MainDialog {
+  protected:
+    /// Each entry's text, in brackets when it can't be used.
+    static std::wstring Shown(const CTasksMenu& tasks) {
+        const UniqueMenu menu = tasks.Menu();
+        const HMENU shown = ::GetSubMenu(menu.Get(), 0);
+        std::wstring texts;
+        for (UINT i = 0; i < 6; ++i) {
+            std::array<wchar_t, 64> text{};
+            ::GetMenuStringW(shown, i, text.data(), 64, MF_BYPOSITION);
+            const bool grey = text[0] && (::GetMenuState(shown, i, MF_BYPOSITION) & MF_GRAYED) != 0;
+            texts += (grey ? L"(" : L"") + std::wstring(text.data()) + (grey ? L")" : L"") + L",";
+        }
+        return texts;
+    }
+};
+
+TEST_F(Tasks, NameWhatTheyCouldDo) {
+    Open();
+    bool enabled = true;
+    const CTasksMenu tasks(*m_dialog, {{.id = ID_UNDO,
+                                        .enabled = [&] { return enabled; },
+                                        .text = [] { return std::wstring(L"&Undo Sort All"); }},
+                                       {.id = ID_BACKUPS}});
+    EXPECT_EQ(Shown(tasks), L"&Undo Sort All\tCtrl+Z,(&Redo\tCtrl+Y),,(&Save Layout\tCtrl+S),,&Backups...,");
+    enabled = false;
+    EXPECT_TRUE(Shown(tasks).starts_with(L"(&Undo Sort All\tCtrl+Z)"));
+}
+
+int g_dropped = 0;
+
+/// While a menu is shown, only timers come through.
+void CALLBACK LeaveMenu(HWND, UINT, UINT_PTR, DWORD) {
+    if (!::FindWindowW(L"#32768", nullptr)) return;
+    ++g_dropped;
+    ::EndMenu();
+}
+
+TEST_F(Tasks, DropByMouseSpaceEnterAndDown) {
+    Open();
+    Show();
+    m_dialog->Send(WM_NEXTDLGCTL, Control(IDC_TASKS), TRUE);  // as Tab does
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 50, &LeaveMenu);
+    Press(IDC_TASKS);
+    EXPECT_EQ(g_dropped, 1);
+    for (const int key : {VK_SPACE, VK_RETURN, VK_DOWN}) Key(IDC_TASKS, static_cast<WORD>(key));
+    EXPECT_EQ(g_dropped, 4);
+    ::KillTimer(nullptr, timer);
+    EXPECT_TRUE(Item(IDC_TASKS).HasFocus());
+}
+
+}  // namespace
