@@ -97,7 +97,7 @@ class MainDialog : public testing::Test {
     RegistrySandbox m_sandbox;
     FileSandbox m_files;
     /// Not among the layouts.
-    const std::filesystem::path m_data = m_files.Folder().wstring() + L" backups";
+    const std::filesystem::path m_data = m_files.Folder().wstring() + L" data";
     Popups m_popups;
     std::optional<CPluginManagerDlg> m_dialog;
 };

@@ -1,17 +1,25 @@
 // What is kept of a layout that is not saved, and what a start makes of it.
+#include <fstream>
+#include <iterator>
+
 #include "Autosave.h"
+#include "Backups.h"
 #include "layouts/LayoutTreeDialog.h"
 
 namespace {
 
-constexpr wchar_t kFolder[] = L"data";
-constexpr wchar_t kCopy[] = L"data\\unsaved.pgl";
-constexpr wchar_t kSecond[] = L"data\\unsaved (2).pgl";
-constexpr wchar_t kLock[] = L"data\\unsaved.lock";
+constexpr wchar_t kCopy[] = L"unsaved.pgl";
+constexpr wchar_t kSecond[] = L"unsaved (2).pgl";
+constexpr wchar_t kLock[] = L"unsaved.lock";
 
 class Autosave : public support::LayoutTreeDialog {
   protected:
-    bool Has(const wchar_t* file) const { return std::filesystem::exists(m_files.Path(file)); }
+    bool Has(const wchar_t* file) const { return std::filesystem::exists(m_data / file); }
+    std::string Read(const wchar_t* file) const {
+        std::ifstream stream(m_data / file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    CBackups Backups() const { return {BackupFolder(m_data.wstring()), L"1"}; }
     void PassMinute() const { m_dialog->Send(WM_TIMER, 2); }
     /// As a crash does: nothing is asked or told.
     void Crash() { m_dialog.reset(); }
@@ -20,13 +28,13 @@ class Autosave : public support::LayoutTreeDialog {
 TEST_F(Autosave, ACopyIsThereWhileTheLayoutHasChanges) {
     Open();
     PassMinute();
-    EXPECT_FALSE(Has(kFolder)) << "nothing was changed";
+    EXPECT_FALSE(Has(L".")) << "nothing was changed";
     Build(L"a,\x01(b)");
     EXPECT_FALSE(Has(kCopy));
     PassMinute();
-    EXPECT_NE(m_files.Read(kCopy).find("\xEF\xBF\xBD"), std::string::npos) << "what XML can't hold";
+    EXPECT_NE(Read(kCopy).find("\xEF\xBF\xBD"), std::string::npos) << "what XML can't hold";
     EXPECT_TRUE(Has(kLock));
-    std::filesystem::remove(m_files.Path(kCopy));
+    std::filesystem::remove(m_data / kCopy);
     PassMinute();
     EXPECT_FALSE(Has(kCopy)) << "nothing more was changed";
     Layout().Append(nullptr, NewSeparator());
@@ -34,8 +42,8 @@ TEST_F(Autosave, ACopyIsThereWhileTheLayoutHasChanges) {
     EXPECT_TRUE(Has(kCopy));
     {
         CDialog other(IDD_REVIEW);
-        CAutosave second(other, m_files.Path(kFolder), [this](const std::wstring& path) {
-            return std::filesystem::copy_file(m_files.Path(kCopy), path);
+        CAutosave second(other, m_data.wstring(), [this](const std::wstring& path) {
+            return std::filesystem::copy_file(m_data / kCopy, path);
         });
         EXPECT_EQ(second.TakeLeft(), std::nullopt) << "its program runs";
         second.OnModified(true);
@@ -69,13 +77,14 @@ TEST_F(Autosave, WhatACrashLeavesIsOfferedOnce) {
     m_popups.Expect(L"changes of the menu layout", IDNO);
     Open();
     EXPECT_FALSE(Layout().IsModified() || Has(kCopy));
-    const std::filesystem::directory_iterator backups(m_files.Path(kFolder) + L"\\Backups");
-    EXPECT_TRUE(backups->path().filename().wstring().ends_with(L" unsaved.pgl"));
+    const auto backups = Backups().List();
+    ASSERT_EQ(backups.size(), 1U);
+    EXPECT_EQ(backups[0].record.step, L"Unsaved layout Renamed");
     Crash();
-    std::filesystem::remove_all(m_files.Path(L"data\\Backups"));
-    m_files.Write(kCopy, "no layout");
+    std::ofstream(m_data / kCopy) << "no layout";
     Open();
     EXPECT_FALSE(Has(kCopy)) << "put by without a question";
+    EXPECT_EQ(Backups().List().size(), 2U);
 }
 
 }  // namespace

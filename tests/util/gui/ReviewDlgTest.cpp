@@ -59,7 +59,7 @@ class ReviewDlg : public testing::Test {
     int m_runs = 0;
     CReviewDlg m_dialog{
         {L"Backups", L"What to restore:", L"Restore %d"},
-        {{L"When", 100}, {L"Size", 50, true}},
+        {{L"When", 100}, {L"Size", 50, ReviewOrder::ByKeyRight}},
         {{{{L"b"}, {L"9", 9}}, true}, {{{L"a"}, {L"10", 10}}}, {{{L"c"}, {L"9", 9}}}},
         {{L"Open", [this](CReviewDlg&) { ++m_runs; }, false}, {L"Delete", [](CReviewDlg& dialog) {
                                                                    dialog.SetRows({{{{L"x"}, {L"", 0}}}});
