@@ -5,6 +5,7 @@
 #include "RegFileText.h"
 #include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
+#include "support/SandboxImporter.h"
 
 namespace {
 
@@ -14,30 +15,11 @@ using support::SetRaw;
 
 class Backups : public testing::Test {
   protected:
-    /// Stands in for the system's importer, which knows nothing of the sandbox.
-    DWORD Import(BackupHive hive, std::wstring_view text) {
-        ++m_imports;
-        const auto keys = ParseRegFile(text);
-        if (!keys) return ERROR_INVALID_DATA;
-        for (const RegFileKey& part : *keys) {
-            const std::wstring path = part.path.substr(part.path.find(L'\\') + 1);
-            if (part.removed) {
-                CRegKey::DeleteTree(RootOf(hive), path);
-                continue;
-            }
-            const auto key = CRegKey::Create(RootOf(hive), path).value();
-            for (const RegFileValue& value : part.values) {
-                value.removed ? key.DeleteValue(value.name.c_str())
-                              : key.WriteValue(value.name.c_str(), value.type, value.data);
-            }
-        }
-        return ERROR_SUCCESS;
-    }
     /// What a program would do that starts anew.
     CBackups NewRun() {
-        return {m_folder, L"1",
-                [this](const CWindow&, const std::wstring&, BackupHive hive, std::wstring_view text) {
-                    return Import(hive, text);
+        return {m_folder, L"1", [this](const auto&... what) {
+                    ++m_imports;
+                    return support::ImportIntoSandbox(what...);
                 }};
     }
     DWORD Restore(CBackups& backups, std::size_t which) {
