@@ -144,9 +144,10 @@ TEST_F(Program, KilledWhileALayoutIsChangedItOffersThatAtTheNextStart) {
     EXPECT_FALSE(std::filesystem::exists(copy));
 }
 
-/// What is below the key, as the system's own program writes it.
+/// What is below the key, as the system's own program writes it; empty when it is not there.
 std::string Exported(const std::wstring& key) {
     const auto file = std::filesystem::temp_directory_path() / L"exported.reg";
+    std::filesystem::remove(file);
     _wsystem((L"reg export \"" + key + L"\" \"" + file.wstring() + L"\" /y >nul").c_str());
     std::ostringstream text;
     text << std::ifstream(file, std::ios::binary).rdbuf();
@@ -173,13 +174,10 @@ void RestoreNewest(const WindowDriver& program) {
 }
 
 TEST_F(Program, WhatItTookAwayComesBackToTheByte) {
-    constexpr wchar_t kPresets[] = L"Software\\Corvane Music Software\\ActiveMovie\\Presets";
-    const std::wstring user = std::wstring(L"HKCU\\") + kPresets, machine = L"HKLM\\Software\\Classes";
+    const std::wstring company = L"Software\\Corvane Music Software\\";
     const std::wstring reverb =
-        std::wstring(kPresets) + L"\\" +
-        Text(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\Corvane VST\\Inventory\\HmKr-x64",
-             L"clsidPlug")
-            .value();
+        company + L"ActiveMovie\\Presets\\" +
+        Text(HKEY_CURRENT_USER, company + L"Corvane VST\\Inventory\\HmKr-x64", L"clsidPlug").value();
     for (DWORD type = REG_NONE; type <= REG_QWORD; ++type) {
         const std::wstring name = L"\x3042 \"\\ " + std::to_wstring(type);
         SetRaw(HKEY_CURRENT_USER, reverb, name.c_str(), type, {'a', 0, '\\', 0, '"', 0, 0, 0, 0, 0});
@@ -188,24 +186,25 @@ TEST_F(Program, WhatItTookAwayComesBackToTheByte) {
     SetText(HKEY_CURRENT_USER, reverb, L"lost", L"C:\\no such file");
     EmptyDataFolder();
     const WindowDriver program;
-    const auto takeAndBringBack = [&](const std::wstring& key, const std::function<void()>& take) {
-        const std::string before = Exported(key);
-        const auto becomes = [&](bool asBefore) {
-            return WaitFor([&] { return (Exported(key) == before) == asBefore; }, 60s);
-        };
+    const auto takeAndBringBack = [&](HKEY root, const std::wstring& key, const std::wstring& exported,
+                                      const std::function<void()>& take) {
+        const std::string before = Exported(exported);
+        EXPECT_TRUE(Exists(root, key));
         take();
-        EXPECT_TRUE(becomes(false));
-        for (const bool back : {true, false, true}) {
-            RestoreNewest(program);
-            EXPECT_TRUE(becomes(back)) << (back ? "restored" : "the restore taken back");
-        }
+        EXPECT_TRUE(WaitFor([&] { return !Exists(root, key); }));
+        RestoreNewest(program);
+        EXPECT_TRUE(WaitFor([&] { return Exported(exported) == before; }, 60s)) << Utf8(key);
+        EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
     };
-    takeAndBringBack(machine, [&] {
-        program.Select(IDC_PLUGINS, {L"Ysterholm Gone Astray"});
+    program.Select(IDC_PLUGINS, {L"Ysterholm Gone Astray"});
+    const std::wstring filter =
+        L"Software\\Classes\\CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance\\" +
+        program.TextOf(IDC_CLSID);
+    takeAndBringBack(HKEY_LOCAL_MACHINE, filter, L"HKLM\\Software\\Classes", [&] {
         Press(program.Control(IDC_EXCLUDE));
         Answer(IDYES);
     });
-    takeAndBringBack(user, [&] {
+    takeAndBringBack(HKEY_CURRENT_USER, reverb, L"HKCU\\" + reverb, [&] {
         program.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
         program.Select(IDC_PLUGINS, {L"Kammer Reverb"});
         Press(program.Control(IDC_MANAGE));
@@ -216,6 +215,7 @@ TEST_F(Program, WhatItTookAwayComesBackToTheByte) {
         EXPECT_EQ(DialogTitled(L"Manage Presets for Kammer Reverb"), manage);
         ::PostMessageW(manage, WM_COMMAND, IDCANCEL, 0);
     });
+    takeAndBringBack(HKEY_CURRENT_USER, reverb, L"HKCU\\" + reverb, [&] { RestoreNewest(program); });
     Press(program.Control(IDC_ADD_SEPARATOR));
     Press(program.Control(IDC_LAYOUT_NEW));
     Answer(IDNO);
