@@ -107,8 +107,6 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     SetRaw(HKEY_CURRENT_USER, m_key, L"two\nlines", REG_BINARY, {1});
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
     EXPECT_EQ(next.List().size(), 3U);
-    CBackups nowhere(m_files.Write(L"file", ""), L"1");
-    EXPECT_NE(nowhere.Make({BackupKind::Presets, L"", {kWhole}, {}}).Error(), DWORD{ERROR_SUCCESS});
 }
 
 TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
@@ -145,29 +143,6 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
     refuses("\\Wide\"", "\\..\\Wide\"", L"\\backup.xml");
     refuses("<Backup", "<Other", L"\\backup.xml");
     EXPECT_EQ(m_imports, 0);
-}
-
-TEST(RegImport, TheSystemsProgramTakesEveryTypeToTheByte) {
-    const std::wstring path = L"Software\\Corvane Plug-in Manager import test";
-    RegFileKey key{L"HKEY_CURRENT_USER\\" + path, false, {}};
-    for (std::uint32_t type = REG_NONE; type <= REG_QWORD; ++type)
-        key.values.push_back(
-            {std::to_wstring(type) + L" \"\\\x3042", false, type, std::vector(8, std::byte{'a'})});
-    for (RegFileValue& value : key.values) value.data.resize(10);  // texts get their end
-    std::wstring text(RegFileHeader());
-    AppendRegKey(text, key);
-    const support::FileSandbox files;
-    const CWindow owner(::CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(ImportRegText(owner, files.Folder().wstring(), BackupHive::User, text), DWORD{ERROR_SUCCESS});
-    ::DestroyWindow(owner.Handle());
-    const auto stored = CRegKey::Open(HKEY_CURRENT_USER, path);
-    ASSERT_TRUE(stored);
-    for (const RegFileValue& value : key.values) {
-        const auto read = stored->ReadValue(value.name.c_str());
-        EXPECT_TRUE(read && read->type == value.type && read->data == value.data) << value.type;
-    }
-    CRegKey::DeleteTree(HKEY_CURRENT_USER, path);
-    EXPECT_TRUE(files.Names().empty());
 }
 
 }  // namespace
