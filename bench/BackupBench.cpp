@@ -97,7 +97,7 @@ void BenchBackups() {
                     values->DeleteValue(first);
                 }
             }
-            const CBackups::Entry made = backups.List().at(0);
+            const BackupEntry made = backups.List().at(0);
             if (!collection.files) text = fs::file_size(made.folder + kBackupKeysFile);
             backups.Delete(made);
             if (!collection.files) values->WriteValue(first, REG_BINARY, data);

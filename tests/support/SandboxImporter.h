@@ -7,7 +7,7 @@
 namespace support {
 
 /// Stands in for the system's importer, which knows nothing of the sandbox.
-inline DWORD ImportIntoSandbox(const CWindow&, const std::wstring&, BackupHive hive, std::wstring_view text) {
+inline DWORD ImportIntoSandbox(const CWindow&, BackupHive hive, std::wstring_view text) {
     const auto keys = ParseRegFile(text);
     if (!keys) return ERROR_INVALID_DATA;
     for (const RegFileKey& part : *keys) {

@@ -227,7 +227,7 @@ TEST_F(EndedAnywhere, EachValueAndFileIsOldOrNewAndTheBackupBringsBackTheOld) {
             ExpectOldOrNew(left, before, after);
             CBackups anew = NewRun();
             bool backedUp = false;
-            for (const CBackups::Entry& backup : anew.List()) {
+            for (const BackupEntry& backup : anew.List()) {
                 const bool ofStep = backup.record.step == L"Step";
                 backedUp = backedUp || ofStep;
                 EXPECT_EQ(anew.Restore(backup, L"Back", CWindow(), [](DWORD) { return false; }), 0U);

@@ -118,7 +118,7 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
             CRegKey::DeleteTree(HKEY_CURRENT_USER, m_key);
             ::DeleteFileW(m_file.c_str());
         }
-        const CBackups::Entry entry = m_backups.List().at(0);
+        const BackupEntry entry = m_backups.List().at(0);
         const std::wstring changed = entry.folder.substr(m_files.Folder().wstring().size() + 1) + file;
         std::string bytes = m_files.Read(changed);
         const bool wide = bytes.starts_with("\xFF\xFE");
