@@ -19,8 +19,8 @@
 namespace {
 
 /// Widths in dialog units.
-constexpr int kWhenWidth = 96;
-constexpr int kWhatWidth = 240;
+constexpr int kWhenWidth = 102;
+constexpr int kWhatWidth = 238;
 constexpr int kSizeWidth = 52;
 
 /// As the user's settings have it; nothing for a time that is none.
@@ -102,18 +102,20 @@ void CBackupsView::Delete(CReviewDlg& list) {
 /// can be open.
 void CBackupsView::Restore(const std::vector<std::size_t>& rows) {
     std::wstring layout;
+    std::vector<std::wstring> files;
     bool changed = false;
     for (const std::size_t row : rows) {
         const BackupEntry& backup = m_entries[row];
         const std::wstring& copy = backup.record.layout;
         if (copy.empty()) {
             changed = true;
+            for (const BackupRecord::File& file : backup.record.files) files.push_back(file.path);
             if (!RestoreOne(backup)) break;
         } else if (layout.empty()) {
             layout = backup.folder + L'\\' + copy;
         }
     }
-    if (changed && m_dialog.IsLive()) m_events.restored();
+    if (changed && m_dialog.IsLive()) m_events.restored(files);
     if (!layout.empty() && m_dialog.IsLive()) m_events.openLayout(layout);
 }
 

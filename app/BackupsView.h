@@ -12,8 +12,8 @@
 class CBackupsView {
   public:
     struct Events {
-        /// Registry keys and files may be others now.
-        std::function<void()> restored;
+        /// Registry keys may be others now, and so may these files.
+        std::function<void(const std::vector<std::wstring>& files)> restored;
         /// To be called with the copy of a layout that was left unsaved.
         std::function<void(const std::wstring& copy)> openLayout;
     };

@@ -52,7 +52,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_toolbar(*this),
       m_tasks(*this, TaskCommands()),
       m_backupList(*this, m_backups,
-                   {.restored = [this] { OnRestored(); },
+                   {.restored = [this](const auto& files) { OnRestored(files); },
                     .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
@@ -341,12 +341,12 @@ void CPluginManagerDlg::OnManagePresets() {
     m_list.OnSelectionChanged();
 }
 
-void CPluginManagerDlg::OnRestored() {
+void CPluginManagerDlg::OnRestored(const std::vector<std::wstring>& files) {
     const CWaitCursor wait;
     const auto rows = CRememberedRows::Of(m_list.Plugins());
     m_list.EnumeratePlugins();
     m_list.Refill(rows);
-    m_files.OnRestored();
+    m_files.OnRestored(files);
     m_host.Tell(kPluginsChanged);
     m_host.Tell(kLayoutsChanged);
 }

@@ -1,5 +1,7 @@
 #include "LayoutFilesView.h"
 
+#include <algorithm>
+
 #include "LayoutFileDlg.h"
 #include "LayoutFolder.h"
 #include "LayoutPath.h"
@@ -124,14 +126,18 @@ void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& 
     m_current = m_list.CurrentRow();
 }
 
-void CLayoutFilesView::OnRestored() {
+void CLayoutFilesView::OnRestored(const std::vector<std::wstring>& files) {
+    const std::wstring name = DisplayName();
     ListLayouts();
     m_current = RowOf(m_path);
     m_list.SetCurrentRow(m_current);
     EnableDelete(m_current.has_value());
-    SetName(DisplayName());
+    SetName(name);
     NoteChange();
-    if (m_current && !m_tree.Layout().IsModified()) Open(m_path);
+    const bool isOther =
+        std::ranges::any_of(files, [this](const std::wstring& file) { return SamePath(file, m_path); });
+    const bool isThere = ::GetFileAttributesW(m_path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    if (isOther && isThere && !m_tree.Layout().IsModified()) Open(m_path);
 }
 
 void CLayoutFilesView::OpenBackup(const std::wstring& copy) {

@@ -42,8 +42,8 @@ class CLayoutFilesView {
     bool OfferUnsaved() {
         return m_unsaved.Offer([this](const std::wstring& copy) { return OpenUnsaved(copy); });
     }
-    /// Layout files may be others than the list shows, or hold something else.
-    void OnRestored();
+    /// Layout files may be others than the list shows; these may hold something else, or be gone.
+    void OnRestored(const std::vector<std::wstring>& files);
     /// Opens a layout that was left unsaved, as it was.
     void OpenBackup(const std::wstring& copy);
     bool OnTimer(UINT_PTR timer) { return m_unsaved.OnTimer(timer); }

@@ -271,15 +271,22 @@ void CReviewDlg::OnSize(Size client) {
         m_dpi = dpi;
     }
     if (!grows) return;
-    CGeometryBatch batch(static_cast<int>(std::size(kGrowth)));
-    for (const auto& [id, left, top, right, bottom] : kGrowth) {
-        Rect place = Item(id).RectIn(m_hwnd);
-        if (left) place.left += growth.width;
-        if (top) place.top += growth.height;
-        if (right) place.right += growth.width;
-        if (bottom) place.bottom += growth.height;
-        batch.Move(Item(id).Handle(), place);
+    {
+        CGeometryBatch batch(static_cast<int>(std::size(kGrowth)));
+        for (const auto& [id, left, top, right, bottom] : kGrowth) {
+            Rect place = Item(id).RectIn(m_hwnd);
+            if (left) place.left += growth.width;
+            if (top) place.top += growth.height;
+            if (right) place.right += growth.width;
+            if (bottom) place.bottom += growth.height;
+            batch.Move(Item(id).Handle(), place);
+        }
     }
+    const auto widest = std::ranges::max_element(m_columns, {}, &ReviewColumn::width) - m_columns.begin();
+    const int width = m_list.SendInt(LVM_GETCOLUMNWIDTH, widest) + growth.width;
+    m_list.Send(LVM_SETCOLUMNWIDTH, widest, MAKELPARAM(std::max(width, 0), 0));
+    // The heading breaks elsewhere, and not every system paints what was moved.
+    ::RedrawWindow(m_hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void CReviewDlg::OnSmallest(MINMAXINFO& sizes) const {

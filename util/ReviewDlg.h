@@ -20,7 +20,7 @@ enum class ReviewOrder { ByText, ByKey, ByKeyRight };
 
 struct ReviewColumn {
     std::wstring title;
-    int width = 0;  // in dialog units
+    int width = 0;  // in dialog units; the widest grows with the dialog
     ReviewOrder order = ReviewOrder::ByText;
 };
 
