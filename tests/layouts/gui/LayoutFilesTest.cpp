@@ -61,6 +61,18 @@ class LayoutFiles : public support::LayoutTreeDialog {
         Shows(shows);
     }
     void Modify() { Press(IDC_ADD_SEPARATOR); }
+    /// What this row of the backups holds; the newest is the first.
+    void Restore(int row) {
+        m_popups.Expect(L"What is ticked", [row](HWND backups) {
+            LVITEMW tick{};
+            tick.state = INDEXTOSTATEIMAGEMASK(2);
+            tick.stateMask = LVIS_STATEIMAGEMASK;
+            ::SendDlgItemMessageW(backups, IDC_REVIEW_LIST, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                                  reinterpret_cast<LPARAM>(&tick));
+            ::PostMessageW(backups, WM_COMMAND, IDOK, 0);
+        });
+        m_dialog->Send(WM_COMMAND, ID_BACKUPS);
+    }
     /// As typed in any control.
     void TypeControlS(int control) {
         BYTE keys[256]{};
@@ -264,6 +276,21 @@ TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
     Press(IDC_LAYOUT_DELETE, L"Two||3", IDCANCEL);
     EXPECT_EQ(m_files.Names(), Texts{L"away"});
     Press(IDC_LAYOUT_NEW, L"Two||3", IDCANCEL);  // it is work that was not saved
+}
+
+TEST_F(LayoutFiles, ARestoredFileIsReadAgainAndNothingElseIs) {
+    Open();
+    for (const wchar_t* name : {L"One", L"Two"}) {
+        Select(IDC_LAYOUTS, {name});
+        Pump();
+        Modify();
+        TypeControlS(IDC_LAYOUT_TREE);
+    }
+    Restore(1);  // the copy of the first
+    Shows(L"1:Two|two.pgl|3+");
+    EXPECT_TRUE(View().CanUndo());
+    Restore(1);  // of the second: the restore has left one before it
+    Shows(L"1:Two|two.pgl|2+");
 }
 
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
