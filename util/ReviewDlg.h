@@ -81,6 +81,7 @@ class CReviewDlg : public CDialog {
     void OnSize(Size client);
     void OnSmallest(MINMAXINFO& sizes) const;
 
+    void FitScreen();
     void AddColumns() const;
     void Fill();
     void Sort();

@@ -61,18 +61,6 @@ class LayoutFiles : public support::LayoutTreeDialog {
         Shows(shows);
     }
     void Modify() { Press(IDC_ADD_SEPARATOR); }
-    /// What this row of the backups holds; the newest is the first.
-    void Restore(int row) {
-        m_popups.Expect(L"What is ticked", [row](HWND backups) {
-            LVITEMW tick{};
-            tick.state = INDEXTOSTATEIMAGEMASK(2);
-            tick.stateMask = LVIS_STATEIMAGEMASK;
-            ::SendDlgItemMessageW(backups, IDC_REVIEW_LIST, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                                  reinterpret_cast<LPARAM>(&tick));
-            ::PostMessageW(backups, WM_COMMAND, IDOK, 0);
-        });
-        m_dialog->Send(WM_COMMAND, ID_BACKUPS);
-    }
     /// As typed in any control.
     void TypeControlS(int control) {
         BYTE keys[256]{};
@@ -286,11 +274,17 @@ TEST_F(LayoutFiles, ARestoredFileIsReadAgainAndNothingElseIs) {
         Modify();
         TypeControlS(IDC_LAYOUT_TREE);
     }
-    Restore(1);  // the copy of the first
-    Shows(L"1:Two|two.pgl|3+");
-    EXPECT_TRUE(View().CanUndo());
-    Restore(1);  // of the second: the restore has left one before it
-    Shows(L"1:Two|two.pgl|2+");
+    // The second row is that of the first layout, and later that of the second: a restore leaves one, too.
+    for (const auto& [shows, keepsSteps] :
+         {std::pair{L"1:Two|two.pgl|3+", true}, {L"1:Two|two.pgl|2+", false}}) {
+        m_popups.Expect(L"What is ticked", [](HWND backups) {
+            for (const int key : {VK_DOWN, VK_SPACE, VK_RETURN})
+                PostKey(::GetDlgItem(backups, IDC_REVIEW_LIST), static_cast<WORD>(key));
+        });
+        m_dialog->Send(WM_COMMAND, ID_BACKUPS);
+        Shows(shows);
+        EXPECT_EQ(View().CanUndo(), keepsSteps);
+    }
 }
 
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
