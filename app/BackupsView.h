@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,8 @@
 class CBackupsView {
   public:
     struct Events {
-        /// Registry keys may be others now, and so may these files.
-        std::function<void(const std::vector<std::wstring>& files)> restored;
+        /// What these name may be other than before.
+        std::function<void(std::span<const BackupRecord> backups)> restored;
         /// To be called with the copy of a layout that was left unsaved.
         std::function<void(const std::wstring& copy)> openLayout;
     };

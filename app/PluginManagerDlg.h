@@ -68,7 +68,7 @@ class CPluginManagerDlg : public CDialog {
     void OnExportPresets();
     void OnManagePresets();
     std::vector<TaskCommand> TaskCommands();
-    void OnRestored(const std::vector<std::wstring>& files);
+    void OnRestored(std::span<const BackupRecord> backups);
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
