@@ -102,6 +102,7 @@ bool CReviewDlg::OnInitDialog() {
         Item(kActions[i]).Show();
     }
     m_list = Item(IDC_REVIEW_LIST);
+    m_list.SetText(m_texts.heading);  // never shown: some screen readers name a list by it
     FitScreen();
     constexpr DWORD kStyle = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
     m_list.Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, kStyle);
