@@ -106,7 +106,7 @@ layout_pictures() {
 }
 
 # safety_pictures LANGUAGE: the menu of the button Tasks, and the backups that removing, deleting and saving have left.
-# These are given one time each, so that the same pictures come again.
+# These are given times that are the same with every run.
 safety_pictures() {
     local file=${1,,} record minute=0
     load_studio || die "the sample studio could not be loaded"
