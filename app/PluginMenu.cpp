@@ -39,13 +39,17 @@ UniqueMenu CPluginMenu::Menu() const {
 
 bool CPluginMenu::OnContextMenu(HWND window, POINT screen) {
     if (window != Plugins().Handle()) return false;
+    const bool byKeyboard = screen.x == -1 && screen.y == -1;
+    const RECT client = ToSystem(Plugins().ClientRect());
+    POINT place = screen;
+    ::ScreenToClient(window, &place);
+    // The scroll bar has a menu of its own.
+    if (!byKeyboard && !::PtInRect(&client, place)) return false;
     // A right click leaves the keyboard where it was.
     m_dialog.Send(WM_NEXTDLGCTL, window, TRUE);
-    POINT place = screen;
-    if (screen.x == -1 && screen.y == -1) {
+    if (byKeyboard) {
         place = PlaceOfCaret();
     } else {
-        ::ScreenToClient(window, &place);
         SelectAt(place);
     }
     ::ClientToScreen(window, &place);
@@ -106,11 +110,11 @@ void CPluginMenu::OnSelectNew() {
 }
 
 std::wstring CPluginMenu::TableLine(const PluginRow& plugin) const {
-    const auto& [clsid, category] = std::pair(plugin.item.clsid, plugin.item.category);
-    const VstInventoryRecord* record = m_inventory.Vst().Find(clsid);
+    const PluginListItem& item = plugin.item;
+    const VstInventoryRecord* record = m_inventory.Vst().Find(item.clsid);
     return Cell(plugin.name) + L'\t' + (record ? Cell(record->vendor) : L"") + L'\t' +
-           Cell(LoadText(RowOf(category).captionId)) + L'\t' + ClsidText(clsid) + L'\t' +
-           Cell(m_inventory.FileOf(clsid, category)) + L"\r\n";
+           LoadText(RowOf(item.category).captionId) + L'\t' + ClsidText(item.clsid) + L'\t' +
+           Cell(m_inventory.FileOf(item.clsid, item.category)) + L"\r\n";
 }
 
 void CPluginMenu::OnCopy() const {

@@ -368,6 +368,7 @@ void CLayoutTreeView::OnCut() {
 
 void CLayoutTreeView::OnPaste() {
     EndInput();
+    if (!CanPaste()) return;
     const CStep step(*this, IDS_STEP_PASTE);
     m_cut.Paste(m_layout, PlaceForNew());
     m_restored();

@@ -127,8 +127,9 @@ void CRememberedTree::Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const {
         target = layout.Insert(target, std::exchange(into, IntoFolder::No), *copy.m_rows[begin].record);
         if (!target || !copy.Insert(layout, target, begin + 1, end, items)) return;
         if (copy.m_rows[begin].expanded) tree.Expand(target, true);
-        tree.AddToSelection(target);
+        tree.SetSelected(target, true);
     }
+    tree.MoveCaret(target);
 }
 
 /// In a tree with nothing selected.

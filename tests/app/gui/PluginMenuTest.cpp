@@ -40,9 +40,9 @@ class PluginMenu : public support::MainDialog {
     std::wstring Entries() {
         const UniqueMenu menu = Commands().Menu();
         std::wstring entries;
-        for (const UINT id : {IDC_EXCLUDE, ID_RENAME_PLUGIN, IDC_ADD_PLUGIN, IDC_IMPORT, IDC_EXPORT,
-                              IDC_MANAGE, ID_SELECT_ALL, ID_SELECT_NEW, ID_COPY_PLUGINS, ID_FILE_LOCATION}) {
-            const bool can = ::GetMenuState(menu.Get(), id, MF_BYCOMMAND) == MF_ENABLED;
+        for (const int id : {IDC_EXCLUDE, ID_RENAME_PLUGIN, IDC_ADD_PLUGIN, IDC_IMPORT, IDC_EXPORT,
+                             IDC_MANAGE, ID_SELECT_ALL, ID_SELECT_NEW, ID_COPY_PLUGINS, ID_FILE_LOCATION}) {
+            const bool can = ::GetMenuState(menu.Get(), static_cast<UINT>(id), MF_BYCOMMAND) == MF_ENABLED;
             entries += can ? L"xraiemANcf"[entries.size()] : L'-';
         }
         return entries;
@@ -64,7 +64,10 @@ class PluginMenu : public support::MainDialog {
         BYTE keys[256]{};
         keys[VK_CONTROL] = 0x80;
         ::SetKeyboardState(keys);
-        MSG message{.hwnd = Control(IDC_PLUGINS), .message = WM_KEYDOWN, .wParam = key};
+        MSG message{};
+        message.hwnd = Control(IDC_PLUGINS);
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
         EXPECT_TRUE(m_dialog->Translate(message)) << key;
         keys[VK_CONTROL] = 0;
         ::SetKeyboardState(keys);

@@ -111,6 +111,7 @@ TEST_F(LayoutTree, WhatIsCutOrCopiedIsPastedByTheInsertionRule) {
     const auto nested = [](int levels) { return L"+" + Times(levels, L"F(") + L"*a" + Times(levels, L")"); };
     const std::wstring tooDeep = nested(126);
     for (const auto& [before, keys, after] : Table<std::wstring, std::string, std::wstring>{
+             {L"*a", "V", L"*a"},
              {L"a", "XCV", L"a"},
              {L"*a,b", "CVV", L"a,a,*a,b"},
              {L"+a,F(b,*-),d", "CV", L"a,F(b,-,+a,*-),d"},
