@@ -129,7 +129,7 @@ TEST_F(LayoutTree, WhatIsCutOrCopiedIsPastedByTheInsertionRule) {
         EXPECT_EQ(Shape(), before);
     }
     Build(nested(125));
-    for (const WORD key : {'C', 'V'}) Type(key, VK_CONTROL);
+    for (const WORD key : {WORD{'C'}, WORD{'V'}}) Type(key, VK_CONTROL);
     EXPECT_EQ(Tree().Count(), 2 * 126) << "as deep as a file can hold";
 }
 
