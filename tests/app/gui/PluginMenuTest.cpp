@@ -5,7 +5,6 @@
 #include "PluginMenu.h"
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
-#include "support/WaitFor.h"
 
 namespace {
 
@@ -34,24 +33,22 @@ class PluginMenu : public support::MainDialog {
         Choose(kVstEffects);
         Item(IDC_PLUGINS).Focus();
     }
-    CPluginMenu& Commands() { return m_dialog->View<CPluginMenu>(); }
+    UniqueMenu Menu() { return m_dialog->View<CPluginMenu>().Menu(); }
     /// A letter for each entry (exclude, rename, add; import, export, manage; all, new; copy, file), "-"
     /// where it can't be chosen.
     std::wstring Entries() {
-        const UniqueMenu menu = Commands().Menu();
-        std::wstring entries;
-        for (const int id : {IDC_EXCLUDE, ID_RENAME_PLUGIN, IDC_ADD_PLUGIN, IDC_IMPORT, IDC_EXPORT,
-                             IDC_MANAGE, ID_SELECT_ALL, ID_SELECT_NEW, ID_COPY_PLUGINS, ID_FILE_LOCATION}) {
-            const bool can = ::GetMenuState(menu.Get(), static_cast<UINT>(id), MF_BYCOMMAND) == MF_ENABLED;
-            entries += can ? L"xraiemANcf"[entries.size()] : L'-';
+        const UniqueMenu menu = Menu();
+        std::wstring entries = L"xra|iem|AN|cf";
+        for (UINT i = 0; i < entries.size(); ++i) {
+            if (::GetMenuState(::GetSubMenu(menu.Get(), 0), i, MF_BYPOSITION) == MF_GRAYED) entries[i] = L'-';
         }
         return entries;
     }
-    /// Opens the menu there and leaves it.
-    void Ask(POINT screen) {
-        g_corner = {};
+    /// Opens the menu at the middle of the row, or as the keyboard does, and leaves it.
+    void Ask(int row) {
         const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &LeaveMenu);
-        Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, Control(IDC_PLUGINS), MAKELPARAM(screen.x, screen.y));
+        const POINT at = row < 0 ? POINT{-1, -1} : POINT{MiddleOf(row)};
+        Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, Control(IDC_PLUGINS), MAKELPARAM(at.x, at.y));
         ::KillTimer(nullptr, timer);
     }
     POINT MiddleOf(int row) const {
@@ -64,74 +61,48 @@ class PluginMenu : public support::MainDialog {
         BYTE keys[256]{};
         keys[VK_CONTROL] = 0x80;
         ::SetKeyboardState(keys);
-        MSG message{};
-        message.hwnd = Control(IDC_PLUGINS);
-        message.message = WM_KEYDOWN;
-        message.wParam = key;
-        EXPECT_TRUE(m_dialog->Translate(message)) << key;
+        Key(IDC_PLUGINS, key);
         keys[VK_CONTROL] = 0;
         ::SetKeyboardState(keys);
-    }
-    static std::wstring Copied() {
-        std::wstring text;
-        if (!::OpenClipboard(nullptr)) return L"held";
-        if (const HANDLE data = ::GetClipboardData(CF_UNICODETEXT)) {
-            text = static_cast<const wchar_t*>(::GlobalLock(data));
-            ::GlobalUnlock(data);
-        }
-        ::CloseClipboard();
-        return text;
     }
 };
 
 TEST_F(PluginMenu, EntriesCanBeChosenAsTheirButtonsCan) {
-    EXPECT_EQ(Entries(), L"------AN--");
+    EXPECT_EQ(Entries(), L"---|---|AN|--");
     SelectPlugins({L"Anvil"});
-    EXPECT_EQ(Entries(), L"xrai--ANcf");
-    ControlAnd('A');
-    EXPECT_EQ(Selected().size(), 3U);
-    EXPECT_EQ(Entries(), L"x-ai--ANc-");
+    EXPECT_EQ(Entries(), L"xra|i--|AN|cf");
     Press(IDC_ADD_PLUGIN);
-    EXPECT_EQ(Entries(), L"x-ai--A-c-") << "the layout holds all";
-    wchar_t text[64] = L"";
-    Press(IDC_SHOW_EXCLUDED);
-    ::GetMenuStringW(Commands().Menu().Get(), IDC_EXCLUDE, text, 64, MF_BYCOMMAND);
-    EXPECT_STREQ(text, L"Enable Plug-in");
-    Choose(L"VST Instruments (VSTi)");  // has one row, which says so
-    SelectRows(Control(IDC_PLUGINS), {0});
-    m_dialog->Send(WM_COMMAND, ID_SELECT_NEW);
-    EXPECT_EQ(Entries().substr(6), L"----");
-}
-
-TEST_F(PluginMenu, OpensForTheSelectionAndAtTheCaret) {
-    SelectPlugins({L"Anvil"});
-    Item(IDC_CATEGORIES).Focus();
-    Ask(MiddleOf(2));
-    EXPECT_EQ(Selected(), Texts{L"Gone"});
-    EXPECT_EQ(Text(IDC_FILENAME), L"C:\\no such.dll");
-    EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
-    ControlAnd('A');
-    Ask(MiddleOf(1));
-    EXPECT_EQ(Selected().size(), 3U) << "a row that was selected";
-    SelectPlugins({L"Anvil"});
-    Ask(MiddleOf(4));
-    EXPECT_EQ(Selected(), Texts{L"Anvil"}) << "below all rows";
-    m_dialog->Control<CListBox>(IDC_PLUGINS).SetCaretRow(1);
-    Ask({-1, -1});
-    EXPECT_GT(g_corner.y, MiddleOf(1).y);
-    EXPECT_LT(g_corner.y, MiddleOf(2).y);
-}
-
-TEST_F(PluginMenu, SelectsWhatTheLayoutLacksUnderEitherId) {
     LayoutItem bell = NewPlugin();
-    bell.clsid = Id(102);
+    bell.clsid = Id(102);  // the second of its ids
     m_dialog->View<CLayoutTreeView>().Layout().Append(nullptr, bell);
-    SelectPlugins({L"Anvil"});
-    Press(IDC_ADD_PLUGIN);
     m_dialog->Send(WM_COMMAND, ID_SELECT_NEW);
     EXPECT_EQ(Selected(), Texts{L"Gone"});
     m_popups.Expect(L"This file is not there:\nC:\\no such.dll", IDOK);
     m_dialog->Send(WM_COMMAND, ID_FILE_LOCATION);
+    Press(IDC_ADD_PLUGIN);
+    ControlAnd('A');
+    EXPECT_EQ(Entries(), L"x-a|i--|A-|c-") << "the layout holds all";
+    wchar_t text[64] = L"";
+    Press(IDC_SHOW_EXCLUDED);
+    ::GetMenuStringW(Menu().Get(), IDC_EXCLUDE, text, 64, MF_BYCOMMAND);
+    EXPECT_STREQ(text, L"Enable Plug-in");
+    Choose(L"VST Instruments (VSTi)");  // has one row, which says so
+    SelectRows(Control(IDC_PLUGINS), {0});
+    EXPECT_EQ(Entries().substr(8), L"--|--");
+}
+
+TEST_F(PluginMenu, OpensForTheSelectionAndAtTheCaret) {
+    Item(IDC_CATEGORIES).Focus();
+    Ask(2);
+    EXPECT_EQ(Text(IDC_FILENAME), L"C:\\no such.dll");
+    ControlAnd('A');
+    EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
+    Ask(1);
+    EXPECT_EQ(Selected().size(), 3U) << "a row that was selected";
+    m_dialog->Control<CListBox>(IDC_PLUGINS).SetCaretRow(1);
+    Ask(-1);
+    EXPECT_GT(g_corner.y, MiddleOf(1).y);
+    EXPECT_LT(g_corner.y, MiddleOf(2).y);
 }
 
 TEST_F(PluginMenu, CopiesATableThatNoNameBreaks) {
@@ -144,12 +115,13 @@ TEST_F(PluginMenu, CopiesATableThatNoNameBreaks) {
     });
     EXPECT_TRUE(WaitFor([&] { return holds.load(); }));
     ControlAnd('C');
+    ASSERT_TRUE(::OpenClipboard(nullptr));
+    const auto* copied = static_cast<const wchar_t*>(::GlobalLock(::GetClipboardData(CF_UNICODETEXT)));
     const std::wstring rest = L"\tTarnwick\tVST Audio Effects (VST)\t";
-    EXPECT_EQ(Copied(),
-              L"Name\tVendor\tCategory\tCLSID\tFile\r\n"
-              L"Anvil" +
-                  rest + IdText(1) + L'\t' + kSomeFile + L"\r\n" + L"Bell and  \"Bow\"" + rest + IdText(2) +
-                  L'\t' + kSomeFile + L"\r\n");
+    EXPECT_EQ(copied ? copied : std::wstring(), L"Name\tVendor\tCategory\tCLSID\tFile\r\nAnvil" + rest +
+                                                    IdText(1) + L'\t' + kSomeFile + L"\r\nBell and  \"Bow\"" +
+                                                    rest + IdText(2) + L'\t' + kSomeFile + L"\r\n");
+    ::CloseClipboard();
 }
 
 }  // namespace
