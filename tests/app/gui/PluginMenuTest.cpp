@@ -61,7 +61,11 @@ class PluginMenu : public support::MainDialog {
         BYTE keys[256]{};
         keys[VK_CONTROL] = 0x80;
         ::SetKeyboardState(keys);
-        Key(IDC_PLUGINS, key);
+        MSG message{};
+        message.hwnd = Control(IDC_PLUGINS);
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        EXPECT_TRUE(m_dialog->Translate(message));
         keys[VK_CONTROL] = 0;
         ::SetKeyboardState(keys);
     }
