@@ -31,7 +31,6 @@ class PluginMenu : public support::MainDialog {
         Open();
         Show();
         Choose(kVstEffects);
-        Item(IDC_PLUGINS).Focus();
     }
     UniqueMenu Menu() { return m_dialog->View<CPluginMenu>().Menu(); }
     /// A letter for each entry (exclude, rename, add; import, export, manage; all, new; copy, file), "-"
@@ -61,11 +60,8 @@ class PluginMenu : public support::MainDialog {
         BYTE keys[256]{};
         keys[VK_CONTROL] = 0x80;
         ::SetKeyboardState(keys);
-        MSG message{};
-        message.hwnd = Control(IDC_PLUGINS);
-        message.message = WM_KEYDOWN;
-        message.wParam = key;
-        EXPECT_TRUE(m_dialog->Translate(message));
+        Item(IDC_PLUGINS).Focus();
+        Key(IDC_PLUGINS, key);
         keys[VK_CONTROL] = 0;
         ::SetKeyboardState(keys);
     }
@@ -99,8 +95,8 @@ TEST_F(PluginMenu, OpensForTheSelectionAndAtTheCaret) {
     Item(IDC_CATEGORIES).Focus();
     Ask(2);
     EXPECT_EQ(Text(IDC_FILENAME), L"C:\\no such.dll");
-    ControlAnd('A');
     EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
+    ControlAnd('A');
     Ask(1);
     EXPECT_EQ(Selected().size(), 3U) << "a row that was selected";
     m_dialog->Control<CListBox>(IDC_PLUGINS).SetCaretRow(1);
