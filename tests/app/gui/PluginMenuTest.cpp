@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "PluginMenu.h"
+#include "support/LeaveMenu.h"
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
 
@@ -10,16 +11,6 @@ namespace {
 
 using namespace support;
 using Texts = std::vector<std::wstring>;
-
-POINT g_corner;
-
-/// While a menu is shown, only timers come through.
-void CALLBACK LeaveMenu(HWND, UINT, UINT_PTR, DWORD) {
-    const HWND menu = ::FindWindowW(L"#32768", nullptr);
-    if (!menu || !::IsWindowVisible(menu)) return;
-    g_corner = {RectOf(menu).left, RectOf(menu).top};
-    ::EndMenu();
-}
 
 class PluginMenu : public support::MainDialog {
   protected:
@@ -43,12 +34,11 @@ class PluginMenu : public support::MainDialog {
         }
         return entries;
     }
-    /// Opens the menu at the middle of the row, or as the keyboard does, and leaves it.
-    void Ask(int row) {
-        const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &LeaveMenu);
-        const POINT at = row < 0 ? POINT{-1, -1} : POINT{MiddleOf(row)};
-        Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, Control(IDC_PLUGINS), MAKELPARAM(at.x, at.y));
-        ::KillTimer(nullptr, timer);
+    /// Opens the menu there and leaves it.
+    std::optional<POINT> Ask(POINT at) {
+        return LeaveMenu([this, at] {
+            Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, Control(IDC_PLUGINS), MAKELPARAM(at.x, at.y));
+        });
     }
     POINT MiddleOf(int row) const {
         const RECT place = m_dialog->Control<CListBox>(IDC_PLUGINS).PlaceOf(row);
@@ -93,16 +83,15 @@ TEST_F(PluginMenu, EntriesCanBeChosenAsTheirButtonsCan) {
 
 TEST_F(PluginMenu, OpensForTheSelectionAndAtTheCaret) {
     Item(IDC_CATEGORIES).Focus();
-    Ask(2);
+    Ask(MiddleOf(2));
     EXPECT_EQ(Text(IDC_FILENAME), L"C:\\no such.dll");
     EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
     ControlAnd('A');
-    Ask(1);
+    Ask(MiddleOf(1));
     EXPECT_EQ(Selected().size(), 3U) << "a row that was selected";
     m_dialog->Control<CListBox>(IDC_PLUGINS).SetCaretRow(1);
-    Ask(-1);
-    EXPECT_GT(g_corner.y, MiddleOf(1).y);
-    EXPECT_LT(g_corner.y, MiddleOf(2).y);
+    const POINT corner = Ask({-1, -1}).value_or(POINT{});
+    EXPECT_TRUE(corner.y > MiddleOf(1).y && corner.y < MiddleOf(2).y) << corner.y;
 }
 
 TEST_F(PluginMenu, CopiesATableThatNoNameBreaks) {
