@@ -10,7 +10,6 @@
 namespace {
 
 using namespace support;
-using Texts = std::vector<std::wstring>;
 
 class PluginMenu : public support::MainDialog {
   protected:
@@ -66,7 +65,7 @@ TEST_F(PluginMenu, EntriesCanBeChosenAsTheirButtonsCan) {
     bell.clsid = Id(102);  // the second of its ids
     m_dialog->View<CLayoutTreeView>().Layout().Append(nullptr, bell);
     m_dialog->Send(WM_COMMAND, ID_SELECT_NEW);
-    EXPECT_EQ(Selected(), Texts{L"Gone"});
+    EXPECT_EQ(Selected(), std::vector<std::wstring>{L"Gone"});
     m_popups.Expect(L"This file is not there:\nC:\\no such.dll", IDOK);
     m_dialog->Send(WM_COMMAND, ID_FILE_LOCATION);
     Press(IDC_ADD_PLUGIN);
