@@ -61,7 +61,7 @@ bool CDocking::OnSysChar(wchar_t character) const {
     return true;
 }
 
-bool CDocking::OnContextMenu(POINT screen) const {
+bool CDocking::OnContextMenu(HWND /*window*/, POINT screen) const {
     if (!IsDocked()) return false;
     const LRESULT part = m_dialog.Send(WM_NCHITTEST, 0, MAKELPARAM(screen.x, screen.y));
     if (part == HTCAPTION || part == HTSYSMENU) ShowSystemMenu(screen);

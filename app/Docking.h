@@ -18,7 +18,7 @@ class CDocking {
     bool OnSysCommand(UINT command);
     // What a child window leaves to its parent: the host hears of neither.
     bool OnSysChar(wchar_t character) const;
-    bool OnContextMenu(POINT screen) const;
+    bool OnContextMenu(HWND window, POINT screen) const;
 
   private:
     bool IsDocked() const { return (m_dialog.Style() & WS_CHILD) != 0; }

@@ -80,6 +80,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_SYSCOMMAND, &CDocking::OnSysCommand>(),
         R::OnMessage<WM_SYSCOMMAND, &CElevation::OnSysCommand>(),
         R::OnMessage<WM_SYSCHAR, &CDocking::OnSysChar>(),
+        R::OnMessage<WM_CONTEXTMENU, &CPluginMenu::OnContextMenu>(),
         R::OnMessage<WM_CONTEXTMENU, &CDocking::OnContextMenu>(),
         R::OnMessage<WM_PAINT, &Frame::OnPaint>(),
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
@@ -102,6 +103,11 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<LBN_SELCHANGE, &List::RefreshPluginList>(IDC_CATEGORIES),
         R::OnCommand<LBN_SELCHANGE, &List::OnSelectionChanged>(IDC_PLUGINS),
         R::OnCommand<LBN_DBLCLK, &Names::OnRename>(IDC_PLUGINS),
+        R::OnCommand<BN_CLICKED, &Names::OnRename>(ID_RENAME_PLUGIN),
+        R::OnCommand<BN_CLICKED, &CPluginMenu::OnSelectAll>(ID_SELECT_ALL),
+        R::OnCommand<BN_CLICKED, &CPluginMenu::OnSelectNew>(ID_SELECT_NEW),
+        R::OnCommand<BN_CLICKED, &CPluginMenu::OnCopy>(ID_COPY_PLUGINS),
+        R::OnCommand<BN_CLICKED, &CPluginMenu::OnFileLocation>(ID_FILE_LOCATION),
 
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowEnabled>(IDC_SHOW_ENABLED),
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowExcluded>(IDC_SHOW_EXCLUDED),
@@ -132,6 +138,9 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tasks::Drop>(IDC_TASKS),
         R::OnCommand<BN_CLICKED, &Tree::OnUndo>(ID_UNDO),
         R::OnCommand<BN_CLICKED, &Tree::OnRedo>(ID_REDO),
+        R::OnCommand<BN_CLICKED, &Tree::OnCut>(ID_CUT),
+        R::OnCommand<BN_CLICKED, &Tree::OnCopy>(ID_COPY),
+        R::OnCommand<BN_CLICKED, &Tree::OnPaste>(ID_PASTE),
         R::OnCommand<BN_CLICKED, &CBackupsView::OnBackups>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
@@ -198,13 +207,16 @@ bool CPluginManagerDlg::OnInitDialog() {
 }
 
 /// What the menu of the button Tasks can do; the route table says who does it.
-std::vector<TaskCommand> CPluginManagerDlg::TaskCommands() {
+std::vector<MenuCommand> CPluginManagerDlg::TaskCommands() {
     return {{.id = ID_UNDO,
              .enabled = [this] { return m_tree.CanUndo(); },
              .text = [this] { return m_tree.UndoName(); }},
             {.id = ID_REDO,
              .enabled = [this] { return m_tree.CanRedo(); },
              .text = [this] { return m_tree.RedoName(); }},
+            {.id = ID_CUT, .enabled = [this] { return m_tree.CanCopy(); }},
+            {.id = ID_COPY, .enabled = [this] { return m_tree.CanCopy(); }},
+            {.id = ID_PASTE, .enabled = [this] { return m_tree.CanPaste(); }},
             {.id = ID_SAVE_LAYOUT},
             {.id = ID_BACKUPS}};
 }
@@ -294,6 +306,11 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
     if (message.message != WM_KEYDOWN) return false;
     const bool editing = m_tree.IsEditingLabel();
     switch (message.wParam) {
+        case 'A':
+        case 'C':
+            if (!IsControlAlone() || !Item(IDC_PLUGINS).HasFocus()) return false;
+            Send(WM_COMMAND, message.wParam == 'A' ? ID_SELECT_ALL : ID_COPY_PLUGINS);
+            return true;
         case VK_ESCAPE:
             m_tree.CancelDrag();
             if (editing) m_tree.EndLabelEdit(true);

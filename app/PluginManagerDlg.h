@@ -25,6 +25,7 @@
 #include "PluginDatabase.h"
 #include "PluginInventory.h"
 #include "PluginListView.h"
+#include "PluginMenu.h"
 #include "PresetView.h"
 #include "TasksMenu.h"
 #include "VisibilityRule.h"
@@ -67,7 +68,7 @@ class CPluginManagerDlg : public CDialog {
     void OnImportPresets();
     void OnExportPresets();
     void OnManagePresets();
-    std::vector<TaskCommand> TaskCommands();
+    std::vector<MenuCommand> TaskCommands();
     void OnRestored(std::span<const BackupRecord> backups);
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
@@ -109,9 +110,10 @@ class CPluginManagerDlg : public CDialog {
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
+    CPluginMenu m_pluginMenu{*this, m_list, m_inventory, m_names, m_tree};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&>
-        m_views{m_docking,  m_elevation, m_size,  m_list,    m_exclusion, m_names,
-                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks,     m_backupList};
+               CBackupsView&, CPluginMenu&>
+        m_views{m_docking, m_elevation, m_size,    m_list,  m_exclusion,  m_names,     m_vstTools,
+                m_tree,    m_files,     m_toolbar, m_tasks, m_backupList, m_pluginMenu};
 };

@@ -65,6 +65,18 @@ std::vector<int> CListBox::SelectedRows() const {
     return rows;
 }
 
+RECT CListBox::PlaceOf(int row) const {
+    RECT place{};
+    return SendInt(LB_GETITEMRECT, row, &place) < 0 ? RECT{} : place;
+}
+
+std::optional<int> CListBox::RowAt(POINT client) const {
+    // The nearest one, wherever it is.
+    const int row = LOWORD(Send(LB_ITEMFROMPOINT, 0, MAKELPARAM(client.x, client.y)));
+    const RECT place = PlaceOf(row);
+    return ::PtInRect(&place, client) ? std::optional(row) : std::nullopt;
+}
+
 void CListBox::FitScrollWidth() const {
     int widest = 0;
     {

@@ -57,6 +57,7 @@ class CListBox : public CWindow {
 
     bool IsSelected(int row) const { return SendInt(LB_GETSEL, row) > 0; }
     void Select(int row, bool selected = true) const { Send(LB_SETSEL, selected, row); }
+    void SelectAll(bool selected = true) const { Select(-1, selected); }
     int SelectedCount() const { return SendInt(LB_GETSELCOUNT); }
     std::vector<int> SelectedRows() const;
 
@@ -64,6 +65,10 @@ class CListBox : public CWindow {
     std::optional<int> CaretRow() const;
     /// Arrow keys go on from there; the row is scrolled into view, and not selected.
     void SetCaretRow(int row) const;
+
+    /// In client coordinates; empty when there is no such row.
+    RECT PlaceOf(int row) const;
+    std::optional<int> RowAt(POINT client) const;
 
     int TopRow() const { return SendInt(LB_GETTOPINDEX); }
     void SetTopRow(int row) const { Send(LB_SETTOPINDEX, row); }

@@ -35,9 +35,10 @@ Answer Call(Of<WM_SYSCHAR>, auto&& handler, WPARAM wParam, LPARAM) {
     return handler(static_cast<wchar_t>(wParam)) ? Answer(0) : std::nullopt;
 }
 
-/// handler(POINT screen) -> bool: handled. From the keyboard the place is -1, -1.
-Answer Call(Of<WM_CONTEXTMENU>, auto&& handler, WPARAM, LPARAM lParam) {
-    return handler(POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}) ? Answer(0) : std::nullopt;
+/// handler(HWND window, POINT screen) -> bool: handled. From the keyboard the place is -1, -1.
+Answer Call(Of<WM_CONTEXTMENU>, auto&& handler, WPARAM wParam, LPARAM lParam) {
+    const POINT screen{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    return handler(reinterpret_cast<HWND>(wParam), screen) ? Answer(0) : std::nullopt;
 }
 
 /// handler() -> bool: painted

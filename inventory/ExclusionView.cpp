@@ -2,24 +2,12 @@
 
 #include <shlwapi.h>
 
-#include <array>
-
 #include "BackupQuestion.h"
 #include "MessageCaption.h"
 #include "PermanentExclusions.h"
 #include "PluginRemoval.h"
-#include "RegisteredFile.h"
 #include "Resources.h"
 #include "TextFormat.h"
-
-namespace {
-
-std::wstring SystemFolder() {
-    std::array<wchar_t, MAX_PATH> path{};
-    return {path.data(), ::GetSystemDirectoryW(path.data(), MAX_PATH)};
-}
-
-}  // namespace
 
 CExclusionView::CExclusionView(CDialog& dialog, CExclusionList& exclusions, const CPluginInventory& inventory,
                                CPluginListView& list, const CHostWindow& host, CBackups& backups,
@@ -64,8 +52,8 @@ void CExclusionView::OnExclude() {
 
 CExclusionView::Action CExclusionView::ActionFor(const Guid& clsid, const std::wstring& name,
                                                  Category category) const {
+    if (::PathFileExistsW(m_inventory.FileOf(clsid, category).c_str())) return Action::Toggle;
     const std::wstring path = m_inventory.PathOf(clsid, category).value_or(L"");
-    if (::PathFileExistsW(RegisteredFile(path, SystemFolder()).c_str())) return Action::Toggle;
     const std::wstring question = FormatText(LoadText(IDS_MISSING_FILE_QUESTION), name, path);
     switch (ShowMessage(m_dialog.Handle(), question, kMessageCaption, MB_YESNO | MB_ICONEXCLAMATION)) {
         case IDYES:

@@ -3,11 +3,14 @@
 #include "HelpContext.h"
 #include "SinglePropDlg.h"
 
-void CFriendlyNameView::OnRename() {
+bool CFriendlyNameView::CanRename() const {
     const auto selected = m_list.SelectedRows();
-    if (selected.size() != 1 || !m_names.CanRename(selected.front().item)) return;
+    return selected.size() == 1 && m_names.CanRename(selected.front().item);
+}
 
-    auto [item, name] = selected.front();
+void CFriendlyNameView::OnRename() {
+    if (!CanRename()) return;
+    auto [item, name] = m_list.SelectedRows().front();
     if (CSinglePropDlg(IDS_FRIENDLY_NAME_TITLE, IDS_FRIENDLY_NAME_PROMPT, name, kHelpOfNames)
             .RunModal(m_dialog.Handle()) != IDOK) {
         return;

@@ -1,10 +1,14 @@
 #include "PluginInventory.h"
 
+#include <windows.h>
+
 #include <algorithm>
+#include <array>
 
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
 #include "RegKey.h"
+#include "RegisteredFile.h"
 
 namespace {
 
@@ -82,6 +86,12 @@ std::optional<std::wstring> CPluginInventory::PathOf(const Guid& clsid, Category
     const auto server =
         CRegKey::Open(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + clsidText + L"\\InprocServer32");
     return server ? server->ReadUnterminated(nullptr, kPathBytes) : std::nullopt;
+}
+
+std::wstring CPluginInventory::FileOf(const Guid& clsid, Category category) const {
+    std::array<wchar_t, MAX_PATH> folder{};
+    const std::wstring system(folder.data(), ::GetSystemDirectoryW(folder.data(), MAX_PATH));
+    return RegisteredFile(PathOf(clsid, category).value_or(L""), system);
 }
 
 std::optional<std::wstring> CPluginInventory::RegisteredNameOf(const Guid& clsid, Category category) const {

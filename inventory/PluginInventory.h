@@ -41,6 +41,9 @@ class CPluginInventory {
     /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
     std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
 
+    /// The same as a path that the system understands; empty when there is none.
+    std::wstring FileOf(const Guid& clsid, Category category) const;
+
     /// Name of a plug-in where the host reads it; nothing when it is registered under none.
     std::optional<std::wstring> RegisteredNameOf(const Guid& clsid, Category category) const;
 

@@ -71,6 +71,21 @@ LayoutItem NewPlugin() {
     return NewItem(LayoutKind::Plugin, next, kFirstFolderId);
 }
 
+LayoutItem WithNewId(LayoutItem record) {
+    switch (record.kind) {
+        case LayoutKind::Folder:
+            record.id = NewFolder({}).id;
+            break;
+        case LayoutKind::Separator:
+            record.id = NewSeparator().id;
+            break;
+        case LayoutKind::Plugin:
+            record.id = NewPlugin().id;
+            break;
+    }
+    return record;
+}
+
 LayoutImages ImagesOf(const LayoutItem& item) {
     switch (item.kind) {
         case LayoutKind::Folder:

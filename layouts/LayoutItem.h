@@ -43,6 +43,8 @@ constexpr bool IsFolderId(LayoutItemId id) { return !IsPluginId(id) && !IsSepara
 LayoutItem NewFolder(std::wstring name);
 LayoutItem NewSeparator();
 LayoutItem NewPlugin();
+/// The same as an item of its own.
+LayoutItem WithNewId(LayoutItem record);
 
 /// The tree's images, by their index in its image list. The indexes between have an image that nothing shows.
 enum class LayoutImage {

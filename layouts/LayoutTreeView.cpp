@@ -1,5 +1,7 @@
 #include "LayoutTreeView.h"
 
+#include <algorithm>
+
 #include "AccessibleName.h"
 #include "LayoutItemProperties.h"
 #include "MessageCaption.h"
@@ -8,6 +10,14 @@
 #include "resource.h"
 
 namespace {
+
+struct CommandKey {
+    UINT key;  // with Ctrl
+    UINT command;
+};
+constexpr CommandKey kCommandKeys[] = {
+    {'Z', ID_UNDO}, {'Y', ID_REDO}, {'X', ID_CUT}, {'C', ID_COPY}, {'V', ID_PASTE},
+};
 
 std::wstring NameOf(UINT command, UINT step) {
     return step == 0 ? std::wstring() : FormatText(LoadText(command), WithoutMnemonic(LoadText(step)));
@@ -330,14 +340,42 @@ std::wstring CLayoutTreeView::UndoName() const { return NameOf(IDS_UNDO_STEP, m_
 std::wstring CLayoutTreeView::RedoName() const { return NameOf(IDS_REDO_STEP, m_history.RedoText()); }
 
 bool CLayoutTreeView::OnCommandKey(UINT key) {
-    if (m_drag.IsDragging() || (key != 'Z' && key != 'Y')) return false;
-    m_dialog.Send(WM_COMMAND, key == 'Z' ? ID_UNDO : ID_REDO);
+    const auto* command = std::ranges::find(kCommandKeys, key, &CommandKey::key);
+    if (m_drag.IsDragging() || command == std::end(kCommandKeys)) return false;
+    m_dialog.Send(WM_COMMAND, command->command);
     return true;
 }
 
-void CLayoutTreeView::Travel(bool (CLayoutHistory::*travel)()) {
+void CLayoutTreeView::EndInput() {
     CancelDrag();
     if (IsEditingLabel()) EndLabelEdit(false);
+}
+
+void CLayoutTreeView::OnCopy() {
+    EndInput();
+    if (CanCopy()) m_cut = CRememberedTree(m_layout, CRememberedTree::Part::Selection);
+}
+
+void CLayoutTreeView::OnCut() {
+    OnCopy();
+    const auto selected = m_tree.SelectedItems();
+    if (selected.empty()) return;
+    const CStep step(*this, IDS_STEP_CUT);
+    // The caret item is deleted even if it is not selected, and so was not copied.
+    if (!m_tree.Caret() || !m_tree.IsSelected(m_tree.Caret())) m_tree.MoveCaret(selected.front());
+    m_layout.DeleteSelection();
+}
+
+void CLayoutTreeView::OnPaste() {
+    EndInput();
+    if (!CanPaste()) return;
+    const CStep step(*this, IDS_STEP_PASTE);
+    m_cut.Paste(m_layout, PlaceForNew());
+    m_restored();
+}
+
+void CLayoutTreeView::Travel(bool (CLayoutHistory::*travel)()) {
+    EndInput();
     const CLayoutButtons::CLock lock(m_buttons);
     if ((m_history.*travel)()) m_restored();
 }

@@ -54,6 +54,13 @@ class CLayoutTreeView {
     std::wstring RedoName() const;
     void OnUndo() { Travel(&CLayoutHistory::Undo); }
     void OnRedo() { Travel(&CLayoutHistory::Redo); }
+    bool CanCopy() const { return !m_tree.SelectedItems().empty(); }
+    bool CanPaste() const { return !m_cut.IsEmpty(); }
+    void OnCut();
+    /// What is selected, with all that is in it; another layout can take it, too.
+    void OnCopy();
+    /// Into the selected folder, behind another selected item, or at the end.
+    void OnPaste();
     /// The plug-ins of a layout from before may be missing now, or no more.
     void WhenRestored(std::function<void()> restored) { m_restored = std::move(restored); }
     /// The tree holds another layout than before.
@@ -108,6 +115,8 @@ class CLayoutTreeView {
     void ClearLayout();
     void ShowProperties(HTREEITEM item);
     void Travel(bool (CLayoutHistory::*travel)());
+    /// Before a command that can come at any time.
+    void EndInput();
     bool OnCommandKey(UINT key);
     void ShowContextMenu(HTREEITEM item, POINT screen);
     void ShowMenuOfCaret();
@@ -121,5 +130,6 @@ class CLayoutTreeView {
     CLayoutDrag m_drag{m_dialog, m_layout};
     CLayoutButtons m_buttons{m_dialog, m_layout, m_drag};
     CLayoutHistory m_history{m_layout};
+    CRememberedTree m_cut;  // or copied
     std::function<void()> m_restored = [] {};
 };

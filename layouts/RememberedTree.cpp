@@ -1,5 +1,10 @@
 #include "RememberedTree.h"
 
+#include <algorithm>
+#include <utility>
+
+#include "XmlTreeCtrl.h"
+
 namespace {
 
 std::size_t BytesOf(const LayoutItem& record) {
@@ -11,25 +16,29 @@ std::size_t BytesOf(const LayoutItem& record) {
 
 }  // namespace
 
-CRememberedTree::CRememberedTree(const CTreeCtrlWrapper& layout) {
+CRememberedTree::CRememberedTree(const CTreeCtrlWrapper& layout, Part part) {
     const CTreeCtrlEx& tree = layout.Tree();
     const HTREEITEM caret = tree.Caret();
     const HTREEITEM top = tree.FirstVisible();
     m_rows.reserve(static_cast<std::size_t>(tree.Count()));
-    const auto note = [&](const auto& self, HTREEITEM first, std::uint16_t depth) -> void {
+    const auto note = [&](const auto& self, HTREEITEM first, int depth, bool all) -> void {
         for (HTREEITEM item = first; item; item = tree.NextSibling(item)) {
             SharedLayoutItem record = layout.Share(item);
             if (!record) continue;
-            if (item == caret) m_caret = m_rows.size();
-            if (item == top) m_top = m_rows.size();
             // Each question is a message: what holds nothing is not asked about what it holds.
             const bool folder = record->kind == LayoutKind::Folder;
-            m_rows.push_back(
-                {std::move(record), depth, folder && tree.IsExpanded(item), tree.IsSelected(item)});
-            if (folder) self(self, tree.Child(item), static_cast<std::uint16_t>(depth + 1));
+            const bool selected = tree.IsSelected(item);
+            const bool taken = all || selected;
+            if (folder && !taken) self(self, tree.Child(item), depth, false);
+            if (!taken) continue;
+            if (item == caret) m_caret = m_rows.size();
+            if (item == top) m_top = m_rows.size();
+            m_rows.push_back({std::move(record), static_cast<std::uint16_t>(depth),
+                              folder && tree.IsExpanded(item), selected});
+            if (folder) self(self, tree.Child(item), depth + 1, true);
         }
     };
-    note(note, tree.Root(), 0);
+    note(note, tree.Root(), 0, part == Part::All);
 }
 
 void CRememberedTree::Restore(const CTreeCtrlEx& tree) const {
@@ -81,6 +90,46 @@ bool CRememberedTree::Insert(CTreeCtrlWrapper& layout, HTREEITEM parent, std::si
         end = row;
     }
     return true;
+}
+
+bool CRememberedTree::FitsAt(const CTreeCtrlWrapper& layout, HTREEITEM target) const {
+    const LayoutItem* record = layout.Find(target);
+    const bool inside = record && record->kind == LayoutKind::Folder;
+    int levels = 0;
+    for (HTREEITEM folder = inside ? target : layout.Tree().Parent(target); folder;
+         folder = layout.Tree().Parent(folder))
+        ++levels;
+    return std::ranges::all_of(m_rows, [levels](const Row& row) {
+        return row.record->kind != LayoutKind::Folder || levels + row.depth < CXMLTreeCtrl::kDeepestNesting;
+    });
+}
+
+std::size_t CRememberedTree::EndOf(std::size_t row) const {
+    const std::size_t depth = m_rows[row].depth;
+    do ++row;
+    while (row < m_rows.size() && m_rows[row].depth > depth);
+    return row;
+}
+
+void CRememberedTree::Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const {
+    if (!FitsAt(layout, target)) return;
+    CRememberedTree copy = *this;
+    for (Row& row : copy.m_rows) {
+        row.record = std::make_shared<const LayoutItem>(WithNewId(*row.record));
+        if (row.record->id == kInvalidItemId) return;
+    }
+    const CTreeCtrlEx& tree = layout.Tree();
+    Items items(copy.m_rows.size());
+    auto into = IntoFolder::Yes;
+    tree.ClearSelection();
+    for (std::size_t begin = 0, end = 0; begin < copy.m_rows.size(); begin = end) {
+        end = copy.EndOf(begin);
+        target = layout.Insert(target, std::exchange(into, IntoFolder::No), *copy.m_rows[begin].record);
+        if (!target || !copy.Insert(layout, target, begin + 1, end, items)) return;
+        if (copy.m_rows[begin].expanded) tree.Expand(target, true);
+        tree.SetSelected(target, true);
+    }
+    tree.MoveCaret(target);
 }
 
 /// In a tree with nothing selected.

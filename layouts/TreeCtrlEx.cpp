@@ -21,8 +21,8 @@ SystemColours ColoursInUse() {
             .contrastTheme = known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0};
 }
 
-/// The characters that Ctrl+A, Ctrl+Y and Ctrl+Z are translated to.
-constexpr std::wstring_view kCommandCharacters = L"\x01\x19\x1A";
+/// The characters that Ctrl with A, C, V, X, Y and Z is translated to.
+constexpr std::wstring_view kCommandCharacters = L"\x01\x03\x16\x18\x19\x1A";
 
 /// Whether the mouse moves away while the button is held. DragDetect takes the point in screen coordinates on
 /// Windows, and in client coordinates under Wine.

@@ -30,6 +30,13 @@ std::vector<LayoutItemId> CTreeCtrlWrapper::SelectedIds() const {
     return ids;
 }
 
+std::unordered_set<Guid, GuidHash> CTreeCtrlWrapper::Plugins() const {
+    std::unordered_set<Guid, GuidHash> ids;
+    for (const auto& [id, entry] : m_records) ids.insert(entry.record->clsid);
+    ids.erase(Guid{});
+    return ids;
+}
+
 void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change) {
     const auto found = m_entries.find(item);
     if (found == m_entries.end()) return;

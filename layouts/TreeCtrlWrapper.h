@@ -10,6 +10,7 @@
 #include <memory_resource>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "Handles.h"
@@ -47,6 +48,8 @@ class CTreeCtrlWrapper {
     /// The item with this id. Ids outlive moves, handles don't.
     HTREEITEM HandleOf(LayoutItemId id) const;
     std::vector<LayoutItemId> SelectedIds() const;
+    /// The class ids of all plug-ins, but for the null id.
+    std::unordered_set<Guid, GuidHash> Plugins() const;
     /// Changes an item's record, its label with it.
     void Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change);
     /// Notes what the plug-in is registered as now. The user changed nothing, so the layout does not become

@@ -42,6 +42,17 @@
 #define ID_REDO 32811
 #define ID_SAVE_LAYOUT 32812
 #define ID_BACKUPS 32813
+#define ID_CUT 32825
+#define ID_COPY 32826
+#define ID_PASTE 32827
+
+// The menu of the plug-in list. Entries that press a button have its id.
+#define IDM_PLUGINS 145
+#define ID_SELECT_ALL 32820
+#define ID_SELECT_NEW 32821
+#define ID_COPY_PLUGINS 32822
+#define ID_FILE_LOCATION 32823
+#define ID_RENAME_PLUGIN 32824
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -301,3 +312,10 @@
 #define IDS_OPEN_UNSAVED_QUESTION 250
 #define IDS_CRASHED 251
 #define IDS_CRASH_DUMP 252
+
+// The plug-in list's menu, and the layout's cut and paste
+#define IDS_PLUGIN_TABLE 270
+#define IDS_FILE_NOT_THERE 271
+#define IDS_CLIPBOARD_BUSY 272
+#define IDS_STEP_CUT 273
+#define IDS_STEP_PASTE 274

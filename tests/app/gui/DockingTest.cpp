@@ -66,7 +66,7 @@ TEST_F(Docking, TheKeyboardComesBackFromDialogsAndTheHostOpensNoMenu) {
     EXPECT_TRUE(Item(IDC_LAYOUT_OPEN).HasFocus());
     EXPECT_GE(m_host->MessageCount(WM_ACTIVATE), 4U) << "it had the keyboard after each";
 
-    Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, 0, -1);
+    Item(IDC_CATEGORIES).Send(WM_CONTEXTMENU, 0, -1);
     for (const WORD choice : {WORD{VK_UP}, WORD{VK_RETURN}}) support::PostKey(m_dialog->Handle(), choice);
     Item(IDC_PLUGINS).Send(WM_SYSCHAR, L' ', 1 << 29);
     Pump();

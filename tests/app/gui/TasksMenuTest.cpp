@@ -2,6 +2,7 @@
 #include <array>
 
 #include "TasksMenu.h"
+#include "support/LeaveMenu.h"
 #include "support/MainDialog.h"
 
 namespace {
@@ -13,7 +14,7 @@ class Tasks : public support::MainDialog {
         const UniqueMenu menu = tasks.Menu();
         const HMENU shown = ::GetSubMenu(menu.Get(), 0);
         std::wstring texts;
-        for (UINT i = 0; i < 6; ++i) {
+        for (UINT i = 0; i < 10; ++i) {
             std::array<wchar_t, 64> text{};
             ::GetMenuStringW(shown, i, text.data(), 64, MF_BYPOSITION);
             const bool grey = text[0] && (::GetMenuState(shown, i, MF_BYPOSITION) & MF_GRAYED) != 0;
@@ -30,34 +31,23 @@ TEST_F(Tasks, NameWhatTheyCouldDo) {
                                         .enabled = [&] { return enabled; },
                                         .text = [] { return std::wstring(L"&Undo Sort All"); }},
                                        {.id = ID_BACKUPS}});
-    EXPECT_EQ(Shown(tasks), L"&Undo Sort All\tCtrl+Z,(&Redo\tCtrl+Y),,(&Save Layout\tCtrl+S),,&Backups...,");
+    EXPECT_EQ(Shown(tasks),
+              L"&Undo Sort All\tCtrl+Z,(&Redo\tCtrl+Y),,(Cu&t\tCtrl+X),(&Copy\tCtrl+C),"
+              L"(&Paste\tCtrl+V),,(&Save Layout\tCtrl+S),,&Backups...,");
     enabled = false;
     EXPECT_TRUE(Shown(tasks).starts_with(L"(&Undo Sort All\tCtrl+Z)"));
-}
-
-int g_dropped = 0;
-
-/// While a menu is shown, only timers come through.
-void CALLBACK LeaveMenu(HWND, UINT, UINT_PTR, DWORD) {
-    if (!::FindWindowW(L"#32768", nullptr)) return;
-    ++g_dropped;
-    ::EndMenu();
 }
 
 TEST_F(Tasks, DropByMouseSpaceEnterAndDown) {
     Open();
     Show();
     Item(IDC_TASKS).Focus();  // as its letter or a click does
-    const UINT_PTR timer = ::SetTimer(nullptr, 0, 50, &LeaveMenu);
-    Press(IDC_TASKS);
-    EXPECT_EQ(g_dropped, 1);
-    for (const WORD key : {WORD{VK_RETURN}, WORD{VK_DOWN}}) Key(IDC_TASKS, key);
-    EXPECT_EQ(g_dropped, 3);
+    EXPECT_TRUE(support::LeaveMenu([this] { Press(IDC_TASKS); }));
+    for (const WORD key : {WORD{VK_RETURN}, WORD{VK_DOWN}})
+        EXPECT_TRUE(support::LeaveMenu([this, key] { Key(IDC_TASKS, key); })) << key;
     // Sent, for the letter of a posted Space would come to the menu.
     Item(IDC_TASKS).Send(WM_KEYDOWN, VK_SPACE);
-    Item(IDC_TASKS).Send(WM_KEYUP, VK_SPACE);
-    EXPECT_EQ(g_dropped, 4);
-    ::KillTimer(nullptr, timer);
+    EXPECT_TRUE(support::LeaveMenu([this] { Item(IDC_TASKS).Send(WM_KEYUP, VK_SPACE); }));
     EXPECT_TRUE(Item(IDC_TASKS).HasFocus());
 }
 

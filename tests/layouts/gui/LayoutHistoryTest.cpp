@@ -47,7 +47,8 @@ class LayoutHistory : public support::LayoutTreeDialog {
         constexpr int kCommands[] = {IDC_LAYOUT_TREE, IDC_ADD_PLUGIN,   IDC_ADD_SEPARATOR, IDC_NEW_FOLDER,
                                      IDC_SORT_ALL,    IDC_PROMOTE,      IDC_MOVE_UP,       IDC_COLLAPSE_ALL,
                                      IDC_EXPAND_ALL,  ID_ITEM_DELETE,   ID_MOVE_TO_TOP,    ID_MOVE_TO_BOTTOM,
-                                     ID_SORT_FOLDERS, ID_NEW_SUBFOLDER, ID_ITEM_RENAME};
+                                     ID_SORT_FOLDERS, ID_NEW_SUBFOLDER, ID_ITEM_RENAME,    ID_CUT,
+                                     ID_COPY,         ID_PASTE,         ID_PASTE};
         Tree().ClearSelection();
         for (HTREEITEM item = Tree().Root(); item; item = Tree().NextVisible(item)) {
             if (Below(5) == 0) Tree().AddToSelection(item);
@@ -55,6 +56,10 @@ class LayoutHistory : public support::LayoutTreeDialog {
         View().UpdateButtons();
         const int command = kCommands[Below(std::size(kCommands))];
         if (command == IDC_LAYOUT_TREE) return Drag();
+        if (command >= ID_CUT && command <= ID_PASTE) {
+            m_dialog->Send(WM_COMMAND, command);
+            return;
+        }
         if (!Control(command)) return View().Run(static_cast<UINT>(command), Tree().Caret());
         if (IsEnabled(command)) Press(command);
     }

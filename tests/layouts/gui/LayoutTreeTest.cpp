@@ -107,6 +107,28 @@ TEST_F(LayoutTree, CommandsDoTheirWork) {
     }
 }
 
+TEST_F(LayoutTree, WhatIsCutOrCopiedIsPastedByTheInsertionRule) {
+    const std::wstring tooDeep = L"+" + Times(126, L"F(") + L"*a" + Times(126, L")");
+    for (const auto& [before, keys, after] : Table<std::wstring, std::string, std::wstring>{
+             {L"*a", "V", L"*a"},
+             {L"a", "XCV", L"a"},
+             {L"*a,b", "CVV", L"a,a,*a,b"},
+             {L"+a,F(b,*-),d", "CV", L"a,F(b,-,+a,*-),d"},
+             {L"a,*F[b,G[c]],+d", "XV", L"a,+F[b,G[c]],*d"},
+             {L"*F(a)", "CV", L"F(a,*F(a))"},
+             {L"a,+F(+b,c),G[d],^e", "CV", L"a,F(b,c),G[d],e,*F(b,c)"},
+             {L"+a,^b,c", "XV", L"b,*a,c"},
+             {tooDeep, "CV", tooDeep},
+         }) {
+        SCOPED_TRACE(support::Utf8(before));
+        Build(before);
+        for (const char key : keys) Type(static_cast<WORD>(key), VK_CONTROL);
+        EXPECT_EQ(Shape(), after);
+        while (View().CanUndo()) Type('Z', VK_CONTROL);
+        EXPECT_EQ(Shape(), before);
+    }
+}
+
 TEST_F(LayoutTree, MenusOpenForTheItemUnderThePointerOrWithTheCaret) {
     for (const auto& [item, entries, after] : Table<Line, std::size_t, Line>{
              {L"a", 4, L"*a,b,F(c),-"},
