@@ -47,6 +47,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_names(*this, m_list, m_friendlyNames),
       m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
+      m_find(*this, m_list, m_tree),
       m_files(*this, m_tree, m_inventory, m_host, m_backups, dataFolder, m_settings.layoutFolder,
               kManagerKey),
       m_toolbar(*this),
@@ -98,6 +99,11 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<LBN_SELCHANGE, &List::RefreshPluginList>(IDC_CATEGORIES),
         R::OnCommand<LBN_SELCHANGE, &List::OnSelectionChanged>(IDC_PLUGINS),
         R::OnCommand<LBN_DBLCLK, &Names::OnRename>(IDC_PLUGINS),
+
+        R::OnCommand<EN_CHANGE, &CFindField::OnChange>(IDC_FIND),
+        R::OnCommand<EN_KILLFOCUS, &CFindField::OnLeft>(IDC_FIND),
+        R::OnCommand<BN_CLICKED, &CFindField::OnFind>(ID_FIND),
+        R::OnCommand<BN_CLICKED, &CFindField::OnFindNext>(ID_FIND_NEXT),
 
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowEnabled>(IDC_SHOW_ENABLED),
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowExcluded>(IDC_SHOW_EXCLUDED),
@@ -180,6 +186,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_toolbar.OnInitDialog();
     m_files.OnInitDialog();
     m_list.OnInitDialog();
+    m_find.OnInitDialog();
     m_list.WhenEnumerated([this] { m_files.MarkInstalled(); });
     Item(IDC_ADD_PLUGIN).Enable(false);
     m_tree.UpdateButtons();
@@ -288,6 +295,7 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
         return true;
     }
     if (message.message != WM_KEYDOWN) return false;
+    if (m_find.OnKey(message.wParam, IsControlAlone())) return true;
     const bool editing = m_tree.IsEditingLabel();
     switch (message.wParam) {
         case VK_ESCAPE:
@@ -405,6 +413,7 @@ void CPluginManagerDlg::OnDestroy() {
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_files.KeepUnsaved();
     m_tree.Layout().SetModified(false);
+    m_find.OnDestroy();
     m_list.OnDestroy();
     m_tree.OnDestroy();
 }

@@ -15,6 +15,7 @@
 #include "Elevation.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
+#include "FindField.h"
 #include "FriendlyNameView.h"
 #include "Handles.h"
 #include "HostWindow.h"
@@ -105,13 +106,14 @@ class CPluginManagerDlg : public CDialog {
     CPresetView m_presets{*this, m_backups};
     CVstToolsView m_vstTools;
     CLayoutTreeView m_tree;
+    CFindField m_find;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&>
-        m_views{m_docking,  m_elevation, m_size,  m_list,    m_exclusion, m_names,
-                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks,     m_backupList};
+               CBackupsView&, CFindField&>
+        m_views{m_docking, m_elevation, m_size,    m_list,  m_exclusion,  m_names, m_vstTools,
+                m_tree,    m_files,     m_toolbar, m_tasks, m_backupList, m_find};
 };

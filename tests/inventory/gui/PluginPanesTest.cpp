@@ -325,6 +325,98 @@ TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
     EXPECT_GT(Plugins().TopRow(), 20) << "where the new name is";
 }
 
+TEST_F(PluginPanes, FindShowsThePluginsThatHaveAllWordsInEveryCategory) {
+    AddVst('Z', L"Zither", true);
+    CreateKey(HKEY_CURRENT_USER, kExcludedPlugins + IdText('E'));
+    const Texts all{L"Anvil", L"Bellows", L"C\x00E9nd", L"Reed"};
+    OpenWith({L"Anvil", L"Bellows", L"C\x00E9nd", L"Reed", L"Ended"});
+    const struct {
+        std::wstring text;
+        Texts found;
+    } cases[] = {
+        {L"tarn \xFF42", {L"Bellows"}},
+        {L"EN", {L"C\x00E9nd"}},
+        {L"c\x00E9nd windows", {}},
+        {L"regedit.exe ree", {L"Reed"}},
+        {IdText('R'), {L"Reed"}},
+        {L"*", {}},
+        {L"zit", {L"<< 2 in other categories: Enter >>"}},
+        {std::wstring(100, L' '), all},
+        {L"\xD83C\xDFB9", {}},
+        {L"", all},
+    };
+    for (const auto& [text, found] : cases) {
+        Item(IDC_FIND).SetText(text);
+        EXPECT_EQ(Listed(), found) << Utf8(text);
+    }
+    SelectPlugins({L"Anvil", L"Reed"});
+    Item(IDC_FIND).SetText(L"reed");
+    EXPECT_EQ(Selected(), Texts{L"Reed"});
+    EXPECT_EQ(Text(IDC_PLUGINS_LABEL), L"&Registered Plug-ins (1 found)");
+    EXPECT_EQ(Panes(), L"i--xa---|C:\\windows\\regedit.exe|Vendor:|Tarnwick|VST ID: |-5");
+    Press(IDC_EXCLUDE);
+    EXPECT_EQ(Listed(), Texts{});
+    Press(IDC_SHOW_EXCLUDED);
+    EXPECT_EQ(Listed(), Texts{L"Reed"});
+    Item(IDC_FIND).SetText(L"tarn");
+    EXPECT_EQ(Listed(), (Texts{L"Ended", L"Reed"}));
+    Choose(kDesks);
+    EXPECT_EQ(Listed(), Texts{L"<< 2 in other categories: Enter >>"});
+    EXPECT_EQ(Text(IDC_PLUGINS_LABEL), L"&Registered Plug-ins");
+}
+
+TEST_F(PluginPanes, FindReadsFilesOnceAndFollowsNamesAndScans) {
+    AddFilter('F', L"Flute", L"\"C:\\old\\wood.dll\"");
+    OpenWith({L"Anvil", L"Reed"}, kDirectX);
+    const auto found = [this](const wchar_t* text) {
+        Item(IDC_FIND).SetText(text);
+        return Listed();
+    };
+    EXPECT_EQ(found(L"wood"), Texts{L"Flute"});
+    AddFilter('F', L"Flute", L"C:\\new\\metal.dll");
+    EXPECT_EQ(found(L"metal"), Texts{});
+    EXPECT_EQ(found(L"wood flu"), Texts{L"Flute"});
+    SelectPlugins({L"Flute"});
+    ExpectName(L"Piccolo");
+    Key(IDC_PLUGINS, VK_F2);
+    EXPECT_EQ(Listed(), Texts{}) << "it is called that no more";
+    EXPECT_EQ(found(L"wood piccolo"), Texts{L"Piccolo"}) << "the file is not read for a name";
+    AddFilter('G', L"Metallophone", L"");
+    List().EnumeratePlugins();
+    List().Refill();
+    EXPECT_EQ(found(L"metal"), (Texts{L"Metallophone", L"Piccolo"}));
+}
+
+TEST_F(PluginPanes, KeysLeadFromTheFieldToWhatIsFound) {
+    AddVst('Z', L"Zither", true);
+    OpenWith({L"Anvil", L"Bellows", L"Reed"});
+    const auto type = [this](const wchar_t* text, WORD key) {
+        m_dialog->Send(WM_COMMAND, ID_FIND);
+        EXPECT_TRUE(Item(IDC_FIND).HasFocus());
+        Item(IDC_FIND).SetText(text);
+        Key(IDC_FIND, key);
+    };
+    SelectPlugins({L"Bellows", L"Reed"});
+    type(L"ll", VK_DOWN);
+    EXPECT_EQ(Selected(), Texts{L"Bellows"});
+    EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
+    type(L"", VK_RETURN);
+    EXPECT_EQ(Selected(), Texts{L"Anvil"});
+    EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
+    type(L"zither", VK_DOWN);
+    EXPECT_TRUE(Item(IDC_FIND).HasFocus()) << "there is no plug-in to go to";
+    Key(IDC_FIND, VK_RETURN);
+    EXPECT_EQ(List().SelectedCategory(), Category::Vst3Effects);
+    EXPECT_EQ(Listed(), (Texts{L"Zither", L"Zither"}));
+    EXPECT_TRUE(Item(IDC_FIND).HasFocus());
+    Key(IDC_FIND, VK_ESCAPE);
+    EXPECT_EQ(Text(IDC_FIND), L"");
+    type(L"reed", VK_RETURN);
+    EXPECT_EQ(List().SelectedCategory(), Category::VstEffects) << "round the end";
+    type(L"nowhere", VK_RETURN);
+    EXPECT_EQ(List().SelectedCategory(), Category::VstEffects);
+}
+
 TEST_F(PluginPanes, EscapeClosesTheLayoutListAndNothingElse) {
     OpenWith({});
     const HWND layouts = Control(IDC_LAYOUTS);

@@ -35,11 +35,18 @@ constexpr std::wstring_view kAlike =
 
 /// Texts that the program gives to controls at run time.
 constexpr std::pair<int, UINT> kLaterTexts[] = {
-    {IDC_EXCLUDE, IDS_EXCLUDE_PLUGIN},      {IDC_EXCLUDE, IDS_ENABLE_PLUGIN},
-    {IDC_CLSID_LABEL, IDS_CLSID_LABEL},     {IDC_CLSID_LABEL, IDS_VENDOR_LABEL},
-    {IDC_FILENAME, IDS_NO_PLUGIN_SELECTED}, {IDC_FILENAME, IDS_MULTIPLE_PLUGINS_SELECTED},
-    {IDC_PLUGINS, IDS_NO_ENTRIES},          {IDC_PROP_ID_LABEL, IDS_CLSID_LABEL},
+    {IDC_EXCLUDE, IDS_EXCLUDE_PLUGIN},
+    {IDC_EXCLUDE, IDS_ENABLE_PLUGIN},
+    {IDC_CLSID_LABEL, IDS_CLSID_LABEL},
+    {IDC_CLSID_LABEL, IDS_VENDOR_LABEL},
+    {IDC_FILENAME, IDS_NO_PLUGIN_SELECTED},
+    {IDC_FILENAME, IDS_MULTIPLE_PLUGINS_SELECTED},
+    {IDC_PLUGINS, IDS_NO_ENTRIES},
+    {IDC_PROP_ID_LABEL, IDS_CLSID_LABEL},
     {IDC_PROP_ID_LABEL, IDS_VENDOR_LABEL},
+    {IDC_PLUGINS, IDS_FOUND_ELSEWHERE},
+    {IDC_FIND, IDS_FIND_CUE},
+    {IDC_FIND, IDS_FIND_IN_LAYOUT_CUE},
 };
 /// Controls that count behind their caption, with a count that is high for them.
 constexpr std::pair<int, int> kCounts[] = {
@@ -53,7 +60,7 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         // The about box fills in version and date.
         add(FormatText(control.text, L"10.20.30", L"2026-12-31"));
         for (const auto& [id, text] : kLaterTexts) {
-            if (id == control.id) add(LoadText(text));
+            if (id == control.id) add(FormatText(LoadText(text), 4096));
         }
         for (const auto& [id, count] : kCounts) {
             if (id == control.id) add(FormatText(L"%s (%d %s)", control.text, count, LoadText(IDS_FOUND)));

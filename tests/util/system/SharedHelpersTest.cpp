@@ -2,6 +2,7 @@
 
 #include "AppDataRoot.h"
 #include "ClsidText.h"
+#include "FoldedText.h"
 #include "Resources.h"
 #include "StringRing.h"
 #include "resource.h"
@@ -17,6 +18,26 @@ TEST(AppDataRoot, AnUnsetVariableIsAskedForAgainAndASetOneIsKept) {
     EXPECT_EQ(rootAfter(std::wstring(300, L'x').c_str()), L"") << "longer than the buffer";
     EXPECT_EQ(rootAfter(L"C:\\Users\\me\\Corvane"), L"C:\\Users\\me\\Corvane");
     EXPECT_EQ(rootAfter(L"D:\\other"), L"C:\\Users\\me\\Corvane");
+}
+
+TEST(FoldedText, CaseAccentsAndWidthMakeNoDifferenceAndNothingElseIsLost) {
+    const struct {
+        const wchar_t* text;
+        const wchar_t* folded;
+    } cases[] = {
+        {L"Ab{1}\"*?", L"AB{1}\"*?"},
+        {L"\x00C9t\x00E9 e\x0301", L"ETE E"},
+        {L"\xFF26\xFF41\xFF54", L"FAT"},
+        {L"\xFF76\xFF9E", L"\x30AB\x3099"},
+        {L"\x30AC", L"\x30AB\x3099"},
+        {L"\x0451\x0416", L"\x0415\x0416"},
+        {L"\xD83C\xDFB9x", L"\xD83C\xDFB9X"},
+        {L"\xD83Cx", L"\xD83CX"},
+        {L"x\xDFB9", L"X\xDFB9"},
+        {L"a\x3000z", L"A Z"},
+        {L"", L""},
+    };
+    for (const auto& [text, folded] : cases) EXPECT_EQ(FoldedText(text), folded) << text;
 }
 
 TEST(StringRing, A33rdLoadTakesTheFirstBufferAgain) {
