@@ -81,6 +81,7 @@ void CPluginListView::EnumeratePlugins() {
     Categories().Clear();
     m_categoriesCaption.ShowCount(0);
     ClearPlugins();
+    m_texts.Clear();
 
     FillCategories(m_inventory.ReadAdapterInventory());
     // The rows of the adapter's plug-ins come last; they go when it is removed.
@@ -90,7 +91,6 @@ void CPluginListView::EnumeratePlugins() {
     // Once: where a name can't be kept, it would have to be corrected for ever.
     if (m_inventory.Enumerate(classified) && CFriendlyNames::CorrectWrapped(m_inventory) > 0)
         m_inventory.Enumerate(classified);
-    m_texts.Clear();
     if (m_whenEnumerated) m_whenEnumerated();
 }
 

@@ -24,7 +24,6 @@ void CPluginTexts::Clear() {
 
 void CPluginTexts::Update(const CPluginInventory& inventory) {
     if (m_renamings == inventory.Renamings()) return;
-    m_renamings = inventory.Renamings();
     const auto& entries = inventory.Entries();
     for (std::size_t i = m_files.size(); i < entries.size(); ++i) {
         const auto path =
@@ -37,6 +36,7 @@ void CPluginTexts::Update(const CPluginInventory& inventory) {
     m_records.clear();
     for (const auto& [clsid, record] : inventory.Vst().Records())
         m_records.push_back(TextOf(record.name, record.vendor, NameOfFile(record.path), clsid));
+    m_renamings = inventory.Renamings();
 }
 
 bool CPluginTexts::EntryHas(std::size_t index, std::span<const std::wstring> words) const {

@@ -135,6 +135,8 @@ std::wstring SpokenName(HWND control) {
     const std::wstring kind = support::ClassOf(control);
     if (kind != L"Edit" && kind != L"ListBox" && kind != L"ComboBox" && kind != L"SysListView32")
         return CWindow(control).Text();
+    wchar_t cue[64] = {};
+    if (kind == L"Edit" && CWindow(control).Send(EM_GETCUEBANNER, cue, 64)) return cue;
     HWND before = ::GetWindow(control, GW_HWNDPREV);
     while (before && !(::GetWindowLongW(before, GWL_STYLE) & WS_VISIBLE))
         before = ::GetWindow(before, GW_HWNDPREV);
