@@ -44,10 +44,9 @@ void CFindField::OnChange() const {
 
 void CFindField::Ask(bool layout) {
     if (layout == m_asksLayout) return;
-    m_asksLayout = true;  // what changes now narrows no list
+    m_asksLayout = layout;
     const std::wstring text = Field().Text();
     Field().SetText(std::exchange(m_otherText, text));
-    m_asksLayout = layout;
     ShowCue();
 }
 

@@ -275,11 +275,11 @@ TEST_F(LayoutTree, FindGoesFromItemToItemAndLeavesThePluginListAlone) {
     EXPECT_TRUE(Item(IDC_FIND).HasFocus()) << "nothing was asked for yet";
     EXPECT_EQ(Text(IDC_FIND), L"");
     Item(IDC_FIND).SetText(L"drum");
+    EXPECT_EQ(Listed(), std::vector<std::wstring>{L"y"});
     Key(IDC_FIND, VK_RETURN);
     EXPECT_EQ(Shape(), L"Dr\x00FCm,-,F(G(*drum 2),a),b");
     EXPECT_TRUE(Tree().HasFocus());
     EXPECT_EQ(Text(IDC_FIND), L"y");
-    EXPECT_EQ(Listed(), std::vector<std::wstring>{L"y"});
     Key(Window(), VK_F3);
     EXPECT_EQ(Shape(), L"*Dr\x00FCm,-,F(G(drum 2),a),b");
     m_dialog->Send(WM_COMMAND, ID_FIND);
