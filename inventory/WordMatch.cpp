@@ -16,8 +16,7 @@ std::vector<std::wstring> WordsOf(std::wstring_view text) {
         start = text.find_first_not_of(kBlanks, end);
     }
     std::ranges::sort(words);
-    const auto repeated = std::ranges::unique(words);
-    words.erase(repeated.begin(), repeated.end());
+    words.erase(std::unique(words.begin(), words.end()), words.end());
     return words;
 }
 
