@@ -180,6 +180,7 @@ void CPluginListView::FillFromEntries(Category category) {
     bool isEmpty = true;
     std::unordered_map<Guid, unsigned, GuidHash> namesakes;
     const CRedrawLock noRedraw(plugins);
+    const CQuickFill quick(plugins.Handle());
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -209,6 +210,7 @@ void CPluginListView::FillFromInventory(Category category) {
     bool isEmpty = true;
     std::size_t place = 0;
     const CRedrawLock noRedraw(plugins);
+    const CQuickFill quick(plugins.Handle());
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
     for (const auto& [clsid, record] : records) {

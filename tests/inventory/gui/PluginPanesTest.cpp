@@ -305,6 +305,7 @@ TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
     RegisterAudioFilter(IdText(1), L"Filter");
     for (unsigned n = 100; n < 160; ++n) AddVst(n, L"Plug-in " + std::to_wstring(n));
     OpenWith({});
+    EXPECT_EQ(Plugins().ClientRect().Height() % Plugins().SendInt(LB_GETITEMHEIGHT), 0) << "half a row";
     SelectPlugins({L"Plug-in 112", L"Plug-in 114", L"Plug-in 105"});
     Plugins().SetTopRow(10);
     Press(IDC_EXCLUDE);
