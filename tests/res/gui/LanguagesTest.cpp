@@ -30,7 +30,7 @@ constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
 constexpr std::wstring_view kAlike =
-    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|"
+    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|"
     L"Corvane Plug-in Manager|Corvane Plug-in &Manager|";
 
 /// Texts that the program gives to controls at run time.
@@ -47,6 +47,9 @@ constexpr std::pair<int, UINT> kLaterTexts[] = {
     {IDC_PLUGINS, IDS_FOUND_ELSEWHERE},
     {IDC_FIND, IDS_FIND_CUE},
     {IDC_FIND, IDS_FIND_IN_LAYOUT_CUE},
+    {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
+    {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
+    {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
 };
 /// Controls that count behind their caption, with a count that is high for them.
 constexpr std::pair<int, int> kCounts[] = {
@@ -70,6 +73,8 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         }
         if (control.id == IDC_VST_GROUP || control.id == IDC_ADAPTER_GROUP)
             add(FormatText(LoadText(IDS_TOOL_RUNNING), control.text));
+        if (control.id == IDOK && dialog.Item(IDC_REVIEW_LIST).IsLive())
+            add(FormatText(LoadText(IDS_RESTORE_BACKUPS), 300));
     }
     return shown;
 }
