@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::wstring_view kLists = L"lists.htm";
+constexpr std::wstring_view kFind = L"find.htm";
 constexpr std::wstring_view kDetails = L"details.htm";
 constexpr std::wstring_view kExclusion = L"exclusion.htm";
 constexpr std::wstring_view kPresetFiles = L"preset-files.htm";
@@ -33,6 +34,7 @@ constexpr HelpTopic kDialogTopics[] = {
 constexpr HelpTopic kControlTopics[] = {
     {IDC_CATEGORIES, kLists},
     {IDC_PLUGINS, kLists},
+    {IDC_FIND, kFind},
     {IDC_FILENAME, kDetails},
     {IDC_CLSID, kDetails},
     {IDC_VENDOR, kDetails},

@@ -51,6 +51,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_names(*this, m_list, m_friendlyNames),
       m_vstTools(*this, m_inventory, m_list, m_host, m_tools, m_vstKey),
       m_tree(*this, m_inventory, m_list),
+      m_find(*this, m_list, m_tree),
       m_files(*this, m_tree, m_inventory, m_host, m_backups, dataFolder, m_settings.layoutFolder,
               kManagerKey),
       m_toolbar(*this),
@@ -108,6 +109,11 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &CPluginMenu::OnSelectNew>(ID_SELECT_NEW),
         R::OnCommand<BN_CLICKED, &CPluginMenu::OnCopy>(ID_COPY_PLUGINS),
         R::OnCommand<BN_CLICKED, &CPluginMenu::OnFileLocation>(ID_FILE_LOCATION),
+
+        R::OnCommand<EN_CHANGE, &CFindField::OnChange>(IDC_FIND),
+        R::OnCommand<EN_KILLFOCUS, &CFindField::OnLeft>(IDC_FIND),
+        R::OnCommand<BN_CLICKED, &CFindField::OnFind>(ID_FIND),
+        R::OnCommand<BN_CLICKED, &CFindField::OnFindNext>(ID_FIND_NEXT),
 
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowEnabled>(IDC_SHOW_ENABLED),
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowExcluded>(IDC_SHOW_EXCLUDED),
@@ -193,6 +199,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     m_toolbar.OnInitDialog();
     m_files.OnInitDialog();
     m_list.OnInitDialog();
+    m_find.OnInitDialog();
     m_list.WhenEnumerated([this] { m_files.MarkInstalled(); });
     Item(IDC_ADD_PLUGIN).Enable(false);
     m_tree.UpdateButtons();
@@ -304,6 +311,7 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
         return true;
     }
     if (message.message != WM_KEYDOWN) return false;
+    if (m_find.OnKey(message.wParam, IsControlAlone())) return true;
     const bool editing = m_tree.IsEditingLabel();
     switch (message.wParam) {
         case 'A':
@@ -437,6 +445,7 @@ void CPluginManagerDlg::OnDestroy() {
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
     m_files.DropUnasked();
+    m_find.OnDestroy();
     m_list.OnDestroy();
     m_tree.OnDestroy();
 }

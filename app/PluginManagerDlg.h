@@ -15,6 +15,7 @@
 #include "Elevation.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
+#include "FindField.h"
 #include "FriendlyNameView.h"
 #include "Handles.h"
 #include "HostWindow.h"
@@ -106,6 +107,7 @@ class CPluginManagerDlg : public CDialog {
     CPresetView m_presets{*this, m_backups};
     CVstToolsView m_vstTools;
     CLayoutTreeView m_tree;
+    CFindField m_find;
     CLayoutFilesView m_files;
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
@@ -113,7 +115,7 @@ class CPluginManagerDlg : public CDialog {
     CPluginMenu m_pluginMenu{*this, m_list, m_inventory, m_names, m_tree};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&, CPluginMenu&>
-        m_views{m_docking, m_elevation, m_size,    m_list,  m_exclusion,  m_names,     m_vstTools,
-                m_tree,    m_files,     m_toolbar, m_tasks, m_backupList, m_pluginMenu};
+               CBackupsView&, CPluginMenu&, CFindField&>
+        m_views{m_docking, m_elevation, m_size,    m_list,  m_exclusion,  m_names,      m_vstTools,
+                m_tree,    m_files,     m_toolbar, m_tasks, m_backupList, m_pluginMenu, m_find};
 };

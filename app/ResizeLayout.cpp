@@ -22,7 +22,8 @@ struct Anchor {
 };
 
 /// Only the tree grows in width, so that what stands between the lists and the tree stays in its columns.
-/// IDC_ADD_SEPARATOR, IDC_SORT_ALL, IDC_TASKS and IDC_LAYOUT_FILE keep their places in the template.
+/// IDC_FIND, IDC_ADD_SEPARATOR, IDC_SORT_ALL, IDC_TASKS and IDC_LAYOUT_FILE keep their places in the
+/// template.
 constexpr auto kAnchors = std::to_array<Anchor>({
     {IDC_CATEGORIES_LABEL, Keep, Keep},
     {IDC_PLUGINS_LABEL, Keep, Keep},

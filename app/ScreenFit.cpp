@@ -12,7 +12,7 @@ constexpr int kDpiStep = 24;  // a quarter: fonts and pictures are made for thes
 
 /// In rows of the template: the lists still show ten entries then, and the column of buttons ends above the
 /// window's edge.
-constexpr int kLeastHeight = 260;
+constexpr int kLeastHeight = 275;
 
 /// Of the caption, in heights of the frame: wider than the three buttons.
 constexpr int kGrasp = 5;

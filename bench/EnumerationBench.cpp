@@ -215,6 +215,25 @@ void BenchRefillInPlace(CPluginListView& view) {
     std::printf("  ratio %.2f (aim 1.30)\n", result.Ratio());
 }
 
+/// Each key leaves all rows, ten of which are selected, as much as a key can have to do; the floor fills the
+/// list by a view that looks for nothing.
+void BenchFind(CPluginListView& view, CPluginListView& bare) {
+    constexpr int kSelected = 10;
+    const CListBox plugins = view.Plugins();
+    const int rows = plugins.Count();
+    bool other = false;
+    const auto result = Compare(
+        kRuns,
+        [&] {
+            for (int i = 0; i < kSelected; ++i) plugins.Select((rows - 1) * i / (kSelected - 1));
+            other = !other;
+            view.Find(other ? L"{" : L"}");
+        },
+        [&] { bare.Refill(); });
+    PrintRow("a key in the field Find", rows, result);
+    std::printf("  ratio %.2f (aim 1.30), %.1f ms (aim 50)\n", result.Ratio(), result.ours);
+}
+
 }  // namespace
 
 void BenchEnumeration() {
@@ -270,5 +289,7 @@ void BenchPanes() {
     view.Refill();  // the floor's rows carry no plug-ins
     BenchAddPlugin(dialog, inventory, view);
     BenchRefillInPlace(view);
+    CPluginListView bare(dialog, inventory, exclusions, visibility, tools);
+    BenchFind(view, bare);
     view.OnDestroy();
 }

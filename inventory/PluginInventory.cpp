@@ -31,6 +31,7 @@ SourceCounts CPluginInventory::Counts() const {
 }
 
 void CPluginInventory::SetName(const PluginListItem& item, const std::wstring& name) {
+    ++m_renamings;
     if (item.fromInventory) {
         m_vst.SetName(item.clsid, name);
     } else if (item.sourceIndex < m_entries.size() && m_entries[item.sourceIndex].clsid == item.clsid) {

@@ -37,6 +37,8 @@ class CPluginInventory {
 
     /// The plug-in's display name from now on; a row whose plug-in was found no more changes nothing.
     void SetName(const PluginListItem& item, const std::wstring& name);
+    /// Grows with each name that is set.
+    unsigned Renamings() const { return m_renamings; }
 
     /// File of a plug-in. `category` is the one shown; nothing when no registration names a file.
     std::optional<std::wstring> PathOf(const Guid& clsid, Category category) const;
@@ -58,4 +60,5 @@ class CPluginInventory {
     std::unordered_set<Guid, GuidHash> m_clsids;  // of the entries
     std::size_t m_filtersAndMediaObjects = 0;
     CVstInventory m_vst;
+    unsigned m_renamings = 0;
 };

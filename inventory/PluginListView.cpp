@@ -1,8 +1,9 @@
 #include "PluginListView.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <numeric>
 
+#include "FoldedText.h"
 #include "FriendlyNames.h"
 #include "PermanentExclusions.h"
 #include "PluginDetails.h"
@@ -10,6 +11,7 @@
 #include "Resources.h"
 #include "TextFormat.h"
 #include "WholeRows.h"
+#include "WordMatch.h"
 
 namespace {
 
@@ -23,6 +25,18 @@ constexpr std::size_t kMaxCaretName = 128;
 std::optional<PluginRow> PluginAt(const CListBox& plugins, int row) {
     const auto* item = plugins.ItemOf<PluginListItem>(row);
     return item ? std::optional(PluginRow{*item, plugins.RowText(row)}) : std::nullopt;
+}
+
+/// Whether there can be a row for it in the list of its category.
+bool HasRow(const PluginEntry& entry) { return !entry.clsid.IsNull() && entry.name && entry.category; }
+
+/// `clsid` is the one under which the record stands in the map: of a VST it is listed under its plug-in id
+/// only, of a VST3 under each.
+bool HasRow(const Guid& clsid, const VstInventoryRecord& record) {
+    if (clsid.IsNull() || record.name.empty() || !record.category) return false;
+    const bool isVst =
+        *record.category == Category::VstEffects || *record.category == Category::VstInstruments;
+    return !isVst || clsid != record.md5Clsid;
 }
 
 PresetPlugin PresetPluginOf(PluginRow row) {
@@ -67,6 +81,7 @@ void CPluginListView::EnumeratePlugins() {
     Categories().Clear();
     m_categoriesCaption.ShowCount(0);
     ClearPlugins();
+    m_texts.Clear();
 
     FillCategories(m_inventory.ReadAdapterInventory());
     // The rows of the adapter's plug-ins come last; they go when it is removed.
@@ -142,6 +157,7 @@ void CPluginListView::RefreshPluginList() {
     const auto category = SelectedCategory();
     if (!category || category == m_shown) return;
     m_shown = category;
+    if (!m_words.empty()) m_texts.Update(m_inventory);
     IsVstCategory(*category) ? FillFromInventory(*category) : FillFromEntries(*category);
     CPluginDetails(m_dialog).ShowFieldsOf(*category);
     ShowPanesOf(*category);
@@ -164,13 +180,17 @@ void CPluginListView::FillFromEntries(Category category) {
     bool isEmpty = true;
     std::unordered_map<Guid, unsigned, GuidHash> namesakes;
     const CRedrawLock noRedraw(plugins);
+    const CQuickFill quick(plugins.Handle());
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(entries.size()), kTypicalNameCharacters);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const PluginEntry& entry = entries[i];
-        if (entry.clsid.IsNull() || !entry.name || entry.category != category) continue;
+        if (!HasRow(entry) || entry.category != category) continue;
         isEmpty = false;
         if (!ShowsClsid(entry.clsid)) continue;
+        // Counted with those that aren't found: it is the same plug-in whatever is looked for.
+        const unsigned namesake = namesakes[entry.clsid]++;
+        if (!m_texts.EntryHas(i, m_words)) continue;
         AddRow(plugins, *entry.name,
                {.sourceIndex = static_cast<unsigned>(i),
                 .clsid = entry.clsid,
@@ -178,7 +198,7 @@ void CPluginListView::FillFromEntries(Category category) {
                 .fromInventory = false,
                 .isX64 = false,
                 .category = category,
-                .namesake = namesakes[entry.clsid]++});
+                .namesake = namesake});
     }
     ShowCount(plugins, isEmpty);
 }
@@ -187,18 +207,17 @@ void CPluginListView::FillFromInventory(Category category) {
     ClearPlugins();
     const auto& records = m_inventory.Vst().Records();
     const CListBox plugins = Plugins();
-    // A VST stands in the map under both its ids and is listed under its plug-in id; a VST3 is listed under
-    // each.
-    const bool skipMd5 = category == Category::VstEffects || category == Category::VstInstruments;
     bool isEmpty = true;
+    std::size_t place = 0;
     const CRedrawLock noRedraw(plugins);
+    const CQuickFill quick(plugins.Handle());
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
     for (const auto& [clsid, record] : records) {
-        if (clsid.IsNull() || record.name.empty() || (skipMd5 && clsid == record.md5Clsid)) continue;
-        if (record.category != category) continue;
+        const std::size_t index = place++;
+        if (!HasRow(clsid, record) || record.category != category) continue;
         isEmpty = false;
-        if (!ShowsClsid(clsid)) continue;
+        if (!ShowsClsid(clsid) || !m_texts.RecordHas(index, m_words)) continue;
         AddRow(plugins, record.name,
                {.sourceIndex = 0,
                 .clsid = clsid,
@@ -211,9 +230,33 @@ void CPluginListView::FillFromInventory(Category category) {
     ShowCount(plugins, isEmpty);
 }
 
-/// A category without any plug-in says so; one whose plug-ins are all hidden stays blank.
+CPluginListView::CategoryCounts CPluginListView::CountRows() {
+    if (!m_words.empty()) m_texts.Update(m_inventory);
+    CategoryCounts counts{};
+    const auto& entries = m_inventory.Entries();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const PluginEntry& entry = entries[i];
+        if (HasRow(entry) && ShowsClsid(entry.clsid) && m_texts.EntryHas(i, m_words))
+            ++counts[static_cast<std::size_t>(*entry.category)];
+    }
+    std::size_t place = 0;
+    for (const auto& [clsid, record] : m_inventory.Vst().Records()) {
+        const std::size_t index = place++;
+        if (HasRow(clsid, record) && ShowsClsid(clsid) && m_texts.RecordHas(index, m_words))
+            ++counts[static_cast<std::size_t>(*record.category)];
+    }
+    return counts;
+}
+
+/// Where nothing is found, the one row tells of other categories; a category without any plug-in says so;
+/// one whose plug-ins are all hidden stays blank.
 void CPluginListView::ShowCount(CListBox plugins, bool isEmpty) {
-    if (isEmpty) plugins.Add(LoadText(IDS_NO_ENTRIES));
+    const CategoryCounts counts = m_items.empty() && !m_words.empty() ? CountRows() : CategoryCounts{};
+    if (const unsigned elsewhere = std::accumulate(counts.begin(), counts.end(), 0U)) {
+        plugins.Add(FormatText(LoadText(IDS_FOUND_ELSEWHERE), elsewhere));
+    } else if (isEmpty) {
+        plugins.Add(LoadText(IDS_NO_ENTRIES));
+    }
     m_pluginsCaption.Show(static_cast<unsigned>(m_items.size()));
 }
 
@@ -255,14 +298,66 @@ void CPluginListView::PutCaretOnSelection() const {
     plugins.SetTopRow(top);
 }
 
+void CPluginListView::Find(const std::wstring& text) {
+    auto words = WordsOf(FoldedText(text));
+    if (words == m_words) return;
+    m_words = std::move(words);
+    const CListBox plugins = Plugins();
+    const auto rows = CRememberedRows::SelectionOf(plugins);
+    m_shown.reset();
+    RefreshPluginList();
+    rows.Restore(plugins);
+    if (const auto selected = plugins.SelectedRows(); !selected.empty()) {
+        plugins.SetCaretRow(selected.front());
+        ShowSelection();
+    }
+}
+
+bool CPluginListView::GoToFirst() {
+    if (m_items.empty()) {
+        ShowNextCategory();
+        return false;
+    }
+    const CListBox plugins = Plugins();
+    constexpr int kAllRows = -1;
+    plugins.Select(kAllRows, false);
+    plugins.Select(0);
+    plugins.SetCaretRow(0);
+    OnSelectionChanged();
+    return true;
+}
+
+/// The one below the present category, or above it behind the last; nothing when there is none.
+void CPluginListView::ShowNextCategory() {
+    const CategoryCounts counts = CountRows();
+    const CListBox categories = Categories();
+    const int rows = categories.Count();
+    const int current = categories.CurrentRow().value_or(0);
+    for (int step = 1; step < rows; ++step) {
+        const int row = (current + step) % rows;
+        if (counts[static_cast<std::size_t>(categories.Data(row))] == 0) continue;
+        categories.SetCurrentRow(row);
+        return RefreshPluginList();
+    }
+}
+
 void CPluginListView::OnSelectionChanged() {
+    m_presets.clear();
+    ShowSelection();
+}
+
+void CPluginListView::ShowSelection() {
     const auto category = SelectedCategory();
     const auto plugins = SelectedPlugins();
     if (!category || plugins.empty()) return;
     PutCaretOnSelection();
 
     PaneState state = StateOf(*category);
-    for (const PresetPlugin& plugin : plugins) state.presets += CPresetListMgr(plugin).CountPresets();
+    for (const PresetPlugin& plugin : plugins) {
+        const auto [known, isNew] = m_presets.try_emplace(plugin.clsid);
+        if (isNew) known->second = CPresetListMgr(plugin).CountPresets();
+        state.presets += known->second;
+    }
     EnableButtons(buttons::kAfterSelection, state);
 
     const CPluginDetails details(m_dialog);

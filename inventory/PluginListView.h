@@ -1,11 +1,13 @@
 // The category list and the plug-in list, their captions, and which panes go with a category.
 #pragma once
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -14,6 +16,7 @@
 #include "ExclusionList.h"
 #include "PluginInventory.h"
 #include "PluginRecords.h"
+#include "PluginTexts.h"
 #include "PresetPlugin.h"
 #include "RememberedRows.h"
 #include "VisibilityRule.h"
@@ -61,6 +64,13 @@ class CPluginListView {
     /// The user selected plug-ins.
     void OnSelectionChanged();
 
+    /// Shows the plug-ins only that have all words of the text, in every category that is shown from now on.
+    void Find(const std::wstring& text);
+    /// Selects the first plug-in alone; where there is none, shows the next category that has one. False
+    /// then.
+    bool GoToFirst();
+    bool HasPlugins() const { return !m_items.empty(); }
+
     std::optional<Category> SelectedCategory() const;
     /// The selected plug-ins, from top to bottom.
     std::vector<PluginRow> SelectedRows() const;
@@ -81,7 +91,12 @@ class CPluginListView {
     void AddRow(CListBox plugins, const std::wstring& name, const PluginListItem& item);
     void FillFromEntries(Category category);
     void FillFromInventory(Category category);
+    using CategoryCounts = std::array<unsigned, kCategories.size()>;
+    /// How many rows each category's list would have.
+    CategoryCounts CountRows();
     void ShowCount(CListBox plugins, bool isEmpty);
+    void ShowNextCategory();
+    void ShowSelection();
     void PutCaretOnSelection() const;
     void ShowPanesOf(Category category) const;
     void EnableButtons(std::span<const ButtonRule> rules, const PaneState& state) const;
@@ -99,4 +114,8 @@ class CPluginListView {
     std::function<void()> m_whenEnumerated;
     std::optional<Category> m_shown;     // nothing: the next refresh fills, whatever is selected
     std::deque<PluginListItem> m_items;  // the rows' data; a deque keeps its places
+    std::vector<std::wstring> m_words;   // that all rows have
+    CPluginTexts m_texts;                // up to date while there are words
+    // Of what is selected, so that they are not counted again when the list is narrowed.
+    std::unordered_map<Guid, unsigned, GuidHash> m_presets;
 };

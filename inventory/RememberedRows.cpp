@@ -34,12 +34,17 @@ CRememberedRows::Place CRememberedRows::PlaceAt(const CListBox& plugins, int row
 }
 
 CRememberedRows CRememberedRows::Of(const CListBox& plugins) {
+    CRememberedRows rows = SelectionOf(plugins);
+    rows.m_caret = PlaceAt(plugins, plugins.CaretRow().value_or(0));
+    rows.m_top = PlaceAt(plugins, plugins.TopRow());
+    return rows;
+}
+
+CRememberedRows CRememberedRows::SelectionOf(const CListBox& plugins) {
     CRememberedRows rows;
     for (const int row : plugins.SelectedRows()) {
         if (const auto plugin = PluginAt(plugins, row)) rows.m_selected.push_back(*plugin);
     }
-    rows.m_caret = PlaceAt(plugins, plugins.CaretRow().value_or(0));
-    rows.m_top = PlaceAt(plugins, plugins.TopRow());
     return rows;
 }
 

@@ -14,6 +14,8 @@ class CRememberedRows {
     /// For a list that loses its selected rows: the caret goes to the row behind them, and nothing is
     /// selected.
     static CRememberedRows BehindSelection(const CListBox& plugins);
+    /// For a list that gets other rows, and so begins at its start.
+    static CRememberedRows SelectionOf(const CListBox& plugins);
 
     /// Selects what was selected, where it still shows, and nothing else. Nobody is notified.
     void Restore(const CListBox& plugins) const;

@@ -54,6 +54,10 @@
 #define ID_FILE_LOCATION 32823
 #define ID_RENAME_PLUGIN 32824
 
+// The field Find, by keys
+#define ID_FIND 32828
+#define ID_FIND_NEXT 32829
+
 // Images
 #define IDI_PLUGIN_MANAGER 128
 #define IDB_LAYOUT_NEW 160
@@ -98,6 +102,7 @@
 #define IDC_PLUGINS 1002
 #define IDC_CATEGORIES_LABEL 1003
 #define IDC_PLUGINS_LABEL 1004
+#define IDC_FIND 1060
 
 #define IDC_SHOW_ENABLED 1005
 #define IDC_SHOW_EXCLUDED 1007
@@ -312,6 +317,11 @@
 #define IDS_OPEN_UNSAVED_QUESTION 250
 #define IDS_CRASHED 251
 #define IDS_CRASH_DUMP 252
+
+// Finding
+#define IDS_FIND_CUE 260
+#define IDS_FIND_IN_LAYOUT_CUE 261
+#define IDS_FOUND_ELSEWHERE 262
 
 // The plug-in list's menu, and the layout's cut and paste
 #define IDS_PLUGIN_TABLE 270

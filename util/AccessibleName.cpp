@@ -20,9 +20,13 @@ Microsoft::WRL::ComPtr<IAccPropServices> AccessibilityServices() {
 }  // namespace
 
 void SetAccessibleName(HWND control, const std::wstring& name) {
-    const std::wstring plain = WithoutMnemonic(name);
     // Some readers ask the window, some the service.
-    ::SetWindowTextW(control, plain.c_str());
+    ::SetWindowTextW(control, WithoutMnemonic(name).c_str());
+    SetReaderName(control, name);
+}
+
+void SetReaderName(HWND control, const std::wstring& name) {
+    const std::wstring plain = WithoutMnemonic(name);
     if (const auto services = AccessibilityServices()) {
         services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
                                  plain.c_str());

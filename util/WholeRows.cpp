@@ -4,11 +4,15 @@
 
 namespace {
 
+/// The part of a row at the end of a client area that is so high.
+LONG PartOfRow(const CListBox& list, LONG height) {
+    const LONG row = list.SendInt(LB_GETITEMHEIGHT);
+    return row > 0 && height > row ? height % row : 0;
+}
+
 /// What the system left of `client`, without the part of a row at its end.
 void CutToWholeRows(const CListBox& list, RECT& client) {
-    const int row = list.SendInt(LB_GETITEMHEIGHT);
-    const LONG height = client.bottom - client.top;
-    if (row > 0 && height > row) client.bottom -= height % row;
+    client.bottom -= PartOfRow(list, client.bottom - client.top);
 }
 
 /// The frame's edges are equally wide on all sides.
@@ -57,4 +61,18 @@ void ShowWholeRows(HWND listBox) {
     ::SetWindowLongPtrW(listBox, GWLP_USERDATA, ::GetWindowLongPtrW(listBox, GWLP_WNDPROC));
     ::SetWindowLongPtrW(listBox, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
     ApplyFrame(listBox);
+}
+
+CQuickFill::CQuickFill(HWND listBox)
+    : m_list(::GetWindowLongPtrW(listBox, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(&Procedure) ? listBox
+                                                                                                  : nullptr) {
+    if (m_list) ::SetWindowLongPtrW(m_list, GWLP_WNDPROC, ::GetWindowLongPtrW(m_list, GWLP_USERDATA));
+}
+
+CQuickFill::~CQuickFill() {
+    if (!m_list) return;
+    ::SetWindowLongPtrW(m_list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
+    // A scroll bar that came or went has made the client area anew.
+    const CListBox list(m_list);
+    if (PartOfRow(list, list.ClientRect().Height()) != 0) ApplyFrame(m_list);
 }

@@ -135,6 +135,8 @@ std::wstring SpokenName(HWND control) {
     const std::wstring kind = support::ClassOf(control);
     if (kind != L"Edit" && kind != L"ListBox" && kind != L"ComboBox" && kind != L"SysListView32")
         return CWindow(control).Text();
+    wchar_t cue[64] = {};
+    if (kind == L"Edit" && CWindow(control).Send(EM_GETCUEBANNER, cue, 64)) return cue;
     HWND before = ::GetWindow(control, GW_HWNDPREV);
     while (before && !(::GetWindowLongW(before, GWL_STYLE) & WS_VISIBLE))
         before = ::GetWindow(before, GW_HWNDPREV);
@@ -189,8 +191,8 @@ TEST_F(MainDialog, TabGoesThroughThePanesInReadingOrder) {
     } while (order.back() != IDC_CLOSE && order.size() < 100);
     EXPECT_EQ(std::ranges::count(order, IDC_SHOW_EXCLUDED), 0) << "the arrow keys go there, within its group";
     std::vector<std::ptrdiff_t> places;
-    for (const int id : {IDC_CATEGORIES, IDC_PLUGINS, IDC_FILENAME, IDC_SHOW_ENABLED, IDC_LAYOUT_NEW,
-                         IDC_LAYOUTS, IDC_LAYOUT_TREE, IDC_CLOSE})
+    for (const int id : {IDC_CATEGORIES, IDC_FIND, IDC_PLUGINS, IDC_FILENAME, IDC_SHOW_ENABLED,
+                         IDC_LAYOUT_NEW, IDC_LAYOUTS, IDC_LAYOUT_TREE, IDC_CLOSE})
         places.push_back(std::ranges::find(order, id) - order.begin());
     EXPECT_TRUE(std::ranges::is_sorted(places));
 }

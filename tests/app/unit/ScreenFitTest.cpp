@@ -30,9 +30,9 @@ TEST(ScreenFit, TheWindowLiesWithinEveryScreenAtEveryScale) {
             dpi += 24;
         }
     }
-    EXPECT_EQ(FitToScreen(120, {3840, 520}, WholeAt), (ScreenFit{120, {1225, 520}})) << "ten rows";
-    EXPECT_EQ(FitToScreen(120, {3840, 519}, WholeAt), (ScreenFit{96, {1050, 519}})) << "and no fewer";
-    EXPECT_EQ(FitToScreen(192, {640, 300}, WholeAt), (ScreenFit{96, {1050, 423}})) << "and no further";
+    EXPECT_EQ(FitToScreen(120, {3840, 550}, WholeAt), (ScreenFit{120, {1225, 550}})) << "ten rows";
+    EXPECT_EQ(FitToScreen(120, {3840, 549}, WholeAt), (ScreenFit{96, {1050, 549}})) << "and no fewer";
+    EXPECT_EQ(FitToScreen(192, {640, 300}, WholeAt), (ScreenFit{96, {1050, 447}})) << "and no further";
 }
 
 }  // namespace

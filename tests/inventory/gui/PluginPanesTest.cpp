@@ -33,6 +33,10 @@ class PluginPanes : public support::MainDialog {
                 L"VSTConfigWizardPath", path);
     }
     CPluginListView& List() { return m_dialog->View<CPluginListView>(); }
+    Texts Find(const std::wstring& text) const {
+        Item(IDC_FIND).SetText(text);
+        return Listed();
+    }
     CListBox Plugins() const { return m_dialog->Control<CListBox>(IDC_PLUGINS); }
     std::wstring CaretText() const { return Plugins().RowText(Plugins().CaretRow().value_or(-1)); }
     /// A letter for each button (import, export, manage, exclude, add; options, scan and properties of the
@@ -305,6 +309,7 @@ TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
     RegisterAudioFilter(IdText(1), L"Filter");
     for (unsigned n = 100; n < 160; ++n) AddVst(n, L"Plug-in " + std::to_wstring(n));
     OpenWith({});
+    EXPECT_EQ(Plugins().ClientRect().Height() % Plugins().SendInt(LB_GETITEMHEIGHT), 0) << "half a row";
     SelectPlugins({L"Plug-in 112", L"Plug-in 114", L"Plug-in 105"});
     Plugins().SetTopRow(10);
     Press(IDC_EXCLUDE);
@@ -323,6 +328,71 @@ TEST_F(PluginPanes, AfterAnExclusionTheListStaysInPlace) {
     ExpectName(L"Zoom");
     Key(IDC_PLUGINS, VK_F2);
     EXPECT_GT(Plugins().TopRow(), 20) << "where the new name is";
+}
+
+TEST_F(PluginPanes, FindShowsThePluginsThatHaveAllWordsInEveryCategory) {
+    AddVst('Z', L"Zither", true);
+    CreateKey(HKEY_CURRENT_USER, kExcludedPlugins + IdText('E'));
+    OpenWith({L"Anvil", L"Bellows", L"C\x00E9nd", L"Reed", L"Ended"});
+    for (const auto& [text, found] : {std::pair<std::wstring, Texts>(L"tarn \xFF42", {L"Bellows"}),
+                                      {L"EN", {L"C\x00E9nd"}},
+                                      {L"c\x00E9nd windows", {}},
+                                      {L"regedit.exe ree", {L"Reed"}},
+                                      {L"zit", {L"<< 2 in other categories: Enter >>"}},
+                                      {IdText('R'), {L"Reed"}}}) {
+        EXPECT_EQ(Find(text), found) << Utf8(text);
+    }
+    Find(L"");
+    SelectPlugins({L"Anvil", L"Reed"});
+    Find(L"reed");
+    EXPECT_EQ(Selected(), Texts{L"Reed"});
+    EXPECT_TRUE(Text(IDC_PLUGINS_LABEL).ends_with(L"(1 found)"));
+    EXPECT_EQ(Panes(), L"i--xa---|C:\\windows\\regedit.exe|Vendor:|Tarnwick|VST ID: |-5");
+    Press(IDC_EXCLUDE);
+    Press(IDC_SHOW_EXCLUDED);
+    EXPECT_EQ(Listed(), Texts{L"Reed"});
+    Choose(kDesks);
+    EXPECT_EQ(Find(L"tarn"), Texts{L"<< 2 in other categories: Enter >>"});
+}
+
+TEST_F(PluginPanes, FindReadsFilesOnceAndFollowsNamesAndScans) {
+    AddFilter('F', L"Flute", L"\"C:\\old\\wood.dll\"");
+    OpenWith({}, kDirectX);
+    EXPECT_EQ(Find(L"wood"), Texts{L"Flute"});
+    AddFilter('F', L"Flute", L"C:\\new\\metal.dll");
+    EXPECT_EQ(Find(L"wood flu"), Texts{L"Flute"});
+    SelectPlugins({L"Flute"});
+    ExpectName(L"Piccolo");
+    Key(IDC_PLUGINS, VK_F2);
+    EXPECT_EQ(Listed(), Texts{}) << "it is called that no more";
+    EXPECT_EQ(Find(L"wood piccolo"), Texts{L"Piccolo"}) << "the file is not read for a name";
+    List().EnumeratePlugins();
+    List().Refill();
+    EXPECT_EQ(Find(L"metal"), Texts{L"Piccolo"});
+}
+
+TEST_F(PluginPanes, KeysLeadFromTheFieldToWhatIsFound) {
+    AddVst('Z', L"Zither", true);
+    OpenWith({L"Anvil", L"Bellows", L"Reed"});
+    const auto type = [this](const wchar_t* text, WORD key) {
+        m_dialog->Send(WM_COMMAND, ID_FIND);
+        Find(text);
+        Key(IDC_FIND, key);
+        return Item(IDC_FIND).HasFocus();
+    };
+    SelectPlugins({L"Bellows", L"Reed"});
+    EXPECT_FALSE(type(L"ree", VK_DOWN));
+    EXPECT_EQ(Selected(), Texts{L"Reed"});
+    EXPECT_FALSE(type(L"", VK_RETURN));
+    EXPECT_EQ(Selected(), Texts{L"Anvil"});
+    EXPECT_TRUE(Item(IDC_PLUGINS).HasFocus());
+    EXPECT_TRUE(type(L"zither", VK_DOWN)) << "there is no plug-in to go to";
+    EXPECT_TRUE(type(L"zither", VK_RETURN));
+    EXPECT_EQ(List().SelectedCategory(), Category::Vst3Effects);
+    EXPECT_TRUE(type(L"reed", VK_RETURN));
+    EXPECT_EQ(List().SelectedCategory(), Category::VstEffects) << "round the end";
+    Key(IDC_FIND, VK_ESCAPE);
+    EXPECT_EQ(Listed(), (Texts{L"Anvil", L"Bellows", L"Reed"}));
 }
 
 TEST_F(PluginPanes, EscapeClosesTheLayoutListAndNothingElse) {

@@ -287,4 +287,27 @@ TEST_F(LayoutTree, OnlyMissingPluginsAreGreyAndAnEnumerationTellsWhichTheseAre) 
     EXPECT_EQ(grey(), L"bc") << "in a state from before, too";
 }
 
+TEST_F(LayoutTree, FindGoesFromItemToItemAndLeavesThePluginListAlone) {
+    Show();
+    Choose(support::kVstEffects);
+    Item(IDC_FIND).SetText(L"y");
+    Build(L"*Dr\x00FCm,-,F[G[drum 2],a],b");
+    Tree().Focus();
+    Key(Window(), VK_F3);
+    EXPECT_TRUE(Item(IDC_FIND).HasFocus()) << "nothing was asked for yet";
+    Item(IDC_FIND).SetText(L"drum");
+    EXPECT_EQ(Listed(), std::vector<std::wstring>{L"y"});
+    Key(IDC_FIND, VK_RETURN);
+    EXPECT_EQ(Shape(), L"Dr\x00FCm,-,F(G(*drum 2),a),b");
+    EXPECT_TRUE(Tree().HasFocus());
+    EXPECT_EQ(Text(IDC_FIND), L"y");
+    Key(Window(), VK_F3);
+    EXPECT_EQ(Shape(), L"*Dr\x00FCm,-,F(G(drum 2),a),b");
+    m_dialog->Send(WM_COMMAND, ID_FIND);
+    EXPECT_EQ(Text(IDC_FIND), L"drum");
+    Item(IDC_FIND).SetText(L"--");
+    Key(IDC_FIND, VK_F3);
+    EXPECT_EQ(Shape(), L"*Dr\x00FCm,-,F(G(drum 2),a),b") << "a line is no find";
+}
+
 }  // namespace

@@ -44,6 +44,9 @@ constexpr std::pair<int, UINT> kLaterTexts[] = {
     {IDC_PLUGINS, IDS_NO_ENTRIES},
     {IDC_PROP_ID_LABEL, IDS_CLSID_LABEL},
     {IDC_PROP_ID_LABEL, IDS_VENDOR_LABEL},
+    {IDC_PLUGINS, IDS_FOUND_ELSEWHERE},
+    {IDC_FIND, IDS_FIND_CUE},
+    {IDC_FIND, IDS_FIND_IN_LAYOUT_CUE},
     {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
     {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
     {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
@@ -60,7 +63,7 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         // The about box fills in version and date.
         add(FormatText(control.text, L"10.20.30", L"2026-12-31"));
         for (const auto& [id, text] : kLaterTexts) {
-            if (id == control.id) add(LoadText(text));
+            if (id == control.id) add(FormatText(LoadText(text), 4096));
         }
         for (const auto& [id, count] : kCounts) {
             if (id == control.id) add(FormatText(L"%s (%d %s)", control.text, count, LoadText(IDS_FOUND)));

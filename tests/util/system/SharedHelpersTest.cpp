@@ -2,6 +2,7 @@
 
 #include "AppDataRoot.h"
 #include "ClsidText.h"
+#include "FoldedText.h"
 #include "Resources.h"
 #include "StringRing.h"
 #include "resource.h"
@@ -21,6 +22,14 @@ TEST(AppDataRoot, AnUnsetVariableIsAskedForAgainAndASetOneIsKept) {
     const std::wstring root = files.Folder().wstring();
     EXPECT_EQ(rootAfter(root.c_str()), root);
     EXPECT_EQ(rootAfter(L"D:\\other"), root);
+}
+
+TEST(FoldedText, CaseAccentsAndWidthMakeNoDifferenceAndNothingElseIsLost) {
+    EXPECT_EQ(FoldedText(L"Ab{1}\"*? \x00C9t\x00E9 e\x0301 \xFF26\xFF41\xFF54\x3000z"),
+              L"AB{1}\"*? ETE E FAT Z");
+    EXPECT_EQ(FoldedText(L"\xFF76\xFF9E \x30AC \x0451\x0416"), L"\x30AB\x3099 \x30AB\x3099 \x0415\x0416");
+    EXPECT_EQ(FoldedText(L"\xD83C\xDFB9x"), L"\xD83C\xDFB9X");
+    EXPECT_EQ(FoldedText(L"\xD83Cx y\xDFB9"), L"\xD83CX Y\xDFB9") << "halves";
 }
 
 TEST(StringRing, A33rdLoadTakesTheFirstBufferAgain) {

@@ -1,0 +1,124 @@
+#include "FindField.h"
+
+#include <utility>
+
+#include "AccessibleName.h"
+#include "FoldedText.h"
+#include "LayoutSearch.h"
+#include "Resources.h"
+#include "WordMatch.h"
+#include "resource.h"
+
+namespace {
+
+/// Longer than anything to look for; all of it is compared with each key that is pressed.
+constexpr int kMaxCharacters = 250;
+
+}  // namespace
+
+CFindField::CFindField(CDialog& dialog, CPluginListView& list, CLayoutTreeView& tree)
+    : m_dialog(dialog), m_list(list), m_tree(tree) {}
+
+void CFindField::OnInitDialog() const {
+    Field().Send(EM_SETLIMITTEXT, kMaxCharacters);
+    SetReaderName(Field().Handle(), LoadText(IDS_FIND_CUE));
+    ShowCue();
+}
+
+void CFindField::OnDestroy() const { ClearAccessibleName(Field().Handle()); }
+
+void CFindField::ShowCue() const {
+    const std::wstring cue = LoadText(m_asksLayout ? IDS_FIND_IN_LAYOUT_CUE : IDS_FIND_CUE);
+    Field().Send(EM_SETCUEBANNER, TRUE, cue.c_str());
+}
+
+bool CFindField::IsInTree() const {
+    const HWND focus = ::GetFocus();
+    const HWND tree = m_tree.Tree().Handle();
+    return focus == tree || ::IsChild(tree, focus);  // a name may be edited
+}
+
+void CFindField::OnChange() const {
+    if (!m_asksLayout) m_list.Find(Field().Text());
+}
+
+void CFindField::Ask(bool layout) {
+    if (layout == m_asksLayout) return;
+    m_asksLayout = layout;
+    const std::wstring text = Field().Text();
+    Field().SetText(std::exchange(m_otherText, text));
+    ShowCue();
+}
+
+void CFindField::OnFind() {
+    const bool fromTree = IsInTree();
+    Field().Focus();
+    if (fromTree) Ask(true);
+    Field().Send(EM_SETSEL, 0, -1);
+}
+
+void CFindField::OnFindNext() {
+    const bool hasWords = !WordsOf(m_asksLayout ? Field().Text() : m_otherText).empty();
+    hasWords ? static_cast<void>(SelectNextItem()) : OnFind();
+}
+
+/// False when there is none, which can be heard.
+bool CFindField::SelectNextItem() const {
+    m_tree.CancelDrag();
+    if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
+    const auto words = WordsOf(FoldedText(m_asksLayout ? Field().Text() : m_otherText));
+    const HTREEITEM item = words.empty() ? nullptr : FindNextItem(m_tree.Layout(), words);
+    if (!item) {
+        ::MessageBeep(MB_OK);
+        return false;
+    }
+    const CTreeCtrlEx& tree = m_tree.Tree();
+    tree.EnsureVisible(item);  // first: what a closed folder hides can't be selected
+    tree.SelectOnly(item);
+    return true;
+}
+
+bool CFindField::OnKey(WPARAM key, bool controlAlone) {
+    if (key == 'F' && controlAlone) {
+        m_dialog.Send(WM_COMMAND, ID_FIND);
+        return true;
+    }
+    if (key == VK_F3 && (m_asksLayout || IsInTree())) {
+        m_dialog.Send(WM_COMMAND, ID_FIND_NEXT);
+        return true;
+    }
+    return Field().HasFocus() && OnFieldKey(key);
+}
+
+bool CFindField::OnFieldKey(WPARAM key) {
+    switch (key) {
+        case VK_RETURN:
+            GoOn();
+            return true;
+        case VK_DOWN:
+            GoDown();
+            return true;
+        case VK_ESCAPE:
+            Field().SetText(L"");
+            return false;  // it ends other things as well
+        default:
+            return false;
+    }
+}
+
+void CFindField::GoOn() {
+    if (m_asksLayout) {
+        if (SelectNextItem()) m_tree.Tree().Focus();
+    } else if (m_list.GoToFirst()) {
+        m_list.Plugins().Focus();
+    }
+}
+
+void CFindField::GoDown() {
+    if (m_asksLayout) return m_tree.Tree().Focus();
+    if (m_list.SelectedRows().empty()) {
+        if (!m_list.HasPlugins()) return;
+        m_list.GoToFirst();
+    }
+    m_list.Plugins().Focus();
+}
