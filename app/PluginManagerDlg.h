@@ -15,6 +15,7 @@
 #include "Elevation.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
+#include "FileDrop.h"
 #include "FriendlyNameView.h"
 #include "Handles.h"
 #include "HostWindow.h"
@@ -109,9 +110,10 @@ class CPluginManagerDlg : public CDialog {
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
+    CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files}};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&>
+               CBackupsView&, CFileDrop&>
         m_views{m_docking,  m_elevation, m_size,  m_list,    m_exclusion, m_names,
-                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks,     m_backupList};
+                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks,     m_backupList, m_fileDrop};
 };

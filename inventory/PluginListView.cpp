@@ -187,16 +187,12 @@ void CPluginListView::FillFromInventory(Category category) {
     ClearPlugins();
     const auto& records = m_inventory.Vst().Records();
     const CListBox plugins = Plugins();
-    // A VST stands in the map under both its ids and is listed under its plug-in id; a VST3 is listed under
-    // each.
-    const bool skipMd5 = category == Category::VstEffects || category == Category::VstInstruments;
     bool isEmpty = true;
     const CRedrawLock noRedraw(plugins);
     const CWaitCursor wait;
     plugins.Reserve(static_cast<int>(records.size()), kTypicalNameCharacters);
     for (const auto& [clsid, record] : records) {
-        if (clsid.IsNull() || record.name.empty() || (skipMd5 && clsid == record.md5Clsid)) continue;
-        if (record.category != category) continue;
+        if (clsid.IsNull() || record.category != category || !IsListedUnder(record, clsid)) continue;
         isEmpty = false;
         if (!ShowsClsid(clsid)) continue;
         AddRow(plugins, record.name,

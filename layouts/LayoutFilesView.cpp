@@ -100,6 +100,12 @@ void CLayoutFilesView::Open(const std::wstring& path) {
     m_tree.UpdateButtons();
 }
 
+void CLayoutFilesView::OpenDropped(const std::wstring& path) {
+    if (AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    RemovePlaceholder();
+    Open(path);
+}
+
 bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
     if (!Load(document, path)) return false;
