@@ -114,6 +114,6 @@ class CPluginManagerDlg : public CDialog {
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
                CBackupsView&, CFileDrop&>
-        m_views{m_docking,  m_elevation, m_size,  m_list,    m_exclusion, m_names,
-                m_vstTools, m_tree,      m_files, m_toolbar, m_tasks,     m_backupList, m_fileDrop};
+        m_views{m_docking, m_elevation, m_size,    m_list,  m_exclusion,  m_names,   m_vstTools,
+                m_tree,    m_files,     m_toolbar, m_tasks, m_backupList, m_fileDrop};
 };

@@ -35,7 +35,8 @@ struct VstInventoryRecord {
 
 /// A VST is listed under its plug-in id, a VST3 under each of its two.
 inline bool IsListedUnder(const VstInventoryRecord& record, const Guid& id) {
-    const bool isVst2 = record.category == Category::VstEffects || record.category == Category::VstInstruments;
+    const bool isVst2 =
+        record.category == Category::VstEffects || record.category == Category::VstInstruments;
     return !record.name.empty() && !(isVst2 && id == record.md5Clsid);
 }
 

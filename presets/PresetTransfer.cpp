@@ -142,7 +142,7 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
 }
 
 std::size_t NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
-                  const PresetSelection* selection) {
+                         const PresetSelection* selection) {
     CPresetFileReader reader(file, AnsiText());
     std::vector<PresetPlugin> wanted;
     for (const CPresetListMgr& plugin : plugins) wanted.push_back(plugin.Plugin());

@@ -30,7 +30,7 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
 /// Names in the step what an import of the same arguments will write over: presets, and files that may be
 /// other presets'. Gives how many presets it will bring, as far as the file can be read.
 std::size_t NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
-                  const PresetSelection* selection);
+                         const PresetSelection* selection);
 
 /// The presets of the plug-in in the file, for a preview.
 int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview);

@@ -166,7 +166,8 @@ CPresetView::Dropped CPresetView::ImportDropped(const std::wstring& path, const 
         const CWaitCursor wait;
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
         auto file = CFileSource::Open(path);
-        return file ? ReadPluginsInFile(*file, find, [&work] { return work.Next(); }, found)
+        return file ? ReadPluginsInFile(
+                          *file, find, [&work] { return work.Next(); }, found)
                     : kPresetIoFailure;
     }();
     if (result == kPresetEnded) return Dropped::Left;

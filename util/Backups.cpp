@@ -288,8 +288,9 @@ bool CBackup::PutFilesBack() {
     if (m_entry.folder.empty()) return false;
     CPatience patience;
     for (const auto& [path, copy] : m_entry.record.files) {
-        const bool isBack = copy.empty() ? DeleteHeldFile(path, patience)
-                                         : ReplaceFileByCopy(path, m_entry.folder + L'\\' + copy) == ERROR_SUCCESS;
+        const bool isBack = copy.empty()
+                                ? DeleteHeldFile(path, patience)
+                                : ReplaceFileByCopy(path, m_entry.folder + L'\\' + copy) == ERROR_SUCCESS;
         if (!isBack) return false;
     }
     m_files.clear();  // so that nothing counts as changed

@@ -9,8 +9,8 @@ namespace {
 constexpr ULONGLONG kInterval = 100;  // ms
 constexpr int kMostPaints = 100;      // a window may ask to be painted again and again
 
-/// Takes what was typed out of the queue, so that keys behind the first are seen, too, and no key acts on what
-/// the work has left. No window hears of it.
+/// Takes what was typed out of the queue, so that keys behind the first are seen, too, and no key acts on
+/// what the work has left. No window hears of it.
 bool WasEscapePressed() {
     bool pressed = false;
     MSG message;
@@ -66,8 +66,8 @@ void CLongWork::Show() {
 void CLongWork::FindTaskbarButton() {
     m_button = ::GetAncestor(m_dialog.Handle(), GA_ROOTOWNER);
     if (::GetWindowThreadProcessId(m_button, nullptr) != ::GetCurrentThreadId()) return;
-    if (FAILED(::CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER,
-                                  IID_PPV_ARGS(&m_taskbar))) ||
+    if (FAILED(
+            ::CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&m_taskbar))) ||
         FAILED(m_taskbar->HrInit()))
         m_taskbar.Reset();
 }

@@ -3,10 +3,10 @@
 
 #include <windows.h>
 
+#include <shobjidl.h>
+
 #include <cstddef>
 #include <string>
-
-#include <shobjidl.h>
 #include <wrl/client.h>
 
 #include "Window.h"

@@ -200,8 +200,8 @@ void CReviewDlg::OnColumn(const NMLISTVIEW& click) {
 /// True keeps the row as it is: the control gives a box to any row that Space is pressed on.
 bool CReviewDlg::OnItemChanging(const NMLISTVIEW& item) const {
     const UINT tick = item.uNewState & LVIS_STATEIMAGEMASK;
-    return !m_filling && item.iItem >= 0 && tick != kNoBox && tick != (item.uOldState & LVIS_STATEIMAGEMASK) &&
-           !m_rows[RowOf(m_list, item.iItem)].canBeChecked;
+    return !m_filling && item.iItem >= 0 && tick != kNoBox &&
+           tick != (item.uOldState & LVIS_STATEIMAGEMASK) && !m_rows[RowOf(m_list, item.iItem)].canBeChecked;
 }
 
 void CReviewDlg::OnItemChanged(const NMLISTVIEW& item) {

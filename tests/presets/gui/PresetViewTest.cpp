@@ -3,6 +3,9 @@
 
 #include <commdlg.h>
 
+#include <atomic>
+#include <thread>
+
 #include "presets/StoredPresets.h"
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
@@ -194,6 +197,51 @@ TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
     ImportFrom(m_file, [](HWND dialog) { EXPECT_EQ(support::Rows(List(dialog)).size(), 1U); });
     EXPECT_EQ(StoredPresets(kHallKey), hall);
     EXPECT_EQ(StoredPresets(kRoomKey), room);
+}
+
+/// Types Escape again and again, as long as it lives.
+class CEscapeKey {
+  public:
+    explicit CEscapeKey(HWND window)
+        : m_typing([this, window] {
+              for (; !m_over; ::Sleep(10)) ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+          }) {}
+    ~CEscapeKey() {
+        m_over = true;
+        m_typing.join();
+    }
+
+  private:
+    std::atomic<bool> m_over = false;
+    std::thread m_typing;
+};
+
+TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
+    constexpr std::size_t kMany = 1000;
+    ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_files.Folder().c_str());
+    const std::wstring data = m_files.Write(L"data", std::string(2000, 'x'));
+    for (std::size_t i = 0; i < kMany; ++i)
+        support::SetText(HKEY_CURRENT_USER, kRoomKey, std::to_wstring(i).c_str(), data);
+    SelectPlugins({L"Room"});
+    ExportTo(m_file);
+    const std::string whole = m_files.Read(L"all.spp");
+    {
+        const CEscapeKey escape(Control(IDC_PRESETS_GROUP));
+        ExportTo(m_files.Path(L"new.spp"));
+        m_popups.ExpectFile(L"Export Presets For: ", m_file).Expect(L"already exists", IDYES);
+        Press(IDC_EXPORT);
+    }
+    EXPECT_EQ(m_files.Names(), (Names{L"all.spp", L"data"}));
+    EXPECT_TRUE(m_files.Read(L"all.spp") == whole) << "the old file is back";
+    EXPECT_TRUE(std::filesystem::is_empty(m_data / L"Backups")) << "and its backup is of no more use";
+    DeleteTree(HKEY_CURRENT_USER, kRoomKey);
+    {
+        const CEscapeKey escape(Control(IDC_PRESETS_GROUP));
+        ImportFrom(m_file);
+    }
+    const std::size_t stored = StoredPresets(kRoomKey).size();
+    EXPECT_TRUE(stored > 0 && stored < kMany) << stored;
+    EXPECT_EQ(Text(IDC_PRESETS_GROUP), L"Corvane Plug-in Presets (" + std::to_wstring(stored) + L" found)");
 }
 
 TEST_F(PresetView, AFailureIsReportedAndLosesNothing) {
