@@ -1,30 +1,15 @@
 #include "AboutDlg.h"
 
-#include <shellapi.h>
 #include <shlwapi.h>
 
 #include <array>
 
 #include "ProgramPath.h"
 #include "Resources.h"
+#include "ShellOpen.h"
 #include "TextFormat.h"
 #include "Version.h"
 #include "resource.h"
-
-namespace {
-
-bool Open(HWND owner, const wchar_t* file, const wchar_t* arguments = nullptr) {
-    SHELLEXECUTEINFOW request{};
-    request.cbSize = sizeof request;
-    request.fMask = SEE_MASK_FLAG_NO_UI;
-    request.hwnd = owner;
-    request.lpFile = file;
-    request.lpParameters = arguments;
-    request.nShow = SW_SHOWNORMAL;
-    return ::ShellExecuteExW(&request) != FALSE;
-}
-
-}  // namespace
 
 CAboutDlg::CAboutDlg()
     : CDialog(IDD_ABOUT), m_licencePath(ProgramFolder() + L"\\PluginManager-LICENSE.txt") {}
@@ -50,11 +35,11 @@ bool CAboutDlg::OnInitDialog() {
 }
 
 void CAboutDlg::OnLicence() {
-    if (Open(m_hwnd, m_licencePath.c_str())) return;
+    if (OpenInShell(m_hwnd, m_licencePath.c_str())) return;
     // Where no program is registered for text files, the system's editor shows it: its own one, not one of
     // that name that lies in the current folder.
     std::array<wchar_t, MAX_PATH> folder{};
     ::GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
     const std::wstring editor = std::wstring(folder.data()) + L"\\notepad.exe";
-    Open(m_hwnd, editor.c_str(), (L"\"" + m_licencePath + L"\"").c_str());
+    OpenInShell(m_hwnd, editor.c_str(), (L"\"" + m_licencePath + L"\"").c_str());
 }

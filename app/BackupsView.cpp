@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
 #include <shlwapi.h>
 
 #include <algorithm>
@@ -12,6 +11,7 @@
 #include "BackupQuestion.h"
 #include "MessageCaption.h"
 #include "Resources.h"
+#include "ShellOpen.h"
 #include "SystemErrorText.h"
 #include "TextFormat.h"
 #include "resource.h"
@@ -80,9 +80,7 @@ std::vector<ReviewRow> CBackupsView::ReadRows() {
 
 void CBackupsView::OpenFolder(const CReviewDlg& list) const {
     const auto row = list.Current();
-    if (row)
-        ::ShellExecuteW(list.Handle(), L"open", m_entries[*row].folder.c_str(), nullptr, nullptr,
-                        SW_SHOWNORMAL);
+    if (row) OpenInShell(list.Handle(), m_entries[*row].folder.c_str());
 }
 
 void CBackupsView::Delete(CReviewDlg& list) {

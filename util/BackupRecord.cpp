@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cwchar>
 
 #include "XmlDoc.h"
 
@@ -84,11 +83,23 @@ class CRecordReader : public CXmlDoc {
 }  // namespace
 
 std::optional<SYSTEMTIME> TimeOfBackup(const BackupRecord& record) {
+    constexpr std::wstring_view kForm = L"yyyy-mm-ddThh:mm:ss.lllZ";
+    if (record.time.size() != kForm.size()) return std::nullopt;
     SYSTEMTIME time{};
-    const int parts =
-        std::swscanf(record.time.c_str(), L"%4hu-%2hu-%2huT%2hu:%2hu:%2hu.%3huZ", &time.wYear, &time.wMonth,
-                     &time.wDay, &time.wHour, &time.wMinute, &time.wSecond, &time.wMilliseconds);
-    return parts == 7 ? std::optional(time) : std::nullopt;
+    WORD* const parts[] = {&time.wYear,   &time.wMonth,  &time.wDay,         &time.wHour,
+                           &time.wMinute, &time.wSecond, &time.wMilliseconds};
+    std::size_t part = 0;
+    for (std::size_t i = 0; i < kForm.size(); ++i) {
+        const wchar_t c = record.time[i];
+        if (kForm[i] < L'a') {
+            if (c != kForm[i]) return std::nullopt;
+            ++part;
+        } else {
+            if (c < L'0' || c > L'9') return std::nullopt;
+            *parts[part] = static_cast<WORD>(*parts[part] * 10 + (c - L'0'));
+        }
+    }
+    return time;
 }
 
 DWORD WriteBackupRecord(const std::wstring& path, const BackupRecord& record) {

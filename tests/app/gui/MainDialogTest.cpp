@@ -5,6 +5,7 @@
 #include "AccessibleName.h"
 #include "HelpTopics.h"
 #include "PluginDetails.h"
+#include "ReviewDlg.h"
 #include "SinglePropDlg.h"
 #include "support/MainDialog.h"
 #include "support/Surroundings.h"
@@ -132,7 +133,8 @@ TEST_F(MainDialogScale, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
 /// What a screen reader says of a control: its text or, where that is its content, the label before it.
 std::wstring SpokenName(HWND control) {
     const std::wstring kind = support::ClassOf(control);
-    if (kind != L"Edit" && kind != L"ListBox" && kind != L"ComboBox") return CWindow(control).Text();
+    if (kind != L"Edit" && kind != L"ListBox" && kind != L"ComboBox" && kind != L"SysListView32")
+        return CWindow(control).Text();
     HWND before = ::GetWindow(control, GW_HWNDPREV);
     while (before && !(::GetWindowLongW(before, GWL_STYLE) & WS_VISIBLE))
         before = ::GetWindow(before, GW_HWNDPREV);
@@ -168,9 +170,12 @@ TEST_F(MainDialog, WhatTheKeyboardReachesHasANameAndHelp) {
         ASSERT_TRUE(prompt.CreateModeless(m_dialog->Handle()));
         ExpectNamesAndHelp(prompt.Handle());
     }
+    CReviewDlg review({L"caption", L"heading", L"button"}, {{L"column"}}, {});
+    ASSERT_TRUE(review.CreateModeless(m_dialog->Handle()));
+    ExpectNamesAndHelp(review.Handle());
     for (UINT id = IDD_ABOUT; id < 200; ++id) {
         CDialog dialog(id);
-        const bool seenInUse = id == IDD_PLUGIN_MANAGER || id == IDD_SINGLE_PROP;
+        const bool seenInUse = id == IDD_PLUGIN_MANAGER || id == IDD_SINGLE_PROP || id == IDD_REVIEW;
         if (!seenInUse && dialog.CreateModeless(m_dialog->Handle())) ExpectNamesAndHelp(dialog.Handle());
     }
 }

@@ -30,6 +30,7 @@ TEST_F(Autosave, ACopyIsThereWhileTheLayoutHasChanges) {
     PassMinute();
     EXPECT_FALSE(Has(L".")) << "nothing was changed";
     Build(L"a,\x01(b)");
+    Layout().SetModified(true);
     EXPECT_FALSE(Has(kCopy));
     PassMinute();
     EXPECT_NE(Read(kCopy).find("\xEF\xBF\xBD"), std::string::npos) << "what XML can't hold";

@@ -135,11 +135,11 @@ TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
 
 TEST_F(LayoutHistory, StepsAreNamedAndOnlyAsManyAsFitAreKept) {
     Build(L"*b,a");
-    EXPECT_EQ(View().UndoName() + View().RedoName(), L"UndoRedo");
+    EXPECT_EQ(View().UndoName() + View().RedoName(), L"");
     Press(IDC_SORT_ALL);
-    EXPECT_EQ(View().UndoName(), L"Undo Sort All");
+    EXPECT_EQ(View().UndoName(), L"&Undo Sort All");
     View().OnUndo();
-    EXPECT_EQ(View().UndoName() + View().RedoName(), L"UndoRedo Sort All");
+    EXPECT_EQ(View().UndoName() + View().RedoName(), L"&Redo Sort All");
     Press(IDC_MOVE_DOWN);
     EXPECT_FALSE(View().CanRedo()) << "another step takes its place";
     CLayoutHistory history(Layout());
