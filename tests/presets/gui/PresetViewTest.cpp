@@ -217,7 +217,7 @@ class CEscapeKey {
 };
 
 TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
-    constexpr std::size_t kMany = 1000;
+    constexpr std::size_t kMany = 4000;
     ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_files.Folder().c_str());
     const std::wstring data = m_files.Write(L"data", std::string(2000, 'x'));
     for (std::size_t i = 0; i < kMany; ++i)
