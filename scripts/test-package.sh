@@ -12,7 +12,7 @@ uninstaller=PluginManager-uninstall.exe licence=PluginManager-LICENSE.txt
 uninstall_key='Software\Microsoft\Windows\CurrentVersion\Uninstall\CorvanePluginManager'
 company_key='Software\Corvane Music Software'
 machine=HKEY_LOCAL_MACHINE user=HKEY_CURRENT_USER
-layout_class=CorvanePluginManager.Layout layout_ending='Software\Classes\.pgl'
+layout_class=CorvanePluginManager.Layout
 tools_menu_entry="$machine\\$company_key\\Tools Menu\\Plugin Manager"
 export LC_ALL=C.UTF-8  # for the letters in folder names
 
@@ -92,11 +92,16 @@ same_as_before() {
 
 # opens_layouts ROOT FOLDER: Windows offers the copy there for layouts, and no more than that.
 opens_layouts() {
-    wine regedit /E "$(windows_path "$work/class.reg")" "$1\\Software\\Classes\\$layout_class"
-    iconv -f utf-16 -t utf-8 "$work/class.reg" | tr -d '\r' >"$work/class.txt"
-    grep -F "@=\"\\\"${2//\\/\\\\}\\\\PluginManager.exe\\\" \\\"%1\\\"\"" "$work/class.txt" &&
-        wine reg query "$1\\$layout_ending\\OpenWithProgids" /v "$layout_class" &&
-        not wine reg query "$1\\$layout_ending" /ve
+    local key
+    : >"$work/classes.txt"
+    for key in "$layout_class" .pgl; do
+        wine regedit /E "$(windows_path "$work/key.reg")" "$1\\Software\\Classes\\$key"
+        iconv -f utf-16 -t utf-8 "$work/key.reg" | tr -d '\r' >>"$work/classes.txt"
+    done
+    cat "$work/classes.txt"
+    [ "$(grep '^["@]' "$work/classes.txt")" = '@="Plug-in Menu Layout"
+@="\"'"${2//\\/\\\\}"'\\PluginManager.exe\" \"%1\""
+"'"$layout_class"'"=""' ]
 }
 
 start_program() {
@@ -350,7 +355,7 @@ start_display
 fresh_prefix "$build/package-prefix"
 wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 # The system's own, which every Windows has and a fresh prefix makes when they are first used.
-for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie'; do
+for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie' 'Software\Classes'; do
     wine reg add "$user\\$key" /f >/dev/null
 done
 test_all_users

@@ -4,6 +4,7 @@
 #include "ReviewDlg.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "presets/StoredPresets.h"
+#include "support/StandInHost.h"
 #include "support/TestPlugins.h"
 
 namespace {
@@ -79,6 +80,8 @@ class FileDrop : public LayoutTreeDialog {
         state.stateMask = LVIS_STATEIMAGEMASK;
         CWindow(::GetDlgItem(dialog, IDC_REVIEW_LIST)).Send(LVM_SETITEMSTATE, item, &state);
     }
+
+    std::optional<StandInHost> m_host;
 };
 
 TEST_F(FileDrop, TheLastLayoutOpensAfterTheQuestion) {
@@ -131,6 +134,13 @@ TEST_F(FileDrop, WhatCannotBeOpenedIsNamedInOneMessage) {
     m_popups.Expect(L"opened:\n\nfolder.pgl\ngone.spp\n\nMenu layouts", IDOK);
     Drop(many);
     many.resize(10'000, L"C:\\some other file that somebody drops.txt");
+    m_dialog.reset();
+    m_host.emplace();
+    Open({L"/ParentWnd", m_host->HandleText()});
+    EXPECT_NE(::GetWindowLongPtrW(m_dialog->Handle(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+    ::EnableWindow(m_host->Window(), FALSE);
+    Drop(many);  // the host asks something
+    ::EnableWindow(m_host->Window(), TRUE);
     m_popups.Expect(L"\n... and 9,995 more\n", IDOK);
     Drop(many);
 }
