@@ -77,7 +77,7 @@ bool CPresetListMgr::DeleteAllPresets(const std::function<bool()>& goOn) const {
             return true;
         }
         DeleteFileOf(values.Type(), values.Data(), patience);
-        gone.push_back(values.Name());
+        gone.emplace_back(values.Name());
     }
     return CRegKey::DeleteTree(HKEY_CURRENT_USER, KeyPathOf(m_plugin));
 }

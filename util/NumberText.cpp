@@ -5,7 +5,7 @@
 #include <array>
 
 std::wstring NumberText(std::uint64_t number) {
-    const std::wstring plain = std::to_wstring(number);
+    std::wstring plain = std::to_wstring(number);
     std::array<wchar_t, 80> grouped{};
     const int size = ::GetNumberFormatEx(LOCALE_NAME_USER_DEFAULT, 0, plain.c_str(), nullptr, grouped.data(),
                                          static_cast<int>(grouped.size()));

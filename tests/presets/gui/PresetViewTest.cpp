@@ -210,6 +210,8 @@ class CEscapeKey {
         m_over = true;
         m_typing.join();
     }
+    CEscapeKey(const CEscapeKey&) = delete;
+    CEscapeKey& operator=(const CEscapeKey&) = delete;
 
   private:
     std::atomic<bool> m_over = false;
