@@ -99,19 +99,20 @@ void CBackupsView::Delete(CReviewDlg& list) {
 /// The newest first, as the list had them: what several hold is as it was before all of them. Only one layout
 /// can be open.
 void CBackupsView::Restore(const std::vector<std::size_t>& rows) {
+    for (const std::size_t row : rows) m_backups.Spare(m_entries[row]);
     std::wstring layout;
-    bool changed = false;
+    std::vector<BackupRecord> restored;
     for (const std::size_t row : rows) {
         const BackupEntry& backup = m_entries[row];
         const std::wstring& copy = backup.record.layout;
         if (copy.empty()) {
-            changed = true;
+            restored.push_back(backup.record);
             if (!RestoreOne(backup)) break;
         } else if (layout.empty()) {
             layout = backup.folder + L'\\' + copy;
         }
     }
-    if (changed && m_dialog.IsLive()) m_events.restored();
+    if (!restored.empty() && m_dialog.IsLive()) m_events.restored(restored);
     if (!layout.empty() && m_dialog.IsLive()) m_events.openLayout(layout);
 }
 
@@ -121,7 +122,7 @@ bool CBackupsView::RestoreOne(const BackupEntry& backup) {
     const auto goOn = [this](DWORD error) { return GoesOnWithoutBackup(m_dialog.Handle(), error); };
     const std::wstring step = FormatText(LoadText(IDS_STEP_RESTORE), backup.record.step);
     const DWORD error = m_backups.Restore(backup, step, m_dialog, goOn);
-    if (error != ERROR_SUCCESS && error != ERROR_CANCELLED) {
+    if (error != ERROR_SUCCESS && error != ERROR_CANCELLED && m_dialog.IsLive()) {
         const std::wstring text =
             FormatText(LoadText(IDS_BACKUP_NOT_RESTORED), backup.record.step, SystemErrorText(error));
         ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_ICONEXCLAMATION);

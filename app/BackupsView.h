@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,8 @@
 class CBackupsView {
   public:
     struct Events {
-        /// Registry keys and files may be others now.
-        std::function<void()> restored;
+        /// What these name may be other than before.
+        std::function<void(std::span<const BackupRecord> backups)> restored;
         /// To be called with the copy of a layout that was left unsaved.
         std::function<void(const std::wstring& copy)> openLayout;
     };

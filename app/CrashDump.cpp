@@ -9,6 +9,7 @@
 #include <string>
 
 #include "DataFolder.h"
+#include "Files.h"
 #include "Handles.h"
 #include "MessageCaption.h"
 #include "Resources.h"
@@ -53,7 +54,7 @@ bool WriteDump(const Crash& crash) {
     const UniqueLibrary library(::LoadLibraryExW(L"dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
     decltype(&::MiniDumpWriteDump) write = nullptr;
     if (!library || !FindFunction(library.Get(), "MiniDumpWriteDump", write)) return false;
-    ::CreateDirectoryW(Texts().folder.c_str(), nullptr);
+    MakeFolders(Texts().folder);
     const UniqueFile file(::CreateFileW(Texts().path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
     MINIDUMP_EXCEPTION_INFORMATION exception{crash.thread, crash.where, FALSE};
@@ -74,11 +75,16 @@ DWORD WINAPI ReportCrash(void* parameter) {
 /// what crashed.
 LONG WINAPI OnCrash(EXCEPTION_POINTERS* where) {
     static volatile LONG crashes = 0;
-    // What another thread comes to meanwhile is not worth a second message.
-    if (::InterlockedIncrement(&crashes) > 1) ::Sleep(INFINITE);
+    static DWORD reporter = 0;
+    if (::InterlockedIncrement(&crashes) > 1) {
+        // One that has no window any more must not keep the lock on its unsaved layout.
+        if (::GetCurrentThreadId() == reporter) ::TerminateProcess(::GetCurrentProcess(), kUncaughtException);
+        // What another thread comes to meanwhile is not worth a second message.
+        ::Sleep(INFINITE);
+    }
     const UniqueKernelHandle written(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
     Crash crash{where, ::GetCurrentThreadId(), written.Get()};
-    const UniqueKernelHandle thread(::CreateThread(nullptr, 0, &ReportCrash, &crash, 0, nullptr));
+    const UniqueKernelHandle thread(::CreateThread(nullptr, 0, &ReportCrash, &crash, 0, &reporter));
     if (thread && ::WaitForSingleObject(written.Get(), kLongestWriting) == WAIT_OBJECT_0)
         ::WaitForSingleObject(thread.Get(), INFINITE);
     return EXCEPTION_EXECUTE_HANDLER;

@@ -1,5 +1,6 @@
 #include "PluginManagerDlg.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "AboutDlg.h"
@@ -17,6 +18,9 @@ constexpr UINT kCommandAbout = 0x10;
 
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
+
+/// In the data of a key that is still held.
+constexpr LPARAM kRepeated = 1L << 30;
 
 /// With Alt, too, it is AltGr, which types a letter.
 bool IsControlAlone() {
@@ -52,7 +56,7 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_toolbar(*this),
       m_tasks(*this, TaskCommands()),
       m_backupList(*this, m_backups,
-                   {.restored = [this] { OnRestored(); },
+                   {.restored = [this](std::span<const BackupRecord> backups) { OnRestored(backups); },
                     .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
@@ -308,7 +312,7 @@ bool CPluginManagerDlg::PreTranslate(const MSG& message) {
             Send(WM_COMMAND, IDOK);
             return true;
         case 'S':
-            if (!IsControlAlone()) return false;
+            if (!IsControlAlone() || (message.lParam & kRepeated)) return false;
             Send(WM_COMMAND, ID_SAVE_LAYOUT);
             return true;
         default:
@@ -343,14 +347,26 @@ void CPluginManagerDlg::OnManagePresets() {
     m_list.OnSelectionChanged();
 }
 
-void CPluginManagerDlg::OnRestored() {
+void CPluginManagerDlg::OnRestored(std::span<const BackupRecord> backups) {
     const CWaitCursor wait;
-    const auto rows = CRememberedRows::Of(m_list.Plugins());
-    m_list.EnumeratePlugins();
-    m_list.Refill(rows);
-    m_files.OnRestored();
-    m_host.Tell(kPluginsChanged);
-    m_host.Tell(kLayoutsChanged);
+    const auto has = [backups](BackupKind kind) {
+        return std::ranges::find(backups, kind, &BackupRecord::kind) != backups.end();
+    };
+    if (has(BackupKind::Registry)) {
+        const auto rows = CRememberedRows::Of(m_list.Plugins());
+        m_list.EnumeratePlugins();
+        m_list.Refill(rows);
+        m_host.Tell(kPluginsChanged);
+    }
+    if (has(BackupKind::Presets)) m_list.OnSelectionChanged();
+    if (has(BackupKind::Layouts)) {
+        std::vector<std::wstring> files;
+        for (const BackupRecord& backup : backups) {
+            for (const auto& file : backup.files) files.push_back(file.path);
+        }
+        m_files.OnRestored(files);
+        m_host.Tell(kLayoutsChanged);
+    }
 }
 
 void CPluginManagerDlg::OnOK() {
@@ -375,7 +391,7 @@ bool CPluginManagerDlg::OnQueryEndSession() {
 void CPluginManagerDlg::OnEndSession(bool ends) {
     // An ended session destroys no window; in one that goes on, another program said no.
     if (!ends) return OnStays();
-    m_files.KeepUnsaved();
+    m_files.DropUnasked();
     m_size.StorePlace();
 }
 
@@ -391,7 +407,7 @@ bool CPluginManagerDlg::MayClose() {
             // Still modified: the save failed, and the tree holds the only copy.
             return !m_tree.Layout().IsModified();
         case IDNO:
-            m_files.KeepUnsaved();
+            if (!m_files.MayBeDropped(m_files.KeepUnsaved())) return false;
             m_discarded = m_discarded || m_tree.Layout().IsModified();
             m_tree.Layout().SetModified(false);  // so that nothing asks again
             return true;
@@ -405,8 +421,7 @@ void CPluginManagerDlg::OnDestroy() {
     m_size.StorePlace();
     // Still modified here: the host takes the window away, and there is no way back.
     if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
-    m_files.KeepUnsaved();
-    m_tree.Layout().SetModified(false);
+    m_files.DropUnasked();
     m_list.OnDestroy();
     m_tree.OnDestroy();
 }

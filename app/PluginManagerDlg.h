@@ -69,7 +69,7 @@ class CPluginManagerDlg : public CDialog {
     void OnExportPresets();
     void OnManagePresets();
     std::vector<TaskCommand> TaskCommands();
-    void OnRestored();
+    void OnRestored(std::span<const BackupRecord> backups);
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;

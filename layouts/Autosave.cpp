@@ -9,10 +9,6 @@ constexpr UINT kMinute = 60'000;  // ms
 /// More programs than anybody runs at once, and more crashes than anybody has without an answer.
 constexpr int kMostCopies = 20;
 
-bool Exists(const std::wstring& path) {
-    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 /// Nothing when another program holds it.
 UniqueFile Lock(const std::wstring& path) {
     return UniqueFile(::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, /*shared*/ 0, nullptr, OPEN_ALWAYS,
@@ -54,11 +50,11 @@ void CAutosave::StopTimer() {
 /// One that a crash left behind keeps its name until the user was asked about it.
 bool CAutosave::TakeFree() {
     if (m_folder.empty()) return false;
-    ::CreateDirectoryW(m_folder.c_str(), nullptr);
+    MakeFolders(m_folder);
     for (int number = 1; !m_lock && number <= kMostCopies; ++number) {
         m_path = NameOf(number, L".pgl");
         m_lock = Lock(NameOf(number, L".lock"));
-        if (Exists(m_path)) m_lock.Reset();
+        if (IsThere(m_path)) m_lock.Reset();
     }
     return static_cast<bool>(m_lock);
 }
@@ -67,10 +63,10 @@ std::optional<std::wstring> CAutosave::TakeLeft() {
     if (m_lock || m_folder.empty()) return std::nullopt;
     while (m_lastAsked < kMostCopies) {
         m_path = NameOf(++m_lastAsked, L".pgl");
-        if (!Exists(m_path)) continue;
+        if (!IsThere(m_path)) continue;
         m_lock = Lock(NameOf(m_lastAsked, L".lock"));
         // Its owner may have removed it just now.
-        if (m_lock && Exists(m_path)) return m_path;
+        if (m_lock && IsThere(m_path)) return m_path;
         m_lock.Reset();
     }
     return std::nullopt;

@@ -1,5 +1,8 @@
 #include "LayoutFilesView.h"
 
+#include <algorithm>
+
+#include "Files.h"
 #include "LayoutFileDlg.h"
 #include "LayoutFolder.h"
 #include "LayoutPath.h"
@@ -96,7 +99,12 @@ void CLayoutFilesView::ListLayouts() {
 }
 
 void CLayoutFilesView::Open(const std::wstring& path) {
-    if (!OpenByPath(FullPathOf(path))) Complain(LoadText(IDS_NOT_A_LAYOUT));
+    const std::wstring full = FullPathOf(path);
+    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
+    if (Load(document, full)) {
+        m_tree.ForgetSteps();
+        ShowOpened(document.LayoutName(), full);
+    }
     m_tree.UpdateButtons();
 }
 
@@ -104,14 +112,6 @@ void CLayoutFilesView::OpenDropped(const std::wstring& path) {
     if (AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
     RemovePlaceholder();
     Open(path);
-}
-
-bool CLayoutFilesView::OpenByPath(const std::wstring& path) {
-    CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
-    if (!Load(document, path)) return false;
-    m_tree.ForgetSteps();
-    ShowOpened(document.LayoutName(), path);
-    return true;
 }
 
 void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& path) {
@@ -130,18 +130,21 @@ void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& 
     m_current = m_list.CurrentRow();
 }
 
-void CLayoutFilesView::OnRestored() {
+void CLayoutFilesView::OnRestored(std::span<const std::wstring> files) {
+    DisplayName();  // the name that was typed stays in the field
     ListLayouts();
     m_current = RowOf(m_path);
     m_list.SetCurrentRow(m_current);
     EnableDelete(m_current.has_value());
-    SetName(DisplayName());
+    SetName(std::wstring(m_name));
     NoteChange();
-    if (m_current && !m_tree.Layout().IsModified()) Open(m_path);
+    const bool isAmongThem =
+        std::ranges::any_of(files, [this](const std::wstring& file) { return SamePath(file, m_path); });
+    if (isAmongThem && !m_tree.Layout().IsModified()) Open(m_path);
 }
 
 void CLayoutFilesView::OpenBackup(const std::wstring& copy) {
-    if (AskToSave(MB_YESNOCANCEL) != IDCANCEL && !OpenUnsaved(copy)) Complain(LoadText(IDS_NOT_A_LAYOUT));
+    if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) OpenUnsaved(copy);
 }
 
 /// The layout comes back as it was: modified, under its name, and as that of its file.
@@ -159,21 +162,37 @@ bool CLayoutFilesView::OpenUnsaved(const std::wstring& copy) {
     return true;
 }
 
-/// False, and the tree as it was, when the file is no layout.
+bool CLayoutFilesView::MayBeDropped(const std::optional<CBackup>& kept) const {
+    const DWORD error = kept ? kept->Error() : ERROR_SUCCESS;
+    return error == ERROR_SUCCESS || (GoesOnWithoutBackup(m_dialog.Handle(), error) && m_dialog.IsLive());
+}
+
+void CLayoutFilesView::DropUnasked() {
+    const auto kept = KeepUnsaved();
+    // Else the copy for the case of a crash is the last one.
+    if (!kept || kept->Error() == ERROR_SUCCESS) m_tree.Layout().SetModified(false);
+}
+
+/// False, after a message, when the file is no layout, or when the present one must not be lost for it.
 bool CLayoutFilesView::Load(CXMLTreeCtrl& document, const std::wstring& path) {
     const CWaitCursor wait;
     auto kept = KeepUnsaved();
-    if (!document.Load(path, false)) {
-        if (kept) kept->Discard();
-        return false;
+    if (!MayBeDropped(kept)) return false;
+    const unsigned changes = m_tree.Layout().Changes();
+    if (document.Load(path, false)) {
+        m_tree.Layout().SetModified(false);
+        return true;
     }
-    m_tree.Layout().SetModified(false);
-    return true;
+    // A tree that could not be filled again has lost what it held.
+    if (kept && m_tree.Layout().Changes() == changes) kept->Discard();
+    Complain(LoadText(IDS_NOT_A_LAYOUT));
+    return false;
 }
 
 void CLayoutFilesView::OnNew() {
     if (AskToSave(MB_YESNOCANCEL) != IDCANCEL) {
         const auto kept = KeepUnsaved();
+        if (!MayBeDropped(kept)) return;
         ShowNew();
         m_tree.Layout().Clear();
         m_tree.Layout().SetModified(false);
@@ -237,14 +256,11 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
     if (ShowRow(row)) m_tree.ForgetSteps();
 }
 
-/// False, after a message, when its file is no layout.
+/// False when its file could not be shown.
 bool CLayoutFilesView::ShowRow(std::optional<int> row) {
     const std::wstring path = PathOf(row);
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
-    if (!path.empty() && !Load(document, path)) {
-        Complain(LoadText(IDS_NOT_A_LAYOUT));
-        return false;
-    }
+    if (!path.empty() && !Load(document, path)) return false;
     m_list.SetCurrentRow(row);
     SetName(row ? m_list.RowText(*row) : std::wstring());
     m_path = path;

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,10 @@ class CLayoutFilesView {
     int AskToSave(UINT buttons);
     /// A modified layout that is about to be lost goes to the backups; nothing for any other.
     std::optional<CBackup> KeepUnsaved() { return m_unsaved.BackUp(); }
+    /// Whether that backup could be made, or the user would do without it.
+    bool MayBeDropped(const std::optional<CBackup>& kept) const;
+    /// The layout is lost now, and no question is possible.
+    void DropUnasked();
     /// Lists the layout files of the layouts folder; none of them is the current one.
     void ListLayouts();
     /// Shows the layout of a file, or a message when it is none.
@@ -45,7 +50,7 @@ class CLayoutFilesView {
         return m_unsaved.Offer([this](const std::wstring& copy) { return OpenUnsaved(copy); });
     }
     /// Layout files may be others than the list shows, or hold something else.
-    void OnRestored();
+    void OnRestored(std::span<const std::wstring> files);
     /// Opens a layout that was left unsaved, as it was.
     void OpenBackup(const std::wstring& copy);
     bool OnTimer(UINT_PTR timer) { return m_unsaved.OnTimer(timer); }
@@ -66,7 +71,6 @@ class CLayoutFilesView {
     bool IsWheelOverList(const MSG& message) const;
 
   private:
-    bool OpenByPath(const std::wstring& path);
     void ShowOpened(const std::wstring& name, const std::wstring& path);
     void ShowNew();
     bool OpenUnsaved(const std::wstring& copy);

@@ -49,6 +49,8 @@ void CLayoutHistory::Add(UINT text) {
         Drop(m_states.begin());
     m_at = m_states.size() - 1;
     m_states.front().text = 0;
+    // The present state is not remembered yet. Records that the tree still holds were left in the sum.
+    if (m_at == 0) m_bytes = 0;
 }
 
 void CLayoutHistory::Drop(std::vector<State>::iterator state) {

@@ -308,7 +308,7 @@ bool CTreeCtrlEx::OnKeyDown(UINT key) {
         SelectAll();
         return true;
     }
-    if (command && m_hooks.onCommandKey(key)) return true;
+    if (command && !IsDown(VK_SHIFT) && m_hooks.onCommandKey(key)) return true;
     if (!MovesCaret(key) || IsDown(VK_CONTROL)) return false;
     if (!IsDown(VK_SHIFT)) {
         m_anchor = nullptr;

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::uint64_t kLargestKeysFile = 1ULL << 30;
-
 std::optional<std::wstring> ReadText(const std::wstring& path) {
     std::string bytes;
     CPatience patience;
@@ -76,8 +74,7 @@ std::optional<BackupChanges> FindBackupChanges(const BackupEntry& entry) {
 DWORD PutBack(const BackupEntry& entry, const BackupChanges& changes, const CWindow& owner,
               const RegImporter& import) {
     if (!changes.machine.empty()) {
-        if (const DWORD error = import(owner, entry.folder, BackupHive::Machine, changes.machine))
-            return error;
+        if (const DWORD error = import(owner, BackupHive::Machine, changes.machine)) return error;
     }
     for (const auto& file : entry.record.files) {
         if (file.copy.empty()) continue;
@@ -86,7 +83,7 @@ DWORD PutBack(const BackupEntry& entry, const BackupChanges& changes, const CWin
         if (error != ERROR_SUCCESS) return error;
     }
     if (!changes.user.empty()) {
-        if (const DWORD error = import(owner, entry.folder, BackupHive::User, changes.user)) return error;
+        if (const DWORD error = import(owner, BackupHive::User, changes.user)) return error;
     }
     CPatience patience;
     for (const auto& file : entry.record.files) {

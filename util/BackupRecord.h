@@ -34,6 +34,8 @@ struct BackupEntry {
 // What lies beside the copies of files.
 inline constexpr wchar_t kBackupRecordFile[] = L"\\backup.xml";
 inline constexpr wchar_t kBackupKeysFile[] = L"\\before.reg";
+/// In bytes; what is read back has to fit into memory.
+inline constexpr std::uint64_t kLargestKeysFile = 1ULL << 30;
 
 /// In UTC; nothing when somebody has changed it to none.
 std::optional<SYSTEMTIME> TimeOfBackup(const BackupRecord& record);

@@ -8,6 +8,7 @@
 #include "DataFolder.h"
 #include "Files.h"
 #include "RegFileText.h"
+#include "XmlText.h"
 
 namespace {
 
@@ -28,33 +29,25 @@ std::wstring TimeForRecord() {
 
 std::uint64_t Joined(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
 
-/// Where the system would look for it.
-std::wstring FullPath(const std::wstring& path) {
-    std::wstring full(32768, L'\0');
-    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return full;
-}
-
-bool IsThere(const std::wstring& path) {
-    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-/// Calls `found` with the data of each file or folder, but "." and "..".
+/// Calls `found` with the data of each file or, else, of each folder, but "." and ".." and those that lead
+/// elsewhere.
 template <typename TFound>
-void ForEachIn(const std::wstring& folder, TFound&& found) {
+void ForEachIn(const std::wstring& folder, bool folders, TFound&& found) {
     WIN32_FIND_DATAW data{};
-    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE) return;
+    const HANDLE first = ::FindFirstFileW((folder + L"\\*").c_str(), &data);
+    if (first == INVALID_HANDLE_VALUE) return;
+    const UniqueHandle<HANDLE, &::FindClose> search(first);
     do {
         const std::wstring_view name = data.cFileName;
-        if (name != L"." && name != L"..") found(data);
-    } while (::FindNextFileW(search, &data));
-    ::FindClose(search);
+        const bool isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        const bool isLink = isFolder && (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
+        if (isFolder == folders && !isLink && name != L"." && name != L"..") found(data);
+    } while (::FindNextFileW(search.Get(), &data));
 }
 
 std::uint64_t SizeOfFolder(const std::wstring& folder) {
     std::uint64_t size = 0;
-    ForEachIn(folder,
+    ForEachIn(folder, false,
               [&](const WIN32_FIND_DATAW& file) { size += Joined(file.nFileSizeHigh, file.nFileSizeLow); });
     return size;
 }
@@ -74,9 +67,9 @@ std::wstring BackupFolder(const std::wstring& dataFolder) {
 CBackups::CBackups(std::wstring folder, std::wstring version, RegImporter importer)
     : m_folder(std::move(folder)), m_version(std::move(version)), m_import(std::move(importer)) {}
 
-DWORD CBackups::Begin(Entry& entry, BackupKind kind, const std::wstring& step) const {
+DWORD CBackups::Begin(BackupEntry& entry, BackupKind kind, const std::wstring& step) const {
     entry.record.kind = kind;
-    entry.record.step = step;
+    entry.record.step = XmlTextOf(step);
     entry.record.time = TimeForRecord();
     entry.record.version = m_version;
     if (m_folder.empty()) return ERROR_PATH_NOT_FOUND;
@@ -101,12 +94,12 @@ CBackup CBackups::Make(const BackupStep& step, bool stays) {
     backup.m_stays = stays;
     const bool isKept = step.oncePerRun && step.keys.empty() &&
                         std::ranges::all_of(step.files, [this](const std::wstring& file) {
-                            return m_keptFiles.contains(InCapitals(FullPath(file)));
+                            return m_keptFiles.contains(InCapitals(FullPathOf(file)));
                         });
     const bool isEmpty =
         step.keys.empty() && (stays ? step.files.empty() : std::ranges::none_of(step.files, &IsThere));
     if (isKept || isEmpty) return backup;
-    Entry& entry = backup.m_entry;
+    BackupEntry& entry = backup.m_entry;
     DWORD error = Begin(entry, step.kind, step.name);
     if (error == ERROR_SUCCESS) error = CopyFiles(backup, step);
     if (error == ERROR_SUCCESS) error = WriteKeys(backup, step);
@@ -118,19 +111,26 @@ CBackup CBackups::Make(const BackupStep& step, bool stays) {
 
 DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
     BackupRecord& record = backup.m_entry.record;
+    CPatience patience;
     for (const std::wstring& file : step.files) {
-        const std::wstring path = FullPath(file);
-        const auto seen = CBackup::See(path);
+        const std::wstring path = FullPathOf(file);
+        const auto seen = CBackup::See(path, patience);
+        const DWORD error = seen ? ERROR_SUCCESS : ::GetLastError();
         // What can't be put back is no backup; a file that is not there under such a name needs none.
         if (!IsPlainPath(path)) {
             if (seen) return ERROR_BAD_PATHNAME;
             continue;
         }
-        if (!seen && IsThere(path)) return ERROR_ACCESS_DENIED;
+        const DWORD attributes = ::GetFileAttributesW(path.c_str());
+        if (!seen && attributes != INVALID_FILE_ATTRIBUTES) {
+            // No step takes a folder for a file.
+            if (attributes & FILE_ATTRIBUTE_DIRECTORY) continue;
+            return error;
+        }
         record.files.push_back({path, {}});
         if (!seen) continue;
         const std::wstring copy = BackupCopyName(record.files.size(), path);
-        if (const DWORD error = CopyToNewFile(path, backup.m_entry.folder + L'\\' + copy)) return error;
+        if (const DWORD failed = CopyToNewFile(path, backup.m_entry.folder + L'\\' + copy)) return failed;
         record.files.back().copy = copy;
         backup.m_files.push_back(*seen);
     }
@@ -141,8 +141,10 @@ DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
     if (step.keys.empty()) return ERROR_SUCCESS;
     const UniqueFile file = OpenForWriting(backup.m_entry.folder + kBackupKeysFile);
     if (!file) return ::GetLastError();
-    const auto sink = [&file](std::wstring& text) {
-        return text.size() < kTextAtOnce ? ERROR_SUCCESS : Written(file, text);
+    const auto sink = [&file, size = std::uint64_t{0}](std::wstring& text) mutable -> DWORD {
+        if (text.size() < kTextAtOnce) return ERROR_SUCCESS;
+        size += text.size() * sizeof(wchar_t);
+        return size > kLargestKeysFile ? ERROR_FILE_TOO_LARGE : Written(file, text);
     };
     std::wstring text(RegFileHeader());
     for (const BackupKey& key : step.keys) {
@@ -157,7 +159,7 @@ CBackup CBackups::KeepLayout(const std::wstring& step,
                              const std::function<bool(const std::wstring& copy)>& write) {
     CBackup backup(this);
     backup.m_stays = true;
-    Entry& entry = backup.m_entry;
+    BackupEntry& entry = backup.m_entry;
     DWORD error = Begin(entry, BackupKind::Layouts, step);
     if (error == ERROR_SUCCESS) {
         entry.record.layout = L"1 layout.pgl";
@@ -170,35 +172,42 @@ CBackup CBackups::KeepLayout(const std::wstring& step,
     return backup;
 }
 
-std::vector<CBackups::Entry> CBackups::List() const {
-    std::vector<Entry> entries;
-    ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
+std::vector<BackupEntry> CBackups::List() const {
+    if (m_folder.empty()) return {};  // else the root of the current drive would be meant
+    std::vector<BackupEntry> entries;
+    ForEachIn(m_folder, true, [&](const WIN32_FIND_DATAW& found) {
         const std::wstring folder = m_folder + L'\\' + found.cFileName;
         if (auto record = ReadBackupRecord(folder + kBackupRecordFile))
             entries.push_back({folder, std::move(*record), SizeOfFolder(folder)});
     });
-    std::ranges::stable_sort(entries, std::ranges::greater(),
-                             [](const Entry& entry) -> const std::wstring& { return entry.record.time; });
+    std::ranges::stable_sort(
+        entries, std::ranges::greater(),
+        [](const BackupEntry& entry) -> const std::wstring& { return entry.record.time; });
     return entries;
 }
 
-DWORD CBackups::Restore(const Entry& entry, const std::wstring& step, const CWindow& owner,
+DWORD CBackups::Restore(const BackupEntry& entry, const std::wstring& step, const CWindow& owner,
                         const std::function<bool(DWORD)>& goOn) {
     // What is done is what stands there now, checked, and not what a list once showed.
     const auto record = ReadBackupRecord(entry.folder + kBackupRecordFile);
     if (!record) return ERROR_INVALID_DATA;
-    const Entry checked{entry.folder, *record, entry.size};
+    const BackupEntry checked{entry.folder, *record, entry.size};
     const auto changes = FindBackupChanges(checked);
     if (!changes) return ERROR_INVALID_DATA;
     BackupStep present{record->kind, step, changes->keys, {}, false};
     for (const auto& file : record->files) present.files.push_back(file.path);
-    const CBackup backup = Make(present, true);
+    CBackup backup = Make(present, true);
     if (backup.Error() != ERROR_SUCCESS && !goOn(backup.Error())) return ERROR_CANCELLED;
-    return PutBack(checked, *changes, owner, m_import);
+    const DWORD error = PutBack(checked, *changes, owner, m_import);
+    // The user is asked before anything is put back.
+    if (error == ERROR_CANCELLED) backup.Discard();
+    return error;
 }
 
-bool CBackups::Delete(const Entry& entry) {
-    if (m_known) std::erase_if(*m_known, [&](const Entry& known) { return known.folder == entry.folder; });
+bool CBackups::Delete(const BackupEntry& entry) {
+    m_keptFiles.clear();  // one of them may have had its copy here
+    if (m_known)
+        std::erase_if(*m_known, [&](const BackupEntry& known) { return known.folder == entry.folder; });
     return RemoveFolder(entry.folder);
 }
 
@@ -206,8 +215,10 @@ bool CBackups::RemoveFolder(const std::wstring& folder) {
     // Without its record it is no backup any more, however much of it stays.
     CPatience patience;
     if (!DeleteHeldFile(folder + kBackupRecordFile, patience)) return false;
-    ForEachIn(folder, [&](const WIN32_FIND_DATAW& file) {
+    ForEachIn(folder, false, [&](const WIN32_FIND_DATAW& file) {
         const std::wstring path = folder + L'\\' + file.cFileName;
+        // What somebody else has put there stays.
+        if (path != folder + kBackupKeysFile && !IsBackupCopyName(file.cFileName)) return;
         // A copy is marked read-only when its original was.
         ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
         DeleteHeldFile(path, patience);
@@ -216,7 +227,7 @@ bool CBackups::RemoveFolder(const std::wstring& folder) {
 }
 
 void CBackups::Finish(CBackup& backup) {
-    Entry& entry = backup.m_entry;
+    BackupEntry& entry = backup.m_entry;
     if (entry.folder.empty()) return;
     if (!backup.m_stays && !backup.TookSomething()) {
         RemoveFolder(entry.folder);
@@ -236,7 +247,7 @@ void CBackups::Prune() {
         m_known = List();
         FILETIME now{};
         ::GetSystemTimeAsFileTime(&now);
-        ForEachIn(m_folder, [&](const WIN32_FIND_DATAW& found) {
+        ForEachIn(m_folder, true, [&](const WIN32_FIND_DATAW& found) {
             const std::wstring folder = m_folder + L'\\' + found.cFileName;
             const FILETIME& made = found.ftCreationTime;
             const bool isOld = Joined(made.dwHighDateTime, made.dwLowDateTime) + kTimeToFinish <
@@ -246,13 +257,13 @@ void CBackups::Prune() {
         });
     }
     std::vector<KeptBackup> kept;
-    for (const Entry& entry : *m_known)
+    for (const BackupEntry& entry : *m_known)
         kept.push_back(
             {entry.record.kind, entry.record.time, entry.size, m_fromThisRun.contains(entry.folder)});
     std::vector<std::wstring> pruned;
     for (const std::size_t i : BackupsToPrune(kept)) pruned.push_back((*m_known)[i].folder);
     for (const std::wstring& folder : pruned) RemoveFolder(folder);
-    std::erase_if(*m_known, [&](const Entry& entry) {
+    std::erase_if(*m_known, [&](const BackupEntry& entry) {
         return std::ranges::find(pruned, entry.folder) != pruned.end();
     });
 }
@@ -273,8 +284,7 @@ CBackup::~CBackup() {
     });
 }
 
-std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path) {
-    CPatience patience;
+std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path, CPatience& patience) {
     const UniqueFile file = OpenForReading(path, patience);
     BY_HANDLE_FILE_INFORMATION facts{};
     if (!file || !::GetFileInformationByHandle(file.Get(), &facts)) return std::nullopt;
@@ -298,6 +308,8 @@ bool CBackup::PutFilesBack() {
 }
 
 bool CBackup::TookSomething() const {
-    return !m_keys.IsIntact() ||
-           std::ranges::any_of(m_files, [](const SeenFile& file) { return See(file.path) != file; });
+    CPatience patience;
+    return !m_keys.IsIntact() || std::ranges::any_of(m_files, [&](const SeenFile& file) {
+        return See(file.path, patience) != file;
+    });
 }

@@ -13,6 +13,7 @@
 
 #include "BackupRecord.h"
 #include "BackupStep.h"
+#include "Files.h"
 #include "RegImport.h"
 #include "RegSnapshot.h"
 #include "Window.h"
@@ -26,7 +27,7 @@ class CBackup;
 /// lies where. That one is written last and removed first: a folder without it is none, or not yet one.
 ///
 /// Failure contract: operations give the system's error. A backup that fails leaves nothing behind; a restore
-/// that fails leaves each file and value old or new. Nothing is thrown.
+/// that fails leaves each file and value old or new.
 class CBackups {
   public:
     CBackups(std::wstring folder, std::wstring version, RegImporter importer = &ImportRegText);
@@ -37,22 +38,23 @@ class CBackups {
     /// file.
     CBackup KeepLayout(const std::wstring& step, const std::function<bool(const std::wstring& copy)>& write);
 
-    using Entry = BackupEntry;
     /// Newest first.
-    std::vector<Entry> List() const;
+    std::vector<BackupEntry> List() const;
     /// Puts back what the backup holds, where it differs from what is there now, after a backup of that under
     /// the name `step`. Without such a backup it goes on only when `goOn`, asked with the reason, says so. A
     /// layout is not put anywhere: the caller opens its copy.
-    DWORD Restore(const Entry& entry, const std::wstring& step, const CWindow& owner,
+    DWORD Restore(const BackupEntry& entry, const std::wstring& step, const CWindow& owner,
                   const std::function<bool(DWORD)>& goOn);
     /// False when something of it is still there.
-    bool Delete(const Entry& entry);
+    bool Delete(const BackupEntry& entry);
+    /// It is not pruned in this run, as what this run made.
+    void Spare(const BackupEntry& entry) { m_fromThisRun.insert(entry.folder); }
 
   private:
     friend class CBackup;
     /// With `stays`, also of a step that only adds: so that a restore can be taken back.
     CBackup Make(const BackupStep& step, bool stays);
-    DWORD Begin(Entry& entry, BackupKind kind, const std::wstring& step) const;
+    DWORD Begin(BackupEntry& entry, BackupKind kind, const std::wstring& step) const;
     static DWORD CopyFiles(CBackup& backup, const BackupStep& step);
     static DWORD WriteKeys(CBackup& backup, const BackupStep& step);
     void Finish(CBackup& backup);
@@ -62,9 +64,9 @@ class CBackups {
     const std::wstring m_folder;
     const std::wstring m_version;
     const RegImporter m_import;
-    std::optional<std::vector<Entry>> m_known;  // read with the first pruning
-    std::set<std::wstring> m_fromThisRun;       // folders
-    std::set<std::wstring> m_keptFiles;         // paths in capitals, copied in this run
+    std::optional<std::vector<BackupEntry>> m_known;  // read with the first pruning
+    std::set<std::wstring> m_fromThisRun;             // folders
+    std::set<std::wstring> m_keptFiles;               // paths in capitals, copied in this run
 };
 
 /// Lives while a step runs. At its end the backup goes again when nothing of what the step named has been
@@ -94,12 +96,13 @@ class CBackup {
         bool operator==(const SeenFile&) const = default;
     };
     explicit CBackup(CBackups* store) : m_store(store) {}
-    static std::optional<SeenFile> See(const std::wstring& path);
+    /// Nothing, with the system's last error, for one that can't be opened.
+    static std::optional<SeenFile> See(const std::wstring& path, CPatience& patience);
     bool TookSomething() const;
 
     CBackups* m_store;
-    CBackups::Entry m_entry;  // its folder is empty without a backup
-    bool m_stays = false;     // whatever was changed
+    BackupEntry m_entry;   // its folder is empty without a backup
+    bool m_stays = false;  // whatever was changed
     CRegSnapshot m_keys;
     std::vector<SeenFile> m_files;
     DWORD m_error = ERROR_SUCCESS;

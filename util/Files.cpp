@@ -175,6 +175,16 @@ DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from) {
     return Replace(path, [&from](const std::wstring& beside) { return CopyToNewFile(from, beside); });
 }
 
+bool IsThere(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::wstring FullPathOf(const std::wstring& path) {
+    std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
 bool DeleteHeldFile(const std::wstring& path, CPatience& patience) {
     while (!::DeleteFileW(path.c_str())) {
         const DWORD error = ::GetLastError();

@@ -50,6 +50,11 @@ DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to);
 /// As ReplaceFileContents, with the contents of another file.
 DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from);
 
+/// A file or a folder, of whatever kind.
+bool IsThere(const std::wstring& path);
+/// Where the system would look for it: a path may be relative, or have detours.
+std::wstring FullPathOf(const std::wstring& path);
+
 /// False when the file is still there.
 bool DeleteHeldFile(const std::wstring& path, CPatience& patience);
 

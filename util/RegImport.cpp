@@ -1,6 +1,8 @@
 #include "RegImport.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 
 #include "Files.h"
 #include "Process.h"
@@ -12,6 +14,15 @@ namespace {
 std::wstring Importer() {
     std::array<wchar_t, MAX_PATH> folder{};
     return std::wstring(folder.data(), ::GetSystemDirectoryW(folder.data(), MAX_PATH)) + L"\\reg.exe";
+}
+
+/// Not beside the backup, whose folder may be read-only or full.
+std::optional<std::wstring> NewTemporaryFile() {
+    std::array<wchar_t, MAX_PATH + 1> folder{};
+    std::array<wchar_t, MAX_PATH> path{};
+    const bool made = ::GetTempPathW(static_cast<DWORD>(folder.size()), folder.data()) != 0 &&
+                      ::GetTempFileNameW(folder.data(), L"reg", 0, path.data()) != 0;
+    return made ? std::optional<std::wstring>(path.data()) : std::nullopt;
 }
 
 /// While this lives, others can read the file and do nothing else with it.
@@ -28,23 +39,23 @@ bool Holds(const UniqueFile& file, std::string_view bytes) {
 
 }  // namespace
 
-DWORD ImportRegText(const CWindow& owner, const std::wstring& folder, BackupHive hive,
-                    std::wstring_view text) {
-    const std::wstring path = folder + (hive == BackupHive::User ? L"\\user.reg" : L"\\machine.reg");
+DWORD ImportRegText(const CWindow& owner, BackupHive hive, std::wstring_view text) {
+    const auto path = NewTemporaryFile();
+    if (!path) return ::GetLastError();
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-    if (const DWORD error = ReplaceFileContents(path, bytes)) return error;
-    const CScopeExit remove([&] { ::DeleteFileW(path.c_str()); });
-    const UniqueFile guard = Guard(path);
+    const CScopeExit remove([&] { ::DeleteFileW(path->c_str()); });
+    if (const DWORD error = ReplaceFileContents(*path, bytes)) return error;
+    const UniqueFile guard = Guard(*path);
     // Whoever changed it before it was guarded would have it read with an administrator's rights.
     if (!Holds(guard, bytes)) return ERROR_INVALID_DATA;
-    const std::wstring arguments = L"import \"" + path + L"\"";
+    const std::wstring arguments = L"import \"" + *path + L"\"";
     const bool asks = hive == BackupHive::Machine && !HasAdministratorRights();
     const auto process = asks ? CProcess::StartElevated(owner, Importer(), arguments, SW_HIDE)
                               : CProcess::StartHidden(Importer(), arguments);
-    if (!process) return asks ? ERROR_CANCELLED : ERROR_FILE_NOT_FOUND;
+    if (!process) return std::max<DWORD>(::GetLastError(), ERROR_INVALID_FUNCTION);
     const bool enabled = owner.IsEnabled();
     const CScopeExit restore([&] { owner.Enable(enabled); });
     owner.Enable(false);
-    process->WaitDispatching(owner);
+    if (!process->WaitDispatching(owner)) return ERROR_CANCELLED;
     return process->ExitCode() == 0 ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
 }

@@ -6,5 +6,5 @@ std::wstring SystemErrorText(DWORD error) {
     text.resize(
         ::FormatMessageW(kFlags, nullptr, error, 0, text.data(), static_cast<DWORD>(text.size()), nullptr));
     text.erase(text.find_last_not_of(L" \r\n") + 1);
-    return text;
+    return text.empty() ? std::to_wstring(error) : text;
 }

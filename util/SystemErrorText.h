@@ -4,5 +4,5 @@
 
 #include <string>
 
-/// The system's own words for one of its errors; empty when it has none.
+/// The system's own words for one of its errors, or its number.
 std::wstring SystemErrorText(DWORD error);

@@ -113,7 +113,7 @@ TEST_F(Program, HelpThatWindowsWouldShowBlankNamesTheRemedyInstead) {
 
 /// The folder of the program's data, empty.
 std::filesystem::path EmptyDataFolder() {
-    const auto folder = std::filesystem::path(_wgetenv(L"LOCALAPPDATA")) / L"Corvane Plug-in Manager";
+    auto folder = std::filesystem::path(_wgetenv(L"LOCALAPPDATA")) / L"Corvane Plug-in Manager";
     std::filesystem::remove_all(folder);
     return folder;
 }

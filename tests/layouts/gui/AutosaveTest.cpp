@@ -53,9 +53,11 @@ TEST_F(Autosave, ACopyIsThereWhileTheLayoutHasChanges) {
         second.OnModified(false);
         EXPECT_FALSE(Has(kSecond));
     }
+    Item(IDC_LAYOUTS).SetText(L"\x02");
     m_popups.Expect(L"Save changes", IDNO);
     Press(IDC_LAYOUT_NEW);
     EXPECT_FALSE(Has(kCopy) || Has(kLock)) << "dropped";
+    EXPECT_EQ(Backups().List().at(0).record.step, L"Unsaved layout \xFFFD");
 }
 
 TEST_F(Autosave, WhatACrashLeavesIsOfferedOnce) {

@@ -35,8 +35,7 @@ class Backups : public testing::Test {
     }
     /// What a program would do that starts anew.
     CBackups NewRun() {
-        return {m_folder, L"1",
-                [this](const CWindow&, const std::wstring&, BackupHive hive, std::wstring_view text) {
+        return {m_folder, L"1", [this](const CWindow&, BackupHive hive, std::wstring_view text) {
                     return Import(hive, text);
                 }};
     }
@@ -138,7 +137,7 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
             CRegKey::DeleteTree(HKEY_CURRENT_USER, m_key);
             ::DeleteFileW(m_file.c_str());
         }
-        const CBackups::Entry entry = m_backups.List().at(0);
+        const BackupEntry entry = m_backups.List().at(0);
         const std::wstring changed = entry.folder.substr(m_files.Folder().wstring().size() + 1) + file;
         std::string bytes = m_files.Read(changed);
         const bool wide = bytes.starts_with("\xFF\xFE");
@@ -176,7 +175,7 @@ TEST(RegImport, TheSystemsProgramTakesEveryTypeToTheByte) {
     AppendRegKey(text, key);
     const support::FileSandbox files;
     const CWindow owner(::CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(ImportRegText(owner, files.Folder().wstring(), BackupHive::User, text), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(ImportRegText(owner, BackupHive::User, text), DWORD{ERROR_SUCCESS});
     ::DestroyWindow(owner.Handle());
     const auto stored = CRegKey::Open(HKEY_CURRENT_USER, path);
     ASSERT_TRUE(stored);

@@ -44,7 +44,7 @@ TEST(BackupRules, OnlyKeysThatTheProgramAndTheBackupNameComeBack) {
           L"HKEY_LOCAL_MACHINE" + presets.substr(17), presets.substr(0, presets.size() - 1) + L"*}",
           presets + L"\\..", server + L"\\InprocServer32", classes + L"Filter"})
         EXPECT_FALSE(allows(path, path)) << testing::PrintToString(path);
-    const auto allowsOfServer = [&](RegFileKey key) { return IsRestorable(key, std::vector{server}); };
+    const auto allowsOfServer = [&](const RegFileKey& key) { return IsRestorable(key, std::vector{server}); };
     EXPECT_TRUE(allowsOfServer({server, false, {{L"Merit", false, 4, {}}}}));
     EXPECT_FALSE(allowsOfServer({server, false, {{L"", false, 1, {}}}}));
     EXPECT_FALSE(allowsOfServer({server, true, {}}));
@@ -53,6 +53,7 @@ TEST(BackupRules, OnlyKeysThatTheProgramAndTheBackupNameComeBack) {
 
 TEST(BackupRules, TheOldestOfAKindGoButNoneOfThisRun) {
     std::vector<KeptBackup> backups;
+    backups.reserve(102);
     for (int i = 0; i < 102; ++i)
         backups.push_back({BackupKind::Presets, std::to_wstring(1000 + i), 1, i == 0});
     backups.push_back({BackupKind::Layouts, L"0", 1, false});
