@@ -3,7 +3,6 @@
 
 #include <commdlg.h>
 
-#include <atomic>
 #include <thread>
 
 #include "presets/StoredPresets.h"
@@ -59,6 +58,12 @@ class PresetView : public MainDialog {
         m_popups.ExpectFile(title, path, std::move(before));
         for (const auto& message : messages) m_popups.Expect(message, IDOK);
         Press(button);
+    }
+    /// As long as the thread lives.
+    std::jthread HoldEscape() const {
+        return std::jthread([window = Control(IDC_PRESETS_GROUP)](const std::stop_token& over) {
+            for (; !over.stop_requested(); ::Sleep(10)) ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+        });
     }
     /// A step in the dialog for managing presets.
     Popups& InManage(Popups::Work work) {
@@ -199,25 +204,6 @@ TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
     EXPECT_EQ(StoredPresets(kRoomKey), room);
 }
 
-/// Types Escape again and again, as long as it lives.
-class CEscapeKey {
-  public:
-    explicit CEscapeKey(HWND window)
-        : m_typing([this, window] {
-              for (; !m_over; ::Sleep(10)) ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
-          }) {}
-    ~CEscapeKey() {
-        m_over = true;
-        m_typing.join();
-    }
-    CEscapeKey(const CEscapeKey&) = delete;
-    CEscapeKey& operator=(const CEscapeKey&) = delete;
-
-  private:
-    std::atomic<bool> m_over = false;
-    std::thread m_typing;
-};
-
 TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
     constexpr std::size_t kMany = 4000;
     ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_files.Folder().c_str());
@@ -228,7 +214,7 @@ TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
     ExportTo(m_file);
     const std::string whole = m_files.Read(L"all.spp");
     {
-        const CEscapeKey escape(Control(IDC_PRESETS_GROUP));
+        const std::jthread escape = HoldEscape();
         ExportTo(m_files.Path(L"new.spp"));
         m_popups.ExpectFile(L"Export Presets For: ", m_file).Expect(L"already exists", IDYES);
         Press(IDC_EXPORT);
@@ -238,7 +224,7 @@ TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
     EXPECT_TRUE(std::filesystem::is_empty(m_data / L"Backups")) << "and its backup is of no more use";
     DeleteTree(HKEY_CURRENT_USER, kRoomKey);
     {
-        const CEscapeKey escape(Control(IDC_PRESETS_GROUP));
+        const std::jthread escape = HoldEscape();
         ImportFrom(m_file);
     }
     const std::size_t stored = StoredPresets(kRoomKey).size();
