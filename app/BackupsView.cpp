@@ -19,8 +19,8 @@
 namespace {
 
 /// Widths in dialog units.
-constexpr int kWhenWidth = 96;
-constexpr int kWhatWidth = 240;
+constexpr int kWhenWidth = 102;
+constexpr int kWhatWidth = 238;
 constexpr int kSizeWidth = 52;
 
 /// As the user's settings have it; nothing for a time that is none.

@@ -55,6 +55,9 @@ void CTasksMenu::Drop() const {
 }
 
 bool CTasksMenu::IsDropKey(const MSG& message) const {
-    return (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) && message.wParam == VK_DOWN &&
+    const bool isKeyDown = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    // Not every system makes a button that got the focus by its letter or the mouse the one that Enter
+    // presses.
+    return isKeyDown && (message.wParam == VK_DOWN || message.wParam == VK_RETURN) &&
            m_dialog.Item(IDC_TASKS).HasFocus();
 }

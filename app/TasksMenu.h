@@ -25,7 +25,7 @@ class CTasksMenu {
 
     /// Drops the menu at the button, until a command was chosen, which the dialog gets afterwards, or none.
     void Drop() const;
-    /// Down on the button drops the menu as it drops a list.
+    /// Down on the button drops the menu as it drops a list, Enter as Space does.
     bool IsDropKey(const MSG& message) const;
     /// The menu as it is now.
     UniqueMenu Menu() const;

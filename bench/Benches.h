@@ -7,5 +7,7 @@ void BenchEnumeration();
 void BenchPanes();
 /// Reading and writing layout files, for growing layouts.
 void BenchLayouts();
+/// The backup before a step, of registry values and of files.
+void BenchBackups();
 /// Counting the presets of many plug-ins, and presets to and from preset files.
 void BenchPresets();

@@ -240,6 +240,18 @@ void BenchFiles(CTreeCtrlWrapper& layout, const Shape& shape, const std::wstring
             BareSave(path, shape, size);
         });
         PrintRow("  over a bare walk, too", size, walked);
+        if (size == kSizes.back()) {
+            const auto autosaved = Compare(
+                kRuns,
+                [&] {
+                    CXMLTreeCtrl document(layout, plugins);
+                    document.SetLayoutName(L"Bench");
+                    document.NoteUnsavedFile(path);
+                    if (!document.Save(path)) std::puts("the copy could not be written");
+                },
+                [&] { BareSave(path, shape, size); });
+            PrintRow(shape.name + " autosave (aim 100 ms)", size, autosaved);
+        }
         const auto loaded = Compare(
             kRuns,
             [&] {

@@ -17,6 +17,7 @@ int wmain() {
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     PrintHeader();
     BenchPresets();  // first, because it also looks at the peak of memory
+    BenchBackups();
     BenchLayouts();
     BenchEnumeration();
     BenchPanes();

@@ -140,7 +140,9 @@ void CLayoutFilesView::OnRestored(std::span<const std::wstring> files) {
     NoteChange();
     const bool isAmongThem =
         std::ranges::any_of(files, [this](const std::wstring& file) { return SamePath(file, m_path); });
-    if (isAmongThem && !m_tree.Layout().IsModified()) Open(m_path);
+    // Before the step there may have been none.
+    const bool isThere = ::GetFileAttributesW(m_path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    if (isAmongThem && isThere && !m_tree.Layout().IsModified()) Open(m_path);
 }
 
 void CLayoutFilesView::OpenBackup(const std::wstring& copy) {

@@ -12,6 +12,9 @@
 // The client area of the main dialog, in dialog units
 #define MAIN_DIALOG_WIDTH 700
 #define MAIN_DIALOG_HEIGHT 380
+// and of the list to tick
+#define REVIEW_DIALOG_WIDTH 420
+#define REVIEW_DIALOG_HEIGHT 220
 
 // Context menus of the layout tree, and their commands
 #define IDM_LAYOUT 140

@@ -4,6 +4,9 @@
 //   --category ROW     chooses a row of the category list (and again the first plug-in)
 //   --plugin NAME      selects this plug-in of the category
 //   --press ID         clicks a button; what it opens is not waited for
+//   --command ID       sends the window a menu's command; what it opens is not waited for
+//   --leave-menu       closes a menu that is open
+//   --key ID KEY       presses the key of this number in the control
 //   --open-item ROW    double-clicks this visible row of the layout tree
 //   --popup TITLE      waits for a dialog whose title begins so; the options after it go for that dialog
 //   --dialog           waits for a dialog of the main window; the options after it go for that dialog
@@ -105,6 +108,14 @@ bool SelectPlugin(const std::wstring& name) {
 }
 
 bool Press(const std::wstring& id) { return PostMessageW(Control(std::stoi(id)), BM_CLICK, 0, 0) != FALSE; }
+
+bool Command(const std::wstring& id) {
+    return PostMessageW(MainWindow(), WM_COMMAND, std::stoul(id), 0) != FALSE;
+}
+
+bool Key(const std::wstring& id, const std::wstring& key) {
+    return PostMessageW(Control(std::stoi(id)), WM_KEYDOWN, std::stoul(key), 0) != FALSE;
+}
 
 /// The place of a tree item's text within the tree; the control fills it in its own process.
 std::optional<RECT> PlaceOfTreeItem(HWND tree, LRESULT item) {
@@ -244,6 +255,12 @@ bool Do(std::wstring_view option, wchar_t**& argument) {
     if (option == L"--category") return ChooseCategory(value());
     if (option == L"--plugin") return SelectPlugin(value());
     if (option == L"--press") return Press(value());
+    if (option == L"--command") return Command(value());
+    if (option == L"--leave-menu") return Send(MainWindow(), WM_CANCELMODE).has_value();
+    if (option == L"--key") {
+        const std::wstring id = value();
+        return Key(id, value());
+    }
     if (option == L"--open-item") return OpenItem(value());
     if (option == L"--popup") return WaitForPopup(value());
     if (option == L"--dialog") return WaitForDialog();

@@ -105,10 +105,40 @@ layout_pictures() {
     close_program
 }
 
+# safety_pictures LANGUAGE: the menu of the button Tasks, and the backups that removing, deleting and saving have left.
+# These are given times that are the same with every run.
+safety_pictures() {
+    local file=${1,,} record minute=0
+    load_studio || die "the sample studio could not be loaded"
+    rm -rf "$backups"
+    start_program "$1" "$layouts\\Mixing.pgl"
+    probe --plugin 'Ysterholm Gone Astray' --press $button_exclude
+    probe --popup 'Plug-in Manager' --press $button_yes
+    probe --category $vst_effects --plugin 'Kammer Reverb' --press $button_manage
+    probe --dialog --press $button_delete_presets
+    probe --popup 'Plug-in Manager' --press $button_ok
+    probe --dialog --press $button_cancel
+    probe --press $button_sort_all --command $command_save_layout
+    probe --size 1058x660 --press $button_tasks
+    picture "tasks-$file.png"
+    for record in "$backups"/*/backup.xml; do
+        minute=$((minute + 11))
+        sed -i "s/ Time=\"[^\"]*\"/ Time=\"2026-11-21T22:$minute:13.000Z\"/" "$record"
+    done
+    probe --leave-menu --command $command_backups
+    probe --dialog --key $review_list $key_space
+    picture "backups-$file.png" --dialog
+    probe --dialog --press $button_cancel
+    close_program
+}
+
 # The control ids of the buttons, as in res/resource.h.
 button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
 button_ok=1 button_cancel=2
-button_expand_all=1047 button_save=1032 plugin_list=1002
+button_expand_all=1047 button_sort_all=1049 button_save=1032 button_tasks=1061 plugin_list=1002
+button_exclude=1009 button_delete_presets=1016 button_yes=6 review_list=1070 key_space=32
+command_save_layout=32812 command_backups=32813
+backups="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Corvane Plug-in Manager/Backups"
 earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
 item_with_presets=19  # row of the layout "Mixing", all folders expanded
@@ -143,6 +173,9 @@ probe --category $legacy_effects
 picture main-dialog-adapter.png
 close_program
 layout_pictures
+for language in English German Japanese; do
+    safety_pictures "$language"
+done
 
 wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' /v ThemeActive /d 0 /f >/dev/null
 wineserver -k

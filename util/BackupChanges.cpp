@@ -1,6 +1,7 @@
 #include "BackupChanges.h"
 
 #include <algorithm>
+#include <map>
 
 #include "AsciiCase.h"
 #include "BackupRules.h"
@@ -36,7 +37,62 @@ BackupKey NamedKey(std::span<const RegFileKey> parts) {
     return key;
 }
 
-DWORD KeepGathering(std::wstring&) { return ERROR_SUCCESS; }
+/// What the registry has of the key now; nothing when it can't be read.
+std::optional<std::vector<RegFileKey>> Present(const BackupKey& key) {
+    std::wstring text(RegFileHeader());
+    const auto gather = [](std::wstring&) { return DWORD{ERROR_SUCCESS}; };
+    return CRegSnapshot().Take(key, text, gather) == ERROR_SUCCESS ? ParseRegFile(text) : std::nullopt;
+}
+
+template <typename TPart>
+auto ByName(std::span<const TPart> parts, std::wstring TPart::*name) {
+    std::map<std::wstring_view, const TPart*> byName;
+    for (const TPart& part : parts) {
+        if (!part.removed) byName.emplace(part.*name, &part);
+    }
+    return byName;
+}
+
+/// What makes the values of now those of then. Removals come first: a name may have changed its case only.
+std::vector<RegFileValue> ChangedValues(const RegFileKey& then, const RegFileKey& now) {
+    const auto valuesThen = ByName(std::span(then.values), &RegFileValue::name);
+    const auto valuesNow = ByName(std::span(now.values), &RegFileValue::name);
+    std::vector<RegFileValue> changed;
+    for (const RegFileValue& value : now.values) {
+        if (!value.removed && !valuesThen.contains(value.name)) changed.push_back({value.name, true, 0, {}});
+    }
+    for (const RegFileValue& value : then.values) {
+        if (value.removed) continue;
+        const auto same = valuesNow.find(value.name);
+        if (same == valuesNow.end() || *same->second != value) changed.push_back(value);
+    }
+    return changed;
+}
+
+/// What makes the keys of now those of then, and nothing more: where an import ends halfway, what was there
+/// both times is there still, and keys that stay keep their rights.
+std::wstring Difference(std::span<const RegFileKey> then, std::span<const RegFileKey> now) {
+    const auto keysThen = ByName(then, &RegFileKey::path);
+    const auto keysNow = ByName(now, &RegFileKey::path);
+    std::wstring text;
+    std::wstring gone = L"\\";  // no key begins so
+    for (const RegFileKey& key : now) {
+        if (key.removed || keysThen.contains(key.path) || key.path.starts_with(gone)) continue;
+        AppendRegKey(text, key.path, /*removed*/ true);
+        gone = key.path + L'\\';
+    }
+    for (const RegFileKey& key : then) {
+        if (key.removed) continue;
+        const auto present = keysNow.find(key.path);
+        if (present == keysNow.end()) {
+            AppendRegKey(text, key);
+            continue;
+        }
+        const RegFileKey changed{key.path, false, ChangedValues(key, *present->second)};
+        if (!changed.values.empty()) AppendRegKey(text, changed);
+    }
+    return text;
+}
 
 }  // namespace
 
@@ -58,14 +114,18 @@ std::optional<BackupChanges> FindBackupChanges(const BackupEntry& entry) {
         for (end = begin + 1; end < keys->size() && ((*keys)[end].path == path || !isNamed(end));) ++end;
         const auto parts = std::span(*keys).subspan(begin, end - begin);
         const BackupKey key = NamedKey(parts);
-        std::wstring then;
-        for (const RegFileKey& part : parts) AppendRegKey(then, part);
-        std::wstring now;
-        if (CRegSnapshot().Take(key, now, &KeepGathering) == ERROR_SUCCESS && now == then) continue;
+        const auto now = Present(key);
+        std::wstring difference;
+        if (now) {
+            difference = Difference(parts, *now);
+            if (difference.empty()) continue;
+        } else {
+            for (const RegFileKey& part : parts) AppendRegKey(difference, part);
+        }
         changes.keys.push_back(key);
         std::wstring& file = key.hive == BackupHive::User ? changes.user : changes.machine;
         if (file.empty()) file = RegFileHeader();
-        file += then;
+        file += difference;
     }
     return changes;
 }

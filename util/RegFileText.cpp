@@ -1,6 +1,7 @@
 #include "RegFileText.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -65,16 +66,25 @@ void AppendType(std::wstring& text, std::uint32_t type) {
     AppendHex(text, type, digits);
 }
 
+/// A line at a time: character by character it would take longer than the writing to the disk.
 void AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data) {
     text.reserve(text.size() + data.size() * 13 / 4);
+    std::array<wchar_t, kLastColumn + 3> line{};
+    wchar_t* end = line.data();
+    std::size_t column = text.size() - lineStart;
     for (std::size_t i = 0; i < data.size(); ++i) {
-        AppendHex(text, std::to_integer<std::uint32_t>(data[i]), 2);
+        const auto byte = std::to_integer<std::size_t>(data[i]);
+        *end++ = kDigits[byte >> 4U];
+        *end++ = kDigits[byte & 0xFU];
         if (i + 1 == data.size()) break;
-        text += L',';
-        if (text.size() - lineStart <= kLastColumn) continue;
-        text += kGoesOn;
-        lineStart = text.size() - kIndent;
+        *end++ = L',';
+        column += 3;
+        if (column <= kLastColumn) continue;
+        text.append(line.data(), end).append(kGoesOn);
+        end = line.data();
+        column = kIndent;
     }
+    text.append(line.data(), end);
 }
 
 void AppendValueName(std::wstring& text, std::wstring_view name) {

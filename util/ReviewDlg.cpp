@@ -95,10 +95,6 @@ std::span<const CRoute> CReviewDlg::Routes() const {
 }
 
 bool CReviewDlg::OnInitDialog() {
-    const Rect window = WindowRect();
-    const Rect client = ClientRect();
-    m_smallest = {window.Width(), window.Height()};
-    m_client = {client.Width(), client.Height()};
     m_dpi = m_smallestDpi = ::GetDpiForWindow(m_hwnd);
     SetText(m_texts.caption);
     Item(IDC_REVIEW_HEADING).SetText(m_texts.heading);
@@ -108,11 +104,34 @@ bool CReviewDlg::OnInitDialog() {
         Item(kActions[i]).Show();
     }
     m_list = Item(IDC_REVIEW_LIST);
+    m_list.SetText(m_texts.heading);  // never shown: some screen readers name a list by it
+    FitScreen();
     constexpr DWORD kStyle = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
     m_list.Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, kStyle);
     AddColumns();
     Fill();
     return true;
+}
+
+/// Where the screen is too low for the dialog, the list is lower.
+void CReviewDlg::FitScreen() {
+    // Not the client area: a system may have cut that to the screen.
+    RECT designed{0, 0, REVIEW_DIALOG_WIDTH, REVIEW_DIALOG_HEIGHT};
+    ::MapDialogRect(m_hwnd, &designed);
+    m_client = {static_cast<int>(designed.right), static_cast<int>(designed.bottom)};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTONEAREST), &monitor);
+    const Rect area = FromSystem(monitor.rcWork);
+    Rect window = WindowRect();
+    if (area.Height() > 0 && window.Height() > area.Height()) {
+        window.top = area.top;
+        window.bottom = area.bottom;
+        ::SetWindowPos(m_hwnd, nullptr, window.left, window.top, window.Width(), window.Height(),
+                       SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    m_smallest = {window.Width(), window.Height()};
+    OnSize({ClientRect().Width(), ClientRect().Height()});
 }
 
 int CReviewDlg::Width(int dialogUnits) const {
@@ -283,15 +302,22 @@ void CReviewDlg::OnSize(Size client) {
         m_dpi = dpi;
     }
     if (!grows) return;
-    CGeometryBatch batch(static_cast<int>(std::size(kGrowth)));
-    for (const auto& [id, left, top, right, bottom] : kGrowth) {
-        Rect place = Item(id).RectIn(m_hwnd);
-        if (left) place.left += growth.width;
-        if (top) place.top += growth.height;
-        if (right) place.right += growth.width;
-        if (bottom) place.bottom += growth.height;
-        batch.Move(Item(id).Handle(), place);
+    {
+        CGeometryBatch batch(static_cast<int>(std::size(kGrowth)));
+        for (const auto& [id, left, top, right, bottom] : kGrowth) {
+            Rect place = Item(id).RectIn(m_hwnd);
+            if (left) place.left += growth.width;
+            if (top) place.top += growth.height;
+            if (right) place.right += growth.width;
+            if (bottom) place.bottom += growth.height;
+            batch.Move(Item(id).Handle(), place);
+        }
     }
+    const auto widest = std::ranges::max_element(m_columns, {}, &ReviewColumn::width) - m_columns.begin();
+    const int width = m_list.SendInt(LVM_GETCOLUMNWIDTH, widest) + growth.width;
+    m_list.Send(LVM_SETCOLUMNWIDTH, widest, MAKELPARAM(std::max(width, 0), 0));
+    // The heading breaks elsewhere, and not every system paints what was moved.
+    ::RedrawWindow(m_hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void CReviewDlg::OnSmallest(MINMAXINFO& sizes) const {

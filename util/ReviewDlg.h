@@ -20,7 +20,7 @@ enum class ReviewOrder { ByText, ByKey, ByKeyRight };
 
 struct ReviewColumn {
     std::wstring title;
-    int width = 0;  // in dialog units
+    int width = 0;  // in dialog units; the widest grows with the dialog
     ReviewOrder order = ReviewOrder::ByText;
 };
 
@@ -83,6 +83,7 @@ class CReviewDlg : public CDialog {
     void OnSize(Size client);
     void OnSmallest(MINMAXINFO& sizes) const;
 
+    void FitScreen();
     void AddColumns() const;
     void Fill();
     void Sort();

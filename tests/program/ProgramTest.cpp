@@ -17,6 +17,18 @@ constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugi
 
 using Program = ProgramTest;
 
+/// The program's message box; null, and the test has failed, when none comes.
+HWND Box() {
+    HWND box = nullptr;
+    EXPECT_TRUE(WaitFor([&] { return (box = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    return box;
+}
+void Answer(int button) {
+    const HWND box = Box();
+    ::PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    EXPECT_TRUE(WaitFor([&] { return !::IsWindow(box); }));
+}
+
 TEST_F(Program, FillsItselfAndShowsWhatIsSelected) {
     const WindowDriver program(L"/w DEAD0 -? / \"/\" \"\" /VSTInventoryRegKey");
     EXPECT_EQ(program.Rows(IDC_CATEGORIES).size(), 11U);
@@ -76,11 +88,8 @@ TEST_F(Program, StartsAnewAsAdministratorOrStaysAsItWas) {
     Press(program.Control(IDC_ADD_SEPARATOR));
     const auto discardAndStartAnew = [&] {
         ::PostMessageW(program.Window(), WM_SYSCOMMAND, 0x40, 0);
-        HWND question = nullptr;
-        EXPECT_TRUE(
-            WaitFor([&] { return (question = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
-        ::PostMessageW(question, WM_COMMAND, IDNO, 0);
-        EXPECT_TRUE(WaitFor([&] { return !::IsWindow(question) && ::IsWindowEnabled(program.Window()); }));
+        Answer(IDNO);
+        EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
     };
     const auto file = BesideTest(L"PluginManager.exe"), elsewhere = BesideTest(L"elsewhere.exe");
     std::filesystem::rename(file, elsewhere);
@@ -103,11 +112,9 @@ TEST_F(Program, HelpThatWindowsWouldShowBlankNamesTheRemedyInstead) {
     std::ofstream(mark) << "[ZoneTransfer]\r\nZoneId=3\r\n";
     const WindowDriver program;
     Press(program.Control(IDC_HELP_BUTTON));
-    HWND message = nullptr;
-    EXPECT_TRUE(WaitFor([&] { return (message = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    EXPECT_NE(support::TextOf(::GetDlgItem(Box(), 0xffff)).find(L"Unblock"), std::wstring::npos);
     std::filesystem::remove(mark);
-    EXPECT_NE(support::TextOf(::GetDlgItem(message, 0xffff)).find(L"Unblock"), std::wstring::npos);
-    ::PostMessageW(message, WM_COMMAND, IDOK, 0);
+    Answer(IDOK);
     EXPECT_EQ(program.Close(), 0U);
 }
 
@@ -128,16 +135,96 @@ TEST_F(Program, KilledWhileALayoutIsChangedItOffersThatAtTheNextStart) {
         EXPECT_TRUE(WaitFor([&] { return std::filesystem::exists(copy); }));
     }
     UniqueProcess again = StartProgram();
-    HWND question = nullptr;
-    EXPECT_TRUE(WaitFor([&] { return (question = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
-    ::PostMessageW(question, WM_COMMAND, IDYES, 0);
+    Answer(IDYES);
     const WindowDriver program(std::move(again));
     EXPECT_TRUE(WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == 1; }));
     ::PostMessageW(program.Window(), WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return (question = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
-    ::PostMessageW(question, WM_COMMAND, IDNO, 0);
+    Answer(IDNO);
     EXPECT_EQ(program.WaitForExit(), 0U);
     EXPECT_FALSE(std::filesystem::exists(copy));
+}
+
+/// What is below the key, as the system's own program writes it; empty when it is not there.
+std::string Exported(const std::wstring& key) {
+    const auto file = std::filesystem::temp_directory_path() / L"exported.reg";
+    std::filesystem::remove(file);
+    _wsystem((L"reg export \"" + key + L"\" \"" + file.wstring() + L"\" /y >nul").c_str());
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+/// A dialog of that title, in front of the main one.
+HWND DialogTitled(const std::wstring& title) {
+    HWND dialog = nullptr;
+    EXPECT_TRUE(WaitFor([&] {
+        dialog = ::FindWindowW(nullptr, title.c_str());
+        return dialog && ::IsWindowVisible(dialog) && ::IsWindowEnabled(dialog);
+    })) << Utf8(title);
+    return dialog;
+}
+
+void RestoreNewest(const WindowDriver& program) {
+    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
+    ::PostMessageW(program.Window(), WM_COMMAND, ID_BACKUPS, 0);
+    const HWND list = DialogTitled(L"Backups"), restore = ::GetDlgItem(list, IDOK);
+    PostKey(::GetDlgItem(list, IDC_REVIEW_LIST), VK_SPACE);
+    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(restore); }));
+    Press(restore);
+}
+
+TEST_F(Program, WhatItTookAwayComesBackToTheByte) {
+    const std::wstring company = L"Software\\Corvane Music Software\\";
+    const std::wstring reverb =
+        company + L"ActiveMovie\\Presets\\" +
+        Text(HKEY_CURRENT_USER, company + L"Corvane VST\\Inventory\\HmKr-x64", L"clsidPlug").value();
+    for (DWORD type = REG_NONE; type <= REG_QWORD; ++type) {
+        const std::wstring name = L"\x3042 \"\\ " + std::to_wstring(type);
+        SetRaw(HKEY_CURRENT_USER, reverb, name.c_str(), type, {'a', 0, '\\', 0, '"', 0, 0, 0, 0, 0});
+    }
+    SetRaw(HKEY_CURRENT_USER, reverb, L"large", REG_BINARY, std::vector<BYTE>(5'000'000, 0xAB));
+    SetText(HKEY_CURRENT_USER, reverb, L"lost", L"C:\\no such file");
+    EmptyDataFolder();
+    const WindowDriver program;
+    const auto takeAndBringBack = [&](HKEY root, const std::wstring& key, const std::wstring& exported,
+                                      const std::function<void()>& take) {
+        const std::string before = Exported(exported);
+        EXPECT_TRUE(Exists(root, key));
+        take();
+        EXPECT_TRUE(WaitFor([&] { return !Exists(root, key); }));
+        RestoreNewest(program);
+        EXPECT_TRUE(WaitFor([&] { return Exported(exported) == before; }, 60s)) << Utf8(key);
+        EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
+    };
+    program.Select(IDC_PLUGINS, {L"Ysterholm Gone Astray"});
+    const std::wstring filter =
+        L"Software\\Classes\\CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance\\" +
+        program.TextOf(IDC_CLSID);
+    takeAndBringBack(HKEY_LOCAL_MACHINE, filter, L"HKLM\\Software\\Classes", [&] {
+        Press(program.Control(IDC_EXCLUDE));
+        Answer(IDYES);
+    });
+    takeAndBringBack(HKEY_CURRENT_USER, reverb, L"HKCU\\" + reverb, [&] {
+        program.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
+        program.Select(IDC_PLUGINS, {L"Kammer Reverb"});
+        Press(program.Control(IDC_MANAGE));
+        const HWND manage = DialogTitled(L"Manage Presets for Kammer Reverb");
+        Press(::GetDlgItem(manage, IDC_PRESET_SELECT_ALL));
+        Press(::GetDlgItem(manage, IDC_PRESET_DELETE));
+        Answer(IDOK);
+        EXPECT_EQ(DialogTitled(L"Manage Presets for Kammer Reverb"), manage);
+        ::PostMessageW(manage, WM_COMMAND, IDCANCEL, 0);
+    });
+    takeAndBringBack(HKEY_CURRENT_USER, reverb, L"HKCU\\" + reverb, [&] { RestoreNewest(program); });
+    Press(program.Control(IDC_ADD_SEPARATOR));
+    Press(program.Control(IDC_LAYOUT_NEW));
+    Answer(IDNO);
+    const auto items = [&](int count) {
+        return WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == count; });
+    };
+    EXPECT_TRUE(items(0));
+    RestoreNewest(program);
+    EXPECT_TRUE(items(1));
 }
 
 TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {
@@ -147,15 +234,14 @@ TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {
     // A thread that begins where no code is.
     const UniqueKernelHandle crash(
         ::CreateRemoteThread(process.Get(), nullptr, 0, nullptr, nullptr, 0, nullptr));
-    HWND message = nullptr;
-    EXPECT_TRUE(WaitFor([&] { return (message = ::FindWindowW(nullptr, L"Plug-in Manager")) != nullptr; }));
+    const std::wstring message = support::TextOf(::GetDlgItem(Box(), 0xffff));
     const std::filesystem::path dump = std::filesystem::directory_iterator(folder)->path();
-    EXPECT_NE(support::TextOf(::GetDlgItem(message, 0xffff)).find(dump.wstring()), std::wstring::npos);
+    EXPECT_NE(message.find(dump.wstring()), std::wstring::npos);
     std::string begin(4, ' ');
     std::ifstream(dump, std::ios::binary).read(begin.data(), 4);
     EXPECT_EQ(begin, "MDMP");
     EXPECT_LT(std::filesystem::file_size(dump), 4U << 20) << "without the heap";
-    ::PostMessageW(message, WM_COMMAND, IDOK, 0);
+    Answer(IDOK);
     EXPECT_EQ(WaitForExit(process), STATUS_ACCESS_VIOLATION);
 }
 

@@ -47,7 +47,7 @@ void CALLBACK LeaveMenu(HWND, UINT, UINT_PTR, DWORD) {
 TEST_F(Tasks, DropByMouseSpaceEnterAndDown) {
     Open();
     Show();
-    m_dialog->Send(WM_NEXTDLGCTL, Control(IDC_TASKS), TRUE);  // as Tab does
+    Item(IDC_TASKS).Focus();  // as its letter or a click does
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 50, &LeaveMenu);
     Press(IDC_TASKS);
     EXPECT_EQ(g_dropped, 1);

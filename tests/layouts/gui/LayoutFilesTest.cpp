@@ -266,6 +266,27 @@ TEST_F(LayoutFiles, ADeletedFileIsForgottenEvenWhenNewIsLeft) {
     Press(IDC_LAYOUT_NEW, L"Two||3", IDCANCEL);  // it is work that was not saved
 }
 
+TEST_F(LayoutFiles, ARestoredFileIsReadAgainAndNothingElseIs) {
+    Open();
+    for (const wchar_t* name : {L"One", L"Two"}) {
+        Select(IDC_LAYOUTS, {name});
+        Pump();
+        Modify();
+        TypeControlS(IDC_LAYOUT_TREE);
+    }
+    // The second row is that of the first layout, and later that of the second: a restore leaves one, too.
+    for (const auto& [shows, keepsSteps] :
+         {std::pair{L"1:Two|two.pgl|3+", true}, {L"1:Two|two.pgl|2+", false}}) {
+        m_popups.Expect(L"What is ticked", [](HWND backups) {
+            for (const int key : {VK_DOWN, VK_SPACE, VK_RETURN})
+                PostKey(::GetDlgItem(backups, IDC_REVIEW_LIST), static_cast<WORD>(key));
+        });
+        m_dialog->Send(WM_COMMAND, ID_BACKUPS);
+        Shows(shows);
+        EXPECT_EQ(View().CanUndo(), keepsSteps);
+    }
+}
+
 TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Open({m_files.Path(L"one.pgl")});
     Build(L"F(G(" + Times(9, L"a,") + L"*b,+c)),H[I()],J(d)" + Times(60, L",-"));

@@ -30,16 +30,23 @@ constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
 constexpr std::wstring_view kAlike =
-    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|Plug-in|Presets|"
+    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|"
     L"Corvane Plug-in Manager|Corvane Plug-in &Manager|";
 
 /// Texts that the program gives to controls at run time.
 constexpr std::pair<int, UINT> kLaterTexts[] = {
-    {IDC_EXCLUDE, IDS_EXCLUDE_PLUGIN},      {IDC_EXCLUDE, IDS_ENABLE_PLUGIN},
-    {IDC_CLSID_LABEL, IDS_CLSID_LABEL},     {IDC_CLSID_LABEL, IDS_VENDOR_LABEL},
-    {IDC_FILENAME, IDS_NO_PLUGIN_SELECTED}, {IDC_FILENAME, IDS_MULTIPLE_PLUGINS_SELECTED},
-    {IDC_PLUGINS, IDS_NO_ENTRIES},          {IDC_PROP_ID_LABEL, IDS_CLSID_LABEL},
+    {IDC_EXCLUDE, IDS_EXCLUDE_PLUGIN},
+    {IDC_EXCLUDE, IDS_ENABLE_PLUGIN},
+    {IDC_CLSID_LABEL, IDS_CLSID_LABEL},
+    {IDC_CLSID_LABEL, IDS_VENDOR_LABEL},
+    {IDC_FILENAME, IDS_NO_PLUGIN_SELECTED},
+    {IDC_FILENAME, IDS_MULTIPLE_PLUGINS_SELECTED},
+    {IDC_PLUGINS, IDS_NO_ENTRIES},
+    {IDC_PROP_ID_LABEL, IDS_CLSID_LABEL},
     {IDC_PROP_ID_LABEL, IDS_VENDOR_LABEL},
+    {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
+    {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
+    {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
 };
 /// Controls that count behind their caption, with a count that is high for them.
 constexpr std::pair<int, int> kCounts[] = {
@@ -63,6 +70,8 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         }
         if (control.id == IDC_VST_GROUP || control.id == IDC_ADAPTER_GROUP)
             add(FormatText(LoadText(IDS_TOOL_RUNNING), control.text));
+        if (control.id == IDOK && dialog.Item(IDC_REVIEW_LIST).IsLive())
+            add(FormatText(LoadText(IDS_RESTORE_BACKUPS), 300));
     }
     return shown;
 }

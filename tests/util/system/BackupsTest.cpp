@@ -5,6 +5,7 @@
 #include "RegFileText.h"
 #include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
+#include "support/SandboxImporter.h"
 
 namespace {
 
@@ -14,29 +15,11 @@ using support::SetRaw;
 
 class Backups : public testing::Test {
   protected:
-    /// Stands in for the system's importer, which knows nothing of the sandbox.
-    DWORD Import(BackupHive hive, std::wstring_view text) {
-        ++m_imports;
-        const auto keys = ParseRegFile(text);
-        if (!keys) return ERROR_INVALID_DATA;
-        for (const RegFileKey& part : *keys) {
-            const std::wstring path = part.path.substr(part.path.find(L'\\') + 1);
-            if (part.removed) {
-                CRegKey::DeleteTree(RootOf(hive), path);
-                continue;
-            }
-            const auto key = CRegKey::Create(RootOf(hive), path).value();
-            for (const RegFileValue& value : part.values) {
-                value.removed ? key.DeleteValue(value.name.c_str())
-                              : key.WriteValue(value.name.c_str(), value.type, value.data);
-            }
-        }
-        return ERROR_SUCCESS;
-    }
     /// What a program would do that starts anew.
     CBackups NewRun() {
-        return {m_folder, L"1", [this](const CWindow&, BackupHive hive, std::wstring_view text) {
-                    return Import(hive, text);
+        return {m_folder, L"1", [this](const auto&... what) {
+                    ++m_imports;
+                    return support::ImportIntoSandbox(what...);
                 }};
     }
     DWORD Restore(CBackups& backups, std::size_t which) {
@@ -124,8 +107,6 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     SetRaw(HKEY_CURRENT_USER, m_key, L"two\nlines", REG_BINARY, {1});
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
     EXPECT_EQ(next.List().size(), 3U);
-    CBackups nowhere(m_files.Write(L"file", ""), L"1");
-    EXPECT_NE(nowhere.Make({BackupKind::Presets, L"", {kWhole}, {}}).Error(), DWORD{ERROR_SUCCESS});
 }
 
 TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
@@ -162,29 +143,6 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
     refuses("\\Wide\"", "\\..\\Wide\"", L"\\backup.xml");
     refuses("<Backup", "<Other", L"\\backup.xml");
     EXPECT_EQ(m_imports, 0);
-}
-
-TEST(RegImport, TheSystemsProgramTakesEveryTypeToTheByte) {
-    const std::wstring path = L"Software\\Corvane Plug-in Manager import test";
-    RegFileKey key{L"HKEY_CURRENT_USER\\" + path, false, {}};
-    for (std::uint32_t type = REG_NONE; type <= REG_QWORD; ++type)
-        key.values.push_back(
-            {std::to_wstring(type) + L" \"\\\x3042", false, type, std::vector(8, std::byte{'a'})});
-    for (RegFileValue& value : key.values) value.data.resize(10);  // texts get their end
-    std::wstring text(RegFileHeader());
-    AppendRegKey(text, key);
-    const support::FileSandbox files;
-    const CWindow owner(::CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(ImportRegText(owner, BackupHive::User, text), DWORD{ERROR_SUCCESS});
-    ::DestroyWindow(owner.Handle());
-    const auto stored = CRegKey::Open(HKEY_CURRENT_USER, path);
-    ASSERT_TRUE(stored);
-    for (const RegFileValue& value : key.values) {
-        const auto read = stored->ReadValue(value.name.c_str());
-        EXPECT_TRUE(read && read->type == value.type && read->data == value.data) << value.type;
-    }
-    CRegKey::DeleteTree(HKEY_CURRENT_USER, path);
-    EXPECT_TRUE(files.Names().empty());
 }
 
 }  // namespace
