@@ -22,7 +22,7 @@ namespace {
 constexpr DWORD kUncaughtException = 0xE06D7363;
 /// What a thread whose stack is used up has left to call the handler with.
 constexpr ULONG kStackReserve = 16 * 1024;
-/// Within the loader or the heap a crash may stop the thread that writes, too.
+/// Within the loader or the heap a crash may stop the thread that writes, too; the message still comes.
 constexpr DWORD kLongestWriting = 20'000;  // ms
 
 /// Made ready before, because a crash leaves little to make texts with. The file has the time of the start.
@@ -47,7 +47,7 @@ const CrashTexts& Texts() {
 struct Crash {
     EXCEPTION_POINTERS* where;
     DWORD thread;
-    HANDLE written;
+    bool dumped = false;
 };
 
 bool WriteDump(const Crash& crash) {
@@ -62,16 +62,23 @@ bool WriteDump(const Crash& crash) {
                          &exception, nullptr, nullptr);
 }
 
+DWORD WINAPI DumpCrash(void* parameter) {
+    auto& crash = *static_cast<Crash*>(parameter);
+    crash.dumped = WriteDump(crash);
+    return 0;
+}
+
 DWORD WINAPI ReportCrash(void* parameter) {
-    const auto& crash = *static_cast<const Crash*>(parameter);
-    const std::wstring& message = WriteDump(crash) ? Texts().messageWithPath : Texts().message;
-    ::SetEvent(crash.written);
+    auto& crash = *static_cast<Crash*>(parameter);
+    const UniqueKernelHandle writer(::CreateThread(nullptr, 0, &DumpCrash, &crash, 0, nullptr));
+    const bool written = writer && ::WaitForSingleObject(writer.Get(), kLongestWriting) == WAIT_OBJECT_0;
+    const std::wstring& message = written && crash.dumped ? Texts().messageWithPath : Texts().message;
     // Without an owner: the windows of the thread that crashed answer no more.
     ::MessageBoxW(nullptr, message.c_str(), kMessageCaption, MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
     return 0;
 }
 
-/// On a thread of its own: that of the crash may have no stack left, and a message there would work on with
+/// On threads of its own: that of the crash may have no stack left, and a message there would work on with
 /// what crashed.
 LONG WINAPI OnCrash(EXCEPTION_POINTERS* where) {
     static volatile LONG crashes = 0;
@@ -82,11 +89,9 @@ LONG WINAPI OnCrash(EXCEPTION_POINTERS* where) {
         // What another thread comes to meanwhile is not worth a second message.
         ::Sleep(INFINITE);
     }
-    const UniqueKernelHandle written(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    Crash crash{where, ::GetCurrentThreadId(), written.Get()};
+    Crash crash{where, ::GetCurrentThreadId()};
     const UniqueKernelHandle thread(::CreateThread(nullptr, 0, &ReportCrash, &crash, 0, &reporter));
-    if (thread && ::WaitForSingleObject(written.Get(), kLongestWriting) == WAIT_OBJECT_0)
-        ::WaitForSingleObject(thread.Get(), INFINITE);
+    if (thread) ::WaitForSingleObject(thread.Get(), INFINITE);
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
