@@ -93,6 +93,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_THEMECHANGED, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_SETTINGCHANGE, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_TIMER, &Frame::OnTimer>(),
+        R::OnMessage<WM_DROPFILES, &CFileDrop::OnDrop>(),
         R::OnCommand<BN_CLICKED, &Frame::OnHelp>(IDC_HELP_BUTTON),
 
         R::OnMessage<WM_SIZE, &CDialogSize::OnSize>(),
@@ -204,6 +205,7 @@ bool CPluginManagerDlg::OnInitDialog() {
     Item(IDC_ADD_PLUGIN).Enable(false);
     m_tree.UpdateButtons();
     m_exclusion.OnInitDialog();
+    m_fileDrop.OnInitDialog();
 
     SetHelpNumbers();
     m_size.FitScreen();

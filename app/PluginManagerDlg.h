@@ -15,6 +15,7 @@
 #include "Elevation.h"
 #include "ExclusionList.h"
 #include "ExclusionView.h"
+#include "FileDrop.h"
 #include "FindField.h"
 #include "FriendlyNameView.h"
 #include "Handles.h"
@@ -113,9 +114,10 @@ class CPluginManagerDlg : public CDialog {
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
     CPluginMenu m_pluginMenu{*this, m_list, m_inventory, m_names, m_tree};
+    CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files}};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&, CPluginMenu&, CFindField&>
-        m_views{m_docking, m_elevation, m_size,    m_list,  m_exclusion,  m_names,      m_vstTools,
-                m_tree,    m_files,     m_toolbar, m_tasks, m_backupList, m_pluginMenu, m_find};
+               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&>
+        m_views{m_docking, m_elevation, m_size,  m_list,       m_exclusion,  m_names, m_vstTools, m_tree,
+                m_files,   m_toolbar,   m_tasks, m_backupList, m_pluginMenu, m_find,  m_fileDrop};
 };

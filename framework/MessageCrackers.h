@@ -9,6 +9,7 @@
 #include <optional>
 #include <type_traits>
 
+#include "DroppedFiles.h"
 #include "Geometry.h"
 
 /// The answer to a message; nothing lets the default handling run.
@@ -126,6 +127,12 @@ Answer Call(Of<WM_DRAWITEM>, auto&& handler, WPARAM, LPARAM lParam) {
     return handler(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)) ? Answer(TRUE) : std::nullopt;
 }
 
+/// handler(const CDroppedFiles& files)
+Answer Call(Of<WM_DROPFILES>, auto&& handler, WPARAM wParam, LPARAM) {
+    handler(CDroppedFiles(reinterpret_cast<HDROP>(wParam)));
+    return 0;
+}
+
 /// handler(UINT_PTR timer)
 Answer Call(Of<WM_TIMER>, auto&& handler, WPARAM wParam, LPARAM) {
     handler(static_cast<UINT_PTR>(wParam));
@@ -146,6 +153,7 @@ const NMTVDISPINFOW& RecordOf(Of<TVN_ENDLABELEDITW>);
 const NMTVKEYDOWN& RecordOf(Of<TVN_KEYDOWN>);
 NMTVCUSTOMDRAW& RecordOf(Of<NM_CUSTOMDRAW>);  // a tree view's: the row's id must tell it from other controls'
 const NMLISTVIEW& RecordOf(Of<LVN_COLUMNCLICK>);
+const NMLISTVIEW& RecordOf(Of<LVN_ITEMCHANGING>);
 const NMLISTVIEW& RecordOf(Of<LVN_ITEMCHANGED>);
 NMTTDISPINFOW& RecordOf(Of<TTN_GETDISPINFOW>);
 

@@ -3,6 +3,7 @@
 #include <shlwapi.h>
 
 #include "BackupQuestion.h"
+#include "LongWork.h"
 #include "MessageCaption.h"
 #include "PermanentExclusions.h"
 #include "PluginRemoval.h"
@@ -83,10 +84,14 @@ bool CExclusionView::TogglePluginExclusion() {
     const CWaitCursor wait;
     bool removed = false;
     const CListBox plugins = m_list.Plugins();
+    CLongWork work(m_dialog, IDC_EXCLUSION_GROUP,
+                   m_visibility.mode == VisibilityMode::Enabled ? IDS_EXCLUDING : IDS_ENABLING,
+                   static_cast<std::size_t>(plugins.SelectedCount()));
     // The rows are counted again each time: the question lets other messages in.
     for (int row = 0; row < plugins.Count(); ++row) {
         const auto* item = plugins.IsSelected(row) ? plugins.ItemOf<PluginListItem>(row) : nullptr;
         if (!item || IsPermanentlyExcluded(item->clsid)) continue;
+        if (!work.Next()) break;
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);
         const Action action = ActionFor(clsid, name, *category);

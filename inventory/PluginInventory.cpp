@@ -76,6 +76,21 @@ bool CPluginInventory::Enumerate(bool classified) {
     return true;
 }
 
+std::optional<PresetPlugin> CPluginInventory::FindForPresets(const Guid& clsid, const Guid& category) const {
+    if (clsid.IsNull() || !IsInstalled(clsid)) return std::nullopt;
+    const auto fits = [&](const std::optional<Category>& own) {
+        return own && (category.IsNull() || RowOf(*own).guid == category);
+    };
+    const auto* record = m_vst.Find(clsid);
+    if (record && fits(record->category) && IsListedUnder(*record, clsid))
+        return PresetPlugin{clsid, RowOf(*record->category).guid, record->name};
+    const auto entry = std::ranges::find_if(m_entries, [&](const PluginEntry& candidate) {
+        return candidate.clsid == clsid && candidate.name && fits(candidate.category);
+    });
+    if (entry == m_entries.end()) return std::nullopt;
+    return PresetPlugin{clsid, RowOf(*entry->category).guid, *entry->name};
+}
+
 std::optional<std::wstring> CPluginInventory::PathOf(const Guid& clsid, Category category) const {
     if (const auto* record = m_vst.Find(clsid)) return record->path;
     const std::wstring clsidText = ClsidText(clsid);

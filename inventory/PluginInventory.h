@@ -8,6 +8,7 @@
 
 #include "FriendlyNameRules.h"
 #include "PluginDatabase.h"
+#include "PresetPlugin.h"
 #include "RegistrationIndex.h"
 #include "SystemSources.h"
 #include "VstInventory.h"
@@ -34,6 +35,10 @@ class CPluginInventory {
 
     /// Whether a class id stands in either.
     bool IsInstalled(const Guid& clsid) const { return m_vst.Find(clsid) || m_clsids.contains(clsid); }
+
+    /// The plug-in of that class and category that a list can show, whether it is excluded or not. A null
+    /// category stands for any.
+    std::optional<PresetPlugin> FindForPresets(const Guid& clsid, const Guid& category) const;
 
     /// The plug-in's display name from now on; a row whose plug-in was found no more changes nothing.
     void SetName(const PluginListItem& item, const std::wstring& name);

@@ -30,13 +30,8 @@ std::optional<PluginRow> PluginAt(const CListBox& plugins, int row) {
 /// Whether there can be a row for it in the list of its category.
 bool HasRow(const PluginEntry& entry) { return !entry.clsid.IsNull() && entry.name && entry.category; }
 
-/// `clsid` is the one under which the record stands in the map: of a VST it is listed under its plug-in id
-/// only, of a VST3 under each.
 bool HasRow(const Guid& clsid, const VstInventoryRecord& record) {
-    if (clsid.IsNull() || record.name.empty() || !record.category) return false;
-    const bool isVst =
-        *record.category == Category::VstEffects || *record.category == Category::VstInstruments;
-    return !isVst || clsid != record.md5Clsid;
+    return !clsid.IsNull() && record.category && IsListedUnder(record, clsid);
 }
 
 PresetPlugin PresetPluginOf(PluginRow row) {

@@ -33,6 +33,13 @@ struct VstInventoryRecord {
     std::optional<Category> category;
 };
 
+/// A VST is listed under its plug-in id, a VST3 under each of its two.
+inline bool IsListedUnder(const VstInventoryRecord& record, const Guid& id) {
+    const bool isVst2 =
+        record.category == Category::VstEffects || record.category == Category::VstInstruments;
+    return !record.name.empty() && !(isVst2 && id == record.md5Clsid);
+}
+
 /// Each record stands here twice, under its plug-in class id and under its MD5 class id.
 using VstInventoryMap = std::map<Guid, VstInventoryRecord, GuidByteOrder>;
 

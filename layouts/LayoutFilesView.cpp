@@ -108,6 +108,12 @@ void CLayoutFilesView::Open(const std::wstring& path) {
     m_tree.UpdateButtons();
 }
 
+void CLayoutFilesView::OpenDropped(const std::wstring& path) {
+    if (AskToSave(MB_YESNOCANCEL) == IDCANCEL) return;
+    RemovePlaceholder();
+    Open(path);
+}
+
 void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& path) {
     m_path = path;
     if (IsTemporary(path)) {

@@ -43,6 +43,8 @@ class CLayoutFilesView {
     void ListLayouts();
     /// Shows the layout of a file, or a message when it is none.
     void Open(const std::wstring& path);
+    /// The same, after asking about a modified layout, as Open does.
+    void OpenDropped(const std::wstring& path);
     /// Asks whether to open what a crash has left unsaved. True when a layout was opened.
     bool OfferUnsaved() {
         return m_unsaved.Offer([this](const std::wstring& copy) { return OpenUnsaved(copy); });

@@ -27,6 +27,9 @@ ManifestLongPathAware true
 !define COMPANY_KEY "Software\Corvane Music Software"
 !define MANAGER_KEY "${COMPANY_KEY}\Corvane Plugin Manager"
 !define TOOLS_MENU_KEY "${COMPANY_KEY}\Tools Menu"
+!define CLASSES "Software\Classes"
+!define LAYOUT_CLASS "CorvanePluginManager.Layout"
+!define LAYOUT_ENDING ".pgl"
 
 Name "${PRODUCT}"
 OutFile "${OUTPUT}"
@@ -199,6 +202,24 @@ FunctionEnd
     DeleteRegKey /ifempty ${root} "${COMPANY_KEY}"
 !macroend
 
+; One more program that Windows offers to open layouts with. What they are opened with by default belongs to the user, and
+; other programs use the ending, too. Another copy's entry is left alone.
+!macro FORGET_LAYOUTS root
+    ReadRegStr $0 ${root} "${CLASSES}\${LAYOUT_CLASS}\shell\open\command" ""
+    ${If} $0 == '"$2\${PROGRAM}" "%1"'
+        DeleteRegKey ${root} "${CLASSES}\${LAYOUT_CLASS}"
+        DeleteRegValue ${root} "${CLASSES}\${LAYOUT_ENDING}\OpenWithProgids" "${LAYOUT_CLASS}"
+        DeleteRegKey /ifempty ${root} "${CLASSES}\${LAYOUT_ENDING}\OpenWithProgids"
+        DeleteRegKey /ifempty ${root} "${CLASSES}\${LAYOUT_ENDING}"
+        !insertmacro TELL_OF_CLASSES
+    ${EndIf}
+!macroend
+
+; SHCNE_ASSOCCHANGED: Windows has read the classes before.
+!macro TELL_OF_CLASSES
+    System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
+!macroend
+
 ; The copy in the folder $2, with what leads to it. By hand and not by that copy's uninstaller: for one user it may lie where
 ; anybody puts a program, and this one may have the rights of an administrator.
 !macro DELETE file
@@ -213,6 +234,8 @@ FunctionEnd
         ${EndIf}
         !insertmacro FORGET_PATH HKLM
         !insertmacro FORGET_PATH HKCU
+        !insertmacro FORGET_LAYOUTS HKLM
+        !insertmacro FORGET_LAYOUTS HKCU
         !insertmacro FOR_EACH_FILE DELETE
         RMDir $2
     FunctionEnd
@@ -311,6 +334,11 @@ Section
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "EstimatedSize" ${SIZE_KB}
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoModify" 1
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
+
+    WriteRegStr SHCTX "${CLASSES}\${LAYOUT_CLASS}" "" "$(LAYOUT)"
+    WriteRegStr SHCTX "${CLASSES}\${LAYOUT_CLASS}\shell\open\command" "" '"$INSTDIR\${PROGRAM}" "%1"'
+    WriteRegStr SHCTX "${CLASSES}\${LAYOUT_ENDING}\OpenWithProgids" "${LAYOUT_CLASS}" ""
+    !insertmacro TELL_OF_CLASSES
 
     ; The host's Tools menu belongs to the machine, and so must what it starts. One user's copy is neither entered there nor
     ; run from here: without an administrator's rights anybody can put another program in its place.

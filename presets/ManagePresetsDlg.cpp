@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "HelpContext.h"
+#include "LongWork.h"
 #include "MessageCaption.h"
 #include "Resources.h"
 #include "SinglePropDlg.h"
@@ -83,11 +84,13 @@ void CManagePresetsDlg::OnDelete() {
     for (const int row : rows) names.push_back(m_list.RowText(row));
     const auto backup = BackUp(IDS_STEP_DELETE_PRESETS, all ? std::vector<std::wstring>() : names, true);
     if (!backup) return;
+    CLongWork work(*this, IDC_PRESET_LIST_LABEL, IDS_DELETING, rows.size());
     if (all) {
-        if (!m_presets.DeleteAllPresets()) Report(IDS_PRESET_DELETE_ERROR);
+        if (!m_presets.DeleteAllPresets([&work] { return work.Next(); })) Report(IDS_PRESET_DELETE_ERROR);
     } else {
         CPatience patience;
         for (const std::wstring& name : names) {
+            if (!work.Next()) break;
             if (!m_presets.DeletePreset(name, patience)) Report(IDS_PRESET_DELETE_ERROR);
         }
     }

@@ -66,12 +66,19 @@ bool CPresetListMgr::DeletePreset(const std::wstring& name, CPatience& patience)
     return key->DeleteValue(name.c_str());
 }
 
-bool CPresetListMgr::DeleteAllPresets() const {
+bool CPresetListMgr::DeleteAllPresets(const std::function<bool()>& goOn) const {
     const auto key = OpenPluginKey(false);
     if (!key) return false;
     CPatience patience;
-    for (CRegValues values(*key, kMaxPresetName); values.Next();)
+    std::vector<std::wstring> gone;
+    for (CRegValues values(*key, kMaxPresetName); values.Next();) {
+        if (!goOn()) {
+            for (const std::wstring& name : gone) key->DeleteValue(name.c_str());
+            return true;
+        }
         DeleteFileOf(values.Type(), values.Data(), patience);
+        gone.emplace_back(values.Name());
+    }
     return CRegKey::DeleteTree(HKEY_CURRENT_USER, KeyPathOf(m_plugin));
 }
 

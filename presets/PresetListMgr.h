@@ -2,6 +2,7 @@
 // preset, and a folder for the large ones.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -47,8 +48,9 @@ class CPresetListMgr {
 
     /// Deletes the file of a preset whose data are in one, too; a file that others hold on to stays.
     bool DeletePreset(const std::wstring& name, CPatience& patience) const;
-    /// Removes the plug-in's key with everything in it, and the files. False when there was no key.
-    bool DeleteAllPresets() const;
+    /// Removes the plug-in's key with everything in it, and the files. False when there was no key. `goOn` is
+    /// asked before each preset; where it says no, those before it are gone, and the others stay.
+    bool DeleteAllPresets(const std::function<bool()>& goOn = [] { return true; }) const;
     /// Fails when there is a preset of the new name, or the name is too long to be listed. A preset's file
     /// keeps its name.
     bool RenamePreset(const std::wstring& oldName, const std::wstring& newName) const;

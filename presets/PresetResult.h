@@ -8,6 +8,10 @@
 inline constexpr int kNotAPresetFile = -1;
 inline constexpr int kNothingForPlugin = -2;
 inline constexpr int kPresetIoFailure = -3;
+inline constexpr int kPresetEnded = -4;
+
+/// Thrown where the user ends an operation; it stays within this room, too.
+struct PresetWorkEnded {};
 
 /// The barrier for what streams and codec throw; a file that asks for more memory than there is ends here,
 /// too.
@@ -17,6 +21,8 @@ int ResultOf(TWork&& work) {
         return work();
     } catch (const StreamError&) {
         return kPresetIoFailure;
+    } catch (const PresetWorkEnded&) {
+        return kPresetEnded;
     } catch (const std::bad_alloc&) {
         return kPresetIoFailure;
     }

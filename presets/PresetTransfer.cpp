@@ -12,6 +12,10 @@ namespace {
 
 constexpr std::uint64_t kLongestPreset = std::numeric_limits<std::int32_t>::max();
 
+void GoOn(const PresetTransferEvents& events) {
+    if (events.progress && !events.progress()) throw PresetWorkEnded();
+}
+
 enum class Written { Yes, Nothing, Failed };
 
 /// Kept: a preset of another type, or whose file is empty or reads short, writes nothing and is still among
@@ -36,7 +40,7 @@ Written WriteStoredPreset(CPresetFileWriter& writer, const CRegValues& preset, s
 /// Whether the preset was written. One that fails is reported, and ends the export.
 bool WriteOrReport(CPresetFileWriter& writer, const CRegValues& preset, std::string& file,
                    const PresetTransferEvents& events) {
-    if (events.progress) events.progress();
+    GoOn(events);
     Written result = Written::Failed;
     ResultOf([&] {
         result = WriteStoredPreset(writer, preset, file);
@@ -117,7 +121,7 @@ int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetS
     CPresetFileReader reader(file, AnsiText());
     CPresetWriter writer(plugin);
     return ImportFor(reader, plugin.Plugin(), selection, [&](std::size_t, const ImportedPreset& preset) {
-        if (events.progress) events.progress();
+        GoOn(events);
         return writer.StoreImportedPreset(preset);
     });
 }
@@ -132,33 +136,30 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
         writers.emplace_back(plugin);
     }
     return ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
-        if (events.progress) events.progress();
+        GoOn(events);
         return writers[index].StoreImportedPreset(preset);
     });
 }
 
-void NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
-                  const PresetSelection* selection) {
+std::size_t NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
+                         const PresetSelection* selection) {
     CPresetFileReader reader(file, AnsiText());
     std::vector<PresetPlugin> wanted;
     for (const CPresetListMgr& plugin : plugins) wanted.push_back(plugin.Plugin());
     std::vector<std::vector<std::wstring>> names(plugins.size());
     std::set<std::pair<std::size_t, std::wstring>> seen;
-    const auto note = [&](std::size_t index, const ImportedPreset& preset) {
+    std::size_t presets = 0;
+    NameImport(reader, wanted, selection, [&](std::size_t index, const PresetRecordHead& preset) {
+        ++presets;
         // A file may hold a name more than once.
-        if (!seen.insert({index, InCapitals(preset.name)}).second) return true;
+        if (!seen.insert({index, InCapitals(preset.name)}).second) return;
         names[index].push_back(preset.name);
         if (auto path = FileOfImport(wanted[index].clsid, preset)) step.files.push_back(std::move(*path));
-        return true;
-    };
-    if (wanted.size() == 1) {
-        ImportFor(reader, wanted.front(), selection, note);
-    } else {
-        ImportForSeveral(reader, wanted, note);
-    }
+    });
     for (std::size_t i = 0; i < plugins.size(); ++i) {
         if (!names[i].empty()) plugins[i].NameIn(step, std::move(names[i]), false);
     }
+    return presets;
 }
 
 int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview) {

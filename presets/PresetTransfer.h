@@ -11,7 +11,7 @@
 /// What a caller learns of a long transfer.
 struct PresetTransferEvents {
     std::function<void(const std::wstring& name)> invalidPreset;  // this one ends the export
-    std::function<void()> progress;                               // before each preset
+    std::function<bool()> progress;  // before each preset; false ends the transfer there
 };
 
 // Each gives a count or a code of PresetResult.h, and throws nothing. The selection goes by the index in the
@@ -28,9 +28,9 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
                            const PresetTransferEvents& events = {});
 
 /// Names in the step what an import of the same arguments will write over: presets, and files that may be
-/// other presets'.
-void NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
-                  const PresetSelection* selection);
+/// other presets'. Gives how many presets it will bring, as far as the file can be read.
+std::size_t NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
+                         const PresetSelection* selection);
 
 /// The presets of the plug-in in the file, for a preview.
 int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview);

@@ -1,12 +1,17 @@
 #include "PresetView.h"
 
+#include <algorithm>
+
 #include "ExportPresetsDlg.h"
-#include "FileStream.h"
 #include "ImportPresetsDlg.h"
+#include "LongWork.h"
 #include "ManagePresetsDlg.h"
 #include "MessageCaption.h"
+#include "NumberText.h"
+#include "PluginCategory.h"
 #include "PresetTransfer.h"
 #include "Resources.h"
+#include "ReviewDlg.h"
 #include "TextFormat.h"
 
 namespace {
@@ -18,44 +23,51 @@ std::vector<CPresetListMgr> ManagersOf(const std::vector<PresetPlugin>& chosen) 
     return {chosen.begin(), chosen.end()};
 }
 
+std::wstring FileNameOf(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/") + 1); }
+
 /// Without the backslash at its end, which only the root of a drive needs.
 std::wstring FolderOf(const std::wstring& path) {
     const std::size_t end = path.find_last_of(L"\\/");
     return path.substr(0, end != std::wstring::npos && end > 2 ? end : end + 1);
 }
 
-/// Lets the windows paint from time to time during work that would otherwise leave them blank. No input gets
-/// through, so that nothing else can begin meanwhile.
-std::function<void()> KeepPainting() {
-    return [next = ::GetTickCount64()]() mutable {
-        constexpr ULONGLONG kInterval = 100;  // ms
-        constexpr int kMostPaints = 100;      // a window may ask to be painted again and again
-        if (::GetTickCount64() < next) return;
-        MSG message;
-        for (int i = 0; i < kMostPaints && ::PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE);
-             ++i) {
-            if (EndsLoop(message)) break;  // it comes through every filter
-            ::DispatchMessageW(&message);
-        }
-        next = ::GetTickCount64() + kInterval;
-    };
+std::size_t CountChosen(const std::vector<CPresetListMgr>& plugins, const PresetSelection* selection) {
+    if (selection && plugins.size() == 1)
+        return selection->size() - static_cast<std::size_t>(std::ranges::count(*selection, 0U));
+    std::size_t presets = 0;
+    for (const CPresetListMgr& plugin : plugins) presets += plugin.CountPresets();
+    return presets;
 }
 
-int ExportTo(IByteSink& file, const std::vector<CPresetListMgr>& plugins, const PresetSelection* selection,
-             const PresetTransferEvents& events) {
-    const CWaitCursor wait;
-    return plugins.size() == 1 ? ExportPresets(file, plugins.front(), selection, events)
-                               : ExportPresetsOfPlugins(file, plugins, events);
+// Widths of the review's columns, in dialog units.
+constexpr int kPluginWidth = 160;
+constexpr int kCategoryWidth = 130;
+constexpr int kCountWidth = 55;
+
+std::wstring CategoryText(const Guid& category) {
+    const auto* const row = std::ranges::find(kCategories, category, &PluginCategory::guid);
+    return row == kCategories.end() ? std::wstring() : LoadText(row->captionId);
 }
 
-int ImportFrom(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
-               const PresetSelection* selection) {
-    const CWaitCursor wait;
-    auto file = CFileSource::Open(path);
-    if (!file) return kPresetIoFailure;
-    const PresetTransferEvents events{.invalidPreset = {}, .progress = KeepPainting()};
-    return plugins.size() == 1 ? ImportPresets(*file, plugins.front(), selection, events)
-                               : ImportPresetsOfPlugins(*file, plugins, events);
+ReviewCell CountCell(std::size_t count) { return {NumberText(count), static_cast<std::int64_t>(count)}; }
+
+ReviewRow ReviewRowOf(const PluginInFile& found) {
+    const std::wstring& name = found.plugin.name;
+    const bool canBeChecked = found.installed && found.presets > 0;
+    return {.cells = {{found.installed ? name : FormatText(LoadText(IDS_NOT_INSTALLED), name)},
+                      {CategoryText(found.plugin.category)},
+                      CountCell(found.presets),
+                      CountCell(found.replaced)},
+            .checked = canBeChecked,
+            .canBeChecked = canBeChecked};
+}
+
+std::vector<ReviewRow> RowsOf(const PluginsInFile& found) {
+    std::vector<ReviewRow> rows;
+    for (const PluginInFile& plugin : found.plugins) rows.push_back(ReviewRowOf(plugin));
+    if (found.goesOn)
+        rows.push_back({.cells = {{LoadText(IDS_PREVIEW_GOES_ON)}, {}, {}, {}}, .canBeChecked = false});
+    return rows;
 }
 
 }  // namespace
@@ -73,31 +85,39 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
     const auto path = dialog.RunSave(m_dialog.Handle());
     if (!path) return;
     m_folder = FolderOf(*path);
-    const std::wstring fileName = path->substr(path->find_last_of(L"\\/") + 1);
     const BackupStep step{.kind = BackupKind::Presets,
-                          .name = FormatText(LoadText(IDS_STEP_REPLACE), fileName),
+                          .name = FormatText(LoadText(IDS_STEP_REPLACE), FileNameOf(*path)),
                           .keys = {},
                           .files = {*path}};
-    const auto backup = BackUpOrAsk(m_backups, step, m_dialog.Handle());
+    auto backup = BackUpOrAsk(m_backups, step, m_dialog.Handle());
     if (!backup) return;
     auto file = CFileSink::Create(*path);
-    const PresetTransferEvents events{
-        .invalidPreset =
-            [this](const std::wstring& name) { Report(FormatText(LoadText(IDS_PRESET_INVALID), name)); },
-        .progress = KeepPainting()};
-    const int result = file ? ExportTo(*file, plugins, dialog.Selection(), events) : kPresetIoFailure;
+    const int result = file ? ExportTo(*file, plugins, dialog.Selection()) : kPresetIoFailure;
     if (result > 0) return;
-    Report(FormatText(LoadText(IDS_PRESET_SAVE_ERROR), kFailureNumber));
+    if (result != kPresetEnded) Report(FormatText(LoadText(IDS_PRESET_SAVE_ERROR), kFailureNumber));
     // A file that could not be opened is not ours to delete.
     if (!file) return;
     file.reset();
+    if (result == kPresetEnded && backup->PutFilesBack()) return;
     CPatience patience;
     DeleteHeldFile(*path, patience);
 }
 
+int CPresetView::ExportTo(CFileSink& file, const std::vector<CPresetListMgr>& plugins,
+                          const PresetSelection* selection) const {
+    const CWaitCursor wait;
+    CLongWork work(m_dialog, IDC_PRESETS_GROUP, IDS_EXPORTING, CountChosen(plugins, selection));
+    const PresetTransferEvents events{
+        .invalidPreset =
+            [this](const std::wstring& name) { Report(FormatText(LoadText(IDS_PRESET_INVALID), name)); },
+        .progress = [&work] { return work.Next(); }};
+    return plugins.size() == 1 ? ExportPresets(file, plugins.front(), selection, events)
+                               : ExportPresetsOfPlugins(file, plugins, events);
+}
+
 std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
                                                  const std::vector<CPresetListMgr>& plugins,
-                                                 const PresetSelection* selection) {
+                                                 const PresetSelection* selection, std::size_t& presets) {
     const CWaitCursor wait;
     const bool one = plugins.size() == 1;
     const std::wstring whose = one ? plugins.front().DisplayName() : LoadText(IDS_MULTIPLE_PLUGINS_SELECTED);
@@ -105,7 +125,7 @@ std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
                     .name = FormatText(LoadText(IDS_STEP_IMPORT_PRESETS), whose),
                     .keys = {},
                     .files = {}};
-    if (auto file = CFileSource::Open(path)) NameImportIn(step, *file, plugins, selection);
+    if (auto file = CFileSource::Open(path)) presets = NameImportIn(step, *file, plugins, selection);
     return BackUpOrAsk(m_backups, step, m_dialog.Handle());
 }
 
@@ -116,13 +136,54 @@ void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
     const auto path = dialog.RunOpen(m_dialog.Handle());
     if (!path) return;
     m_folder = FolderOf(*path);
-    const auto backup = BackUpImport(*path, plugins, dialog.Selection());
-    if (!backup) return;
-    const int result = ImportFrom(*path, plugins, dialog.Selection());
-    if (result > 0) return;
+    ImportFrom(*path, plugins, dialog.Selection());
+}
+
+int CPresetView::ImportFrom(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
+                            const PresetSelection* selection) {
+    std::size_t presets = 0;
+    const auto backup = BackUpImport(path, plugins, selection, presets);
+    if (!backup) return kPresetEnded;
+    const int result = [&] {
+        const CWaitCursor wait;
+        auto file = CFileSource::Open(path);
+        if (!file) return kPresetIoFailure;
+        CLongWork work(m_dialog, IDC_PRESETS_GROUP, IDS_IMPORTING, presets);
+        const PresetTransferEvents events{.invalidPreset = {}, .progress = [&work] { return work.Next(); }};
+        return plugins.size() == 1 ? ImportPresets(*file, plugins.front(), selection, events)
+                                   : ImportPresetsOfPlugins(*file, plugins, events);
+    }();
+    if (result > 0 || result == kPresetEnded) return result;
     const bool nothingThere = result == kNotAPresetFile || result == kNothingForPlugin;
     Report(nothingThere ? LoadText(IDS_NO_PRESETS_FOR_PLUGIN)
                         : FormatText(LoadText(IDS_PRESET_LOAD_ERROR), kFailureNumber));
+    return result;
+}
+
+CPresetView::Dropped CPresetView::ImportDropped(const std::wstring& path, const PluginFinder& find) {
+    PluginsInFile found;
+    const int result = [&] {
+        const CWaitCursor wait;
+        CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
+        auto file = CFileSource::Open(path);
+        return file ? ReadPluginsInFile(
+                          *file, find, [&work] { return work.Next(); }, found)
+                    : kPresetIoFailure;
+    }();
+    if (result == kPresetEnded) return Dropped::Left;
+    if (result != 0) return Dropped::NoPresetFile;
+    CReviewDlg review({.caption = FormatText(LoadText(IDS_IMPORT_FILE), FileNameOf(path)),
+                       .heading = LoadText(IDS_IMPORT_FILE_HEADING),
+                       .button = LoadText(IDS_IMPORT_TICKED)},
+                      {{LoadText(IDS_FILE_PLUGIN), kPluginWidth},
+                       {LoadText(IDS_FILE_CATEGORY), kCategoryWidth},
+                       {LoadText(IDS_FILE_PRESETS), kCountWidth, ReviewOrder::ByKeyRight},
+                       {LoadText(IDS_FILE_REPLACED), kCountWidth, ReviewOrder::ByKeyRight}},
+                      RowsOf(found));
+    if (review.RunModal(m_dialog.Handle()) != IDOK || !m_dialog.IsLive()) return Dropped::Left;
+    std::vector<CPresetListMgr> chosen;
+    for (const std::size_t row : review.Checked()) chosen.emplace_back(found.plugins[row].plugin);
+    return ImportFrom(path, chosen, nullptr) == kPresetEnded ? Dropped::Left : Dropped::Done;
 }
 
 void CPresetView::Manage(const PresetPlugin& plugin) {

@@ -6,8 +6,10 @@
 
 #include "BackupQuestion.h"
 #include "Dialog.h"
+#include "FileStream.h"
 #include "PresetListMgr.h"
 #include "PresetPlugin.h"
+#include "PresetReview.h"
 #include "PresetWalk.h"
 
 class CPresetView {
@@ -18,13 +20,21 @@ class CPresetView {
     void Import(const std::vector<PresetPlugin>& chosen);
     void Export(const std::vector<PresetPlugin>& chosen);
     void Manage(const PresetPlugin& plugin);
+    enum class Dropped { Done, Left, NoPresetFile };
+    /// Shows what a file would bring, and imports it for the installed plug-ins that the user ticks.
+    Dropped ImportDropped(const std::wstring& path, const PluginFinder& find);
 
   private:
+    int ExportTo(CFileSink& file, const std::vector<CPresetListMgr>& plugins,
+                 const PresetSelection* selection) const;
+    /// Gives a result code, after a message where one is due.
+    int ImportFrom(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
+                   const PresetSelection* selection);
     void Report(const std::wstring& text) const;
 
-    /// Nothing when the import must not be done.
+    /// Nothing when the import must not be done. `presets` is how many it will bring.
     std::optional<CBackup> BackUpImport(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
-                                        const PresetSelection* selection);
+                                        const PresetSelection* selection, std::size_t& presets);
 
     CDialog& m_dialog;
     CBackups& m_backups;

@@ -36,16 +36,17 @@ void SkipPresets(CPresetFileReader& reader, std::int32_t count) {
                   [&](const PresetRecordHead& preset, std::int32_t) { reader.SkipData(preset); });
 }
 
-int KeepPresets(CPresetFileReader& reader, std::size_t index, std::int32_t count,
-                const PresetSelection* selection, const PresetKeeper& keep, std::vector<std::byte>& data) {
-    int kept = 0;
+/// Calls `take` for each preset that is chosen, which reads its data or skips them; gives their number.
+template <typename TTake>
+int TakePresets(CPresetFileReader& reader, std::int32_t count, const PresetSelection* selection,
+                TTake&& take) {
+    int taken = 0;
     ForEachPreset(reader, count, [&](const PresetRecordHead& preset, std::int32_t position) {
         if (!IsChosen(selection, static_cast<std::size_t>(position))) return reader.SkipData(preset);
-        reader.ReadData(preset, data);
-        if (!keep(index, {.type = preset.type, .name = preset.name, .data = data})) throw StreamError();
-        ++kept;
+        take(preset);
+        ++taken;
     });
-    return kept;
+    return taken;
 }
 
 /// Goes through the records; `visit` reads one with its presets and gives false to end the walk.
@@ -66,17 +67,16 @@ bool EndsPreview(int head, const PresetPreview& preview) {
     return true;
 }
 
-}  // namespace
-
-int ImportFor(CPresetFileReader& reader, const PresetPlugin& plugin, const PresetSelection* selection,
-              const PresetKeeper& keep) {
+template <typename TTake>
+int TakeFor(CPresetFileReader& reader, const PresetPlugin& plugin, const PresetSelection* selection,
+            TTake&& take) {
     return ResultOf([&] {
         int kept = 0;
-        std::vector<std::byte> data;
         PluginRecord record{.plugin = plugin, .presets = 0};
         const int result = ForEachRecord(reader, [&](std::uint16_t version) {
             if (ReadHead(reader, version, record) == 0) {
-                kept += KeepPresets(reader, 0, record.presets, selection, keep, data);
+                kept += TakePresets(reader, record.presets, selection,
+                                    [&](const PresetRecordHead& preset) { take(0, preset); });
             } else {
                 SkipPresets(reader, record.presets);
             }
@@ -87,12 +87,11 @@ int ImportFor(CPresetFileReader& reader, const PresetPlugin& plugin, const Prese
     });
 }
 
-int ImportForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> plugins,
-                     const PresetKeeper& keep) {
+template <typename TTake>
+int TakeForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> plugins, TTake&& take) {
     return ResultOf([&] {
         int kept = 0;
         bool matched = false;
-        std::vector<std::byte> data;
         const int result = ForEachRecord(reader, [&](std::uint16_t version) {
             PluginRecord record;
             ReadHead(reader, version, record);
@@ -102,7 +101,8 @@ int ImportForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> pl
                 if (plugins[i].clsid != record.plugin.clsid || plugins[i].category != record.plugin.category)
                     continue;
                 reader.Seek(presets);
-                kept += KeepPresets(reader, i, record.presets, nullptr, keep, data);
+                kept += TakePresets(reader, record.presets, nullptr,
+                                    [&](const PresetRecordHead& preset) { take(i, preset); });
                 taken = matched = true;
             }
             if (!taken) SkipPresets(reader, record.presets);
@@ -111,6 +111,36 @@ int ImportForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> pl
         if (result != 0) return result;
         return matched ? kept : kNothingForPlugin;
     });
+}
+
+/// Reads the data of each preset, and hands it on.
+auto Keeping(CPresetFileReader& reader, const PresetKeeper& keep) {
+    return [&, data = std::vector<std::byte>()](std::size_t plugin, const PresetRecordHead& preset) mutable {
+        reader.ReadData(preset, data);
+        if (!keep(plugin, {.type = preset.type, .name = preset.name, .data = data})) throw StreamError();
+    };
+}
+
+}  // namespace
+
+int ImportFor(CPresetFileReader& reader, const PresetPlugin& plugin, const PresetSelection* selection,
+              const PresetKeeper& keep) {
+    return TakeFor(reader, plugin, selection, Keeping(reader, keep));
+}
+
+int ImportForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> plugins,
+                     const PresetKeeper& keep) {
+    return TakeForSeveral(reader, plugins, Keeping(reader, keep));
+}
+
+int NameImport(CPresetFileReader& reader, std::span<const PresetPlugin> plugins,
+               const PresetSelection* selection, const PresetNamer& name) {
+    const auto take = [&](std::size_t plugin, const PresetRecordHead& preset) {
+        reader.SkipData(preset);
+        name(plugin, preset);
+    };
+    return plugins.size() == 1 ? TakeFor(reader, plugins.front(), selection, take)
+                               : TakeForSeveral(reader, plugins, take);
 }
 
 int ListForPlugin(CPresetFileReader& reader, const PresetPlugin& plugin, const PresetPreview& preview) {
@@ -156,5 +186,20 @@ int ListContents(CPresetFileReader& reader, const PresetPreview& preview) {
             return false;
         });
         return result != 0 ? result : listed;
+    });
+}
+
+int WalkContents(CPresetFileReader& reader, const PresetContents& contents) {
+    return ResultOf([&] {
+        return ForEachRecord(reader, [&](std::uint16_t version) {
+            PluginRecord record;
+            ReadHead(reader, version, record);
+            contents.plugin(record.plugin);
+            ForEachPreset(reader, record.presets, [&](const PresetRecordHead& preset, std::int32_t) {
+                reader.SkipData(preset);
+                contents.preset(preset.name);
+            });
+            return true;
+        });
     });
 }

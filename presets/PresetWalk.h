@@ -33,6 +33,19 @@ int ImportFor(CPresetFileReader& reader, const PresetPlugin& plugin, const Prese
 int ImportForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> plugins,
                      const PresetKeeper& keep);
 
+using PresetNamer = std::function<void(std::size_t plugin, const PresetRecordHead& preset)>;
+/// The presets that an import would bring, for one plug-in or for several, without reading their data.
+int NameImport(CPresetFileReader& reader, std::span<const PresetPlugin> plugins,
+               const PresetSelection* selection, const PresetNamer& name);
+
+/// What a file holds: each record, and behind it the name of each of its presets.
+struct PresetContents {
+    std::function<void(const PresetPlugin& plugin)> plugin;  // the category is null in files of version 0
+    std::function<void(const std::wstring& name)> preset;
+};
+/// Gives 0 or a result code. A file that breaks off was told of up to there.
+int WalkContents(CPresetFileReader& reader, const PresetContents& contents);
+
 /// The position of a line that stands for no preset.
 inline constexpr std::int32_t kNoPreset = -1;
 

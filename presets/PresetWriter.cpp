@@ -20,18 +20,18 @@ std::string_view BytesOf(const ImportedPreset& preset) {
     return {reinterpret_cast<const char*>(preset.data.data()), preset.data.size()};
 }
 
-bool GoesToFile(const ImportedPreset& preset) {
-    return preset.type == kPresetInFile || preset.data.size() >= kLargeData;
+bool GoesToFile(std::int32_t type, std::size_t length) {
+    return type == kPresetInFile || length >= kLargeData;
 }
 
 std::wstring SharedPresets() { return AppDataRoot() + L"\\Shared Presets"; }
 
 }  // namespace
 
-std::optional<std::wstring> FileOfImport(const Guid& clsid, const ImportedPreset& preset) {
+std::optional<std::wstring> FileOfImport(const Guid& clsid, const PresetRecordHead& preset) {
     const auto fileName = PresetFileName(preset.name);
     // Without the root, the path would lead to the top of the current drive.
-    if (!GoesToFile(preset) || !fileName || AppDataRoot().empty()) return std::nullopt;
+    if (!GoesToFile(preset.type, preset.length) || !fileName || AppDataRoot().empty()) return std::nullopt;
     return SharedPresets() + L"\\" + ClsidText(clsid) + L"\\" + std::wstring(*fileName);
 }
 
@@ -40,7 +40,7 @@ bool CPresetWriter::StoreImportedPreset(const ImportedPreset& preset) {
     if (preset.data.empty() || preset.name.size() > kMaxPresetName) return false;
     if (!m_key) m_key = m_plugin.OpenPluginKey(true);
     if (!m_key) return false;
-    if (GoesToFile(preset)) return StoreInFile(preset);
+    if (GoesToFile(preset.type, preset.data.size())) return StoreInFile(preset);
     // Kept: the registry's answer is not checked.
     m_key->WriteValue(preset.name.c_str(), REG_BINARY, preset.data);
     return true;

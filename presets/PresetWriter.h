@@ -10,7 +10,7 @@
 
 /// The file that an imported preset will be written to; nothing when it stays in the registry or can't be
 /// stored.
-std::optional<std::wstring> FileOfImport(const Guid& clsid, const ImportedPreset& preset);
+std::optional<std::wstring> FileOfImport(const Guid& clsid, const PresetRecordHead& preset);
 
 /// Keeps the plug-in's key and the folder of its files at hand for the presets of one command.
 class CPresetWriter {

@@ -12,6 +12,7 @@ uninstaller=PluginManager-uninstall.exe licence=PluginManager-LICENSE.txt
 uninstall_key='Software\Microsoft\Windows\CurrentVersion\Uninstall\CorvanePluginManager'
 company_key='Software\Corvane Music Software'
 machine=HKEY_LOCAL_MACHINE user=HKEY_CURRENT_USER
+layout_class=CorvanePluginManager.Layout
 tools_menu_entry="$machine\\$company_key\\Tools Menu\\Plugin Manager"
 export LC_ALL=C.UTF-8  # for the letters in folder names
 
@@ -87,6 +88,20 @@ snapshot() {
 same_as_before() {
     snapshot after
     diff "$work/before.txt" "$work/after.txt"
+}
+
+# opens_layouts ROOT FOLDER: Windows offers the copy there for layouts, and no more than that.
+opens_layouts() {
+    local key
+    : >"$work/classes.txt"
+    for key in "$layout_class" .pgl; do
+        wine regedit /E "$(windows_path "$work/key.reg")" "$1\\Software\\Classes\\$key"
+        iconv -f utf-16 -t utf-8 "$work/key.reg" | tr -d '\r' >>"$work/classes.txt"
+    done
+    cat "$work/classes.txt"
+    [ "$(grep '^["@]' "$work/classes.txt")" = '@="Plug-in Menu Layout"
+@="\"'"${2//\\/\\\\}"'\\PluginManager.exe\" \"%1\""
+"'"$layout_class"'"=""' ]
 }
 
 start_program() {
@@ -199,6 +214,7 @@ test_all_users() {
     check "version among the installed programs" has_value "$machine\\$uninstall_key" DisplayVersion "$version"
     check "start menu" test -e "$(on_disk 'C:\ProgramData\Microsoft\Windows\Start Menu\Programs')/Corvane Plug-in Manager.lnk"
     check "Tools menu of the host" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
+    check "one more program to open layouts with" opens_layouts "$machine" "$folder"
     run_setup /CurrentUser "/D=$own"
     check "one user's copy leaves the entry to that of all" has_value "$tools_menu_entry" ExePath "$folder\\PluginManager.exe"
     check "silent removal of one user's copy" uninstall "$user" "$own"
@@ -244,6 +260,7 @@ test_one_user() {
     cp "$there/PluginManager.exe" "$there/$uninstaller"  # would open its window and wait
     check "moving to another folder, without running what lies in the old one" run_setup "/D=$moved"
     check "takes the files there" has_program_files "$moved"
+    check "and is what layouts can be opened with" opens_layouts "$user" "$moved"
     check "and leaves none" not test -e "$there"
     check "silent removal for one user" uninstall "$user" "$moved"
     rmdir "$(on_disk 'C:\Müsik Tools')"  # a folder above its own is not the installer's to remove
@@ -338,7 +355,7 @@ start_display
 fresh_prefix "$build/package-prefix"
 wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 # The system's own, which every Windows has and a fresh prefix makes when they are first used.
-for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie'; do
+for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie' 'Software\Classes'; do
     wine reg add "$user\\$key" /f >/dev/null
 done
 test_all_users

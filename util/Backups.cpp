@@ -294,6 +294,19 @@ std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path, CPatienc
          Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime)}};
 }
 
+bool CBackup::PutFilesBack() {
+    if (m_entry.folder.empty()) return false;
+    CPatience patience;
+    for (const auto& [path, copy] : m_entry.record.files) {
+        const bool isBack = copy.empty()
+                                ? DeleteHeldFile(path, patience)
+                                : ReplaceFileByCopy(path, m_entry.folder + L'\\' + copy) == ERROR_SUCCESS;
+        if (!isBack) return false;
+    }
+    m_files.clear();  // so that nothing counts as changed
+    return true;
+}
+
 bool CBackup::TookSomething() const {
     CPatience patience;
     return !m_keys.IsIntact() || std::ranges::any_of(m_files, [&](const SeenFile& file) {

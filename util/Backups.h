@@ -83,6 +83,9 @@ class CBackup {
     DWORD Error() const { return m_error; }
     /// For a step that did not happen.
     void Discard() { m_stays = false; }
+    /// For a step that was broken off: the files are again as they were. False when there is no backup, or a
+    /// file could not be put back.
+    bool PutFilesBack();
 
   private:
     friend class CBackups;

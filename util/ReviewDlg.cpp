@@ -13,6 +13,7 @@ namespace {
 constexpr int kActions[] = {IDC_REVIEW_ACTION, IDC_REVIEW_ACTION_2};
 constexpr UINT kTicked = INDEXTOSTATEIMAGEMASK(2);
 constexpr UINT kUnticked = INDEXTOSTATEIMAGEMASK(1);
+constexpr UINT kNoBox = INDEXTOSTATEIMAGEMASK(0);
 
 /// What a control does when the dialog grows.
 struct Growth {
@@ -85,6 +86,7 @@ std::span<const CRoute> CReviewDlg::Routes() const {
         R::OnMessage<WM_SIZE, &Self::OnSize>(),
         R::OnMessage<WM_GETMINMAXINFO, &Self::OnSmallest>(),
         R::OnNotify<LVN_COLUMNCLICK, &Self::OnColumn>(IDC_REVIEW_LIST),
+        R::OnNotify<LVN_ITEMCHANGING, &Self::OnItemChanging>(IDC_REVIEW_LIST),
         R::OnNotify<LVN_ITEMCHANGED, &Self::OnItemChanged>(IDC_REVIEW_LIST),
         R::OnCommand<BN_CLICKED, &Self::OnAction>(IDC_REVIEW_ACTION),
         R::OnCommand<BN_CLICKED, &Self::OnSecondAction>(IDC_REVIEW_ACTION_2),
@@ -172,7 +174,7 @@ void CReviewDlg::Fill() {
             cell.pszText = m_rows[i].cells[column].text.data();
             m_list.Send(LVM_SETITEMTEXTW, added, &cell);
         }
-        ShowTick(added, m_rows[i].checked);
+        ShowTick(added);
     }
     m_filling = false;
     m_checked = static_cast<int>(std::ranges::count(m_rows, true, &ReviewRow::checked));
@@ -212,6 +214,13 @@ void CReviewDlg::OnColumn(const NMLISTVIEW& click) {
     SortBy(click.iSubItem, click.iSubItem == m_sortedBy && !m_descending);
     // The row that the keyboard is on stays in sight.
     m_list.Send(LVM_ENSUREVISIBLE, m_list.SendInt(LVM_GETNEXTITEM, -1, LVNI_FOCUSED));
+}
+
+/// True keeps the row as it is: the control gives a box to any row that Space is pressed on.
+bool CReviewDlg::OnItemChanging(const NMLISTVIEW& item) const {
+    const UINT tick = item.uNewState & LVIS_STATEIMAGEMASK;
+    return !m_filling && item.iItem >= 0 && tick != kNoBox &&
+           tick != (item.uOldState & LVIS_STATEIMAGEMASK) && !m_rows[RowOf(m_list, item.iItem)].canBeChecked;
 }
 
 void CReviewDlg::OnItemChanged(const NMLISTVIEW& item) {
@@ -257,18 +266,21 @@ void CReviewDlg::Run(std::size_t action) {
     if (action < m_actions.size()) m_actions[action].run(*this);
 }
 
-void CReviewDlg::ShowTick(int item, bool ticked) const {
-    SetState(m_list, item, ticked ? kTicked : kUnticked, LVIS_STATEIMAGEMASK);
+void CReviewDlg::ShowTick(int item) const {
+    const ReviewRow& row = m_rows[RowOf(m_list, item)];
+    const UINT box = row.checked ? kTicked : kUnticked;
+    SetState(m_list, item, row.canBeChecked ? box : kNoBox, LVIS_STATEIMAGEMASK);
 }
 
 void CReviewDlg::TickAll() {
-    const bool tick = m_checked < static_cast<int>(m_rows.size());
+    const auto all = static_cast<int>(std::ranges::count(m_rows, true, &ReviewRow::canBeChecked));
+    const bool tick = m_checked < all;
     const CRedrawLock noRedraw(m_list);
     m_filling = true;
-    for (int item = 0; item < static_cast<int>(m_rows.size()); ++item) ShowTick(item, tick);
+    for (ReviewRow& row : m_rows) row.checked = tick && row.canBeChecked;
+    for (int item = 0; item < static_cast<int>(m_rows.size()); ++item) ShowTick(item);
     m_filling = false;
-    for (ReviewRow& row : m_rows) row.checked = tick;
-    m_checked = tick ? static_cast<int>(m_rows.size()) : 0;
+    m_checked = tick ? all : 0;
     UpdateButtons();
 }
 

@@ -32,6 +32,7 @@ struct ReviewCell {
 struct ReviewRow {
     std::vector<ReviewCell> cells;  // one a column
     bool checked = false;
+    bool canBeChecked = true;  // else it is there to be read, and has no box
 };
 
 class CReviewDlg;
@@ -75,6 +76,7 @@ class CReviewDlg : public CDialog {
     void OnOK() override;
     bool PreTranslate(const MSG& message) override;
     void OnColumn(const NMLISTVIEW& click);
+    bool OnItemChanging(const NMLISTVIEW& item) const;
     void OnItemChanged(const NMLISTVIEW& item);
     void OnAction() { Run(0); }
     void OnSecondAction() { Run(1); }
@@ -87,7 +89,7 @@ class CReviewDlg : public CDialog {
     void Sort();
     void ShowOrder() const;
     void TickAll();
-    void ShowTick(int item, bool ticked) const;
+    void ShowTick(int item) const;
     void Run(std::size_t action);
     void UpdateButtons() const;
     int Width(int dialogUnits) const;

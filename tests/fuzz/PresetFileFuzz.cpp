@@ -52,5 +52,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     WithReader(input, [&](CPresetFileReader& reader) {
         Require(ListContents(reader, preview) >= kPresetIoFailure);
     });
+    WithReader(input, [&](CPresetFileReader& reader) {
+        const PresetContents contents{
+            .plugin = [](const PresetPlugin&) {},
+            .preset = [&](const std::wstring&) { Require(reader.Position() <= size); }};
+        Require(WalkContents(reader, contents) <= 0);
+    });
     return 0;
 }

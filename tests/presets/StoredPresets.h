@@ -20,7 +20,7 @@ inline std::set<std::wstring> StoredPresets(const std::wstring& keyPath) {
         std::string data(reinterpret_cast<const char*>(values.Data().data()), values.Data().size());
         std::wstring line = values.Name();
         if (values.Type() == REG_SZ) {
-            const std::wstring path = TextOf(values.Data());
+            const std::wstring path = ::TextOf(values.Data());
             line += L"@" + path.substr(path.rfind(L'\\') + 1);
             ReadWholeFile(path, 1 << 20, data, patience);
         }

@@ -130,8 +130,11 @@ TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
     EXPECT_EQ(Stored(), Presets{L"kept@kept=1024d"});
 
     support::CreateKey(HKEY_CURRENT_USER, kHallKey + L"\\a subkey");
-    EXPECT_TRUE(m_hall.DeleteAllPresets());
+    EXPECT_TRUE(Store(L"later", 1));
+    EXPECT_TRUE(m_hall.DeleteAllPresets([first = true]() mutable { return std::exchange(first, false); }));
     EXPECT_FALSE(fs::exists(m_folder / L"kept"));
+    EXPECT_EQ(Stored(), Presets{L"later=1d"}) << "ended before the second";
+    EXPECT_TRUE(m_hall.DeleteAllPresets());
     EXPECT_TRUE(support::Subkeys(HKEY_CURRENT_USER, kProduct + L"ActiveMovie\\Presets").empty());
     EXPECT_FALSE(m_hall.DeleteAllPresets()) << "there is no key any more";
 }

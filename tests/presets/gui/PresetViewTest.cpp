@@ -3,6 +3,8 @@
 
 #include <commdlg.h>
 
+#include <thread>
+
 #include "presets/StoredPresets.h"
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
@@ -56,6 +58,12 @@ class PresetView : public MainDialog {
         m_popups.ExpectFile(title, path, std::move(before));
         for (const auto& message : messages) m_popups.Expect(message, IDOK);
         Press(button);
+    }
+    /// As long as the thread lives.
+    std::jthread HoldEscape() const {
+        return std::jthread([window = Control(IDC_PRESETS_GROUP)](const std::stop_token& over) {
+            for (; !over.stop_requested(); ::Sleep(10)) ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+        });
     }
     /// A step in the dialog for managing presets.
     Popups& InManage(Popups::Work work) {
@@ -194,6 +202,34 @@ TEST_F(PresetView, SeveralPluginsAreNotChosenFrom) {
     ImportFrom(m_file, [](HWND dialog) { EXPECT_EQ(support::Rows(List(dialog)).size(), 1U); });
     EXPECT_EQ(StoredPresets(kHallKey), hall);
     EXPECT_EQ(StoredPresets(kRoomKey), room);
+}
+
+TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
+    constexpr std::size_t kMany = 4000;
+    ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", m_files.Folder().c_str());
+    const std::wstring data = m_files.Write(L"data", std::string(2000, 'x'));
+    for (std::size_t i = 0; i < kMany; ++i)
+        support::SetText(HKEY_CURRENT_USER, kRoomKey, std::to_wstring(i).c_str(), data);
+    SelectPlugins({L"Room"});
+    ExportTo(m_file);
+    const std::string whole = m_files.Read(L"all.spp");
+    {
+        const std::jthread escape = HoldEscape();
+        ExportTo(m_files.Path(L"new.spp"));
+        m_popups.ExpectFile(L"Export Presets For: ", m_file).Expect(L"already exists", IDYES);
+        Press(IDC_EXPORT);
+    }
+    EXPECT_EQ(m_files.Names(), (Names{L"all.spp", L"data"}));
+    EXPECT_TRUE(m_files.Read(L"all.spp") == whole) << "the old file is back";
+    EXPECT_TRUE(std::filesystem::is_empty(m_data / L"Backups")) << "and its backup is of no more use";
+    DeleteTree(HKEY_CURRENT_USER, kRoomKey);
+    {
+        const std::jthread escape = HoldEscape();
+        ImportFrom(m_file);
+    }
+    const std::size_t stored = StoredPresets(kRoomKey).size();
+    EXPECT_TRUE(stored > 0 && stored < kMany) << stored;
+    EXPECT_EQ(Text(IDC_PRESETS_GROUP), L"Corvane Plug-in Presets (" + std::to_wstring(stored) + L" found)");
 }
 
 TEST_F(PresetView, AFailureIsReportedAndLosesNothing) {

@@ -17,7 +17,8 @@ class ReviewDlg : public testing::Test {
         m_dialog.Show();
         m_list = m_dialog.Item(IDC_REVIEW_LIST);
     }
-    /// The first column of each row, a plus before the ticked ones, and the button.
+    /// The first column of each row, a plus before the ticked ones and a minus before those without a box,
+    /// and the button.
     std::wstring Shown() const {
         std::wstring shown;
         for (int i = 0; i < m_list.SendInt(LVM_GETITEMCOUNT); ++i) {
@@ -27,7 +28,10 @@ class ReviewDlg : public testing::Test {
             item.cchTextMax = 32;
             m_list.Send(LVM_GETITEMTEXTW, i, &item);
             const auto state = m_list.Send(LVM_GETITEMSTATE, i, LVIS_STATEIMAGEMASK);
-            shown += (state == INDEXTOSTATEIMAGEMASK(2) ? L"+" : L"") + std::wstring(text.data()) + L",";
+            shown += (state == INDEXTOSTATEIMAGEMASK(2) ? L"+"
+                      : state == 0                      ? L"-"
+                                                        : L"") +
+                     std::wstring(text.data()) + L",";
         }
         return shown + m_dialog.Item(IDOK).Text() + (m_dialog.Item(IDOK).IsEnabled() ? L"!" : L"");
     }
@@ -60,7 +64,10 @@ class ReviewDlg : public testing::Test {
     CReviewDlg m_dialog{
         {L"Backups", L"What to restore:", L"Restore %d"},
         {{L"When", 100}, {L"Size", 50, ReviewOrder::ByKeyRight}},
-        {{{{L"b"}, {L"9", 9}}, true}, {{{L"a"}, {L"10", 10}}}, {{{L"c"}, {L"9", 9}}}},
+        {{{{L"b"}, {L"9", 9}}, true},
+         {{{L"a"}, {L"10", 10}}},
+         {{{L"c"}, {L"9", 9}}},
+         {{{L"d"}, {L"9", 9}}, false, false}},
         {{L"Open", [this](CReviewDlg&) { ++m_runs; }, false}, {L"Delete", [](CReviewDlg& dialog) {
                                                                    dialog.SetRows({{{{L"x"}, {L"", 0}}}});
                                                                }}}};
@@ -68,20 +75,21 @@ class ReviewDlg : public testing::Test {
 };
 
 TEST_F(ReviewDlg, TicksAndSortsAndCounts) {
-    EXPECT_EQ(Shown(), L"a,+b,c,Restore 1!") << "by the first column";
+    EXPECT_EQ(Shown(), L"a,+b,c,-d,Restore 1!") << "by the first column";
     SortBy(0);
-    EXPECT_EQ(Shown(), L"c,+b,a,Restore 1!") << "the other way round";
+    EXPECT_EQ(Shown(), L"-d,c,+b,a,Restore 1!") << "the other way round";
     SortBy(1);
-    EXPECT_EQ(Shown(), L"+b,c,a,Restore 1!") << "by number, and what is alike as it was given";
-    Tick(2, 2);
+    EXPECT_EQ(Shown(), L"+b,c,-d,a,Restore 1!") << "by number, and what is alike as it was given";
+    Tick(2, 2);  // as Space does, on a row without a box
+    Tick(3, 2);
     EXPECT_EQ(m_dialog.Checked(), (Rows{0, 1}));
     Tick(0, 1);
-    Tick(2, 1);
-    EXPECT_EQ(Shown(), L"b,c,a,Restore 0");
+    Tick(3, 1);
+    EXPECT_EQ(Shown(), L"b,c,-d,a,Restore 0");
     m_dialog.Send(WM_COMMAND, IDOK);
     ASSERT_TRUE(m_dialog.IsLive()) << "Enter, with nothing ticked";
     CtrlA();
-    EXPECT_EQ(Shown(), L"+b,+c,+a,Restore 3!");
+    EXPECT_EQ(Shown(), L"+b,+c,-d,+a,Restore 3!");
     CtrlA();
     EXPECT_EQ(m_dialog.Checked(), Rows{});
 }

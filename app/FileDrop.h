@@ -1,0 +1,38 @@
+// Files that are dropped on the main dialog.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Dialog.h"
+#include "LayoutFilesView.h"
+#include "LayoutTreeView.h"
+#include "PluginInventory.h"
+#include "PluginListView.h"
+#include "PresetView.h"
+
+/// Opens the last layout among them, and shows for each preset file what it would bring. What is neither, or
+/// can't be read, is named in one message.
+class CFileDrop {
+  public:
+    /// Where the dropped files go.
+    struct Takers {
+        const CPluginInventory& inventory;
+        CPluginListView& list;
+        CPresetView& presets;
+        CLayoutTreeView& tree;
+        CLayoutFilesView& layouts;
+    };
+    CFileDrop(CDialog& dialog, Takers takers) : m_dialog(dialog), m_takers(takers) {}
+
+    void OnInitDialog() const;
+    void OnDrop(const CDroppedFiles& files);
+
+  private:
+    bool CanTakeFiles() const;
+    void ImportPresets(const std::vector<std::wstring>& files, std::vector<std::wstring>& others);
+    void Report(const std::vector<std::wstring>& others, std::size_t more) const;
+
+    CDialog& m_dialog;
+    const Takers m_takers;
+};

@@ -1,0 +1,75 @@
+#include "PresetReview.h"
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "AnsiText.h"
+#include "ClsidText.h"
+#include "Files.h"
+#include "PresetListMgr.h"
+
+namespace {
+
+/// The names of the presets that a plug-in has, in capitals.
+std::set<std::wstring> StoredNames(const PresetPlugin& plugin) {
+    std::set<std::wstring> names;
+    if (const auto key = CPresetListMgr(plugin).OpenPluginKey(false)) {
+        for (CRegValues values(*key, kMaxPresetName, CRegValues::Read::Names); values.Next();)
+            names.insert(InCapitals(values.Name()));
+    }
+    return names;
+}
+
+/// Gathers what the walk through the file tells.
+class CGathering {
+  public:
+    CGathering(const PluginFinder& find, PluginsInFile& found) : m_find(find), m_found(found) {}
+
+    void Begin(const PresetPlugin& plugin) {
+        const std::wstring id = ClsidText(plugin.clsid) + ClsidText(plugin.category);
+        if (const auto known = m_places.find(id); known != m_places.end()) {
+            m_current = known->second;
+            return;
+        }
+        m_current.reset();
+        const auto installed = m_find(plugin.clsid, plugin.category);
+        if (!installed && m_strangers++ >= kMostStrangers) {
+            m_found.goesOn = true;
+            return;
+        }
+        m_current = m_found.plugins.size();
+        m_places.emplace(id, *m_current);
+        m_found.plugins.push_back({installed.value_or(plugin), installed.has_value()});
+        m_stored.push_back(installed ? StoredNames(*installed) : std::set<std::wstring>());
+    }
+
+    void Add(const std::wstring& preset) {
+        if (!m_current) return;
+        ++m_found.plugins[*m_current].presets;
+        // Once: a file may hold a name several times.
+        m_found.plugins[*m_current].replaced += m_stored[*m_current].erase(InCapitals(preset));
+    }
+
+  private:
+    const PluginFinder& m_find;
+    PluginsInFile& m_found;
+    std::map<std::wstring, std::size_t> m_places;
+    std::vector<std::set<std::wstring>> m_stored;  // not met in the file yet
+    std::optional<std::size_t> m_current;
+    std::size_t m_strangers = 0;
+};
+
+}  // namespace
+
+int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::function<bool()>& goOn,
+                      PluginsInFile& found) {
+    CPresetFileReader reader(file, AnsiText());
+    CGathering gathering(find, found);
+    return WalkContents(reader, {.plugin = [&](const PresetPlugin& plugin) { gathering.Begin(plugin); },
+                                 .preset =
+                                     [&](const std::wstring& name) {
+                                         if (!goOn()) throw PresetWorkEnded();
+                                         gathering.Add(name);
+                                     }});
+}

@@ -1,0 +1,117 @@
+// Files dropped on the main dialog.
+#include "FileStream.h"
+#include "ReviewDlg.h"
+#include "layouts/LayoutTreeDialog.h"
+#include "presets/PresetReading.h"
+#include "presets/StoredPresets.h"
+#include "support/StandInHost.h"
+
+namespace {
+
+using namespace support;
+using Paths = std::vector<std::wstring>;
+using Presets = std::set<std::wstring>;
+
+const std::wstring kPresets = L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\";
+const std::wstring kHallKey = kPresets + IdText(1), kRoomKey = kPresets + IdText(2);
+
+class FileDrop : public LayoutTreeDialog {
+  protected:
+    void SetUp() override {
+        AddVst(1, L"Hall");
+        AddVst(2, L"Room");
+        SetRaw(HKEY_CURRENT_USER, kHallKey, L"B", REG_BINARY, {'o'});
+        Open();
+    }
+    void Drop(const Paths& paths) {
+        std::wstring drop = {20, 0, 0, 0, 0, 0, 0, 0, 1, 0};  // a DROPFILES of 20 bytes, with wide names
+        for (const std::wstring& path : paths) drop += path + L'\0';
+        const HGLOBAL memory = ::GlobalAlloc(GHND, (drop.size() + 1) * sizeof(wchar_t));
+        std::ranges::copy(drop, static_cast<wchar_t*>(::GlobalLock(memory)));
+        ::GlobalUnlock(memory);
+        m_dialog->Send(WM_DROPFILES, memory);
+    }
+    /// Presets "a" and "b" each, of Hall, of a plug-in that is not there, and of Room.
+    std::wstring PresetFile() const {
+        auto file = CFileSink::Create(m_files.Path(L"three.spp"));
+        CPresetFileWriter writer(*file, kLatin1);
+        writer.WriteHeader(3);
+        for (const unsigned id : {1U, 9U, 2U}) {
+            writer.WritePlugin(Id(id), RowOf(Category::VstEffects).guid, 2, L"P" + std::to_wstring(id));
+            for (const wchar_t* name : {L"a", L"b"})
+                writer.WritePreset(kPresetInRegistry, name, std::as_bytes(std::span("n", 1)));
+        }
+        file->Flush();
+        return m_files.Path(L"three.spp");
+    }
+    /// Name and numbers of each row, and the button.
+    static std::wstring Shown(HWND dialog) {
+        std::wstring shown;
+        for (const int cell : {0, 2, 3, 10, 12, 13, 20, 22, 23}) {
+            std::array<wchar_t, 64> text{};
+            LVITEMW item{};
+            item.iSubItem = cell % 10;
+            item.pszText = text.data();
+            item.cchTextMax = 64;
+            CWindow(::GetDlgItem(dialog, IDC_REVIEW_LIST)).Send(LVM_GETITEMTEXTW, cell / 10, &item);
+            shown += text.data() + std::wstring(L",");
+        }
+        return shown + TextOf(::GetDlgItem(dialog, IDOK));
+    }
+
+    std::optional<StandInHost> m_host;
+};
+
+TEST_F(FileDrop, TheLastLayoutOpensAfterTheQuestion) {
+    Paths files;
+    for (const wchar_t* file : {L"one.pgl", L"two.PGL"})
+        files.push_back(m_files.Write(file, "<PluginMenuLayout DocSchema='1' Name='Any'/>"));
+    Press(IDC_NEW_FOLDER);  // its name is being edited
+    EnterText(Tree().LabelEdit().Handle(), L"Mine");
+    m_popups.Expect(L"Save changes", [&](HWND question) {
+        EXPECT_NE(Node(L"Mine"), nullptr);
+        Drop(files);  // not below a question
+        ::EndDialog(question, IDCANCEL);
+    });
+    Drop(files);
+    EXPECT_EQ(Text(IDC_LAYOUT_FILE), L"");
+    m_popups.Expect(L"Save changes", IDNO);
+    Drop(files);
+    EXPECT_EQ(Text(IDC_LAYOUT_FILE), L"two.PGL");
+}
+
+TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
+    const Paths files = {PresetFile(), m_files.Write(L"broken.spp", "PS\1")};
+    m_popups.Expect(L"Import Presets From three.spp", [](HWND dialog) {
+        EXPECT_EQ(Shown(dialog), L"Hall,2,1,P9 (not installed),2,0,Room,2,0,&Import (2)");
+        support::Press(::GetDlgItem(dialog, IDCANCEL));
+    });
+    Drop(files);
+    m_popups.Expect(L"Import Presets From", [](HWND dialog) {
+        PostKey(::GetDlgItem(dialog, IDC_REVIEW_LIST), VK_SPACE);
+        support::Press(::GetDlgItem(dialog, IDOK));
+    });
+    m_popups.Expect(L"broken.spp", IDOK);
+    Drop(files);
+    EXPECT_EQ(StoredPresets(kHallKey), Presets{L"B=1o"});
+    EXPECT_EQ(StoredPresets(kRoomKey), (Presets{L"a=1n", L"b=1n"}));
+}
+
+TEST_F(FileDrop, WhatCannotBeOpenedIsNamedInOneMessage) {
+    ::CreateDirectoryW(m_files.Path(L"folder.pgl").c_str(), nullptr);
+    Paths many = {m_files.Path(L"folder.pgl"), m_files.Path(L"gone.spp")};
+    m_popups.Expect(L"opened:\n\nfolder.pgl\ngone.spp\n\nMenu layouts", IDOK);
+    Drop(many);
+    many.resize(10'000, L"C:\\some other file that somebody drops.txt");
+    m_dialog.reset();
+    m_host.emplace();
+    Open({L"/ParentWnd", m_host->HandleText()});
+    EXPECT_NE(::GetWindowLongPtrW(m_dialog->Handle(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+    ::EnableWindow(m_host->Window(), FALSE);
+    Drop(many);  // the host asks something
+    ::EnableWindow(m_host->Window(), TRUE);
+    m_popups.Expect(L"\n... and 9,995 more\n", IDOK);
+    Drop(many);
+}
+
+}  // namespace
