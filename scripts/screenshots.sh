@@ -154,7 +154,7 @@ find_pictures() {
     probe --category $vst_effects
     list_part 1 262x276+276+24
     probe --menu $plugin_list
-    list_part 3 294x276+276+24
+    list_part 3 304x276+276+24
     convert "$build"/find-[123].png +append "$root/docs/find-$file.png"
     echo "docs/find-$file.png"
     probe --leave-menu --drop "$(windows_path "$root/samples/old-studio.spp")"
