@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Files.h"
 #include "LayoutPath.h"
 #include "MessageCaption.h"
 #include "NumberText.h"

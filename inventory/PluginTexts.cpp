@@ -1,13 +1,13 @@
 #include "PluginTexts.h"
 
 #include "ClsidText.h"
+#include "Files.h"
 #include "FoldedText.h"
 #include "WordMatch.h"
 
 namespace {
 
 /// The folders would be found with nearly every plug-in.
-std::wstring NameOfFile(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/:") + 1); }
 
 /// A word holds no end of a line, and so occurs in one of the texts.
 std::wstring TextOf(const std::wstring& name, const std::wstring& vendor, const std::wstring& file,
@@ -28,14 +28,14 @@ void CPluginTexts::Update(const CPluginInventory& inventory) {
     for (std::size_t i = m_files.size(); i < entries.size(); ++i) {
         const auto path =
             entries[i].category ? inventory.PathOf(entries[i].clsid, *entries[i].category) : std::nullopt;
-        m_files.push_back(NameOfFile(path.value_or(L"")));
+        m_files.push_back(FileNameOf(path.value_or(L"")));
     }
     m_entries.clear();
     for (std::size_t i = 0; i < entries.size(); ++i)
         m_entries.push_back(TextOf(entries[i].name.value_or(L""), L"", m_files[i], entries[i].clsid));
     m_records.clear();
     for (const auto& [clsid, record] : inventory.Vst().Records())
-        m_records.push_back(TextOf(record.name, record.vendor, NameOfFile(record.path), clsid));
+        m_records.push_back(TextOf(record.name, record.vendor, FileNameOf(record.path), clsid));
     m_renamings = inventory.Renamings();
 }
 

@@ -8,4 +8,3 @@
 
 /// Case is ignored.
 bool HasExtension(std::wstring_view path, std::wstring_view extension);
-std::wstring FileNameOf(const std::wstring& path);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ExportPresetsDlg.h"
+#include "Files.h"
 #include "ImportPresetsDlg.h"
 #include "LongWork.h"
 #include "ManagePresetsDlg.h"
@@ -23,8 +24,6 @@ constexpr int kFailureNumber = 1;
 std::vector<CPresetListMgr> ManagersOf(const std::vector<PresetPlugin>& chosen) {
     return {chosen.begin(), chosen.end()};
 }
-
-std::wstring FileNameOf(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/") + 1); }
 
 /// Without the backslash at its end, which only the root of a drive needs.
 std::wstring FolderOf(const std::wstring& path) {

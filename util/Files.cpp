@@ -185,6 +185,8 @@ std::wstring FullPathOf(const std::wstring& path) {
     return full;
 }
 
+std::wstring FileNameOf(const std::wstring& path) { return path.substr(path.find_last_of(L"\\/:") + 1); }
+
 bool DeleteHeldFile(const std::wstring& path, CPatience& patience) {
     while (!::DeleteFileW(path.c_str())) {
         const DWORD error = ::GetLastError();

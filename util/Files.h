@@ -54,6 +54,8 @@ DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from);
 bool IsThere(const std::wstring& path);
 /// Where the system would look for it: a path may be relative, or have detours.
 std::wstring FullPathOf(const std::wstring& path);
+/// The last part of a path; without a folder the name is behind the drive.
+std::wstring FileNameOf(const std::wstring& path);
 
 /// False when the file is still there.
 bool DeleteHeldFile(const std::wstring& path, CPatience& patience);
