@@ -188,10 +188,10 @@ std::vector<BackupEntry> CBackups::List() const {
 DWORD CBackups::Restore(const BackupEntry& entry, const std::wstring& step, const CWindow& owner,
                         const std::function<bool(DWORD)>& goOn) {
     // What is done is what stands there now, checked, and not what a list once showed.
-    const std::wstring file = entry.folder + kBackupRecordFile;
-    const auto record = ReadBackupRecord(file);
+    const std::wstring recordFile = entry.folder + kBackupRecordFile;
+    const auto record = ReadBackupRecord(recordFile);
     // Another program may have deleted it meanwhile, or its drive is gone.
-    if (!record) return IsThere(file) ? ERROR_INVALID_DATA : ::GetLastError();
+    if (!record) return IsThere(recordFile) ? ERROR_INVALID_DATA : ::GetLastError();
     const BackupEntry checked{entry.folder, *record, entry.size};
     const auto changes = FindBackupChanges(checked);
     if (!changes) return ERROR_INVALID_DATA;
