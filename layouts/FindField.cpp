@@ -21,7 +21,6 @@ CFindField::CFindField(CDialog& dialog, CPluginListView& list, CLayoutTreeView& 
 
 void CFindField::OnInitDialog() const {
     Field().Send(EM_SETLIMITTEXT, kMaxCharacters);
-    SetReaderName(Field().Handle(), LoadText(IDS_FIND_CUE));
     ShowCue();
 }
 
@@ -30,6 +29,7 @@ void CFindField::OnDestroy() const { ClearAccessibleName(Field().Handle()); }
 void CFindField::ShowCue() const {
     const std::wstring cue = LoadText(m_asksLayout ? IDS_FIND_IN_LAYOUT_CUE : IDS_FIND_CUE);
     Field().Send(EM_SETCUEBANNER, TRUE, cue.c_str());
+    SetReaderName(Field().Handle(), cue);
 }
 
 bool CFindField::IsInTree() const {
@@ -51,9 +51,8 @@ void CFindField::Ask(bool layout) {
 }
 
 void CFindField::OnFind() {
-    const bool fromTree = IsInTree();
-    Field().Focus();
-    if (fromTree) Ask(true);
+    if (IsInTree()) Ask(true);
+    Field().Focus();  // then: a screen reader tells by the name what is asked for
     Field().Send(EM_SETSEL, 0, -1);
 }
 

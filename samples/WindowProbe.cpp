@@ -6,6 +6,9 @@
 //   --press ID         clicks a button; what it opens is not waited for
 //   --command ID       sends the window a menu's command; what it opens is not waited for
 //   --leave-menu       closes a menu that is open
+//   --menu ID          opens the control's menu as the keyboard does; that it opens is not waited for
+//   --type ID TEXT     writes the text into an edit control
+//   --drop FILE        drops this file on the window; what it opens is not waited for
 //   --key ID KEY       presses the key of this number in the control
 //   --open-item ROW    double-clicks this visible row of the layout tree
 //   --popup TITLE      waits for a dialog whose title begins so; the options after it go for that dialog
@@ -22,6 +25,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include <cstdio>
 #include <optional>
@@ -117,11 +121,38 @@ bool Key(const std::wstring& id, const std::wstring& key) {
     return PostMessageW(Control(std::stoi(id)), WM_KEYDOWN, std::stoul(key), 0) != FALSE;
 }
 
+bool OpenMenu(const std::wstring& id) {
+    const HWND control = Control(std::stoi(id));
+    return PostMessageW(MainWindow(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(control), -1) != FALSE;
+}
+
+bool Type(const std::wstring& id, const std::wstring& text) {
+    return Send(Control(std::stoi(id)), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str())).has_value();
+}
+
+HANDLE ProcessOf(HWND window) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    return OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+}
+
+/// The names stand in memory of the program, as if a folder window had handed them over.
+bool Drop(const std::wstring& file) {
+    struct {
+        DROPFILES head{.pFiles = sizeof(DROPFILES), .pt = {}, .fNC = FALSE, .fWide = TRUE};
+        wchar_t names[MAX_PATH] = {};
+    } drop;
+    file.copy(drop.names, MAX_PATH - 2);
+    const HANDLE process = ProcessOf(MainWindow());
+    void* const memory = VirtualAllocEx(process, nullptr, sizeof drop, MEM_COMMIT, PAGE_READWRITE);
+    const bool written = WriteProcessMemory(process, memory, &drop, sizeof drop, nullptr) != FALSE;
+    CloseHandle(process);
+    return written && PostMessageW(MainWindow(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0) != FALSE;
+}
+
 /// The place of a tree item's text within the tree; the control fills it in its own process.
 std::optional<RECT> PlaceOfTreeItem(HWND tree, LRESULT item) {
-    DWORD id = 0;
-    GetWindowThreadProcessId(tree, &id);
-    const HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+    const HANDLE process = ProcessOf(tree);
     void* const memory = VirtualAllocEx(process, nullptr, sizeof(RECT), MEM_COMMIT, PAGE_READWRITE);
     RECT place{};
     const bool told =
@@ -257,9 +288,11 @@ bool Do(std::wstring_view option, wchar_t**& argument) {
     if (option == L"--press") return Press(value());
     if (option == L"--command") return Command(value());
     if (option == L"--leave-menu") return Send(MainWindow(), WM_CANCELMODE).has_value();
-    if (option == L"--key") {
+    if (option == L"--menu") return OpenMenu(value());
+    if (option == L"--drop") return Drop(value());
+    if (option == L"--key" || option == L"--type") {
         const std::wstring id = value();
-        return Key(id, value());
+        return option == L"--key" ? Key(id, value()) : Type(id, value());
     }
     if (option == L"--open-item") return OpenItem(value());
     if (option == L"--popup") return WaitForPopup(value());

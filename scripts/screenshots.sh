@@ -36,13 +36,19 @@ stays_the_same() {
     [ "$(identify -format '%#' "$earlier")" = "$(identify -format '%#' "$shot")" ]
 }
 
-# picture FILE [WINDOW...]: the main window, or the one that these options of the probe name, without the desktop
-# around it.
-picture() {
-    local file=$1 place
-    shift
+# at_rest [WINDOW...]: the main window, or the one that these options of the probe name, without the desktop around it,
+# into $shot.
+at_rest() {
+    local place
     place=$(probe "$@" --geometry)
-    wait_for 30 stays_the_same "$place" || die "$file: the window does not come to rest"
+    wait_for 30 stays_the_same "$place" || die "the window does not come to rest: $*"
+}
+
+# picture FILE [WINDOW...]
+picture() {
+    local file=$1
+    shift
+    at_rest "$@"
     mv "$shot" "$root/docs/$file"
     echo "docs/$file"
 }
@@ -132,17 +138,42 @@ safety_pictures() {
     close_program
 }
 
+# list_part NUMBER PLACE: this part of the main window, with a white border, for a picture that shows several.
+list_part() {
+    at_rest
+    convert "$shot" -crop "$2" +repage -bordercolor white -border 4 "$build/find-$1.png"
+}
+
+# find_pictures LANGUAGE: what a word leaves of a category, a category that has nothing, and the menu of the list; then
+# the review of a preset file that is dropped on the window.
+find_pictures() {
+    local file=${1,,}
+    start_program "$1"
+    probe --size 1058x660 --category $midi_effects --type $find_field tarn
+    list_part 2 262x276+276+24
+    probe --category $vst_effects
+    list_part 1 262x276+276+24
+    probe --menu $plugin_list
+    list_part 3 304x276+276+24
+    convert "$build"/find-[123].png +append "$root/docs/find-$file.png"
+    echo "docs/find-$file.png"
+    probe --leave-menu --drop "$(windows_path "$root/samples/old-studio.spp")"
+    picture "dropped-presets-$file.png" --dialog
+    probe --dialog --press $button_cancel
+    close_program
+}
+
 # The control ids of the buttons, as in res/resource.h.
 button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
 button_ok=1 button_cancel=2
-button_expand_all=1047 button_sort_all=1049 button_save=1032 button_tasks=1061 plugin_list=1002
+button_expand_all=1047 button_sort_all=1049 button_save=1032 button_tasks=1061 plugin_list=1002 find_field=1060
 button_exclude=1009 button_delete_presets=1016 button_yes=6 review_list=1070 key_space=32
 command_save_layout=32812 command_backups=32813
 backups="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Corvane Plug-in Manager/Backups"
 earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
 item_with_presets=19  # row of the layout "Mixing", all folders expanded
-vst_effects=1 vst_instruments=4 legacy_effects=9  # rows of the category list
+vst_effects=1 vst_instruments=4 midi_effects=6 legacy_effects=9  # rows of the category list
 
 # A caret that blinks once an hour lets windows come to rest.
 wine reg add 'HKCU\Control Panel\Desktop' /v CursorBlinkRate /d 3600000 /f >/dev/null
@@ -175,6 +206,7 @@ close_program
 layout_pictures
 for language in English German Japanese; do
     safety_pictures "$language"
+    find_pictures "$language"
 done
 
 wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' /v ThemeActive /d 0 /f >/dev/null

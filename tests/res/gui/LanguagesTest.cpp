@@ -48,8 +48,13 @@ constexpr std::pair<int, UINT> kLaterTexts[] = {
     {IDC_FIND, IDS_FIND_CUE},
     {IDC_FIND, IDS_FIND_IN_LAYOUT_CUE},
     {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
+    {IDC_REVIEW_HEADING, IDS_IMPORT_FILE_HEADING},
     {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
     {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
+    {IDC_PRESETS_GROUP, IDS_EXPORTING},
+    {IDC_PRESETS_GROUP, IDS_IMPORTING},
+    {IDC_EXCLUSION_GROUP, IDS_EXCLUDING},
+    {IDC_EXCLUSION_GROUP, IDS_ENABLING},
 };
 /// Controls that count behind their caption, with a count that is high for them.
 constexpr std::pair<int, int> kCounts[] = {
@@ -63,7 +68,7 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         // The about box fills in version and date.
         add(FormatText(control.text, L"10.20.30", L"2026-12-31"));
         for (const auto& [id, text] : kLaterTexts) {
-            if (id == control.id) add(FormatText(LoadText(text), 4096));
+            if (id == control.id) add(FormatText(LoadText(text), L"4,096", L"4,096"));
         }
         for (const auto& [id, count] : kCounts) {
             if (id == control.id) add(FormatText(L"%s (%d %s)", control.text, count, LoadText(IDS_FOUND)));
@@ -73,8 +78,10 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         }
         if (control.id == IDC_VST_GROUP || control.id == IDC_ADAPTER_GROUP)
             add(FormatText(LoadText(IDS_TOOL_RUNNING), control.text));
-        if (control.id == IDOK && dialog.Item(IDC_REVIEW_LIST).IsLive())
+        if (control.id == IDOK && dialog.Item(IDC_REVIEW_LIST).IsLive()) {
             add(FormatText(LoadText(IDS_RESTORE_BACKUPS), 300));
+            add(FormatText(LoadText(IDS_IMPORT_TICKED), 300));
+        }
     }
     return shown;
 }
