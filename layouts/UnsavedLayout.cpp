@@ -31,20 +31,22 @@ CUnsavedLayout::CUnsavedLayout(const CDialog& dialog, CTreeCtrlWrapper& layout, 
       m_plugins(plugins),
       m_backups(backups),
       m_title(std::move(title)),
-      m_autosave(dialog, dataFolder, [this](const std::wstring& copy) { return Write(copy); }) {
+      m_autosave(dialog, dataFolder,
+                 [this](const std::wstring& copy) { return Write(copy) == ERROR_SUCCESS; }) {
     m_layout.WhenModified([this](bool modified) { m_autosave.OnModified(modified); });
 }
 
-bool CUnsavedLayout::Write(const std::wstring& copy) {
+DWORD CUnsavedLayout::Write(const std::wstring& copy) {
     const Title title = m_title();
     CXMLTreeCtrl document(m_layout, m_plugins);
     document.SetLayoutName(title.name);
     document.NoteUnsavedFile(title.path);
-    return document.Save(copy);
+    if (document.Save(copy)) return ERROR_SUCCESS;
+    return document.SaveError() != ERROR_SUCCESS ? document.SaveError() : DWORD{ERROR_WRITE_FAULT};
 }
 
 CBackup CUnsavedLayout::KeepAs(const std::wstring& name,
-                               const std::function<bool(const std::wstring& copy)>& write) {
+                               const std::function<DWORD(const std::wstring& copy)>& write) {
     return m_backups.KeepLayout(FormatText(LoadText(IDS_STEP_UNSAVED_LAYOUT), ShownName(name)), write);
 }
 
@@ -68,9 +70,8 @@ bool CUnsavedLayout::Offer(const std::function<bool(const std::wstring&)>& open)
             m_autosave.Keep();
             return true;
         }
-        const CBackup kept = KeepAs(name.value_or(L""), [&left](const std::wstring& copy) {
-            return ::CopyFileW(left->c_str(), copy.c_str(), /*failIfExists*/ TRUE) != FALSE;
-        });
+        const CBackup kept = KeepAs(name.value_or(L""),
+                                    [&left](const std::wstring& copy) { return CopyToNewFile(*left, copy); });
         if (kept.Error() == ERROR_SUCCESS) ::DeleteFileW(left->c_str());
         m_autosave.GiveBack();
     }

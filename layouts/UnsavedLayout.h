@@ -30,8 +30,8 @@ class CUnsavedLayout {
     bool OnTimer(UINT_PTR timer) { return m_autosave.OnTimer(timer); }
 
   private:
-    bool Write(const std::wstring& copy);
-    CBackup KeepAs(const std::wstring& name, const std::function<bool(const std::wstring& copy)>& write);
+    DWORD Write(const std::wstring& copy);
+    CBackup KeepAs(const std::wstring& name, const std::function<DWORD(const std::wstring& copy)>& write);
 
     const CDialog& m_dialog;
     CTreeCtrlWrapper& m_layout;

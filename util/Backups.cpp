@@ -156,17 +156,16 @@ DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
 }
 
 CBackup CBackups::KeepLayout(const std::wstring& step,
-                             const std::function<bool(const std::wstring& copy)>& write) {
+                             const std::function<DWORD(const std::wstring& copy)>& write) {
     CBackup backup(this);
     backup.m_stays = true;
     BackupEntry& entry = backup.m_entry;
     DWORD error = Begin(entry, BackupKind::Layouts, step);
     if (error == ERROR_SUCCESS) {
         entry.record.layout = L"1 layout.pgl";
-        error = write(entry.folder + L'\\' + entry.record.layout)
-                    ? WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record)
-                    : DWORD{ERROR_WRITE_FAULT};
+        error = write(entry.folder + L'\\' + entry.record.layout);
     }
+    if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record);
     backup.m_error = error;
     if (error != ERROR_SUCCESS && !entry.folder.empty()) RemoveFolder(std::exchange(entry.folder, {}));
     return backup;
@@ -189,8 +188,10 @@ std::vector<BackupEntry> CBackups::List() const {
 DWORD CBackups::Restore(const BackupEntry& entry, const std::wstring& step, const CWindow& owner,
                         const std::function<bool(DWORD)>& goOn) {
     // What is done is what stands there now, checked, and not what a list once showed.
-    const auto record = ReadBackupRecord(entry.folder + kBackupRecordFile);
-    if (!record) return ERROR_INVALID_DATA;
+    const std::wstring recordFile = entry.folder + kBackupRecordFile;
+    const auto record = ReadBackupRecord(recordFile);
+    // Another program may have deleted it meanwhile, or its drive is gone.
+    if (!record) return IsThere(recordFile) ? ERROR_INVALID_DATA : ::GetLastError();
     const BackupEntry checked{entry.folder, *record, entry.size};
     const auto changes = FindBackupChanges(checked);
     if (!changes) return ERROR_INVALID_DATA;

@@ -35,8 +35,8 @@ class CBackups {
     /// Copies what the step names, before it starts.
     [[nodiscard]] CBackup Make(const BackupStep& step);
     /// Keeps a layout that is about to be lost, unless the caller discards the backup; `write` makes its
-    /// file.
-    CBackup KeepLayout(const std::wstring& step, const std::function<bool(const std::wstring& copy)>& write);
+    /// file, and gives the system's error.
+    CBackup KeepLayout(const std::wstring& step, const std::function<DWORD(const std::wstring& copy)>& write);
 
     /// Newest first.
     std::vector<BackupEntry> List() const;

@@ -106,6 +106,8 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     EXPECT_EQ(next.List().size(), 3U);
     SetRaw(HKEY_CURRENT_USER, m_key, L"two\nlines", REG_BINARY, {1});
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
+    const auto full = [](const auto&) { return DWORD{ERROR_DISK_FULL}; };
+    EXPECT_EQ(next.KeepLayout(L"Unsaved", full).Error(), full(0));
     EXPECT_EQ(next.List().size(), 3U);
 }
 
@@ -135,6 +137,7 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
         EXPECT_FALSE(Exists(HKEY_CURRENT_USER, m_key)) << to;
         EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"Backups"})) << to;
         EXPECT_TRUE(m_backups.Delete(entry));
+        EXPECT_EQ(m_backups.Restore(entry, L"back", CWindow(), {}), DWORD{ERROR_PATH_NOT_FOUND});
     };
     refuses("[HKEY_CURRENT_USER", "[HKEY_LOCAL_MACHINE", L"\\before.reg");
     refuses("\"a\"=hex:01", "; a", L"\\before.reg");
