@@ -51,6 +51,7 @@ void CFindField::Ask(bool layout) {
 }
 
 void CFindField::OnFind() {
+    m_tree.CancelDrag();  // else Escape would end it and empty the field at once
     const bool fromTree = IsInTree();
     Field().Focus();
     if (fromTree) Ask(true);
@@ -85,6 +86,11 @@ bool CFindField::OnKey(WPARAM key, bool controlAlone) {
     }
     if (key == VK_F3 && (m_asksLayout || IsInTree())) {
         m_dialog.Send(WM_COMMAND, ID_FIND_NEXT);
+        return true;
+    }
+    // The row that tells of other categories names Enter, and what empties the list leaves the focus there.
+    if (key == VK_RETURN && m_list.Plugins().HasFocus() && !m_list.HasPlugins()) {
+        m_list.GoToFirst();
         return true;
     }
     return Field().HasFocus() && OnFieldKey(key);
