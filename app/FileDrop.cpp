@@ -30,8 +30,9 @@ void CFileDrop::OnInitDialog() const {
     // A program with an administrator's rights hears nothing else of those that have fewer.
     for (const UINT message : {UINT{WM_DROPFILES}, UINT{WM_COPYDATA}, kCopyGlobalData})
         ::ChangeWindowMessageFilterEx(m_dialog.Handle(), message, MSGFLT_ALLOW, nullptr);
-    ::DragAcceptFiles(m_dialog.Handle(), TRUE);
 }
+
+void CFileDrop::Accept() const { ::DragAcceptFiles(m_dialog.Handle(), TRUE); }
 
 /// Not below a question or a running tool, nor while a menu is open: its command would act on what the files
 /// have replaced. Under a docked dialog it is the host's window that is disabled.

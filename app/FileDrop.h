@@ -26,6 +26,8 @@ class CFileDrop {
     CFileDrop(CDialog& dialog, Takers takers) : m_dialog(dialog), m_takers(takers) {}
 
     void OnInitDialog() const;
+    /// From now on files can be dropped.
+    void Accept() const;
     void OnDrop(const CDroppedFiles& files);
 
   private:

@@ -280,6 +280,8 @@ void CPluginManagerDlg::FirstFill() {
     const std::wstring& file = m_cmdLine.fileParam;
     // A layout that was saved from a crash must not be lost to another one.
     if (!m_files.OfferUnsaved() && !file.empty() && IsLive()) m_files.Open(file);
+    // Not before there is something that they could be compared with.
+    if (IsLive()) m_fileDrop.Accept();
 }
 
 bool CPluginManagerDlg::OnSysCommand(UINT command) {
@@ -410,7 +412,7 @@ void CPluginManagerDlg::OnCancel() {
 
 bool CPluginManagerDlg::OnQueryEndSession() {
     // A disabled dialog has a question open already.
-    return IsEnabled() ? MayClose() : !m_tree.Layout().IsModified();
+    return IsEnabled() && !IsWorking() ? MayClose() : !m_tree.Layout().IsModified();
 }
 
 void CPluginManagerDlg::OnEndSession(bool ends) {

@@ -132,7 +132,7 @@ Answer CDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
 
     // The user can't work a disabled dialog, but another program's message, or the close key, still arrives.
     // Under a docked dialog it is the host's window that a message box disables.
-    if (!IsEnabled() || !::IsWindowEnabled(::GetAncestor(m_hwnd, GA_ROOT))) return 0;
+    if (m_working || !IsEnabled() || !::IsWindowEnabled(::GetAncestor(m_hwnd, GA_ROOT))) return 0;
     const UINT id = LOWORD(wParam);
     const UINT code = HIWORD(wParam);
     if (const Answer answer = DispatchRoutes(message, code, id, wParam, lParam)) return answer;

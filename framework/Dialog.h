@@ -34,6 +34,10 @@ class CDialog : public CWindow {
     /// control with the focus would leave the keyboard without effect.
     void EnableItem(int id, bool enabled, int focusTaker) const;
 
+    /// While it works on many items, it takes no commands: another program's would come between two of them.
+    void SetWorking(bool working) { m_working = working; }
+    bool IsWorking() const { return m_working; }
+
   protected:
     virtual std::span<const CRoute> Routes() const { return {}; }
     /// True lets the system set the focus to the first control.
@@ -56,4 +60,5 @@ class CDialog : public CWindow {
     INT_PTR m_result = -1;
     bool m_modal = false;
     bool m_ended = false;
+    bool m_working = false;
 };

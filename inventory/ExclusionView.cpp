@@ -43,11 +43,13 @@ void CExclusionView::OnShowPermanent() {
 }
 
 void CExclusionView::OnExclude() {
-    const auto rows = CRememberedRows::BehindSelection(m_list.Plugins());
-    TogglePluginExclusion();
+    const auto behind = CRememberedRows::BehindSelection(m_list.Plugins());
+    const auto selected = CRememberedRows::Of(m_list.Plugins());
+    const bool done = TogglePluginExclusion();
     if (!m_dialog.IsLive()) return;
     m_exclusions.Load();
-    m_list.Refill(rows);
+    // What the user has ended can be taken up again.
+    m_list.Refill(done ? behind : selected);
     m_host.Tell(kPluginsChanged);
 }
 
@@ -80,7 +82,7 @@ bool CExclusionView::Unregister(const Guid& clsid, const std::wstring& name, Cat
 
 bool CExclusionView::TogglePluginExclusion() {
     const auto category = m_list.SelectedCategory();
-    if (!category) return false;
+    if (!category) return true;
     const CWaitCursor wait;
     bool removed = false;
     const CListBox plugins = m_list.Plugins();
@@ -90,10 +92,12 @@ bool CExclusionView::TogglePluginExclusion() {
     // The rows are counted again each time: the question lets other messages in.
     for (int row = 0; row < plugins.Count(); ++row) {
         const auto* item = plugins.IsSelected(row) ? plugins.ItemOf<PluginListItem>(row) : nullptr;
-        if (!item || IsPermanentlyExcluded(item->clsid)) continue;
-        if (!work.Next()) break;
+        if (!item) continue;
+        // First: a host that closes meanwhile takes the list along.
         const Guid clsid = item->clsid;
         const std::wstring name = plugins.RowText(row);
+        if (!work.Next() || !m_dialog.IsLive()) break;
+        if (IsPermanentlyExcluded(clsid)) continue;
         const Action action = ActionFor(clsid, name, *category);
         if (action == Action::Stop) break;
         if (action == Action::Unregister) {
@@ -105,5 +109,5 @@ bool CExclusionView::TogglePluginExclusion() {
         }
     }
     if (removed && m_dialog.IsLive()) m_list.EnumeratePlugins();
-    return true;
+    return !work.WasEnded();
 }

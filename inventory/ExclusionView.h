@@ -21,8 +21,8 @@ class CExclusionView {
     void OnShowPermanent();
 
     /// Excludes or enables the selected plug-ins, asking about those whose file is gone. The list stays as it
-    /// was; where a registration was removed, all plug-ins are found anew and it is empty. False when no
-    /// category is selected.
+    /// was; where a registration was removed, all plug-ins are found anew and it is empty. False when the
+    /// user has ended it.
     bool TogglePluginExclusion();
 
   private:

@@ -370,7 +370,7 @@ void CLayoutTreeView::OnPaste() {
     EndInput();
     if (!CanPaste()) return;
     const CStep step(*this, IDS_STEP_PASTE);
-    m_cut.Paste(m_layout, PlaceForNew());
+    if (!m_cut.Paste(m_layout, PlaceForNew())) ::MessageBeep(MB_OK);
     m_restored();
 }
 

@@ -39,6 +39,9 @@ CRememberedTree::CRememberedTree(const CTreeCtrlWrapper& layout, Part part) {
         }
     };
     note(note, tree.Root(), 0, part == Part::All);
+    if (part == Part::All) return;
+    // The layout's own records are counted by who holds them.
+    for (Row& row : m_rows) row.record = std::make_shared<const LayoutItem>(*row.record);
 }
 
 void CRememberedTree::Restore(const CTreeCtrlEx& tree) const {
@@ -111,12 +114,12 @@ std::size_t CRememberedTree::EndOf(std::size_t row) const {
     return row;
 }
 
-void CRememberedTree::Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const {
-    if (!FitsAt(layout, target)) return;
+bool CRememberedTree::Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const {
+    if (!FitsAt(layout, target)) return false;
     CRememberedTree copy = *this;
     for (Row& row : copy.m_rows) {
         row.record = std::make_shared<const LayoutItem>(WithNewId(*row.record));
-        if (row.record->id == kInvalidItemId) return;
+        if (row.record->id == kInvalidItemId) return false;
     }
     const CTreeCtrlEx& tree = layout.Tree();
     Items items(copy.m_rows.size());
@@ -125,11 +128,12 @@ void CRememberedTree::Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const {
     for (std::size_t begin = 0, end = 0; begin < copy.m_rows.size(); begin = end) {
         end = copy.EndOf(begin);
         target = layout.Insert(target, std::exchange(into, IntoFolder::No), *copy.m_rows[begin].record);
-        if (!target || !copy.Insert(layout, target, begin + 1, end, items)) return;
+        if (!target || !copy.Insert(layout, target, begin + 1, end, items)) return false;
         if (copy.m_rows[begin].expanded) tree.Expand(target, true);
         tree.SetSelected(target, true);
     }
     tree.MoveCaret(target);
+    return true;
 }
 
 /// In a tree with nothing selected.

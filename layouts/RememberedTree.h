@@ -22,8 +22,9 @@ class CRememberedTree {
     /// did not take all of them.
     bool Fill(CTreeCtrlWrapper& layout) const;
     /// Adds the items under ids of their own, the first by the insertion rule and each other behind the one
-    /// before it, and selects them. Does nothing when folders would be nested too deep for a layout file.
-    void Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const;
+    /// before it, and selects them. False, mostly with nothing done, when folders would be nested too deep
+    /// for a layout file, or the tree takes no more.
+    bool Paste(CTreeCtrlWrapper& layout, HTREEITEM target) const;
     /// What the rows take, and the records that have just so many holders.
     std::size_t Bytes(long holders) const;
 

@@ -66,10 +66,17 @@ int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::fu
                       PluginsInFile& found) {
     CPresetFileReader reader(file, AnsiText());
     CGathering gathering(find, found);
-    return WalkContents(reader, {.plugin = [&](const PresetPlugin& plugin) { gathering.Begin(plugin); },
+    const auto check = [&goOn] {
+        if (!goOn()) throw PresetWorkEnded();
+    };
+    return WalkContents(reader, {.plugin =
+                                     [&](const PresetPlugin& plugin) {
+                                         check();  // one may have no presets
+                                         gathering.Begin(plugin);
+                                     },
                                  .preset =
                                      [&](const std::wstring& name) {
-                                         if (!goOn()) throw PresetWorkEnded();
+                                         check();
                                          gathering.Add(name);
                                      }});
 }

@@ -27,7 +27,7 @@ struct PluginsInFile {
     bool goesOn = false;  // there are more, which are not installed
 };
 
-/// Gives 0 or a result code. `goOn` is asked before each preset. One entry a plug-in, however often the file
-/// names it.
+/// Gives 0 or a result code. `goOn` is asked before each plug-in and preset. One entry a plug-in, however
+/// often the file names it.
 int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::function<bool()>& goOn,
                       PluginsInFile& found);

@@ -12,6 +12,7 @@
 #include "PresetTransfer.h"
 #include "Resources.h"
 #include "ReviewDlg.h"
+#include "SystemErrorText.h"
 #include "TextFormat.h"
 
 namespace {
@@ -98,7 +99,10 @@ void CPresetView::Export(const std::vector<PresetPlugin>& chosen) {
     // A file that could not be opened is not ours to delete.
     if (!file) return;
     file.reset();
-    if (result == kPresetEnded && backup->PutFilesBack()) return;
+    const DWORD error = result == kPresetEnded ? backup->PutFilesBack() : ERROR_FILE_NOT_FOUND;
+    if (error == ERROR_SUCCESS) return;
+    if (error != ERROR_FILE_NOT_FOUND)
+        return Report(FormatText(LoadText(IDS_BACKUP_NOT_RESTORED), step.name, SystemErrorText(error)));
     CPatience patience;
     DeleteHeldFile(*path, patience);
 }
@@ -170,7 +174,7 @@ CPresetView::Dropped CPresetView::ImportDropped(const std::wstring& path, const 
                           *file, find, [&work] { return work.Next(); }, found)
                     : kPresetIoFailure;
     }();
-    if (result == kPresetEnded) return Dropped::Left;
+    if (result == kPresetEnded || !m_dialog.IsLive()) return Dropped::Left;
     if (result != 0) return Dropped::NoPresetFile;
     CReviewDlg review({.caption = FormatText(LoadText(IDS_IMPORT_FILE), FileNameOf(path)),
                        .heading = LoadText(IDS_IMPORT_FILE_HEADING),

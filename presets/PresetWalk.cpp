@@ -1,6 +1,7 @@
 #include "PresetWalk.h"
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -92,17 +93,21 @@ int TakeForSeveral(CPresetFileReader& reader, std::span<const PresetPlugin> plug
     return ResultOf([&] {
         int kept = 0;
         bool matched = false;
+        // Several of one class id stand in their order.
+        std::multimap<Guid, std::size_t, GuidByteOrder> places;
+        for (std::size_t i = 0; i < plugins.size(); ++i) places.emplace(plugins[i].clsid, i);
         const int result = ForEachRecord(reader, [&](std::uint16_t version) {
             PluginRecord record;
             ReadHead(reader, version, record);
             const std::uint64_t presets = reader.Position();
             bool taken = false;
-            for (std::size_t i = 0; i < plugins.size(); ++i) {
-                if (plugins[i].clsid != record.plugin.clsid || plugins[i].category != record.plugin.category)
-                    continue;
+            const auto [first, last] = places.equal_range(record.plugin.clsid);
+            for (auto place = first; place != last; ++place) {
+                const std::size_t index = place->second;
+                if (plugins[index].category != record.plugin.category) continue;
                 reader.Seek(presets);
                 kept += TakePresets(reader, record.presets, nullptr,
-                                    [&](const PresetRecordHead& preset) { take(i, preset); });
+                                    [&](const PresetRecordHead& preset) { take(index, preset); });
                 taken = matched = true;
             }
             if (!taken) SkipPresets(reader, record.presets);

@@ -294,17 +294,18 @@ std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path, CPatienc
          Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime)}};
 }
 
-bool CBackup::PutFilesBack() {
-    if (m_entry.folder.empty()) return false;
+DWORD CBackup::PutFilesBack() {
+    if (m_entry.folder.empty()) return ERROR_FILE_NOT_FOUND;
     CPatience patience;
     for (const auto& [path, copy] : m_entry.record.files) {
-        const bool isBack = copy.empty()
-                                ? DeleteHeldFile(path, patience)
-                                : ReplaceFileByCopy(path, m_entry.folder + L'\\' + copy) == ERROR_SUCCESS;
-        if (!isBack) return false;
+        if (copy.empty()) {
+            if (!DeleteHeldFile(path, patience)) return ERROR_ACCESS_DENIED;
+        } else if (const DWORD error = ReplaceFileByCopy(path, m_entry.folder + L'\\' + copy)) {
+            return error;
+        }
     }
     m_files.clear();  // so that nothing counts as changed
-    return true;
+    return ERROR_SUCCESS;
 }
 
 bool CBackup::TookSomething() const {

@@ -83,9 +83,9 @@ class CBackup {
     DWORD Error() const { return m_error; }
     /// For a step that did not happen.
     void Discard() { m_stays = false; }
-    /// For a step that was broken off: the files are again as they were. False when there is no backup, or a
-    /// file could not be put back.
-    bool PutFilesBack();
+    /// For a step that was broken off: the files are again as they were. Gives the
+    /// system's error, ERROR_FILE_NOT_FOUND when there is no backup.
+    DWORD PutFilesBack();
 
   private:
     friend class CBackups;

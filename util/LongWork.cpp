@@ -14,9 +14,11 @@ constexpr int kMostPaints = 100;      // a window may ask to be painted again an
 bool WasEscapePressed() {
     bool pressed = false;
     MSG message;
-    while (::PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE)) {
-        if (EndsLoop(message)) break;  // it comes through every filter
-        pressed = pressed || message.wParam == VK_ESCAPE;
+    for (const UINT key : {UINT{WM_KEYDOWN}, UINT{WM_SYSKEYDOWN}}) {
+        while (::PeekMessageW(&message, nullptr, key, key, PM_REMOVE)) {
+            if (EndsLoop(message)) return pressed;  // it comes through every filter
+            pressed = pressed || (key == WM_KEYDOWN && message.wParam == VK_ESCAPE);
+        }
     }
     return pressed;
 }
@@ -32,15 +34,20 @@ void Paint() {
 
 }  // namespace
 
-CLongWork::CLongWork(const CWindow& dialog, int captionId, UINT textId, std::size_t items)
+CLongWork::CLongWork(CDialog& dialog, int captionId, UINT textId, std::size_t items)
     : m_dialog(dialog),
       m_caption(dialog.Item(captionId)),
       m_textId(textId),
       m_items(items),
       m_before(m_caption.Text()),
-      m_nextLook(::GetTickCount64() + kInterval) {}
+      m_nextLook(::GetTickCount64() + kInterval) {
+    m_dialog.SetWorking(true);
+}
 
 CLongWork::~CLongWork() {
+    // An Escape that came too late is not for what comes next.
+    if (m_shown) WasEscapePressed();
+    m_dialog.SetWorking(false);
     if (m_shown) m_caption.SetText(m_before);
     if (m_taskbar) m_taskbar->SetProgressState(m_button, TBPF_NOPROGRESS);
 }

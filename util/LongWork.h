@@ -9,17 +9,17 @@
 #include <string>
 #include <wrl/client.h>
 
-#include "Window.h"
+#include "Dialog.h"
 
-/// While it lasts the windows paint from time to time, but no input gets through, so that nothing else can
-/// begin meanwhile; what is typed is lost. A caption tells how far the work is when it takes longer than a
-/// moment, and so does the taskbar's button of the program.
+/// While it lasts the windows paint from time to time, but no key and no command gets through, so that
+/// nothing else can begin meanwhile; what is typed is lost. A caption tells how far the work is when it takes
+/// longer than a moment, and so does the taskbar's button of the program.
 class CLongWork {
   public:
     /// The caption is a control of the dialog. "%s" of the text stands for the item's number, and for how
     /// many there are. The caption says again what it said before when the work is over. Where nobody knows
     /// how many there are, the text is 0, and nothing tells.
-    CLongWork(const CWindow& dialog, int captionId, UINT textId, std::size_t items);
+    CLongWork(CDialog& dialog, int captionId, UINT textId, std::size_t items);
     ~CLongWork();
     CLongWork(const CLongWork&) = delete;
     CLongWork& operator=(const CLongWork&) = delete;
@@ -32,7 +32,7 @@ class CLongWork {
     void Show();
     void FindTaskbarButton();
 
-    const CWindow m_dialog;
+    CDialog& m_dialog;
     const CWindow m_caption;
     const UINT m_textId;
     const std::size_t m_items;

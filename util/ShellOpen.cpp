@@ -23,6 +23,5 @@ bool ShowInFolder(const std::wstring& path) {
     PIDLIST_ABSOLUTE found = nullptr;
     if (FAILED(::SHParseDisplayName(path.c_str(), nullptr, &found, 0, nullptr))) return false;
     const std::unique_ptr<ITEMIDLIST, decltype(&::CoTaskMemFree)> item(found, &::CoTaskMemFree);
-    ::SHOpenFolderAndSelectItems(item.get(), 0, nullptr, 0);
-    return true;
+    return SUCCEEDED(::SHOpenFolderAndSelectItems(item.get(), 0, nullptr, 0));
 }
