@@ -23,7 +23,7 @@ constexpr DWORD kUncaughtException = 0xE06D7363;
 /// What a thread whose stack is used up has left to call the handler with.
 constexpr ULONG kStackReserve = 16 * 1024;
 /// Within the loader or the heap a crash may stop the thread that writes, too; the message still comes.
-constexpr DWORD kLongestWriting = 20'000;  // ms
+constexpr DWORD kLongestWriting = 60'000;  // ms
 
 /// Made ready before, because a crash leaves little to make texts with. The file has the time of the start.
 struct CrashTexts {

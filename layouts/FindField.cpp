@@ -51,21 +51,26 @@ void CFindField::Ask(bool layout) {
 }
 
 void CFindField::OnFind() {
+    m_tree.CancelDrag();  // else Escape would end it and empty the field at once
     if (IsInTree()) Ask(true);
     Field().Focus();  // then: a screen reader tells by the name what is asked for
     Field().Send(EM_SETSEL, 0, -1);
 }
 
+std::vector<std::wstring> CFindField::LayoutWords() const {
+    return WordsOf(FoldedText(m_asksLayout ? Field().Text() : m_otherText));
+}
+
 void CFindField::OnFindNext() {
-    const bool hasWords = !WordsOf(m_asksLayout ? Field().Text() : m_otherText).empty();
-    hasWords ? static_cast<void>(SelectNextItem()) : OnFind();
+    if (LayoutWords().empty()) return OnFind();
+    SelectNextItem();
 }
 
 /// False when there is none, which can be heard.
 bool CFindField::SelectNextItem() const {
     m_tree.CancelDrag();
     if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
-    const auto words = WordsOf(FoldedText(m_asksLayout ? Field().Text() : m_otherText));
+    const auto words = LayoutWords();
     const HTREEITEM item = words.empty() ? nullptr : FindNextItem(m_tree.Layout(), words);
     if (!item) {
         ::MessageBeep(MB_OK);
@@ -84,6 +89,11 @@ bool CFindField::OnKey(WPARAM key, bool controlAlone) {
     }
     if (key == VK_F3 && (m_asksLayout || IsInTree())) {
         m_dialog.Send(WM_COMMAND, ID_FIND_NEXT);
+        return true;
+    }
+    // The row that tells of other categories names Enter, and what empties the list leaves the focus there.
+    if (key == VK_RETURN && m_list.Plugins().HasFocus() && !m_list.HasPlugins()) {
+        m_list.GoToFirst();
         return true;
     }
     return Field().HasFocus() && OnFieldKey(key);

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "Dialog.h"
 #include "LayoutTreeView.h"
@@ -33,6 +34,8 @@ class CFindField {
     void Ask(bool layout);
     void ShowCue() const;
     bool SelectNextItem() const;
+    /// Folded.
+    std::vector<std::wstring> LayoutWords() const;
     bool OnFieldKey(WPARAM key);
     void GoOn();
     void GoDown();

@@ -237,7 +237,7 @@ TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {
     const UniqueKernelHandle crash(
         ::CreateRemoteThread(process.Get(), nullptr, 0, nullptr, nullptr, 0, nullptr));
     // It comes in any case, if need be without the file.
-    const std::wstring message = support::TextOf(::GetDlgItem(Box(30s), 0xffff));
+    const std::wstring message = support::TextOf(::GetDlgItem(Box(75s), 0xffff));
     const std::filesystem::path dump = std::filesystem::directory_iterator(folder)->path();
     EXPECT_NE(message.find(dump.wstring()), std::wstring::npos);
     std::string begin(4, ' ');

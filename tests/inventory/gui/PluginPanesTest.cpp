@@ -389,9 +389,11 @@ TEST_F(PluginPanes, KeysLeadFromTheFieldToWhatIsFound) {
     EXPECT_TRUE(type(L"zither", VK_DOWN)) << "there is no plug-in to go to";
     EXPECT_TRUE(type(L"zither", VK_RETURN));
     EXPECT_EQ(List().SelectedCategory(), Category::Vst3Effects);
-    EXPECT_TRUE(type(L"reed", VK_RETURN));
-    EXPECT_EQ(List().SelectedCategory(), Category::VstEffects) << "round the end";
-    Key(IDC_FIND, VK_ESCAPE);
+    Find(L"reed");
+    Item(IDC_PLUGINS).Focus();
+    Key(IDC_PLUGINS, VK_RETURN);
+    EXPECT_EQ(List().SelectedCategory(), Category::VstEffects) << "round the end, and from the list, too";
+    EXPECT_TRUE(type(L"reed", VK_ESCAPE));
     EXPECT_EQ(Listed(), (Texts{L"Anvil", L"Bellows", L"Reed"}));
 }
 
