@@ -168,7 +168,8 @@ class EndedAnywhere : public testing::Test {
         }
         for (const auto& file : std::filesystem::recursive_directory_iterator(m_files.Folder())) {
             const std::wstring path = file.path().wstring();
-            if (file.is_regular_file() && path.find(L"Backups\\") == path.npos && !path.ends_with(L".tmp"))
+            if (file.is_regular_file() && path.find(L"Backups\\") == std::wstring::npos &&
+                !path.ends_with(L".tmp"))
                 state[path] = "file " + m_files.Read(path);
         }
         return state;
@@ -205,7 +206,9 @@ TEST_F(EndedAnywhere, EachValueAndFileIsOldOrNewAndTheBackupBringsBackTheOld) {
         {"import", [&](CBackups& backups) { Import(backups); }},
         {"delete", [&](CBackups& backups) { Delete(backups, L"Step"); }},
         {"restore", [&](CBackups& backups) { Restore(backups); }}};
-    for (const auto& [what, step] : kSteps) {
+    for (const auto& named : kSteps) {
+        const auto& what = named.first;
+        const auto& step = named.second;
         const bool restores = std::string(what) == "restore";
         const auto run = [&](int writes) {
             Prepare(restores);
