@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <span>
+#include <vector>
+
 #include "RegFileText.h"
 #include "RegImport.h"
 #include "RegSnapshot.h"
@@ -19,8 +23,12 @@ inline DWORD ImportIntoSandbox(const CWindow&, BackupHive hive, std::wstring_vie
         const auto key = CRegKey::Create(RootOf(hive), path);
         if (!key) return ERROR_WRITE_FAULT;
         for (const RegFileValue& value : part.values) {
-            value.removed ? key->DeleteValue(value.name.c_str())
-                          : key->WriteValue(value.name.c_str(), value.type, value.data);
+            // The system takes a zero behind the end of a text along.
+            std::vector<std::byte> data = value.data;
+            data.insert(data.end(), sizeof(wchar_t), std::byte{0xFF});
+            value.removed
+                ? key->DeleteValue(value.name.c_str())
+                : key->WriteValue(value.name.c_str(), value.type, std::span(data).first(value.data.size()));
         }
     }
     return ERROR_SUCCESS;
