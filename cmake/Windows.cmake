@@ -1,7 +1,7 @@
 # The Windows program: one static library per room, each with an include folder of its own. A room links the
 # rooms to its right only, so an include in the wrong direction does not compile.
 #
-#     app -> layouts -> inventory -> presets -> util -> framework
+#     app -> studio -> layouts -> inventory -> presets -> util -> framework
 
 add_library(windows_settings INTERFACE)
 target_link_libraries(windows_settings INTERFACE warnings)
@@ -34,7 +34,8 @@ add_room(util      NEXT framework LIBRARIES ole32 oleaut32 uuid)
 add_room(presets   NEXT util)
 add_room(inventory NEXT presets LIBRARIES strmiids dmoguids)
 add_room(layouts   NEXT inventory)
-add_room(app       NEXT layouts)
+add_room(studio    NEXT layouts)
+add_room(app       NEXT studio)
 
 # With every build, because the last commit changes without a new configuration.
 set(generated ${CMAKE_BINARY_DIR}/generated)

@@ -27,13 +27,6 @@ std::optional<PluginRow> PluginAt(const CListBox& plugins, int row) {
     return item ? std::optional(PluginRow{*item, plugins.RowText(row)}) : std::nullopt;
 }
 
-/// Whether there can be a row for it in the list of its category.
-bool HasRow(const PluginEntry& entry) { return !entry.clsid.IsNull() && entry.name && entry.category; }
-
-bool HasRow(const Guid& clsid, const VstInventoryRecord& record) {
-    return !clsid.IsNull() && record.category && IsListedUnder(record, clsid);
-}
-
 PresetPlugin PresetPluginOf(PluginRow row) {
     return {row.item.clsid, RowOf(row.item.category).guid, std::move(row.name)};
 }

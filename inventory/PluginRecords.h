@@ -40,6 +40,13 @@ inline bool IsListedUnder(const VstInventoryRecord& record, const Guid& id) {
     return !record.name.empty() && !(isVst2 && id == record.md5Clsid);
 }
 
+// Whether there can be a row for it in the list of its category.
+inline bool HasRow(const PluginEntry& entry) { return !entry.clsid.IsNull() && entry.name && entry.category; }
+/// `id` is the class id that the record stands under.
+inline bool HasRow(const Guid& id, const VstInventoryRecord& record) {
+    return !id.IsNull() && record.category && IsListedUnder(record, id);
+}
+
 /// Each record stands here twice, under its plug-in class id and under its MD5 class id.
 using VstInventoryMap = std::map<Guid, VstInventoryRecord, GuidByteOrder>;
 

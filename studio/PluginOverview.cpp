@@ -1,0 +1,77 @@
+#include "PluginOverview.h"
+
+#include <windows.h>
+
+#include <shlwapi.h>
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "PermanentExclusions.h"
+
+namespace {
+
+StudioPlugin PluginOf(const VstInventoryRecord& record) {
+    // Under a null plug-in id nothing can be looked up: its other id stands for it.
+    const Guid& clsid = record.clsid.IsNull() ? record.md5Clsid : record.clsid;
+    return {.item = {.sourceIndex = 0,
+                     .clsid = clsid,
+                     .md5Clsid = record.md5Clsid,
+                     .fromInventory = true,
+                     .isX64 = record.isX64,
+                     .category = *record.category,
+                     .namesake = 0},
+            .name = record.name,
+            .vendor = record.vendor,
+            .uniqueId = record.uniqueId,
+            .file = record.path};
+}
+
+/// Copies of a VST3 in several folders share its plug-in id, under which one of them stands.
+bool StandsUnderPluginId(const CVstInventory& inventory, const Guid& id, const VstInventoryRecord& record) {
+    if (id == record.clsid) return false;
+    const VstInventoryRecord* known = record.clsid.IsNull() ? nullptr : inventory.Find(record.clsid);
+    return known && known->md5Clsid == record.md5Clsid;
+}
+
+}  // namespace
+
+std::vector<StudioPlugin> ListAllPlugins(const CPluginInventory& inventory,
+                                         const CExclusionList& exclusions) {
+    std::vector<StudioPlugin> plugins;
+    const auto& entries = inventory.Entries();
+    const auto& records = inventory.Vst().Records();
+    plugins.reserve(entries.size() + records.size());
+    std::unordered_map<Guid, unsigned, GuidHash> namesakes;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const PluginEntry& entry = entries[i];
+        if (!HasRow(entry)) continue;
+        plugins.push_back({.item = {.sourceIndex = static_cast<unsigned>(i),
+                                    .clsid = entry.clsid,
+                                    .md5Clsid = {},
+                                    .fromInventory = false,
+                                    .isX64 = false,
+                                    .category = *entry.category,
+                                    .namesake = namesakes[entry.clsid]++},
+                           .name = *entry.name,
+                           .vendor = {},
+                           .file = inventory.FileOf(entry.clsid, *entry.category)});
+    }
+    for (const auto& [id, record] : records) {
+        if (HasRow(id, record) && !StandsUnderPluginId(inventory.Vst(), id, record))
+            plugins.push_back(PluginOf(record));
+    }
+    for (StudioPlugin& plugin : plugins) {
+        const auto ids = ExclusionIdsOf(plugin);
+        plugin.excluded = std::ranges::all_of(ids, [&](const Guid& id) { return exclusions.Contains(id); });
+        plugin.permanent = std::ranges::any_of(ids, IsPermanentlyExcluded);
+    }
+    return plugins;
+}
+
+FileState FileStateOf(const std::wstring& path) {
+    if (::PathFileExistsW(path.c_str())) return FileState::There;
+    std::wstring root = path;
+    if (!::PathStripToRootW(root.data())) return FileState::OutOfReach;
+    return ::PathFileExistsW(root.c_str()) ? FileState::Gone : FileState::OutOfReach;
+}

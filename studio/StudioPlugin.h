@@ -1,0 +1,28 @@
+// A plug-in of this computer, of whatever category, as the commands for the whole studio take it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "PluginRecords.h"
+
+struct StudioPlugin {
+    PluginListItem item;  // as a list has it; of a VST3, which has two rows, the one under its plug-in id
+    std::wstring name;
+    std::wstring vendor;  // empty but for VST and VST3
+    int uniqueId = 0;     // the same
+    std::wstring file;    // a path that the system understands; empty when no registration names one
+    bool excluded = false;
+    bool permanent = false;
+};
+
+/// The class ids that exclude it: the list has a row for each.
+inline std::vector<Guid> ExclusionIdsOf(const StudioPlugin& plugin) {
+    const Category category = plugin.item.category;
+    const bool isVst3 = category == Category::Vst3Effects || category == Category::Vst3Instruments;
+    std::vector<Guid> ids;
+    if (!plugin.item.clsid.IsNull()) ids.push_back(plugin.item.clsid);
+    if (isVst3 && !plugin.item.md5Clsid.IsNull() && plugin.item.md5Clsid != plugin.item.clsid)
+        ids.push_back(plugin.item.md5Clsid);
+    return ids;
+}
