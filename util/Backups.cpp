@@ -130,9 +130,14 @@ DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
         record.files.push_back({path, {}});
         if (!seen) continue;
         const std::wstring copy = BackupCopyName(record.files.size(), path);
-        if (const DWORD failed = CopyToNewFile(path, backup.m_entry.folder + L'\\' + copy)) return failed;
+        if (const DWORD failed = CopyUnflushed(path, backup.m_entry.folder + L'\\' + copy)) return failed;
         record.files.back().copy = copy;
         backup.m_files.push_back(*seen);
+    }
+    // When all are there: what has to be written for one often holds the others, too.
+    for (const auto& file : record.files) {
+        if (file.copy.empty()) continue;
+        if (const DWORD error = FlushToDisk(backup.m_entry.folder + L'\\' + file.copy)) return error;
     }
     return ERROR_SUCCESS;
 }
