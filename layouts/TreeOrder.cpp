@@ -47,11 +47,8 @@ void CTreeOrder::Unlink(Node& node) {
 void CTreeOrder::OnInserted(HTREEITEM item, const TVINSERTSTRUCTW& as) {
     Node* parent = Find(as.hParent);
     if (!item || !parent) return;
-    Node* after = parent->last;
-    if (as.hInsertAfter == TVI_FIRST)
-        after = nullptr;
-    else if (as.hInsertAfter != TVI_LAST)
-        after = Find(as.hInsertAfter);
+    Node* after = as.hInsertAfter == TVI_FIRST ? nullptr : parent->last;
+    if (Node* sibling = Find(as.hInsertAfter); sibling && sibling->parent == parent) after = sibling;
     Node& node = m_nodes[item];
     node.item = item;
     node.data = as.item.lParam;

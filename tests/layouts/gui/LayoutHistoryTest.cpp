@@ -159,6 +159,15 @@ TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
     }
 }
 
+TEST_F(LayoutHistory, ManyItemsComeBackInTheirOrder) {
+    Build(L"F(e,d)," + Times(600, L"b,a,") + L"G[c]");
+    const std::wstring before = Seen();
+    Press(IDC_SORT_ALL);
+    EXPECT_NE(Seen(), before);
+    View().OnUndo();
+    EXPECT_EQ(Seen(), before);
+}
+
 TEST_F(LayoutHistory, StepsAreNamedAndOnlyAsManyAsFitAreKept) {
     Build(L"*b,a");
     EXPECT_EQ(View().UndoName() + View().RedoName(), L"");
