@@ -305,7 +305,7 @@ TEST_F(LayoutTree, FindGoesFromItemToItemAndLeavesThePluginListAlone) {
     EXPECT_EQ(Shape(), L"*Dr\x00FCm,-,F(G(drum 2),a),b");
     Build(L"drum,-,*b,F(drums)");
     for (const Line before : {L"*drum,-,b,F(drums)", L"drum,-,b,F(*drums)"}) {
-        Type(VK_F3, VK_SHIFT);
+        Key(IDC_LAYOUT_TREE, VK_F3, VK_SHIFT);
         EXPECT_EQ(Shape(), before);
     }
     m_dialog->Send(WM_COMMAND, ID_FIND);

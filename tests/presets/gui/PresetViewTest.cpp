@@ -63,7 +63,10 @@ class PresetView : public MainDialog {
     std::jthread HoldEscape(const wchar_t* caption) const {
         return std::jthread([window = Control(IDC_PRESETS_GROUP), caption](const std::stop_token& over) {
             for (; !over.stop_requested(); ::Sleep(10)) {
-                if (TextOf(window).starts_with(caption)) ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+                wchar_t text[32] = L"";  // not asked for: the dialog's thread may be waiting for this one
+                ::InternalGetWindowText(window, text, 32);
+                if (std::wstring_view(text).starts_with(caption))
+                    ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
             }
         });
     }
