@@ -116,6 +116,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<EN_KILLFOCUS, &CFindField::OnLeft>(IDC_FIND),
         R::OnCommand<BN_CLICKED, &CFindField::OnFind>(ID_FIND),
         R::OnCommand<BN_CLICKED, &CFindField::OnFindNext>(ID_FIND_NEXT),
+        R::OnCommand<BN_CLICKED, &CFindField::OnFindPrevious>(ID_FIND_PREVIOUS),
 
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowEnabled>(IDC_SHOW_ENABLED),
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowExcluded>(IDC_SHOW_EXCLUDED),

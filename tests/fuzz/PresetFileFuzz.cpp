@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     WithReader(input, [&](CPresetFileReader& reader) {
         const PresetContents contents{
-            .plugin = [](const PresetPlugin&) {},
+            .plugin = [](const PresetPlugin&, bool) {},
             .preset = [&](const std::wstring&) { Require(reader.Position() <= size); }};
         Require(WalkContents(reader, contents) <= 0);
     });
