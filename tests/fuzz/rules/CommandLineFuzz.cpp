@@ -1,5 +1,7 @@
 // Command lines: the program's own, an argument a line, and those of the programs that it starts.
-#include <cstdio>
+#include <cerrno>
+#include <cwchar>
+#include <cwctype>
 #include <tuple>
 
 #include "CmdLine.h"
@@ -30,12 +32,12 @@ void TryArguments(std::vector<std::wstring> tokens) {
 
 void TryPointer(const std::wstring& text) {
     const auto pointer = ParsePointer(text);
-    if (!pointer) return;
-    char digits[2 * sizeof *pointer + 1];
-    std::snprintf(digits, sizeof digits, "%zX", *pointer);
-    const std::wstring hexadecimal = support::TextOf(digits);
-    Require(ParsePointer(hexadecimal) == pointer && ParsePointer(L"\t 0x" + hexadecimal + L"g") == pointer);
-    Require(support::Lower(text).find(support::Lower(hexadecimal)) != std::wstring::npos);
+    const std::size_t start = text.find_first_not_of(kBlanks);
+    if (start == std::wstring::npos || !std::iswxdigit(static_cast<std::wint_t>(text[start])))
+        return Require(!pointer);
+    errno = 0;
+    const auto expected = std::wcstoull(text.c_str(), nullptr, 16);
+    Require(errno == ERANGE ? !pointer : pointer == expected);
 }
 
 void TryProgram(const std::wstring& commandLine) {

@@ -62,8 +62,9 @@ RegFileValue ValueOf(const std::wstring& line) {
 void TryKeys(const std::vector<std::wstring>& lines) {
     std::vector<RegFileKey> keys;
     for (const std::wstring& line : lines) {
-        if (!IsRegFileName(line)) return;
-        if (line.starts_with(L'[')) {
+        const bool isKey = line.starts_with(L'[');
+        if (!IsRegFileName(isKey ? line : line.substr(0, line.find(L'=')))) return;
+        if (isKey) {
             keys.push_back({line.substr(1), false, {}});
             keys.back().removed = keys.back().path.starts_with(L'-');
             if (keys.back().removed) keys.back().path.erase(0, 1);
