@@ -55,6 +55,8 @@ class CMutations {
     std::size_t Below(std::size_t limit) { return limit == 0 ? 0 : m_random() % limit; }
     const std::string& Any() { return m_corpus[Below(m_corpus.size())]; }
 
+    void Flip(char& c) { c = static_cast<char>(static_cast<unsigned char>(c) ^ (1U << Below(8))); }
+
     /// From one mark to another: what is cut and pasted by these is a document still, most of the time.
     Piece PieceOf(const std::string& text, char mark) {
         const std::size_t start = std::min(text.find(mark, Below(text.size())), text.size());
@@ -71,7 +73,7 @@ class CMutations {
         const Piece from = PieceOf(other, mark);
         switch (Below(6)) {
             case 0:
-                if (!input.empty()) input[Below(input.size())] ^= static_cast<char>(1U << Below(8));
+                if (!input.empty()) Flip(input[Below(input.size())]);
                 return;
             case 1:
                 input.erase(piece.start, piece.size);
