@@ -1,5 +1,6 @@
 #include "Duplicates.h"
 
+#include <algorithm>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -42,6 +43,18 @@ Keys KeysOf(const StudioPlugin& plugin, const FoldText& fold) {
     return keys;
 }
 
+/// One of them can't be excluded alone then.
+bool SharesId(const StudioPlugin& a, const StudioPlugin& b) {
+    const auto ids = ExclusionIdsOf(b);
+    return std::ranges::any_of(ExclusionIdsOf(a),
+                               [&](const Guid& id) { return std::ranges::find(ids, id) != ids.end(); });
+}
+
+/// Registered several times, which no list tells apart.
+bool IsSameClass(const StudioPlugin& a, const StudioPlugin& b) {
+    return a.item.clsid == b.item.clsid && a.item.md5Clsid == b.item.md5Clsid;
+}
+
 /// The first plug-in of each key.
 class CFirsts {
   public:
@@ -78,17 +91,15 @@ std::vector<Duplicate> FindDuplicates(std::span<const StudioPlugin> plugins,
     std::vector<Duplicate> duplicates;
     for (const auto& [i, keys] : counted) vst3s.Add(keys.maker, i);
     for (const auto& [i, keys] : counted) {
-        // Of several registrations of one class none can be taken away alone.
-        const auto isOther = [&](const std::optional<std::size_t>& first) {
-            return first && plugins[*first].item.clsid != plugins[i].item.clsid;
-        };
-        if (const auto vst3 = vst3s.Find(keys.vst3); isOther(vst3)) {
+        if (const auto vst3 = vst3s.Find(keys.vst3); vst3 && !SharesId(plugins[i], plugins[*vst3])) {
             duplicates.push_back({i, *vst3, DuplicateKind::AlsoVst3});
             continue;
         }
-        if (const auto file = files.Find(keys.file); isOther(file)) {
+        const auto file = files.Find(keys.file);
+        const auto maker = makers.Find(keys.maker);
+        if (file && !SharesId(plugins[i], plugins[*file])) {
             duplicates.push_back({i, *file, DuplicateKind::SameTwice});
-        } else if (const auto maker = makers.Find(keys.maker); isOther(maker)) {
+        } else if (maker && !IsSameClass(plugins[i], plugins[*maker])) {
             duplicates.push_back({i, *maker, DuplicateKind::MayBothBeRight});
         }
         files.Add(keys.file, i);
