@@ -21,6 +21,7 @@ int wmain() {
     BenchLayouts();
     BenchEnumeration();
     BenchPanes();
+    BenchStudio();
     ::CoUninitialize();
     return 0;
 }

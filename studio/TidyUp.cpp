@@ -46,6 +46,13 @@ std::vector<SharedLayoutItem> ItemsOf(const CLayoutTreeView& view, const CTreeCt
     return items;
 }
 
+/// A title of the table of plug-ins.
+std::wstring PluginTitle(int column) {
+    std::wstring titles = LoadText(IDS_PLUGIN_TABLE);
+    for (; column > 0; --column) titles.erase(0, titles.find(L'\t') + 1);
+    return titles.substr(0, titles.find(L'\t'));
+}
+
 /// One a line; of very many the first.
 std::wstring Lines(const std::vector<std::wstring>& names) {
     std::wstring lines;
@@ -104,11 +111,11 @@ void CTidyUp::OnTidyUp() {
     CReviewDlg list({.caption = LoadText(IDS_STEP_TIDY_UP),
                      .heading = LoadText(IDS_TIDY_HEADING),
                      .button = LoadText(IDS_TIDY_TICKED)},
-                    {{LoadText(IDS_TIDY_NAME), kNameWidth},
-                     {LoadText(IDS_TIDY_VENDOR), kVendorWidth},
-                     {LoadText(IDS_FILE_CATEGORY), kCategoryWidth},
+                    {{PluginTitle(0), kNameWidth},
+                     {PluginTitle(1), kVendorWidth},
+                     {PluginTitle(2), kCategoryWidth},
                      {LoadText(IDS_TIDY_WHY), kWhyWidth},
-                     {LoadText(IDS_TIDY_FILE), kFileWidth}},
+                     {PluginTitle(4), kFileWidth}},
                     RowsOf(state));
     if (list.RunModal(m_dialog.Handle()) == IDOK && m_dialog.IsLive())
         Tidy(state, TickedOf(state, list.Checked()));
@@ -200,14 +207,15 @@ void CTidyUp::Refresh(const Ticked& ticked) const {
 void CTidyUp::Report(const State& state, const Ticked& ticked,
                      const std::vector<IdToExclude>& exclusions) const {
     std::vector<std::wstring> failed;
+    const auto name = [&](std::size_t plugin) {
+        const std::wstring& text = state.plugins[plugin].name;
+        if (failed.empty() || failed.back() != text) failed.push_back(text);
+    };
     for (const std::size_t i : ticked.removed) {
-        if (m_rooms.inventory.IsInstalled(state.plugins[i].item.clsid))
-            failed.push_back(state.plugins[i].name);
+        if (m_rooms.inventory.IsInstalled(state.plugins[i].item.clsid)) name(i);
     }
     for (const IdToExclude& each : exclusions) {
-        const std::wstring& name = state.plugins[each.plugin].name;
-        const bool named = !failed.empty() && failed.back() == name;
-        if (!m_rooms.exclusions.Contains(each.clsid) && !named) failed.push_back(name);
+        if (!m_rooms.exclusions.Contains(each.clsid)) name(each.plugin);
     }
     if (!failed.empty()) Say(FormatText(LoadText(IDS_TIDY_FAILED), Lines(failed)), MB_ICONEXCLAMATION);
     if (ticked.scanHelps) Say(LoadText(IDS_TIDY_SCAN), MB_ICONINFORMATION);
