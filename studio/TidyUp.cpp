@@ -19,11 +19,11 @@
 namespace {
 
 // Widths of the columns, in dialog units.
-constexpr int kNameWidth = 86;
-constexpr int kVendorWidth = 62;
-constexpr int kCategoryWidth = 70;
-constexpr int kWhyWidth = 88;
-constexpr int kFileWidth = 92;
+constexpr int kNameWidth = 76;
+constexpr int kVendorWidth = 50;
+constexpr int kCategoryWidth = 47;
+constexpr int kWhyWidth = 112;
+constexpr int kFileWidth = 113;
 
 /// By reason.
 constexpr std::array<UINT, 6> kReasons = {IDS_TIDY_GONE,  IDS_TIDY_OUT_OF_REACH, IDS_TIDY_ALSO_VST3,

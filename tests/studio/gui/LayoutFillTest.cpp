@@ -50,8 +50,8 @@ TEST_F(LayoutFill, FillsTheFoldersThatAreThere) {
                                                          {L"DX", L"DirectX Audio Effects (DX)"}})
         Layout().Change(Node(name), [&](LayoutItem& folder) { folder.name = caption; });
     EXPECT_EQ(After(ID_FILL_BY_BOTH),
-              L"VST3 audio effects (VST3)(TARNWICK(*c)),z, Vst Audio Effects (Vst)(y,-,x,+Tarnwick[a,b],+d),"
-              L"DirectX Audio Effects (DX)(M(),+Plate,R)");
+              L"VST3 audio effects (VST3)(TARNWICK(+c)),z, Vst Audio Effects (Vst)(y,-,x,+Tarnwick[a,b],+d),"
+              L"DirectX Audio Effects (DX)(M(),*Plate,R)");
     Build(L"z");
     Press(IDC_NEW_FOLDER);  // its name is being edited
     EnterText(Tree().LabelEdit().Handle(), L"TARNWICK");

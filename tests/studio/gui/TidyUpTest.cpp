@@ -31,7 +31,7 @@ class TidyUp : public LayoutTreeDialog {
 
 TEST_F(TidyUp, PutsAwayWhatIsTicked) {
     const StandInHost host;
-    Open({L"/Float", L"/ParentWnd", host.HandleText()});
+    Open({L"/ParentWnd", host.HandleText()});
     Choose(kVstEffects);
     SelectPlugins({L"Stays"});
     Build(L"F(a,b),G()");
@@ -39,7 +39,7 @@ TEST_F(TidyUp, PutsAwayWhatIsTicked) {
         EXPECT_EQ(ReviewText(list, {0, 3}),
                   L"[x]a,In the layout, but missing,\n"
                   L"[x]b,In the layout, but missing,\n"
-                  L"[ ]Far,File is out of reach: its drive is not there,\n"
+                  L"[ ]Far,Its drive is not there,\n"
                   L"[x]Hall,File is gone,\n[x]Plate,File is gone,\n"
                   L"[x]Room,Also there as VST3,\n&Tidy up (5)");
         support::Press(::GetDlgItem(list, IDOK));
