@@ -31,7 +31,7 @@ class TidyUp : public LayoutTreeDialog {
 
 TEST_F(TidyUp, PutsAwayWhatIsTicked) {
     const StandInHost host;
-    Open({L"/ParentWnd", host.HandleText()});
+    Open({L"/Float", L"/ParentWnd", host.HandleText()});
     Choose(kVstEffects);
     SelectPlugins({L"Stays"});
     Build(L"F(a,b),G()");
