@@ -26,12 +26,13 @@ class TidyUp : public LayoutTreeDialog {
     std::vector<std::wstring> Excluded() const {
         return Subkeys(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\ExcludedPlugIns");
     }
+    std::optional<StandInHost> m_host;  // outlives the dialog in it
     static bool HasPlate() { return Exists(HKEY_CLASSES_ROOT, kFilterInstances + IdText(5)); }
 };
 
 TEST_F(TidyUp, PutsAwayWhatIsTicked) {
-    const StandInHost host;
-    Open({L"/Float", L"/ParentWnd", host.HandleText()});
+    m_host.emplace();
+    Open({L"/ParentWnd", m_host->HandleText()});
     Choose(kVstEffects);
     SelectPlugins({L"Stays"});
     Build(L"F(a,b),G()");
@@ -58,8 +59,8 @@ TEST_F(TidyUp, PutsAwayWhatIsTicked) {
     Tidy();
     m_dialog->Send(WM_COMMAND, ID_UNDO);
     EXPECT_EQ(Unmarked(Shape()), L"F(a,b),G()");
-    EXPECT_TRUE(host.WaitForMessage(support::kPluginsChanged));
-    EXPECT_EQ(host.MessageCount(support::kPluginsChanged), 1U);
+    EXPECT_TRUE(m_host->WaitForMessage(support::kPluginsChanged));
+    EXPECT_EQ(m_host->MessageCount(support::kPluginsChanged), 1U);
     const auto backups = CBackups(BackupFolder(m_data.wstring()), L"1").List();
     ASSERT_EQ(backups.size(), 1U);
     EXPECT_EQ(backups[0].record.step, L"Tidy Up");
