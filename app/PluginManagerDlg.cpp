@@ -150,6 +150,10 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnCut>(ID_CUT),
         R::OnCommand<BN_CLICKED, &Tree::OnCopy>(ID_COPY),
         R::OnCommand<BN_CLICKED, &Tree::OnPaste>(ID_PASTE),
+        R::OnCommand<BN_CLICKED, &CLayoutFill::OnByVendor>(ID_FILL_BY_VENDOR),
+        R::OnCommand<BN_CLICKED, &CLayoutFill::OnByCategory>(ID_FILL_BY_CATEGORY),
+        R::OnCommand<BN_CLICKED, &CLayoutFill::OnByBoth>(ID_FILL_BY_BOTH),
+        R::OnCommand<BN_CLICKED, &CTidyUp::OnTidyUp>(ID_TIDY_UP),
         R::OnCommand<BN_CLICKED, &CBackupsView::OnBackups>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
@@ -229,6 +233,10 @@ std::vector<MenuCommand> CPluginManagerDlg::TaskCommands() {
             {.id = ID_COPY, .enabled = [this] { return m_tree.CanCopy(); }},
             {.id = ID_PASTE, .enabled = [this] { return m_tree.CanPaste(); }},
             {.id = ID_SAVE_LAYOUT},
+            {.id = ID_FILL_BY_VENDOR},
+            {.id = ID_FILL_BY_CATEGORY},
+            {.id = ID_FILL_BY_BOTH},
+            {.id = ID_TIDY_UP},
             {.id = ID_BACKUPS}};
 }
 

@@ -69,9 +69,19 @@ std::vector<StudioPlugin> ListAllPlugins(const CPluginInventory& inventory,
     return plugins;
 }
 
-FileState FileStateOf(const std::wstring& path) {
-    if (::PathFileExistsW(path.c_str())) return FileState::There;
+FileState FileStateOf(const std::wstring& path) { return CFileStates().Of(path); }
+
+FileState CFileStates::Of(const std::wstring& path) {
     std::wstring root = path;
-    if (!::PathStripToRootW(root.data())) return FileState::OutOfReach;
-    return ::PathFileExistsW(root.c_str()) ? FileState::Gone : FileState::OutOfReach;
+    if (::PathStripToRootW(root.data()))
+        root.resize(root.find(L'\0'));
+    else
+        root.clear();
+    const auto known = m_roots.find(root);
+    if (known != m_roots.end() && !known->second) return FileState::OutOfReach;
+    if (::PathFileExistsW(path.c_str())) return FileState::There;
+    if (root.empty()) return FileState::OutOfReach;
+    const bool there = known != m_roots.end() || ::PathFileExistsW(root.c_str());
+    m_roots[root] = there;
+    return there ? FileState::Gone : FileState::OutOfReach;
 }

@@ -1,9 +1,9 @@
 // Files dropped on the main dialog.
 #include "FileStream.h"
-#include "ReviewDlg.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "presets/PresetReading.h"
 #include "presets/StoredPresets.h"
+#include "support/ReviewRows.h"
 #include "support/StandInHost.h"
 
 namespace {
@@ -47,20 +47,6 @@ class FileDrop : public LayoutTreeDialog {
         file->Flush();
         return m_files.Path(L"three.spp");
     }
-    /// Name and numbers of each row, and the button.
-    static std::wstring Shown(HWND dialog) {
-        std::wstring shown;
-        for (const int cell : {0, 2, 3, 10, 12, 13, 20, 22, 23, 30}) {
-            std::array<wchar_t, 64> text{};
-            LVITEMW item{};
-            item.iSubItem = cell % 10;
-            item.pszText = text.data();
-            item.cchTextMax = 64;
-            CWindow(::GetDlgItem(dialog, IDC_REVIEW_LIST)).Send(LVM_GETITEMTEXTW, cell / 10, &item);
-            shown += text.data() + std::wstring(L",");
-        }
-        return shown + TextOf(::GetDlgItem(dialog, IDOK));
-    }
 
     std::optional<StandInHost> m_host;
 };
@@ -86,7 +72,9 @@ TEST_F(FileDrop, TheLastLayoutOpensAfterTheQuestion) {
 TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
     const Paths files = {PresetFile(), m_files.Write(L"broken.spp", "PS\1")};
     m_popups.Expect(L"Import Presets From three.spp", [](HWND dialog) {
-        EXPECT_EQ(Shown(dialog), L"Hall,2,1,P1 (not installed),2,0,P9 (not installed),2,0,Room,&Import (2)");
+        EXPECT_EQ(
+            ReviewText(dialog, {0, 2, 3}),
+            L"[x]Hall,2,1,\nP1 (not installed),2,0,\nP9 (not installed),2,0,\n[x]Room,2,0,\n&Import (2)");
         support::Press(::GetDlgItem(dialog, IDCANCEL));
     });
     Drop(files);
