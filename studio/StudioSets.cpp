@@ -269,8 +269,8 @@ bool CStudioSets::PlanPresets(const std::wstring& path, SetToLoad& load, const S
     if (result == kPresetEnded) return false;
     // For none of the installed plug-ins there may be a preset.
     load.presetsUnreadable = result < 0 && result != kNothingForPlugin;
-    if (load.presetsUnreadable) return true;
     load.presetFile = path;
+    if (load.presetsUnreadable) return true;
     std::size_t next = 0;
     for (const PluginInFile& plugin : found.plugins) {
         const PresetDifference difference = plugin.installed ? differences[next++] : PresetDifference{};
