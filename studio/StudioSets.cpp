@@ -58,8 +58,7 @@ DWORD WriteLayout(const std::wstring& path, const std::wstring& xml) {
     if (IsThere(path)) return ERROR_FILE_EXISTS;  // it was free before
     CXmlDoc document;
     document.KeepBlanks();
-    if (!document.LoadText(xml) || !document.SetHeader(L"xml", L"encoding", L"UTF-8"))
-        return ERROR_INVALID_DATA;
+    if (!document.LoadText(xml)) return ERROR_INVALID_DATA;
     if (document.Save(path)) return ERROR_SUCCESS;
     return document.SaveError() != ERROR_SUCCESS ? document.SaveError() : DWORD{ERROR_WRITE_FAULT};
 }
