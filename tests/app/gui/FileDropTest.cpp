@@ -113,7 +113,7 @@ TEST_F(FileDrop, StudioSetsAreSavedReviewedAndMadeTheSame) {
     m_popups.Expect(L"Load Studio Set: my.pgset", [](HWND dialog) {
         EXPECT_EQ(support::TextOf(::GetDlgItem(dialog, IDOK)), L"&Load (1)");
         EXPECT_EQ(::GetWindowContextHelpId(dialog), kHelpOfSets);
-        support::Press(::GetDlgItem(dialog, IDC_REVIEW_ACTION));
+        Send(::GetDlgItem(dialog, IDC_REVIEW_ACTION), BM_CLICK);
         EXPECT_EQ(support::TextOf(::GetDlgItem(dialog, IDOK)), L"&Load (2)");
         support::Press(::GetDlgItem(dialog, IDOK));
     });
