@@ -7,9 +7,8 @@
 
 namespace {
 
-/// The folders would be found with nearly every plug-in.
-
-/// A word holds no end of a line, and so occurs in one of the texts.
+/// Of the file the name only: its folders would be found with nearly every plug-in. A word holds no
+/// end of a line, and so occurs in one of the texts.
 std::wstring TextOf(const std::wstring& name, const std::wstring& vendor, const std::wstring& file,
                     const Guid& clsid) {
     return FoldedText(name + L'\n' + vendor + L'\n' + file + L'\n' + ClsidText(clsid));

@@ -320,6 +320,7 @@ kit_result() {
 # In a system of its own: outside of Windows Sandbox a sample, and all of it as if within.
 test_kit() {
     local kit='C:\Test Kit' within='set USERNAME=WDAGUtilityAccount&call C:\TestKit\run-in-sandbox.cmd'
+    stop_prefix "$WINEPREFIX"
     fresh_prefix "$build/kit-prefix"
     wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
     # Wine's desktop comes up with the first window and keeps the output of the program that made it.
