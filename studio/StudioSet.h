@@ -28,9 +28,9 @@ struct StudioSet {
         std::wstring xml;   // the root element, as it is written
         bool operator==(const Layout&) const = default;
     };
-    std::vector<Exclusion> exclusions;
-    std::vector<PluginName> names;
-    std::vector<Layout> layouts;
+    std::vector<Exclusion> exclusions{};
+    std::vector<PluginName> names{};
+    std::vector<Layout> layouts{};
     std::size_t passedOver = 0;  // entries of the file that were of no use
 
     bool operator==(const StudioSet&) const = default;

@@ -8,6 +8,7 @@
 #include "ClsidText.h"
 #include "Files.h"
 #include "FriendlyNameRules.h"
+#include "LayoutPath.h"
 #include "XmlDoc.h"
 #include "XmlText.h"
 
@@ -156,7 +157,8 @@ DWORD WriteStudioSet(const std::wstring& path, const StudioSet& set) {
 }
 
 std::wstring PresetFileOf(const std::wstring& set) {
-    const std::size_t name = set.find_last_of(L"\\/") + 1;
-    const std::size_t dot = set.find_last_of(L'.');
-    return set.substr(0, dot != std::wstring::npos && dot > name ? dot : set.size()) + L".spp";
+    constexpr std::wstring_view kExtension = L".pgset";
+    // Under any other name the presets must not get the set's own.
+    const bool isUsual = HasExtension(set, kExtension);
+    return set.substr(0, set.size() - (isUsual ? kExtension.size() : 0)) + L".spp";
 }

@@ -20,5 +20,5 @@ SetFileRead ReadStudioSet(const std::wstring& path, StudioSet& set);
 /// can't hold.
 DWORD WriteStudioSet(const std::wstring& path, const StudioSet& set);
 
-/// The presets of a set lie beside it: the same name with another extension.
+/// The presets of a set lie beside it: the same name with ".spp" instead of ".pgset".
 std::wstring PresetFileOf(const std::wstring& set);

@@ -97,6 +97,7 @@ class StudioSets : public testing::Test {
 TEST_F(StudioSets, BringBackWhatTheyWereSavedFromAndCanBeTakenBack) {
     SaveAll();
     EXPECT_TRUE(fs::exists(m_files.Path(L"my.studio.spp")));
+    EXPECT_EQ(PresetFileOf(L"C:\\a.spp"), L"C:\\a.spp.spp");
     const StudioSet first = Planned(SetMode::Add).set;
     State before = Now();
     Wipe();

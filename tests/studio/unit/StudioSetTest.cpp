@@ -41,6 +41,7 @@ std::wstring Changes(const StudioSet& set, SetMode mode = SetMode::Add,
     constexpr const wchar_t* kWords[] = {L"new", L"differs", L"same", L"surplus", L"absent", L"homeless"};
     std::wstring text;
     for (const SetEntry& entry : DiffOf(set, present, mode)) {
+        if (set.exclusions.empty() && entry.change == Surplus) continue;  // not what is looked at
         text += kWords[static_cast<std::size_t>(entry.change)] + (L" " + entry.name);
         if (!entry.target.empty()) text += L">" + entry.target;
         text += entry.chosen ? L"!," : L",";
