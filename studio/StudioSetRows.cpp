@@ -83,7 +83,7 @@ std::vector<ReviewRow> RowsOf(const SetToSave& save, const std::wstring& noLayou
         const SetPart part = !preset.empty() ? SetPart::Presets
                              : isLayout      ? SetPart::Layout
                                              : SetPart::PluginName;
-        rows.push_back(Row(part, preset.empty() ? name : name + L": " + preset,
+        rows.push_back(Row(part, preset.empty() ? name : FormatText(L"%s: %s", name, preset),
                            LoadText(kTroubles[static_cast<std::size_t>(trouble)])));
     }
     return rows;
