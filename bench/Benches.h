@@ -11,5 +11,7 @@ void BenchLayouts();
 void BenchBackups();
 /// Looking for what Tidy Up lists, and filling a layout with all plug-ins.
 void BenchStudio();
+/// Saving and loading studio sets.
+void BenchStudioSets();
 /// Counting the presets of many plug-ins, and presets to and from preset files.
 void BenchPresets();

@@ -30,7 +30,7 @@ constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
 constexpr std::wstring_view kAlike =
-    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|"
+    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|Name|Exclusions|"
     L"Corvane Plug-in Manager|Corvane Plug-in &Manager|";
 
 /// Texts that the program gives to controls at run time.
@@ -50,11 +50,15 @@ constexpr std::pair<int, UINT> kLaterTexts[] = {
     {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
     {IDC_REVIEW_HEADING, IDS_IMPORT_FILE_HEADING},
     {IDC_REVIEW_HEADING, IDS_TIDY_HEADING},
+    {IDC_REVIEW_HEADING, IDS_SAVE_SET_HEADING},
+    {IDC_REVIEW_HEADING, IDS_LOAD_SET_HEADING},
+    {IDC_REVIEW_ACTION, IDS_MAKE_SAME},
     {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
     {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
     {IDC_PRESETS_GROUP, IDS_EXPORTING},
     {IDC_PRESETS_GROUP, IDS_IMPORTING},
     {IDC_PRESETS_GROUP, IDS_BACKING_UP},
+    {IDC_PRESETS_GROUP, IDS_LOADING_SET},
     {IDC_EXCLUSION_GROUP, IDS_EXCLUDING},
     {IDC_EXCLUSION_GROUP, IDS_ENABLING},
     {IDC_EXCLUSION_GROUP, IDS_TIDY_LOOKING},
@@ -86,6 +90,8 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
             add(FormatText(LoadText(IDS_RESTORE_BACKUPS), 300));
             add(FormatText(LoadText(IDS_IMPORT_TICKED), 300));
             add(FormatText(LoadText(IDS_TIDY_TICKED), 3000));
+            add(LoadText(IDS_SAVE_SET));
+            add(FormatText(LoadText(IDS_LOAD_TICKED), 300));
         }
     }
     return shown;
