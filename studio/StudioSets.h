@@ -1,0 +1,106 @@
+// Studio sets against the registry and the layouts folder: what goes into one, and what one changes.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Backups.h"
+#include "FriendlyNames.h"
+#include "PluginInventory.h"
+#include "PresetListMgr.h"
+#include "PresetWalk.h"
+#include "StudioSet.h"
+
+/// What a caller is told and asked meanwhile; each may be empty.
+struct SetEvents {
+    std::function<bool()> goOn;                      // before each item; false ends the work
+    std::function<bool(DWORD error)> withoutBackup;  // false when there is nobody to ask
+};
+
+enum class SetResult {
+    Done,
+    NothingToDo,  // everything was there already, or nothing was chosen
+    Partly,       // a write failed or the work was ended, and not all could be put back
+    Ended,        // by the user; everything is as it was
+    NoRights,     // for these and those below nothing has changed
+    InputOutput,
+    Malformed,
+    Newer,  // made by a newer version
+};
+struct SetOutcome {
+    SetResult result = SetResult::Done;
+    DWORD error = ERROR_SUCCESS;  // the system's, where it knows one
+};
+
+/// Why a preset file can't hold a preset as it is.
+enum class PresetTrouble { OtherType, FileLost, NoData, NameNotInCodePage, NameNotForFile };
+
+/// What a set is going to hold; what a caller takes out is not saved.
+struct SetToSave {
+    StudioSet set;
+    struct Presets {
+        CPresetListMgr plugin;
+        PresetSelection selection;  // without those that are left out
+        std::size_t count = 0;      // in it
+    };
+    std::vector<Presets> presets;  // of plug-ins that have some
+    struct LeftOut {
+        std::wstring plugin;
+        std::wstring preset;
+        PresetTrouble trouble = PresetTrouble::OtherType;
+    };
+    std::vector<LeftOut> leftOut;
+
+    std::size_t CountPresets() const;
+};
+
+/// What loading a set would do. The caller may change what is chosen.
+struct SetToLoad {
+    StudioSet set;
+    std::vector<StudioSet::Exclusion> excluded;  // now
+    std::vector<SetEntry> entries;
+    std::wstring presetFile;  // empty when there is none
+    std::vector<PresetPlugin> presetPlugins;
+
+    std::size_t CountChosen() const;
+    /// More exclusions in the end than the host heeds.
+    bool IsTooMuch() const;
+    /// Chooses what the mode would do, and nothing else.
+    void Choose(SetMode mode);
+};
+
+/// Failure contract: nothing is thrown; what was going to be changed is copied to the backups first, and a
+/// load that fails or is ended is put back from there.
+class CStudioSets {
+  public:
+    /// `layoutFolder` is empty when none is set.
+    CStudioSets(CPluginInventory& inventory, CFriendlyNames& names, CBackups& backups,
+                std::wstring layoutFolder)
+        : m_inventory(inventory),
+          m_names(names),
+          m_backups(backups),
+          m_layoutFolder(std::move(layoutFolder)) {}
+
+    /// Reads what there is, and writes nothing. Done or Ended.
+    SetOutcome Gather(SetToSave& save, bool withPresets, const SetEvents& events) const;
+    /// Writes the set, and its presets, if any, beside it. `step` names the backup of files that it replaces.
+    SetOutcome Save(const SetToSave& save, const std::wstring& path, const std::wstring& step,
+                    const SetEvents& events);
+
+    /// Compares the set with what there is, and writes nothing. Done also when nothing differs.
+    SetOutcome Plan(const std::wstring& path, SetMode mode, bool withPresets, SetToLoad& load,
+                    const SetEvents& events) const;
+    /// Does what is chosen. `step` names the backup. The inventory knows the new names afterwards; the caller
+    /// reads the exclusions anew, and tells the host. `owner` may be none.
+    SetOutcome Load(const SetToLoad& load, const std::wstring& step, const CWindow& owner,
+                    const SetEvents& events);
+
+  private:
+    CPluginInventory& m_inventory;
+    CFriendlyNames& m_names;
+    CBackups& m_backups;
+    const std::wstring m_layoutFolder;
+};
