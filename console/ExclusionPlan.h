@@ -22,8 +22,8 @@ enum class ExclusionFate {
 struct ExclusionLine {
     ExclusionFate fate = ExclusionFate::Unknown;
     Guid clsid;
-    std::wstring name;
-    std::vector<Guid> changes;  // the ids to be written or taken away
+    std::wstring name{};
+    std::vector<Guid> changes{};  // the ids to be written or taken away
 };
 
 /// What there is.
