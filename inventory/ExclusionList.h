@@ -14,9 +14,10 @@ class CExclusionList {
     bool Contains(const Guid& clsid) const { return m_clsids.contains(clsid); }
     std::size_t Count() const { return m_clsids.size(); }
 
-    // These write to the registry only; Load shows the change. A failure leaves the plug-in as it was.
-    static void Exclude(const Guid& clsid, const std::wstring& name);
-    static void Enable(const Guid& clsid);
+    // These write to the registry only; Load shows the change. A failure gives false, and leaves the plug-in
+    // as it was.
+    static bool Exclude(const Guid& clsid, const std::wstring& name);
+    static bool Enable(const Guid& clsid);
 
   private:
     std::unordered_set<Guid, GuidHash> m_clsids;

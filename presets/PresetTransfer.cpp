@@ -93,7 +93,7 @@ int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSel
 }
 
 int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
-                           const PresetTransferEvents& events) {
+                           const PresetTransferEvents& events, std::span<const PresetSelection> selections) {
     if (plugins.empty()) return 0;
     return ResultOf([&] {
         CPresetFileWriter writer(file, AnsiText());
@@ -102,8 +102,9 @@ int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plug
         writer.WriteHeader(announced);
         std::int32_t records = 0;
         int total = 0;
-        for (const CPresetListMgr& plugin : plugins) {
-            const ExportedRecord record = ExportRecord(writer, plugin, nullptr, false, events);
+        for (std::size_t i = 0; i < plugins.size(); ++i) {
+            const PresetSelection* selection = selections.empty() ? nullptr : &selections[i];
+            const ExportedRecord record = ExportRecord(writer, plugins[i], selection, false, events);
             total += record.written;
             if (record.announced != 0) ++records;
         }

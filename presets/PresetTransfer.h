@@ -20,8 +20,10 @@ struct PresetTransferEvents {
 /// Writes nothing at all when no preset is chosen.
 int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSelection* selection,
                   const PresetTransferEvents& events = {});
+/// One selection a plug-in, or none at all.
 int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
-                           const PresetTransferEvents& events = {});
+                           const PresetTransferEvents& events = {},
+                           std::span<const PresetSelection> selections = {});
 int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetSelection* selection,
                   const PresetTransferEvents& events = {});
 int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> plugins,

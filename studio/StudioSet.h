@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <functional>
-#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,12 +40,18 @@ struct StudioSet {
 struct StudioPresent {
     std::vector<StudioSet::Exclusion> exclusions;
     std::function<bool(const Guid&)> isInstalled;
+    struct Named {
+        Guid id;               // of the plug-in that a name is for: of several names for it, one can be meant
+        bool isExact = false;  // and not another copy of it
+        std::wstring name;
+    };
     /// Nothing when there is no such plug-in.
-    std::function<std::optional<std::wstring>(const StudioSet::PluginName&)> nameOf;
+    std::function<std::optional<Named>(const StudioSet::PluginName&)> find;
     bool hasLayoutFolder = false;
-    /// What lies in that folder, by its name in capitals; nothing for what is not a layout.
-    std::map<std::wstring, std::optional<std::wstring>> layouts;
     std::function<std::wstring(std::wstring)> inCapitals;
+    std::set<std::wstring> layoutFiles;  // names in that folder, in capitals
+    /// The layout of such a file; nothing for what is none.
+    std::function<std::optional<std::wstring>(const std::wstring& file)> layoutOf;
 };
 
 enum class SetPart { Exclusion, PluginName, Layout, Presets };
@@ -80,7 +86,10 @@ enum class SetMode {
     Same,  // also takes away the exclusions that the set has not
 };
 
-/// So that what the mode would do is chosen. Permanent exclusions are no entries.
+/// Whether the mode would do it.
+bool IsChosen(const SetEntry& entry, SetMode mode);
+
+/// What the mode would do is chosen. Permanent exclusions are no entries.
 std::vector<SetEntry> DiffOf(const StudioSet& set, const StudioPresent& present, SetMode mode);
 
 /// How many exclusions there are in the end; the host and this program heed only kMaxEntries of them.

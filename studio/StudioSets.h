@@ -35,8 +35,17 @@ struct SetOutcome {
     DWORD error = ERROR_SUCCESS;  // the system's, where it knows one
 };
 
-/// Why a preset file can't hold a preset as it is.
-enum class PresetTrouble { OtherType, FileLost, NoData, NameNotInCodePage, NameNotForFile };
+/// Why something can't be saved as it is.
+enum class SetTrouble {
+    // Of a preset, in a preset file:
+    OtherType,  // neither data nor the name of a file
+    FileLost,
+    NoData,
+    NameNotInCodePage,
+    NameNotForFile,  // it would have to become the name of a file
+    // Of a plug-in or a layout:
+    NameNotInXml,
+};
 
 /// What a set is going to hold; what a caller takes out is not saved.
 struct SetToSave {
@@ -48,9 +57,9 @@ struct SetToSave {
     };
     std::vector<Presets> presets;  // of plug-ins that have some
     struct LeftOut {
-        std::wstring plugin;
-        std::wstring preset;
-        PresetTrouble trouble = PresetTrouble::OtherType;
+        std::wstring name;    // of the plug-in or the layout's file
+        std::wstring preset;  // empty when it is not about one
+        SetTrouble trouble = SetTrouble::OtherType;
     };
     std::vector<LeftOut> leftOut;
 
@@ -62,9 +71,11 @@ struct SetToLoad {
     StudioSet set;
     std::vector<StudioSet::Exclusion> excluded;  // now
     std::vector<SetEntry> entries;
-    std::wstring presetFile;  // empty when there is none
-    std::vector<PresetPlugin> presetPlugins;
+    std::wstring presetFile;                  // empty when there is none
+    std::vector<PresetPlugin> presetPlugins;  // an entry for presets has the index in these
+    bool presetsUnreadable = false;           // there is a file, and it is none of presets
 
+    /// Of presets each one counts.
     std::size_t CountChosen() const;
     /// More exclusions in the end than the host heeds.
     bool IsTooMuch() const;
@@ -90,7 +101,8 @@ class CStudioSets {
     SetOutcome Save(const SetToSave& save, const std::wstring& path, const std::wstring& step,
                     const SetEvents& events);
 
-    /// Compares the set with what there is, and writes nothing. Done also when nothing differs.
+    /// Compares the set with what there is, and writes nothing. Done also when nothing differs. Presets that
+    /// can't be read are left out.
     SetOutcome Plan(const std::wstring& path, SetMode mode, bool withPresets, SetToLoad& load,
                     const SetEvents& events) const;
     /// Does what is chosen. `step` names the backup. The inventory knows the new names afterwards; the caller
@@ -99,6 +111,9 @@ class CStudioSets {
                     const SetEvents& events);
 
   private:
+    bool PlanPresets(const std::wstring& path, SetToLoad& load, const SetEvents& events) const;
+    BackupStep StepFor(const SetToLoad& load, const std::wstring& name) const;
+
     CPluginInventory& m_inventory;
     CFriendlyNames& m_names;
     CBackups& m_backups;

@@ -87,7 +87,7 @@ DWORD CBackups::Begin(BackupEntry& entry, BackupKind kind, const std::wstring& s
     return ERROR_ALREADY_EXISTS;
 }
 
-CBackup CBackups::Make(const BackupStep& step) { return Make(step, false); }
+CBackup CBackups::Make(const BackupStep& step) { return Make(step, step.stays); }
 
 CBackup CBackups::Make(const BackupStep& step, bool stays) {
     CBackup backup(this);
@@ -307,6 +307,17 @@ DWORD CBackup::PutFilesBack() {
     }
     m_files.clear();  // so that nothing counts as changed
     return ERROR_SUCCESS;
+}
+
+DWORD CBackup::TakeBack(const CWindow& owner) {
+    if (m_entry.folder.empty()) return ERROR_FILE_NOT_FOUND;
+    const auto changes = FindBackupChanges(m_entry);
+    const DWORD error = changes ? PutBack(m_entry, *changes, owner, m_store->m_import) : ERROR_INVALID_DATA;
+    if (error == ERROR_SUCCESS) {
+        m_stays = false;
+        m_files.clear();  // so that nothing counts as changed
+    }
+    return error;
 }
 
 bool CBackup::TookSomething() const {

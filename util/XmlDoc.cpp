@@ -19,6 +19,7 @@ bool CXmlDoc::CreateDocument() {
     m_root.Reset();
     m_path.clear();
     m_document = NewDomDocument();
+    if (m_document && m_keepsBlanks) m_document->put_preserveWhiteSpace(VARIANT_TRUE);
     return m_document || Fail(L"CXmlDoc: there is no XML parser");
 }
 
@@ -40,14 +41,27 @@ bool CXmlDoc::LoadRoot(const std::wstring& path, CPatience& patience) {
     return true;
 }
 
+bool CXmlDoc::LoadText(const std::wstring& xml) {
+    m_lastError.clear();
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    if (!CreateDocument()) return false;
+    if (FAILED(m_document->loadXML(BstrOf(xml).Get(), &loaded)) || loaded != VARIANT_TRUE)
+        return Fail(ParseErrorOf(*m_document.Get()));
+    if (!FindRoot()) return false;
+    ParseNode(m_root.Get());
+    return true;
+}
+
 bool CXmlDoc::Parse(const std::string& bytes) {
     constexpr wchar_t kNoDocumentTypes[] = L"CXmlDoc: a document type is not allowed";
     if (HasDocumentType(bytes)) return Fail(kNoDocumentTypes);
     if (!ParseBytes(*m_document.Get(), bytes)) return Fail(ParseErrorOf(*m_document.Get()));
     ComPtr<IXMLDOMDocumentType> type;
     if (m_document->get_doctype(&type) == S_OK && type) return Fail(kNoDocumentTypes);
-    return m_document->get_documentElement(&m_root) == S_OK && m_root;
+    return FindRoot();
 }
+
+bool CXmlDoc::FindRoot() { return m_document->get_documentElement(&m_root) == S_OK && m_root; }
 
 bool CXmlDoc::Save(const std::wstring& path) {
     assert(m_document);
@@ -152,6 +166,12 @@ std::optional<std::wstring> CXmlDoc::TextValue() {
     return std::nullopt;
 }
 
+std::optional<std::wstring> CXmlDoc::Xml() const {
+    UniqueBstr xml;
+    if (m_current && SUCCEEDED(m_current->get_xml(xml.Put()))) return TextOf(xml.Get());
+    return std::nullopt;
+}
+
 bool CXmlDoc::SetTextValue(const std::wstring& text) {
     if (m_current && IsXmlText(text) && SUCCEEDED(m_current->put_text(BstrOf(text).Get()))) return true;
     return Fail(L"CXmlDoc::Set_TextValue(LPCTSTR)   : Can't set a Text on a NULL Node");
@@ -238,6 +258,12 @@ bool CXmlDoc::AppendChildElement(std::wstring_view name) {
     if (!child || !m_current || FAILED(m_current->appendChild(child.Get(), nullptr))) return false;
     m_current = child;
     return true;
+}
+
+bool CXmlDoc::AppendCopyOf(const CXmlDoc& other) {
+    ComPtr<IXMLDOMNode> copy;
+    return other.m_root && SUCCEEDED(other.m_root->cloneNode(VARIANT_TRUE, &copy)) && m_current &&
+           SUCCEEDED(m_current->appendChild(copy.Get(), nullptr));
 }
 
 bool CXmlDoc::SetAttribute(std::wstring_view name, std::wstring_view value) {
