@@ -83,6 +83,8 @@ CmdExit Run() {
 int wmain() {
     // What is loaded from here on comes from the system's folder, never from the current one.
     ::SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    // Nobody is there to close a box: an empty drive is an error like others, and a crash ends the process.
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     TakeSystemLanguage();
     TakeSettingLanguage();
     try {
