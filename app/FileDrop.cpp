@@ -56,6 +56,7 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
     m_dialog.Control<CComboBox>(IDC_LAYOUTS).CloseList();
 
     std::wstring layout;
+    std::wstring set;
     std::vector<std::wstring> presets;
     std::vector<std::wstring> others;
     const UINT count = files.Count();
@@ -63,6 +64,8 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         const std::wstring path = files.Path(i);
         if (HasExtension(path, L".pgl") && IsFile(path)) {
             layout = path;
+        } else if (HasExtension(path, L".pgset") && IsFile(path)) {
+            set = path;
         } else if (HasExtension(path, L".spp") && IsFile(path)) {
             presets.push_back(path);
         } else {
@@ -70,6 +73,7 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         }
     }
     if (!layout.empty()) m_takers.layouts.OpenDropped(layout);
+    if (!set.empty() && m_dialog.IsLive()) m_takers.sets.Load(set);
     ImportPresets(presets, others);
     Report(others, count - std::min(count, kMostLookedAt));
 }

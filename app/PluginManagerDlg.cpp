@@ -58,7 +58,9 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_tasks(*this, TaskCommands()),
       m_backupList(*this, m_backups,
                    {.restored = [this](std::span<const BackupRecord> backups) { OnRestored(backups); },
-                    .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}) {
+                    .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}),
+      m_studioSets(*this, CStudioSets(m_inventory, m_friendlyNames, m_backups, m_settings.layoutFolder),
+                   {.maySave = [this] { return MaySaveSet(); }, .loaded = [this] { OnSetLoaded(); }}) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -148,6 +150,8 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnCut>(ID_CUT),
         R::OnCommand<BN_CLICKED, &Tree::OnCopy>(ID_COPY),
         R::OnCommand<BN_CLICKED, &Tree::OnPaste>(ID_PASTE),
+        R::OnCommand<BN_CLICKED, &CStudioSetView::OnSave>(ID_SAVE_STUDIO_SET),
+        R::OnCommand<BN_CLICKED, &CStudioSetView::OnLoad>(ID_LOAD_STUDIO_SET),
         R::OnCommand<BN_CLICKED, &CBackupsView::OnBackups>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
@@ -227,6 +231,8 @@ std::vector<MenuCommand> CPluginManagerDlg::TaskCommands() {
             {.id = ID_COPY, .enabled = [this] { return m_tree.CanCopy(); }},
             {.id = ID_PASTE, .enabled = [this] { return m_tree.CanPaste(); }},
             {.id = ID_SAVE_LAYOUT},
+            {.id = ID_SAVE_STUDIO_SET},
+            {.id = ID_LOAD_STUDIO_SET},
             {.id = ID_BACKUPS}};
 }
 
@@ -374,13 +380,29 @@ void CPluginManagerDlg::OnManagePresets() {
     m_list.OnSelectionChanged();
 }
 
+/// A set holds the layouts as their files are.
+bool CPluginManagerDlg::MaySaveSet() {
+    m_tree.CancelDrag();
+    if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
+    return m_files.AskToSave(MB_YESNOCANCEL) != IDCANCEL;
+}
+
+void CPluginManagerDlg::OnSetLoaded() {
+    BackupRecord everything;
+    everything.kind = BackupKind::Studio;
+    OnRestored({&everything, 1});
+}
+
 void CPluginManagerDlg::OnRestored(std::span<const BackupRecord> backups) {
     const CWaitCursor wait;
     const auto has = [backups](BackupKind kind) {
-        return std::ranges::find(backups, kind, &BackupRecord::kind) != backups.end();
+        return std::ranges::any_of(backups, [kind](const BackupRecord& backup) {
+            return backup.kind == kind || backup.kind == BackupKind::Studio;
+        });
     };
     if (has(BackupKind::Registry)) {
         const auto rows = CRememberedRows::Of(m_list.Plugins());
+        m_exclusions.Load();
         m_list.EnumeratePlugins();
         m_list.Refill(rows);
         m_host.Tell(kPluginsChanged);

@@ -29,6 +29,7 @@
 #include "PluginListView.h"
 #include "PluginMenu.h"
 #include "PresetView.h"
+#include "StudioSetView.h"
 #include "TasksMenu.h"
 #include "VisibilityRule.h"
 #include "VstToolPaths.h"
@@ -72,6 +73,8 @@ class CPluginManagerDlg : public CDialog {
     void OnManagePresets();
     std::vector<MenuCommand> TaskCommands();
     void OnRestored(std::span<const BackupRecord> backups);
+    bool MaySaveSet();
+    void OnSetLoaded();
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
@@ -113,11 +116,13 @@ class CPluginManagerDlg : public CDialog {
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
+    CStudioSetView m_studioSets;
     CPluginMenu m_pluginMenu{*this, m_list, m_inventory, m_names, m_tree};
-    CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files}};
+    CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files, m_studioSets}};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&>
-        m_views{m_docking, m_elevation, m_size,  m_list,       m_exclusion,  m_names, m_vstTools, m_tree,
-                m_files,   m_toolbar,   m_tasks, m_backupList, m_pluginMenu, m_find,  m_fileDrop};
+               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&, CStudioSetView&>
+        m_views{m_docking,    m_elevation, m_size,     m_list,      m_exclusion, m_names,
+                m_vstTools,   m_tree,      m_files,    m_toolbar,   m_tasks,     m_backupList,
+                m_pluginMenu, m_find,      m_fileDrop, m_studioSets};
 };

@@ -21,6 +21,7 @@ int wmain() {
     BenchLayouts();
     BenchEnumeration();
     BenchPanes();
+    BenchStudioSets();
     ::CoUninitialize();
     return 0;
 }

@@ -138,7 +138,7 @@ CmdExit LoadSet(const CmdArguments& arguments, CCmdStudio& studio) {
     if (arguments.dryRun) {
         Say(IDS_CMD_DRY_RUN);
     } else {
-        const std::wstring step = FormatText(LoadText(IDS_CMD_STEP_LOAD), FileNameOf(path));
+        const std::wstring step = FormatText(LoadText(IDS_STEP_LOAD_SET), FileNameOf(path));
         const SetOutcome outcome = sets.Load(load, step, CWindow(), Events());
         if (outcome.result == SetResult::Done || outcome.result == SetResult::Partly) TellHost(load);
         if (outcome.result != SetResult::Done) return Report(outcome, path);

@@ -58,8 +58,7 @@ DWORD WriteLayout(const std::wstring& path, const std::wstring& xml) {
     if (IsThere(path)) return ERROR_FILE_EXISTS;  // it was free before
     CXmlDoc document;
     document.KeepBlanks();
-    if (!document.LoadText(xml) || !document.SetHeader(L"xml", L"encoding", L"UTF-8"))
-        return ERROR_INVALID_DATA;
+    if (!document.LoadText(xml)) return ERROR_INVALID_DATA;
     if (document.Save(path)) return ERROR_SUCCESS;
     return document.SaveError() != ERROR_SUCCESS ? document.SaveError() : DWORD{ERROR_WRITE_FAULT};
 }
@@ -269,8 +268,8 @@ bool CStudioSets::PlanPresets(const std::wstring& path, SetToLoad& load, const S
     if (result == kPresetEnded) return false;
     // For none of the installed plug-ins there may be a preset.
     load.presetsUnreadable = result < 0 && result != kNothingForPlugin;
-    if (load.presetsUnreadable) return true;
     load.presetFile = path;
+    if (load.presetsUnreadable) return true;
     std::size_t next = 0;
     for (const PluginInFile& plugin : found.plugins) {
         const PresetDifference difference = plugin.installed ? differences[next++] : PresetDifference{};

@@ -95,6 +95,7 @@ class CStudioSets {
           m_backups(backups),
           m_layoutFolder(std::move(layoutFolder)) {}
 
+    bool HasLayoutFolder() const { return !m_layoutFolder.empty(); }
     /// Reads what there is, and writes nothing. Done or Ended.
     SetOutcome Gather(SetToSave& save, bool withPresets, const SetEvents& events) const;
     /// Writes the set, and its presets, if any, beside it. `step` names the backup of files that it replaces.

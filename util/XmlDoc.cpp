@@ -9,6 +9,20 @@
 
 using Microsoft::WRL::ComPtr;
 
+namespace {
+
+std::string InUtf8(const std::wstring& text) {
+    const int length = static_cast<int>(text.size());
+    std::string bytes(static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr,
+                                                                     0, nullptr, nullptr)),
+                      '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()),
+                          nullptr, nullptr);
+    return bytes;
+}
+
+}  // namespace
+
 bool CXmlDoc::Fail(std::wstring_view error) {
     m_lastError = error;
     return false;
@@ -43,11 +57,7 @@ bool CXmlDoc::LoadRoot(const std::wstring& path, CPatience& patience) {
 
 bool CXmlDoc::LoadText(const std::wstring& xml) {
     m_lastError.clear();
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    if (!CreateDocument()) return false;
-    if (FAILED(m_document->loadXML(BstrOf(xml).Get(), &loaded)) || loaded != VARIANT_TRUE)
-        return Fail(ParseErrorOf(*m_document.Get()));
-    if (!FindRoot()) return false;
+    if (!CreateDocument() || !Parse("<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + InUtf8(xml))) return false;
     ParseNode(m_root.Get());
     return true;
 }
@@ -58,10 +68,8 @@ bool CXmlDoc::Parse(const std::string& bytes) {
     if (!ParseBytes(*m_document.Get(), bytes)) return Fail(ParseErrorOf(*m_document.Get()));
     ComPtr<IXMLDOMDocumentType> type;
     if (m_document->get_doctype(&type) == S_OK && type) return Fail(kNoDocumentTypes);
-    return FindRoot();
+    return m_document->get_documentElement(&m_root) == S_OK && m_root;
 }
-
-bool CXmlDoc::FindRoot() { return m_document->get_documentElement(&m_root) == S_OK && m_root; }
 
 bool CXmlDoc::Save(const std::wstring& path) {
     assert(m_document);
@@ -168,8 +176,14 @@ std::optional<std::wstring> CXmlDoc::TextValue() {
 
 std::optional<std::wstring> CXmlDoc::Xml() const {
     UniqueBstr xml;
-    if (m_current && SUCCEEDED(m_current->get_xml(xml.Put()))) return TextOf(xml.Get());
-    return std::nullopt;
+    if (!m_current || FAILED(m_current->get_xml(xml.Put()))) return std::nullopt;
+    std::wstring text = TextOf(xml.Get());
+    if (text.find(L"&#x") == std::wstring::npos) return text;
+    // Where a file names no encoding, some parsers write letters as numbers.
+    CXmlDoc parsed;
+    parsed.m_keepsBlanks = m_keepsBlanks;
+    if (parsed.LoadText(text) && SUCCEEDED(parsed.m_root->get_xml(xml.Put()))) return TextOf(xml.Get());
+    return text;
 }
 
 bool CXmlDoc::SetTextValue(const std::wstring& text) {

@@ -113,7 +113,6 @@ class CXmlDoc {
     bool Fail(std::wstring_view error);
     bool CreateDocument();
     bool Parse(const std::string& bytes);
-    bool FindRoot();
     void ReadAttributes();
     /// Fails with that error for an index out of range.
     std::optional<std::wstring> TextAt(const std::vector<std::wstring>& texts, int index,

@@ -1,5 +1,6 @@
 // Files dropped on the main dialog.
 #include "FileStream.h"
+#include "HelpContext.h"
 #include "ReviewDlg.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "presets/PresetReading.h"
@@ -95,6 +96,36 @@ TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
     Drop(files);
     EXPECT_EQ(StoredPresets(kHallKey), Presets{L"B=1o"});
     EXPECT_EQ(StoredPresets(kRoomKey), (Presets{L"a=1n", L"b=1n"}));
+}
+
+TEST_F(FileDrop, StudioSetsAreSavedReviewedAndMadeTheSame) {
+    const std::wstring excluded = kExcludedPlugins + IdText(1);
+    SetText(HKEY_CURRENT_USER, excluded, nullptr, L"Hall");
+    m_files.Write(L"one.pgl", "<PluginMenuLayout DocSchema='1' Name='One'/>");
+    m_popups.Expect(L"Save Studio Set", IDOK).ExpectFile(L"Save Studio Set", m_files.Path(L"my.pgset"));
+    m_dialog->Send(WM_COMMAND, ID_SAVE_STUDIO_SET);
+    EXPECT_NE(m_files.Read(L"my.pgset").find("DocSchema=\"1\" Name=\"One\""), std::string::npos);
+    EXPECT_NE(m_files.Read(L"my.spp"), "");
+
+    support::DeleteTree(HKEY_CURRENT_USER, excluded);
+    SetText(HKEY_CURRENT_USER, kExcludedPlugins + IdText(2), nullptr, L"Room");
+    m_popups.ExpectFile(L"Load Studio Set", m_files.Path(L"my.pgset"));
+    m_popups.Expect(L"Load Studio Set: my.pgset", [](HWND dialog) {
+        EXPECT_EQ(support::TextOf(::GetDlgItem(dialog, IDOK)), L"&Load (1)");
+        EXPECT_EQ(::GetWindowContextHelpId(dialog), kHelpOfSets);
+        support::Press(::GetDlgItem(dialog, IDC_REVIEW_ACTION));
+        EXPECT_EQ(support::TextOf(::GetDlgItem(dialog, IDOK)), L"&Load (2)");
+        support::Press(::GetDlgItem(dialog, IDOK));
+    });
+    m_dialog->Send(WM_COMMAND, ID_LOAD_STUDIO_SET);
+    EXPECT_TRUE(Exists(HKEY_CURRENT_USER, excluded));
+    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kExcludedPlugins + IdText(2)));
+    Choose(kVstEffects);
+    EXPECT_EQ(Listed(), std::vector<std::wstring>{L"Room"});
+
+    m_files.Write(L"newer.pgset", "<StudioSet Schema='2'/>");
+    m_popups.Expect(L"newer.pgset\n\nIt was made by a newer version", IDOK);
+    Drop({m_files.Path(L"newer.pgset")});
 }
 
 TEST_F(FileDrop, WhatCannotBeOpenedIsNamedInOneMessage) {

@@ -14,7 +14,7 @@ class Tasks : public support::MainDialog {
         const UniqueMenu menu = tasks.Menu();
         const HMENU shown = ::GetSubMenu(menu.Get(), 0);
         std::wstring texts;
-        for (UINT i = 0; i < 10; ++i) {
+        for (UINT i = 0; i < 13; ++i) {
             std::array<wchar_t, 64> text{};
             ::GetMenuStringW(shown, i, text.data(), 64, MF_BYPOSITION);
             const bool grey = text[0] && (::GetMenuState(shown, i, MF_BYPOSITION) & MF_GRAYED) != 0;
@@ -33,7 +33,8 @@ TEST_F(Tasks, NameWhatTheyCouldDo) {
                                        {.id = ID_BACKUPS}});
     EXPECT_EQ(Shown(tasks),
               L"&Undo Sort All\tCtrl+Z,(&Redo\tCtrl+Y),,(Cu&t\tCtrl+X),(&Copy\tCtrl+C),"
-              L"(&Paste\tCtrl+V),,(&Save Layout\tCtrl+S),,&Backups...,");
+              L"(&Paste\tCtrl+V),,(&Save Layout\tCtrl+S),,(S&ave Studio Set...),(&Load Studio Set...),,"
+              L"&Backups...,");
     enabled = false;
     EXPECT_TRUE(Shown(tasks).starts_with(L"(&Undo Sort All\tCtrl+Z)"));
 }

@@ -30,7 +30,7 @@ constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
 constexpr std::wstring_view kAlike =
-    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|"
+    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|Name|Exclusions|"
     L"Corvane Plug-in Manager|Corvane Plug-in &Manager|Name: %s -> %s|Layout: %s|";
 
 /// Texts that the program gives to controls at run time.
@@ -49,10 +49,14 @@ constexpr std::pair<int, UINT> kLaterTexts[] = {
     {IDC_FIND, IDS_FIND_IN_LAYOUT_CUE},
     {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
     {IDC_REVIEW_HEADING, IDS_IMPORT_FILE_HEADING},
+    {IDC_REVIEW_HEADING, IDS_SAVE_SET_HEADING},
+    {IDC_REVIEW_HEADING, IDS_LOAD_SET_HEADING},
+    {IDC_REVIEW_ACTION, IDS_MAKE_SAME},
     {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
     {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
     {IDC_PRESETS_GROUP, IDS_EXPORTING},
     {IDC_PRESETS_GROUP, IDS_IMPORTING},
+    {IDC_PRESETS_GROUP, IDS_LOADING_SET},
     {IDC_EXCLUSION_GROUP, IDS_EXCLUDING},
     {IDC_EXCLUSION_GROUP, IDS_ENABLING},
 };
@@ -81,6 +85,8 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         if (control.id == IDOK && dialog.Item(IDC_REVIEW_LIST).IsLive()) {
             add(FormatText(LoadText(IDS_RESTORE_BACKUPS), 300));
             add(FormatText(LoadText(IDS_IMPORT_TICKED), 300));
+            add(LoadText(IDS_SAVE_SET));
+            add(FormatText(LoadText(IDS_LOAD_TICKED), 300));
         }
     }
     return shown;
