@@ -46,9 +46,7 @@ std::optional<std::vector<Guid>> IdsOf(const CmdArguments& arguments) {
     return std::move(list);
 }
 
-std::wstring NameOf(const ExclusionLine& line) {
-    return line.name.empty() ? ClsidText(line.clsid) : line.name + L' ' + ClsidText(line.clsid);
-}
+std::wstring NameOf(const ExclusionLine& line) { return NameWithId(line.name, line.clsid); }
 
 /// Says why nothing is done about it.
 CmdExit Refuse(const ExclusionLine& line, bool exclude) {

@@ -1,6 +1,11 @@
 #include "Messages.h"
 
+#include "ClsidText.h"
 #include "SystemErrorText.h"
+
+std::wstring NameWithId(const std::wstring& name, const Guid& clsid) {
+    return name.empty() ? ClsidText(clsid) : name + L' ' + ClsidText(clsid);
+}
 
 void SayFileError(const std::wstring& path, DWORD error) {
     CConsole::Say(path + L": " + SystemErrorText(error == ERROR_SUCCESS ? DWORD{ERROR_READ_FAULT} : error));

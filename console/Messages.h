@@ -18,6 +18,9 @@ void Say(UINT id, const TArguments&... arguments) {
     CConsole::Say(FormatText(LoadText(id), arguments...));
 }
 
+/// How messages name a plug-in; the name may be unknown.
+std::wstring NameWithId(const std::wstring& name, const Guid& clsid);
+
 /// The name with the system's own words for what went wrong.
 void SayFileError(const std::wstring& path, DWORD error);
 

@@ -77,9 +77,13 @@ CmdExit LeaveOutTooMany(SetToLoad& load) {
 
 void SayChange(const SetEntry& entry, const SetToLoad& load) {
     switch (entry.part) {
-        case SetPart::Exclusion:
-            Say(entry.change == SetChange::Surplus ? IDS_CMD_ENABLED : IDS_CMD_EXCLUDED, entry.name);
+        case SetPart::Exclusion: {
+            const bool surplus = entry.change == SetChange::Surplus;
+            const Guid& id =
+                surplus ? load.excluded[entry.index].clsid : load.set.exclusions[entry.index].clsid;
+            Say(surplus ? IDS_CMD_ENABLED : IDS_CMD_EXCLUDED, NameWithId(entry.name, id));
             break;
+        }
         case SetPart::PluginName:
             Say(IDS_CMD_SET_NAME, entry.now, load.set.names[entry.index].name);
             break;

@@ -21,16 +21,38 @@ class Console : public ProgramTest {
   protected:
     void SetUp() override {
         ProgramTest::SetUp();
+        if (IsSkipped()) return;
+        DeleteTree(HKEY_CURRENT_USER, kExclusions + (L"\\" + std::wstring(kReverb)));
+        m_files.Write(L"in.txt", "");
         std::filesystem::current_path(m_files.Folder());
     }
     void TearDown() override { std::filesystem::current_path(m_files.Folder().parent_path()); }
 
-    /// The exit code of a line of the system's command processor; "pm" in it is the companion.
-    int Run(std::wstring line) const {
-        const std::wstring program = L"\"" + BesideTest(L"PluginManagerCmd.exe").wstring() + L"\"";
-        for (std::size_t place = 0; (place = line.find(L"pm ", place)) != std::wstring::npos;)
-            line.replace(place, 2, program), place += program.size();
-        return _wsystem((L"\"" + line + L" >out.txt 2>err.txt\"").c_str());
+    static UniqueKernelHandle Open(const wchar_t* name, DWORD access, DWORD disposition) {
+        SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+        return UniqueKernelHandle(
+            ::CreateFileW(name, access, FILE_SHARE_READ, &inherited, disposition, 0, nullptr));
+    }
+    /// The exit code of the companion; nothing when it does not end.
+    static std::optional<DWORD> Run(const std::wstring& arguments, HANDLE out, HANDLE err) {
+        const UniqueKernelHandle in = Open(L"in.txt", GENERIC_READ, OPEN_EXISTING);
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdInput = in.Get();
+        startup.hStdOutput = out;
+        startup.hStdError = err;
+        PROCESS_INFORMATION started{};
+        std::wstring line = L"PluginManagerCmd " + arguments;
+        if (!::CreateProcessW(BesideTest(L"PluginManagerCmd.exe").c_str(), line.data(), nullptr, nullptr,
+                              TRUE, 0, nullptr, nullptr, &startup, &started))
+            return std::nullopt;
+        ::CloseHandle(started.hThread);
+        return WaitForExit(UniqueProcess(started.hProcess));
+    }
+    static std::optional<DWORD> Run(const std::wstring& arguments) {
+        return Run(arguments, Open(L"out.txt", GENERIC_WRITE, CREATE_ALWAYS).Get(),
+                   Open(L"err.txt", GENERIC_WRITE, CREATE_ALWAYS).Get());
     }
     /// What the last run has written.
     std::string Out() const { return m_files.Read(L"out.txt"); }
@@ -38,14 +60,14 @@ class Console : public ProgramTest {
 
     struct Row {
         std::wstring arguments;
-        int exit;
+        DWORD exit;
         const char* out;  // what the output begins with
         const char* err;  // a part of the messages
     };
     void ExpectAll(std::initializer_list<Row> rows) const {
         for (const Row& row : rows) {
             SCOPED_TRACE(Utf8(row.arguments));
-            EXPECT_EQ(Run(L"pm " + row.arguments), row.exit);
+            EXPECT_EQ(Run(row.arguments), row.exit);
             // Nothing begins with nothing.
             EXPECT_EQ(Out().substr(0, *row.out ? std::strlen(row.out) : std::string::npos), row.out);
             EXPECT_NE(Err().find(row.err), std::string::npos) << Err();
@@ -105,8 +127,17 @@ TEST_F(Console, EndsWithACodeThatTellsHowItWent) {
         {L"set save none\\a.pgset", 3, "", "a.pgset: "},
         {L"presets export none\\a.spp", 3, "", "a.spp: "},
     });
-    const ReadOnlyKey locked(HKEY_CURRENT_USER, kExclusions);
+    // Below a key that goes with the session none can be made that stays.
+    const auto saved = CRegKey::Create(HKEY_CURRENT_USER, L"Software\\Saved");
+    ::RegCopyTreeW(HKEY_CURRENT_USER, kExclusions, saved->Handle());
+    DeleteTree(HKEY_CURRENT_USER, kExclusions);
+    UniqueKey passing;
+    ::RegCreateKeyExW(HKEY_CURRENT_USER, kExclusions, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
+                      nullptr, passing.Put(), nullptr);
     ExpectAll({{L"exclude " + id, 3, "", "Could not be written: Kammer Reverb"}});
+    DeleteTree(HKEY_CURRENT_USER, kExclusions);
+    ::RegCopyTreeW(HKEY_CURRENT_USER, L"Software\\Saved",
+                   CRegKey::Create(HKEY_CURRENT_USER, kExclusions)->Handle());
 }
 
 TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
@@ -143,14 +174,16 @@ TEST_F(Console, TellsTheHostWhatHasChangedAndNothingElse) {
     const StandInHost host;
     SetText(HKEY_CURRENT_USER, kManager, L"ParentWindow", host.HandleText());
     // The list as CSV is what excluding reads.
-    const std::wstring one = L"pm list --format csv --match \"kammer vst2\" | pm ";
-    EXPECT_EQ(Run(one + L"exclude --from - --dry-run"), 0) << Err();
-    EXPECT_EQ(host.MessageCount(kPluginsChanged), 0U);
-    EXPECT_EQ(Run(one + L"exclude --from -"), 0) << Err();
-    EXPECT_TRUE(host.WaitForMessage(kPluginsChanged));
-    EXPECT_EQ(Run(one + L"exclude --from -"), 0) << Err();
-    EXPECT_EQ(Run(one + L"enable --from -"), 0) << Err();
-    EXPECT_TRUE(WaitFor([&] { return host.MessageCount(kPluginsChanged) == 2; }));
+    EXPECT_EQ(Run(L"list --format csv --match \"kammer dll\""), 0U);
+    m_files.Write(L"in.txt", Out());
+    const std::pair<const wchar_t*, std::size_t> kSteps[] = {{L"exclude --from - --dry-run", 0},
+                                                             {L"exclude --from -", 1},
+                                                             {L"exclude --from -", 1},
+                                                             {L"enable --from -", 2}};
+    for (const auto& [step, messages] : kSteps) {
+        EXPECT_EQ(Run(step), 0U) << Err();
+        EXPECT_TRUE(WaitFor([&] { return host.MessageCount(kPluginsChanged) == messages; })) << messages;
+    }
     CRegKey::Open(HKEY_CURRENT_USER, kManager, KEY_WRITE)->DeleteValue(L"ParentWindow");
 }
 
@@ -160,17 +193,8 @@ TEST_F(Console, EndsQuietlyWhenNobodyReadsOn) {
     UniqueKernelHandle write;
     ASSERT_TRUE(::CreatePipe(read.Put(), write.Put(), &inherited, 0));
     read.Reset();
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = write.Get();
-    startup.hStdError = write.Get();
-    PROCESS_INFORMATION started{};
-    std::wstring line = L"x list";
-    ASSERT_TRUE(::CreateProcessW(BesideTest(L"PluginManagerCmd.exe").c_str(), line.data(), nullptr, nullptr,
-                                 TRUE, 0, nullptr, nullptr, &startup, &started));
-    ::CloseHandle(started.hThread);
-    EXPECT_EQ(WaitForExit(UniqueProcess(started.hProcess)), 3U);
+    EXPECT_EQ(Run(L"list", write.Get(), Open(L"err.txt", GENERIC_WRITE, CREATE_ALWAYS).Get()), 3U);
+    EXPECT_EQ(Err(), "");
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ TEST(PluginTable, IsAsWideAsItsContentsOrTheConsole) {
     const PluginTableRow rows[] = {Odd(), Plain()};
     const std::wstring whole = TableOf(rows, std::nullopt);
     EXPECT_TRUE(whole.starts_with(
-        L"category  name      vendor  clsid  md5  vstId  file  excluded  permanent  missing  duplicateOf\n"
+        L"category  name       vendor  clsid  md5  vstId  file  excluded  permanent  missing  duplicateOf\n"
         L"vst3      A \"b\", \\   \x97F3      {1}    {2}  -5     C:\\x  true      false      false    {3}\n"))
         << testing::PrintToString(whole);
     EXPECT_EQ(TableOf(rows, 19), L"category  name     \nvst3      A \"b\", \\ \ndx        n        \n");
