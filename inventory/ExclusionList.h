@@ -1,6 +1,7 @@
 // The plug-ins that the user hides from the host, in a key that the host reads, too.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <unordered_set>
 
@@ -12,6 +13,7 @@ class CExclusionList {
     void Load();
     std::size_t Count() const { return m_clsids.size(); }
     bool Contains(const Guid& clsid) const { return m_clsids.contains(clsid); }
+    std::size_t Count() const { return m_clsids.size(); }
 
     // These write to the registry only; Load shows the change. A failure gives false, and leaves the plug-in
     // as it was.
