@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <limits>
 #include <optional>
 #include <set>
@@ -85,8 +86,8 @@ bool ListPresets(const CPluginInventory& inventory, const std::function<bool()>&
     for (const PluginEntry& entry : inventory.Entries()) {
         if (HasRow(entry) && !list(entry.clsid, *entry.category, *entry.name)) return false;
     }
-    for (const auto& [id, record] : inventory.Vst().Records()) {
-        if (HasRow(id, record) && !list(id, *record.category, record.name)) return false;
-    }
-    return true;
+    return std::ranges::all_of(inventory.Vst().Records(), [&](const auto& found) {
+        const auto& [id, record] = found;
+        return !HasRow(id, record) || list(id, *record.category, record.name);
+    });
 }
