@@ -11,7 +11,6 @@ class CExclusionList {
   public:
     /// Reads the key anew. A subkey that is no class id ends the list there; it never holds more than 4,096.
     void Load();
-    std::size_t Count() const { return m_clsids.size(); }
     bool Contains(const Guid& clsid) const { return m_clsids.contains(clsid); }
     std::size_t Count() const { return m_clsids.size(); }
 
