@@ -67,7 +67,7 @@ class Console : public ProgramTest {
     void ExpectAll(std::initializer_list<Row> rows) const {
         for (const Row& row : rows) {
             SCOPED_TRACE(Utf8(row.arguments));
-            EXPECT_EQ(Run(row.arguments), row.exit);
+            EXPECT_EQ(Run(row.arguments), row.exit) << Err();
             // Nothing begins with nothing.
             EXPECT_EQ(Out().substr(0, *row.out ? std::strlen(row.out) : std::string::npos), row.out);
             EXPECT_NE(Err().find(row.err), std::string::npos) << Err();
@@ -142,6 +142,8 @@ TEST_F(Console, EndsWithACodeThatTellsHowItWent) {
 
 TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
     const std::wstring presets = kPresets + std::wstring(kReverb);
+    DeleteTree(HKEY_CURRENT_USER, presets);
+    SetRaw(HKEY_CURRENT_USER, presets, L"Small Room", REG_BINARY, {1, 2, 3});
     const std::wstring excluded = kExclusions + std::wstring(L"\\{506D4372-5653-5400-8A01-5A3C1E90B764}");
     ExpectAll({
         {L"presets export a.spp", 0, "", "Presets exported: "},
