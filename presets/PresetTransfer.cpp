@@ -80,6 +80,12 @@ ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plu
     return record;
 }
 
+ExportedRecord CopyRecord(IByteSink& file, const PresetsInMemory& read, const PresetTransferEvents& events) {
+    GoOn(events);
+    file.Write(std::as_bytes(std::span(read.record)));
+    return {read.presets, read.presets};
+}
+
 }  // namespace
 
 int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSelection* selection,
@@ -92,8 +98,8 @@ int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSel
     });
 }
 
-int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
-                           const PresetTransferEvents& events, std::span<const PresetSelection> selections) {
+int ExportPresetsOfPlugins(IByteSink& file, std::span<const PluginToExport> plugins,
+                           const PresetTransferEvents& events) {
     if (plugins.empty()) return 0;
     return ResultOf([&] {
         CPresetFileWriter writer(file, AnsiText());
@@ -102,9 +108,9 @@ int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plug
         writer.WriteHeader(announced);
         std::int32_t records = 0;
         int total = 0;
-        for (std::size_t i = 0; i < plugins.size(); ++i) {
-            const PresetSelection* selection = selections.empty() ? nullptr : &selections[i];
-            const ExportedRecord record = ExportRecord(writer, plugins[i], selection, false, events);
+        for (const auto& [plugin, selection, read] : plugins) {
+            const ExportedRecord record = read ? CopyRecord(file, *read, events)
+                                               : ExportRecord(writer, plugin, selection, false, events);
             total += record.written;
             if (record.announced != 0) ++records;
         }
