@@ -50,26 +50,6 @@ CmdExit CChosen::Take(std::span<const std::wstring> ids, const CCmdStudio& studi
     return result;
 }
 
-/// Gives the system's error.
-DWORD ExportTo(const std::wstring& path, std::span<const SetToSave::Presets> presets) {
-    std::vector<CPresetListMgr> plugins;
-    std::vector<PresetSelection> selections;
-    for (const SetToSave::Presets& of : presets) {
-        plugins.push_back(of.plugin);
-        selections.push_back(of.selection);
-    }
-    return ReplaceFileBy(path, [&](const std::wstring& beside) -> DWORD {
-        if (IsThere(beside)) return ERROR_FILE_EXISTS;
-        auto file = CFileSink::Create(beside);
-        if (!file) return ::GetLastError();
-        if (ExportPresetsOfPlugins(*file, plugins, {}, selections) >= 0) return ERROR_SUCCESS;
-        file.reset();
-        CPatience patience;
-        DeleteHeldFile(beside, patience);
-        return ERROR_WRITE_FAULT;
-    });
-}
-
 /// What a preset file has for the plug-ins of this computer, where it differs from theirs.
 struct Import {
     std::vector<CPresetListMgr> plugins;
@@ -181,7 +161,7 @@ CmdExit ExportPresetFile(const CmdArguments& arguments, CCmdStudio& studio) {
             Say(IDS_CMD_NO_BACKUP, SystemErrorText(backup.Error()));
             return CmdExit::Failed;
         }
-        if (const DWORD error = ExportTo(path, all.presets)) {
+        if (const DWORD error = ExportPresetsTo(path, all.presets, &GoOn)) {
             SayFileError(path, error);
             return CmdExit::Failed;
         }

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Commands.h"
 #include "CorvaneKeys.h"
 #include "Messages.h"
@@ -69,8 +71,12 @@ CmdExit SayFindings(const SetToLoad& load, const std::wstring& path) {
 CmdExit LeaveOutTooMany(SetToLoad& load) {
     if (!load.IsTooMuch()) return CmdExit::Done;
     Say(IDS_CMD_TOO_MANY, NumberText(kMaxEntries));
-    for (auto entry = load.entries.rbegin(); entry != load.entries.rend() && load.IsTooMuch(); ++entry) {
-        if (entry->part == SetPart::Exclusion && entry->change == SetChange::New) entry->chosen = false;
+    const std::size_t after = ExclusionsAfter(load.entries, load.excluded.size());
+    std::size_t excess = after - std::max(kMaxEntries, load.excluded.size());
+    for (auto entry = load.entries.rbegin(); entry != load.entries.rend() && excess > 0; ++entry) {
+        if (entry->part != SetPart::Exclusion || entry->change != SetChange::New) continue;
+        entry->chosen = false;
+        --excess;
     }
     return CmdExit::Findings;
 }

@@ -106,12 +106,17 @@ int ComparePresets(IByteSource& file, std::span<const CPresetListMgr> plugins,
     for (const CPresetListMgr& plugin : plugins) wanted.push_back(plugin.Plugin());
     std::size_t opened = plugins.size();  // the presets of a plug-in follow each other
     std::optional<CRegKey> key;
-    return ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
+    // Of a name that the file has several times, the last one stays.
+    std::map<std::pair<std::size_t, std::wstring>, std::optional<bool>> last;
+    const int result = ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
         if (!goOn()) throw PresetWorkEnded();
         if (std::exchange(opened, index) != index) key = plugins[index].OpenPluginKey(false);
-        const auto same = IsStoredAs(key, preset);
-        if (!same) ++differences[index].added;
-        if (same == false) ++differences[index].changed;
+        last.insert_or_assign({index, InCapitals(preset.name)}, IsStoredAs(key, preset));
         return true;
     });
+    for (const auto& [preset, same] : last) {
+        if (!same) ++differences[preset.first].added;
+        if (same == false) ++differences[preset.first].changed;
+    }
+    return result;
 }

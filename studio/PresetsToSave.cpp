@@ -8,8 +8,10 @@
 #include <set>
 
 #include "AnsiText.h"
+#include "FileStream.h"
 #include "Files.h"
 #include "PresetName.h"
+#include "PresetTransfer.h"
 #include "PresetWriter.h"
 
 namespace {
@@ -89,5 +91,27 @@ bool ListPresets(const CPluginInventory& inventory, const std::function<bool()>&
     return std::ranges::all_of(inventory.Vst().Records(), [&](const auto& found) {
         const auto& [id, record] = found;
         return !HasRow(id, record) || list(id, *record.category, record.name);
+    });
+}
+
+DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Presets> presets,
+                      const std::function<bool()>& goOn) {
+    std::vector<CPresetListMgr> plugins;
+    std::vector<PresetSelection> selections;
+    for (const SetToSave::Presets& of : presets) {
+        plugins.push_back(of.plugin);
+        selections.push_back(of.selection);
+    }
+    return ReplaceFileBy(path, [&](const std::wstring& beside) -> DWORD {
+        if (IsThere(beside)) return ERROR_FILE_EXISTS;
+        auto file = CFileSink::Create(beside);
+        if (!file) return ::GetLastError();
+        const PresetTransferEvents events{.invalidPreset = {}, .progress = goOn};
+        const int result = ExportPresetsOfPlugins(*file, plugins, events, selections);
+        if (result >= 0) return ERROR_SUCCESS;
+        file.reset();
+        CPatience patience;
+        DeleteHeldFile(beside, patience);
+        return result == kPresetEnded ? ERROR_CANCELLED : ERROR_WRITE_FAULT;
     });
 }

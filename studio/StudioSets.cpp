@@ -41,19 +41,6 @@ DWORD ErrorOf(int presetResult) {
     return presetResult == kPresetEnded ? ERROR_CANCELLED : ERROR_WRITE_FAULT;
 }
 
-DWORD ExportPresetsTo(const std::wstring& path, const SetToSave& save, const SetEvents& events) {
-    std::vector<CPresetListMgr> plugins;
-    std::vector<PresetSelection> selections;
-    for (const SetToSave::Presets& presets : save.presets) {
-        plugins.push_back(presets.plugin);
-        selections.push_back(presets.selection);
-    }
-    auto file = CFileSink::Create(path);
-    if (!file) return ::GetLastError();
-    return ErrorOf(ExportPresetsOfPlugins(
-        *file, plugins, {.invalidPreset = {}, .progress = [&] { return GoesOn(events); }}, selections));
-}
-
 DWORD WriteLayout(const std::wstring& path, const std::wstring& xml) {
     if (IsThere(path)) return ERROR_FILE_EXISTS;  // it was free before
     CXmlDoc document;
@@ -85,18 +72,21 @@ class CLoading {
 
     /// Gives the system's error, ERROR_CANCELLED when the user has ended it.
     DWORD Run() {
-        bool layouts = false;
         for (const SetEntry& entry : m_load.entries) {
             if (!entry.chosen || entry.part == SetPart::Presets) continue;
             if (!GoesOn(m_events)) return ERROR_CANCELLED;
             if (const DWORD error = Write(entry)) return error;
-            layouts = layouts || entry.part == SetPart::Layout;
-        }
-        if (layouts) {
-            if (const auto key = CRegKey::Create(HKEY_CURRENT_USER, kManagerKey))
-                key->WriteDword(L"MenuLayoutsDirty", 1);
         }
         return ImportPresets();
+    }
+
+    /// For the host, when the layouts stay: no backup has its mark.
+    void MarkLayouts() const {
+        const bool any = std::ranges::any_of(m_load.entries, [](const SetEntry& entry) {
+            return entry.chosen && entry.part == SetPart::Layout;
+        });
+        const auto key = any ? CRegKey::Create(HKEY_CURRENT_USER, kManagerKey) : std::optional<CRegKey>();
+        if (key) key->WriteDword(L"MenuLayoutsDirty", 1);
     }
 
     /// Also in a database, which no backup holds.
@@ -209,8 +199,13 @@ SetOutcome CStudioSets::Save(const SetToSave& save, const std::wstring& path, co
     CBackup backup = m_backups.Make(replaced);
     if (const auto refusal = RefusalOf(backup, events)) return *refusal;
     // A set that is there always has its presets beside it.
-    DWORD error = presets.empty() ? ERROR_SUCCESS : ExportPresetsTo(presets, save, events);
-    if (error == ERROR_SUCCESS) error = WriteStudioSet(path, save.set);
+    if (!presets.empty()) {
+        const DWORD error = ExportPresetsTo(presets, save.presets, [&] { return GoesOn(events); });
+        // Nothing was replaced yet.
+        if (error != ERROR_SUCCESS)
+            return error == ERROR_CANCELLED ? SetOutcome{SetResult::Ended} : Refused(error);
+    }
+    const DWORD error = WriteStudioSet(path, save.set);
     if (error == ERROR_SUCCESS) return {SetResult::Done};
     DWORD back = backup.PutFilesBack();
     if (back == ERROR_FILE_NOT_FOUND) {
@@ -218,8 +213,7 @@ SetOutcome CStudioSets::Save(const SetToSave& save, const std::wstring& path, co
         CPatience patience;
         back = presets.empty() || DeleteHeldFile(presets, patience) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
     }
-    if (back != ERROR_SUCCESS) return {SetResult::Partly, error};
-    return error == ERROR_CANCELLED ? SetOutcome{SetResult::Ended} : Refused(error);
+    return back == ERROR_SUCCESS ? Refused(error) : SetOutcome{SetResult::Partly, error};
 }
 
 SetOutcome CStudioSets::Plan(const std::wstring& path, SetMode mode, bool withPresets, SetToLoad& load,
@@ -321,8 +315,11 @@ SetOutcome CStudioSets::Load(const SetToLoad& load, const std::wstring& step, co
     if (const auto refusal = RefusalOf(backup, events)) return *refusal;
     CLoading loading(m_inventory, m_names, m_layoutFolder, load, events);
     const DWORD error = loading.Run();
-    if (error == ERROR_SUCCESS) return {SetResult::Done};
-    loading.TakeNamesBack();
-    if (backup.TakeBack(owner) != ERROR_SUCCESS) return {SetResult::Partly, error};
-    return error == ERROR_CANCELLED ? SetOutcome{SetResult::Ended} : Refused(error);
+    if (error != ERROR_SUCCESS) {
+        loading.TakeNamesBack();
+        if (backup.TakeBack(owner) == ERROR_SUCCESS)
+            return error == ERROR_CANCELLED ? SetOutcome{SetResult::Ended} : Refused(error);
+    }
+    loading.MarkLayouts();
+    return error == ERROR_SUCCESS ? SetOutcome{SetResult::Done} : SetOutcome{SetResult::Partly, error};
 }

@@ -158,8 +158,9 @@ bool IsPlainPath(wstring_view path) {
 bool IsRestorable(const RegFileKey& key, std::span<const std::wstring> namedKeys) {
     const wstring_view path = key.path;
     return std::ranges::any_of(namedKeys, [&](wstring_view named) {
+        if (!EqualsIgnoringCase(path.substr(0, named.size()), named)) return false;
         const auto known = FindKnown(named);
-        if (!known || !EqualsIgnoringCase(path.substr(0, named.size()), named)) return false;
+        if (!known) return false;
         const bool isBelow = path.size() > named.size();
         if (known->onlyValue.empty()) return !isBelow || path[named.size()] == L'\\';
         return !isBelow && !key.removed && std::ranges::all_of(key.values, [&](const RegFileValue& value) {

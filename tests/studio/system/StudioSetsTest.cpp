@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <map>
 
+#include "AnsiText.h"
 #include "CorvaneKeys.h"
+#include "FileStream.h"
 #include "PresetWriter.h"
 #include "StudioSetFile.h"
 #include "StudioSets.h"
@@ -128,6 +130,7 @@ TEST_F(StudioSets, BringBackWhatTheyWereSavedFromAndCanBeTakenBack) {
 TEST_F(StudioSets, ALoadThatFailsOrIsEndedChangesNothing) {
     SaveAll();
     Wipe();
+    SetDword(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsDirty", 0);
     const State wiped = Now();
     SetResult result = SetResult::Ended;
     for (int items = 0; result == SetResult::Ended; ++items) {
@@ -137,6 +140,7 @@ TEST_F(StudioSets, ALoadThatFailsOrIsEndedChangesNothing) {
     }
     EXPECT_EQ(result, SetResult::Done);
     m_backups.Restore(m_backups.List().front(), L"Back", CWindow(), {});
+    SetDword(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsDirty", 0);
     ASSERT_EQ(Now(), wiped);
     m_inventory.Enumerate(true);
 
@@ -153,6 +157,28 @@ TEST_F(StudioSets, ALoadThatFailsOrIsEndedChangesNothing) {
                   .result,
               SetResult::Ended);
     EXPECT_EQ(Now(), taken);
+
+    SetToSave save;
+    m_sets.Gather(save, true, {});
+    const std::string presets = m_files.Read(m_files.Path(L"my.studio.spp"));
+    const SetEvents ends{.goOn = [] { return false; }, .withoutBackup = [](DWORD) { return true; }};
+    EXPECT_EQ(sets.Save(save, m_set, L"Save", ends).result, SetResult::Ended);
+    EXPECT_EQ(m_files.Read(m_files.Path(L"my.studio.spp")), presets);
+}
+
+TEST_F(StudioSets, TakeTheLastOfSeveralPresetsOfOneName) {
+    SaveAll();
+    {
+        auto file = CFileSink::Create(m_files.Path(L"my.studio.spp"));
+        CPresetFileWriter writer(*file, AnsiText());
+        writer.WriteHeader(1);
+        writer.WritePlugin(Id(1), RowOf(Category::VstEffects).guid, 2, L"Hall");
+        for (const wchar_t* name : {L"small", L"SMALL"})
+            writer.WritePreset(3, name, std::as_bytes(std::span(name, 5)));
+        file->Flush();
+    }
+    EXPECT_EQ(Load(SetMode::Add), SetResult::Done);
+    EXPECT_EQ(Load(SetMode::Add), SetResult::NothingToDo);
 }
 
 TEST_F(StudioSets, NameWhatTheirPresetFileCanNotHold) {
