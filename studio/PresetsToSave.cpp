@@ -10,6 +10,7 @@
 #include "AnsiText.h"
 #include "FileStream.h"
 #include "Files.h"
+#include "MemorySink.h"
 #include "PresetName.h"
 #include "PresetTransfer.h"
 #include "PresetWriter.h"
@@ -52,12 +53,43 @@ class CInspection {
     std::set<std::wstring> m_files;  // in capitals
 };
 
+/// So much of all presets is kept in memory, so that a save need not read them again.
+constexpr std::size_t kMostKept = std::size_t{64} << 20;
+
+/// The record of one plug-in, for as long as its presets lie in the registry.
+class CKeptRecord {
+  public:
+    explicit CKeptRecord(const PresetPlugin& plugin)
+        : m_countPlace(m_writer.WritePlugin(plugin.clsid, plugin.category, 0, plugin.name)) {}
+
+    void Add(const CRegValues& preset, std::size_t mostBytes) {
+        m_whole = m_whole && preset.Type() == REG_BINARY &&
+                  m_sink.Bytes().size() + preset.Data().size() <= mostBytes;
+        if (!m_whole) return;
+        m_writer.WritePreset(static_cast<std::int32_t>(preset.Type()), preset.Name(), preset.Data());
+        ++m_presets;
+    }
+    std::optional<PresetsInMemory> Take() {
+        if (!m_whole) return std::nullopt;
+        m_writer.PatchCount(m_countPlace, m_presets);
+        return PresetsInMemory{m_sink.Bytes(), m_presets};
+    }
+
+  private:
+    CMemorySink m_sink;
+    CPresetFileWriter m_writer{m_sink, AnsiText()};
+    const std::uint64_t m_countPlace;
+    int m_presets = 0;
+    bool m_whole = true;
+};
+
 void ListPresetsOf(const PresetPlugin& plugin, SetToSave& save) {
     const CPresetListMgr presets(plugin);
     const auto key = presets.OpenPluginKey(false);
     if (!key) return;
     CInspection inspection;
-    SetToSave::Presets chosen{presets, {}, 0};
+    CKeptRecord record(plugin);
+    SetToSave::Presets chosen{presets, {}, 0, {}};
     for (CRegValues values(*key, kMaxPresetName); values.Next();) {
         chosen.selection.resize(values.Index() + 1);
         if (const auto trouble = inspection.Find(values)) {
@@ -65,9 +97,13 @@ void ListPresetsOf(const PresetPlugin& plugin, SetToSave& save) {
         } else {
             chosen.selection.back() = 1;
             ++chosen.count;
+            record.Add(values, kMostKept - save.keptBytes);
         }
     }
-    if (chosen.count > 0) save.presets.push_back(std::move(chosen));
+    if (chosen.count == 0) return;
+    chosen.read = record.Take();
+    if (chosen.read) save.keptBytes += chosen.read->record.size();
+    save.presets.push_back(std::move(chosen));
 }
 
 }  // namespace
@@ -96,18 +132,15 @@ bool ListPresets(const CPluginInventory& inventory, const std::function<bool()>&
 
 DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Presets> presets,
                       const std::function<bool()>& goOn) {
-    std::vector<CPresetListMgr> plugins;
-    std::vector<PresetSelection> selections;
-    for (const SetToSave::Presets& of : presets) {
-        plugins.push_back(of.plugin);
-        selections.push_back(of.selection);
-    }
+    std::vector<PluginToExport> plugins;
+    for (const SetToSave::Presets& of : presets)
+        plugins.push_back({of.plugin, &of.selection, of.read ? &*of.read : nullptr});
     return ReplaceFileBy(path, [&](const std::wstring& beside) -> DWORD {
         if (IsThere(beside)) return ERROR_FILE_EXISTS;
         auto file = CFileSink::Create(beside);
         if (!file) return ::GetLastError();
         const PresetTransferEvents events{.invalidPreset = {}, .progress = goOn};
-        const int result = ExportPresetsOfPlugins(*file, plugins, events, selections);
+        const int result = ExportPresetsOfPlugins(*file, plugins, events);
         if (result >= 0) return ERROR_SUCCESS;
         file.reset();
         CPatience patience;

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "FriendlyNames.h"
 #include "PluginInventory.h"
 #include "PresetListMgr.h"
+#include "PresetTransfer.h"
 #include "PresetWalk.h"
 #include "StudioSet.h"
 
@@ -52,8 +54,9 @@ struct SetToSave {
     StudioSet set;
     struct Presets {
         CPresetListMgr plugin;
-        PresetSelection selection;  // without those that are left out
-        std::size_t count = 0;      // in it
+        PresetSelection selection;            // without those that are left out
+        std::size_t count = 0;                // in it
+        std::optional<PresetsInMemory> read;  // they are not read again then
     };
     std::vector<Presets> presets;  // of plug-ins that have some
     struct LeftOut {
@@ -62,6 +65,7 @@ struct SetToSave {
         SetTrouble trouble = SetTrouble::OtherType;
     };
     std::vector<LeftOut> leftOut;
+    std::size_t keptBytes = 0;  // of all presets that were read
 
     std::size_t CountPresets() const;
 };
