@@ -108,12 +108,14 @@ int ComparePresets(IByteSource& file, std::span<const CPresetListMgr> plugins,
     std::optional<CRegKey> key;
     // Of a name that the file has several times, the last one stays.
     std::map<std::pair<std::size_t, std::wstring>, std::optional<bool>> last;
-    const int result = ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
+    const auto compare = [&](std::size_t index, const ImportedPreset& preset) {
         if (!goOn()) throw PresetWorkEnded();
         if (std::exchange(opened, index) != index) key = plugins[index].OpenPluginKey(false);
         last.insert_or_assign({index, InCapitals(preset.name)}, IsStoredAs(key, preset));
         return true;
-    });
+    };
+    const int result = wanted.size() == 1 ? ImportFor(reader, wanted.front(), nullptr, compare)
+                                          : ImportForSeveral(reader, wanted, compare);
     for (const auto& [preset, same] : last) {
         if (!same) ++differences[preset.first].added;
         if (same == false) ++differences[preset.first].changed;

@@ -135,6 +135,8 @@ int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetS
 
 int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> plugins,
                            const PresetTransferEvents& events) {
+    // Only so is a file read that names no category.
+    if (plugins.size() == 1) return ImportPresets(file, plugins.front(), nullptr, events);
     CPresetFileReader reader(file, AnsiText());
     std::vector<PresetPlugin> wanted;
     std::vector<CPresetWriter> writers;

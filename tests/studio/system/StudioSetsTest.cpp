@@ -166,10 +166,11 @@ TEST_F(StudioSets, ALoadThatFailsOrIsEndedChangesNothing) {
     EXPECT_EQ(m_files.Read(m_files.Path(L"my.studio.spp")), presets);
 }
 
-TEST_F(StudioSets, TakeTheLastOfSeveralPresetsOfOneName) {
+TEST_F(StudioSets, TakeTheLastOfSeveralPresetsOfOneNameAlsoFromOldFiles) {
     SaveAll();
+    const std::wstring path = m_files.Path(L"my.studio.spp");
     {
-        auto file = CFileSink::Create(m_files.Path(L"my.studio.spp"));
+        auto file = CFileSink::Create(path);
         CPresetFileWriter writer(*file, AnsiText());
         writer.WriteHeader(1);
         writer.WritePlugin(Id(1), RowOf(Category::VstEffects).guid, 2, L"Hall");
@@ -179,6 +180,14 @@ TEST_F(StudioSets, TakeTheLastOfSeveralPresetsOfOneName) {
     }
     EXPECT_EQ(Load(SetMode::Add), SetResult::Done);
     EXPECT_EQ(Load(SetMode::Add), SetResult::NothingToDo);
+    // They have neither a category nor a count of plug-ins.
+    std::string bytes = m_files.Read(path);
+    bytes.erase(24, 16).erase(4, 4);
+    bytes[2] = '\0';
+    m_files.Write(L"my.studio.spp", bytes);
+    Wipe();
+    EXPECT_EQ(Load(SetMode::Add), SetResult::Done);
+    EXPECT_EQ(CRegKey::Open(HKEY_CURRENT_USER, kPresets)->ReadValue(L"small")->data.size(), 10U);
 }
 
 TEST_F(StudioSets, NameWhatTheirPresetFileCanNotHold) {
