@@ -116,7 +116,7 @@ layout_pictures() {
 }
 
 # safety_pictures LANGUAGE: the menu of the button Tasks, and the backups that removing, deleting and saving have left.
-# These are given times that are the same with every run.
+# These are given times that are the same with every run, in the order in which they were made.
 safety_pictures() {
     local file=${1,,} record minute=0
     load_studio || die "the sample studio could not be loaded"
@@ -132,10 +132,10 @@ safety_pictures() {
     probe --size 1058x700 --press $button_tasks --key $button_tasks $key_up --key $button_tasks $key_up \
         --key $button_tasks $key_up --key $button_tasks $key_up --key $button_tasks $key_up --key $button_tasks $key_right
     picture "tasks-$file.png"
-    for record in "$backups"/*/backup.xml; do
+    while IFS= read -r record; do
         minute=$((minute + 11))
         sed -i "s/ Time=\"[^\"]*\"/ Time=\"2026-11-21T22:$minute:13.000Z\"/" "$record"
-    done
+    done < <(grep -o ' Time="[^"]*"' "$backups"/*/backup.xml | sort -t'"' -k2 | sed 's/: Time=.*//')
     probe --leave-menu --command $command_backups
     probe --dialog --key $review_list $key_space
     picture "backups-$file.png" --dialog
