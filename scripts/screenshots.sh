@@ -213,7 +213,7 @@ button_exclude=1009 button_delete_presets=1016 button_yes=6 review_list=1070 key
 command_save_layout=32812 command_backups=32813
 vst_inventory='HKCU\Software\Corvane Music Software\Corvane VST\Inventory'
 command_undo=32810 command_save_set=32814 command_tidy_up=32816 command_fill_by_vendor=32817
-quill_delay={5167446C-5653-5400-8A01-5A3C1E90B764} quill_reverb={51675662-5653-5400-8A01-5A3C1E90B764}
+quill_delay='{5167446C-5653-5400-8A01-5A3C1E90B764}' quill_reverb='{51675662-5653-5400-8A01-5A3C1E90B764}'
 backups="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Corvane Plug-in Manager/Backups"
 earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
