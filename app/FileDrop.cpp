@@ -51,8 +51,7 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         return;
     }
     ::SetForegroundWindow(::GetAncestor(m_dialog.Handle(), GA_ROOT));
-    m_takers.tree.CancelDrag();
-    if (m_takers.tree.IsEditingLabel()) m_takers.tree.EndLabelEdit(false);
+    m_takers.tree.EndInput();
     m_dialog.Control<CComboBox>(IDC_LAYOUTS).CloseList();
 
     std::wstring layout;

@@ -392,9 +392,10 @@ void CPluginManagerDlg::OnManagePresets() {
 
 /// A set holds the layouts as their files are.
 bool CPluginManagerDlg::MaySaveSet() {
-    m_tree.CancelDrag();
-    if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
-    return m_files.AskToSave(MB_YESNOCANCEL) != IDCANCEL;
+    m_tree.EndInput();
+    const int answer = m_files.AskToSave(MB_YESNOCANCEL);
+    // Still modified after a yes: the save failed, and the set would hold what was there before.
+    return answer == IDNO || (answer == IDYES && !m_tree.Layout().IsModified());
 }
 
 void CPluginManagerDlg::OnSetLoaded() {

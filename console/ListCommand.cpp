@@ -38,7 +38,7 @@ bool IsAskedFor(const PluginTableRow& row, ListOnly only) {
 
 std::wstring IdText(const Guid& id) { return id.IsNull() ? std::wstring() : ClsidText(id); }
 
-PluginTableRow RowOf(const StudioPlugin& plugin) {
+PluginTableRow RowOf(const StudioPlugin& plugin, FileState state) {
     return {.category = plugin.item.category,
             .name = plugin.name,
             .vendor = plugin.vendor,
@@ -48,7 +48,7 @@ PluginTableRow RowOf(const StudioPlugin& plugin) {
             .file = plugin.file,
             .excluded = plugin.excluded,
             .permanent = plugin.permanent,
-            .missing = FileStateOf(plugin.file) != FileState::There,
+            .missing = state != FileState::There,
             .duplicateOf = {}};
 }
 
@@ -56,7 +56,8 @@ PluginTableRow RowOf(const StudioPlugin& plugin) {
 
 std::vector<PluginTableRow> RowsToList(const CmdArguments& arguments, std::span<const StudioPlugin> plugins) {
     std::vector<PluginTableRow> all;
-    for (const StudioPlugin& plugin : plugins) all.push_back(RowOf(plugin));
+    CFileStates files;
+    for (const StudioPlugin& plugin : plugins) all.push_back(RowOf(plugin, files.Of(plugin.file)));
     const auto isThere = [&all](std::size_t i) { return !all[i].missing; };
     for (const Duplicate& duplicate : FindDuplicates(plugins, isThere, &FoldedText))
         all[duplicate.plugin].duplicateOf = all[duplicate.original].clsid;

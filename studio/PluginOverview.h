@@ -13,10 +13,8 @@
 /// which has two rows there, is excluded when both are. Reads the registry for the files of filters only.
 std::vector<StudioPlugin> ListAllPlugins(const CPluginInventory& inventory, const CExclusionList& exclusions);
 
-FileState FileStateOf(const std::wstring& path);
-
-/// The same for many files: what lies on a drive or share that did not answer once is not asked for again,
-/// for that may take seconds each time.
+/// What lies on a drive or share that did not answer once is not asked for again: that may take seconds each
+/// time.
 class CFileStates {
   public:
     FileState Of(const std::wstring& path);

@@ -115,6 +115,15 @@ TEST_F(FileDrop, StudioSetsAreSavedReviewedAndMadeTheSame) {
     Choose(kVstEffects);
     EXPECT_EQ(Listed(), std::vector<std::wstring>{L"Room"});
 
+    Press(IDC_ADD_SEPARATOR);
+    m_popups.Expect(L"Save changes", IDYES)
+        .ExpectFile(
+            L"Save", m_files.Path(L"no such folder\\x.pgl"),
+            [](HWND dialog) { support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X"); })
+        .Expect(L"Could not save", IDOK);
+    m_dialog->Send(WM_COMMAND, ID_SAVE_STUDIO_SET);  // no set without what could not be saved
+    Layout().SetModified(false);
+
     m_files.Write(L"newer.pgset", "<StudioSet Schema='2'/>");
     m_popups.Expect(L"newer.pgset\n\nIt was made by a newer version", IDOK);
     Drop({m_files.Path(L"newer.pgset")});
