@@ -81,6 +81,9 @@ bool CTidyUp::Look(State& state) {
     }
     state.layout = ItemsOf(m_rooms.tree, m_rooms.tree.Layout());
     state.findings = FindUntidy(state.plugins, state.files, state.layout, &FoldedText);
+    // What an enumeration that broke off has not come to may well be there.
+    for (TidyFinding& finding : state.findings)
+        finding.ticked &= finding.action != TidyAction::TakeOut || m_rooms.inventory.IsComplete();
     return true;
 }
 

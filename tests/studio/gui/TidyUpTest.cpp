@@ -97,4 +97,16 @@ TEST_F(TidyUpOfNothing, SaysSo) {
     m_dialog->Send(WM_COMMAND, ID_TIDY_UP);
 }
 
+TEST_F(TidyUpOfNothing, TicksNoEntryOfALayoutWhenTheEnumerationBrokeOff) {
+    CreateKey(HKEY_CLASSES_ROOT, std::wstring(kSurfaces) + L"no id");
+    Open();
+    Build(L"a");
+    m_popups.Expect(L"Tidy Up", [](HWND list) {
+        EXPECT_EQ(ReviewText(list, {0}), L"[ ]a,\n&Tidy up (0)");
+        support::Press(::GetDlgItem(list, IDCANCEL));
+    });
+    m_dialog->Send(WM_COMMAND, ID_TIDY_UP);
+    Layout().SetModified(false);
+}
+
 }  // namespace
