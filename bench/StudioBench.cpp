@@ -38,6 +38,7 @@ void BenchTidyUp(CPluginInventory& inventory, const CExclusionList& exclusions) 
             const auto all = ListAllPlugins(inventory, exclusions);
             CFileStates files;
             std::vector<FileState> states;
+            states.reserve(all.size());
             for (const StudioPlugin& plugin : all) states.push_back(files.Of(plugin.file));
             FindUntidy(all, states, {}, &FoldedText);
             plugins = all.size();

@@ -77,7 +77,7 @@ bool CFriendlyNames::Rename(const PluginListItem& item, const std::wstring& name
 
 std::wstring CFriendlyNames::ListedName(const PluginListItem& item, const std::wstring& name) const {
     if (m_database.IsOpen()) return name;
-    const std::wstring readable = ReadableName(name, item.category);
+    std::wstring readable = ReadableName(name, item.category);
     if (!item.fromInventory || StoredFullName(readable, true) == readable) return readable;
     const auto entry = OpenVstEntry(m_inventory.Vst(), item);
     return StoredFullName(readable, entry && entry->IsSet(L"addVstPrefix"));

@@ -116,6 +116,7 @@ int CPresetView::ExportTo(CFileSink& file, const std::vector<CPresetListMgr>& pl
         .progress = [&work] { return work.Next(); }};
     if (plugins.size() == 1) return ExportPresets(file, plugins.front(), selection, events);
     std::vector<PluginToExport> all;
+    all.reserve(plugins.size());
     for (const CPresetListMgr& plugin : plugins) all.push_back({.plugin = plugin});
     return ExportPresetsOfPlugins(file, all, events);
 }

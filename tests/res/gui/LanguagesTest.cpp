@@ -30,7 +30,8 @@ constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
 constexpr std::wstring_view kAlike =
-    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|Name|Exclusions|"
+    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: "
+    L"|&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|Name|Exclusions|"
     L"Corvane Plug-in Manager|Corvane Plug-in &Manager|Name: %s -> %s|Layout: %s|";
 
 /// Texts that the program gives to controls at run time.
