@@ -15,10 +15,11 @@ TEST(IdList, TakesLinesOrTheColumnOfCsv) {
     const std::wstring one = L"{11111111-2222-3333-4444-555555555555}";
     const std::wstring two = L"abcDEF01-2222-3333-4444-555555555555";
     const std::vector<Guid> both = {kOne, kTwo};
-    for (const std::wstring& text :
-         {one + L"\r\n# a comment\n\n \t" + two + L" ", L"# first\n" + one + L"\n" + two,
-          L"name,clsid\r\n\"a\n,\"\"b\"," + one + L"\r\nc," + two + L"\r\n",
-          L"#TYPE x\n\"clsid\",\"x\"\n\"" + one + L"\",\"#\"\n\"" + two + L"\",\n"}) {
+    const std::vector<std::wstring> texts = {
+        one + L"\r\n# a comment\n\n \t" + two + L" ", L"# first\n" + one + L"\n" + two,
+        L"name,clsid\r\n\"a\n,\"\"b\"," + one + L"\r\nc," + two + L"\r\n",
+        L"#TYPE x\n\"clsid\",\"x\"\n\"" + one + L"\",\"#\"\n\"" + two + L"\",\n"};
+    for (const std::wstring& text : texts) {
         const auto ids = ReadIdList(text);
         ASSERT_TRUE(std::holds_alternative<std::vector<Guid>>(ids)) << testing::PrintToString(text);
         EXPECT_EQ(std::get<0>(ids), both) << testing::PrintToString(text);
@@ -62,6 +63,7 @@ TEST(ExclusionPlan, TakesAVst3ByEitherIdAndRefusesWhatCannotBe) {
     };
     const auto fates = [](const std::vector<ExclusionLine>& lines) {
         std::vector<ExclusionFate> all;
+        all.reserve(lines.size());
         for (const ExclusionLine& line : lines) all.push_back(line.fate);
         return all;
     };
