@@ -184,7 +184,8 @@ TEST_F(Console, TellsTheHostWhatHasChangedAndNothingElse) {
                                                              {L"enable --from -", 2}};
     for (const auto& [step, messages] : kSteps) {
         EXPECT_EQ(Run(step), 0U) << Err();
-        EXPECT_TRUE(WaitFor([&] { return host.MessageCount(kPluginsChanged) == messages; })) << messages;
+        EXPECT_TRUE(WaitFor([&, wanted = messages] { return host.MessageCount(kPluginsChanged) == wanted; }))
+            << messages;
     }
     CRegKey::Open(HKEY_CURRENT_USER, kManager, KEY_WRITE)->DeleteValue(L"ParentWindow");
 }
