@@ -48,7 +48,7 @@ TEST_F(LayoutFill, FillsTheFoldersThatAreThere) {
     for (const auto& [name, caption] : Table<Line, Line>{{L"V3", L"VST3 audio effects (VST3)"},
                                                          {L"V2", L" Vst Audio Effects (Vst)"},
                                                          {L"DX", L"DirectX Audio Effects (DX)"}})
-        Layout().Change(Node(name), [&](LayoutItem& folder) { folder.name = caption; });
+        Layout().Change(Node(name), [&, to = caption](LayoutItem& folder) { folder.name = to; });
     EXPECT_EQ(After(ID_FILL_BY_BOTH),
               L"VST3 audio effects (VST3)(TARNWICK(+c)),z, Vst Audio Effects (Vst)(y,-,x,+Tarnwick[a,b],+d),"
               L"DirectX Audio Effects (DX)(M(),*Plate,R)");
