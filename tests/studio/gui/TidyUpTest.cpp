@@ -69,7 +69,7 @@ TEST_F(TidyUp, PutsAwayWhatIsTicked) {
 
 TEST_F(TidyUp, DoesNothingWithoutABackupOrRoomForItsExclusions) {
     std::filesystem::create_directory(m_data);
-    std::ofstream(m_data / L"Backups");
+    std::ofstream(m_data / L"Backups") << "no folder";
     Open();
     Confirm().Expect(L"No backup could be made", IDNO);
     Tidy();
