@@ -66,7 +66,9 @@ TEST(TidyFindings, AnIdOfAPluginThatStaysExcludesNone) {
     studio.Add(Vst3Effects, L"a").item.clsid = shared;
     studio[0].item.md5Clsid = {50, 0, 0, {}};
     studio[1].item.md5Clsid = {51, 0, 0, {}};
-    const auto count = [&](std::vector<std::size_t> chosen) { return ExclusionsOf(studio, chosen).size(); };
+    const auto count = [&](const std::vector<std::size_t>& chosen) {
+        return ExclusionsOf(studio, chosen).size();
+    };
     EXPECT_EQ(count({1}), 1U);
     EXPECT_EQ(ExclusionsOf(studio, {1})[0].clsid, studio[1].item.md5Clsid);
     EXPECT_EQ(count({0, 1}), 4U);
