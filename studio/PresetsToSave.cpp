@@ -142,9 +142,11 @@ DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Prese
         const PresetTransferEvents events{.invalidPreset = {}, .progress = goOn};
         const int result = ExportPresetsOfPlugins(*file, plugins, events);
         if (result >= 0) return ERROR_SUCCESS;
+        const DWORD error = file->Error();
         file.reset();
         CPatience patience;
         DeleteHeldFile(beside, patience);
-        return result == kPresetEnded ? ERROR_CANCELLED : ERROR_WRITE_FAULT;
+        if (result == kPresetEnded) return ERROR_CANCELLED;
+        return error != ERROR_SUCCESS ? error : DWORD{ERROR_WRITE_FAULT};
     });
 }

@@ -166,6 +166,11 @@ void SetToLoad::Choose(SetMode mode) {
     for (SetEntry& entry : entries) entry.chosen = IsChosen(entry, mode);
 }
 
+const Guid& SetToLoad::ClsidOf(const SetEntry& exclusion) const {
+    const bool surplus = exclusion.change == SetChange::Surplus;
+    return (surplus ? excluded : set.exclusions)[exclusion.index].clsid;
+}
+
 SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvents& events) const {
     save.set.exclusions = ReadExclusions();
     for (StudioSet::PluginName& name : ReadPluginNames(m_inventory)) {
