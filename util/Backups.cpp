@@ -295,12 +295,13 @@ CBackup::~CBackup() {
 
 std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path, CPatience& patience) {
     const UniqueFile file = OpenForReading(path, patience);
-    BY_HANDLE_FILE_INFORMATION facts{};
-    if (!file || !::GetFileInformationByHandle(file.Get(), &facts)) return std::nullopt;
-    return SeenFile{
-        path,
-        {Joined(facts.nFileIndexHigh, facts.nFileIndexLow), Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
-         Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime)}};
+    FILE_BASIC_INFO times{};
+    LARGE_INTEGER size{};
+    // Not its index: under Wine that is asked of another process, and took as long as the file's copy.
+    if (!file || !::GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof times) ||
+        !::GetFileSizeEx(file.Get(), &size))
+        return std::nullopt;
+    return SeenFile{path, {size.QuadPart, times.LastWriteTime.QuadPart, times.ChangeTime.QuadPart}};
 }
 
 DWORD CBackup::PutFilesBack() {
