@@ -28,4 +28,11 @@ inline std::wstring Fold(std::wstring text) {
     return text;
 }
 
+/// Of paths only the case is folded.
+inline const TextFolds kFolds{&Fold, [](std::wstring text) {
+                                  std::ranges::transform(text, text.begin(),
+                                                         [](wchar_t c) { return c < 0x80 ? c | 0x20 : c; });
+                                  return text;
+                              }};
+
 }  // namespace support

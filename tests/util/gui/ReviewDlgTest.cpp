@@ -63,7 +63,7 @@ class ReviewDlg : public testing::Test {
     int m_runs = 0;
     CReviewDlg m_dialog{
         {L"Backups", L"What to restore:", L"Restore %d"},
-        {{L"When", 100}, {L"Size", 50, ReviewOrder::ByKeyRight}},
+        {{L"When"}, {L"Size", ReviewOrder::ByKeyRight}},
         {{{{L"b"}, {L"9", 9}}, true},
          {{{L"a"}, {L"10", 10}}},
          {{{L"c"}, {L"9", 9}}},
