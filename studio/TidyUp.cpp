@@ -155,27 +155,23 @@ bool CTidyUp::HasRoomFor(const std::vector<IdToExclude>& exclusions) const {
 void CTidyUp::Tidy(const State& state, Ticked ticked) {
     const CWaitCursor wait;
     std::vector<IdToExclude> exclusions = ExclusionsOf(state.plugins, ticked.excluded);
-    if (!HasRoomFor(exclusions) || !BackUp(state, ticked)) return;
-    ChangePlugins(state, ticked, exclusions);
-    if (!m_dialog.IsLive()) return;
+    if (!HasRoomFor(exclusions) || !ChangePlugins(state, ticked, exclusions) || !m_dialog.IsLive()) return;
     if (!ticked.items.empty())
         m_rooms.tree.Edit(IDS_STEP_TIDY_UP, [&] { m_rooms.tree.Layout().Delete(ticked.items); });
     Report(state, ticked, exclusions);
 }
 
-/// All in one. False when the user would not have it go on.
-bool CTidyUp::BackUp(const State& state, const Ticked& ticked) const {
+/// One backup for all. False when the user would not have it begin; what it was ended before is taken off the
+/// lists.
+bool CTidyUp::ChangePlugins(const State& state, Ticked& ticked, std::vector<IdToExclude>& exclusions) {
     BackupStep step{
         .kind = BackupKind::Registry, .name = LoadText(IDS_STEP_TIDY_UP), .keys = {}, .files = {}};
     for (const std::size_t i : ticked.removed) {
         const PluginListItem& item = state.plugins[i].item;
         std::ranges::move(RegistrationKeys(item.clsid, item.category), std::back_inserter(step.keys));
     }
-    return BackUpOrAsk(m_rooms.backups, step, m_dialog.Handle()).has_value() && m_dialog.IsLive();
-}
-
-/// What the user has ended the work before is taken off the lists.
-void CTidyUp::ChangePlugins(const State& state, Ticked& ticked, std::vector<IdToExclude>& exclusions) {
+    const auto backup = BackUpOrAsk(m_rooms.backups, step, m_dialog.Handle());
+    if (!backup || !m_dialog.IsLive()) return false;
     {
         CLongWork work(m_dialog, IDC_EXCLUSION_GROUP, IDS_TIDYING, ticked.removed.size() + exclusions.size());
         const auto cut = [&](auto& list, const auto& change) {
@@ -198,6 +194,7 @@ void CTidyUp::ChangePlugins(const State& state, Ticked& ticked, std::vector<IdTo
         }
     }
     if (m_dialog.IsLive()) Refresh(ticked);
+    return true;
 }
 
 void CTidyUp::Refresh(const Ticked& ticked) const {

@@ -49,8 +49,7 @@ class CTidyUp {
     static Ticked TickedOf(const State& state, const std::vector<std::size_t>& rows);
     void Tidy(const State& state, Ticked ticked);
     bool HasRoomFor(const std::vector<IdToExclude>& exclusions) const;
-    bool BackUp(const State& state, const Ticked& ticked) const;
-    void ChangePlugins(const State& state, Ticked& ticked, std::vector<IdToExclude>& exclusions);
+    bool ChangePlugins(const State& state, Ticked& ticked, std::vector<IdToExclude>& exclusions);
     void Refresh(const Ticked& ticked) const;
     void Report(const State& state, const Ticked& ticked, const std::vector<IdToExclude>& exclusions) const;
     void Say(const std::wstring& text, UINT look) const;

@@ -130,16 +130,20 @@ bool CReviewDlg::OnInitDialog() {
     return true;
 }
 
+Rect CReviewDlg::ScreenArea() const {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTONEAREST), &monitor);
+    return FromSystem(monitor.rcWork);
+}
+
 /// Where the screen is too low for the dialog, the list is lower.
 void CReviewDlg::FitScreen() {
     // Not the client area: a system may have cut that to the screen.
     RECT designed{0, 0, REVIEW_DIALOG_WIDTH, REVIEW_DIALOG_HEIGHT};
     ::MapDialogRect(m_hwnd, &designed);
     m_client = {static_cast<int>(designed.right), static_cast<int>(designed.bottom)};
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTONEAREST), &monitor);
-    const Rect area = FromSystem(monitor.rcWork);
+    const Rect area = ScreenArea();
     Rect window = WindowRect();
     if (area.Height() > 0 && window.Height() > area.Height()) {
         window.top = area.top;
@@ -183,10 +187,7 @@ void CReviewDlg::MeasureColumns() {
 void CReviewDlg::WidenForColumns() {
     const int more = std::accumulate(m_wanted.begin(), m_wanted.end(), 0) - RoomForColumns();
     if (more <= 0) return;
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTONEAREST), &monitor);
-    const Rect area = FromSystem(monitor.rcWork);
+    const Rect area = ScreenArea();
     const Rect window = WindowRect();
     const int width = std::max(std::min(window.Width() + more, area.Width()), window.Width());
     const int left = std::max(std::min(window.left - more / 2, area.right - width), area.left);

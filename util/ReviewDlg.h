@@ -84,6 +84,7 @@ class CReviewDlg : public CDialog {
     void OnSize(Size client);
     void OnSmallest(MINMAXINFO& sizes) const;
 
+    Rect ScreenArea() const;
     void FitScreen();
     void AddColumns() const;
     void MeasureColumns();

@@ -28,11 +28,9 @@ inline std::wstring Fold(std::wstring text) {
     return text;
 }
 
-/// Of paths only the case is folded.
-inline const TextFolds kFolds{&Fold, [](std::wstring text) {
-                                  std::ranges::transform(text, text.begin(),
-                                                         [](wchar_t c) { return c < 0x80 ? c | 0x20 : c; });
-                                  return text;
+inline const TextFolds kFolds{&Fold, [](std::wstring path) {
+                                  for (wchar_t& c : path) c |= 0x20;
+                                  return path;
                               }};
 
 }  // namespace support

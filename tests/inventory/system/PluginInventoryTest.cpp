@@ -91,7 +91,7 @@ TEST_F(PluginInventory, TheFileThatTheSystemLoadsIsTheUsersOwnAndLookedForByItsN
                                      {L"REGEDIT.EXE", L"C:\\windows\\regedit.exe"},
                                      {L"ole32", L"C:\\windows\\system32\\ole32.dll"},
                                      {L"none.dll", L"C:\\windows\\system32\\none.dll"}}) {
-        CreateKey(HKEY_CURRENT_USER, server).Text(nullptr, name);
+        SetText(HKEY_CURRENT_USER, server, nullptr, name);
         EXPECT_EQ(::lstrcmpiW(loaded().c_str(), file), 0) << name;
     }
     EXPECT_EQ(m_inventory.FileOf(Id(1), Category::DirectXEffects), L"C:\\of all.dll");

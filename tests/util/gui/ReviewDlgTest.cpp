@@ -104,4 +104,20 @@ TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     EXPECT_TRUE(m_dialog.Item(IDC_REVIEW_ACTION).IsEnabled());
 }
 
+TEST_F(ReviewDlg, ColumnsGetWhatTheirTextsWantOfTheRoomThatThereIs) {
+    const std::wstring text(80, L'W');
+    CReviewDlg wide{{L"", L"", L""}, {{L"a"}, {L"b"}}, {{{{text}, {L"9"}}}}};
+    ASSERT_TRUE(wide.CreateModeless(nullptr));
+    const CWindow list = wide.Item(IDC_REVIEW_LIST);
+    const int wanted = list.SendInt(LVM_GETSTRINGWIDTH, 0, text.c_str());
+    const auto fits = [&] { return list.SendInt(LVM_GETCOLUMNWIDTH, 0) > wanted; };
+    EXPECT_TRUE(fits()) << "it opens wider";
+    for (const int width : {wanted, wanted + 300}) {
+        ::SetWindowPos(wide.Handle(), nullptr, 0, 0, width, 400, SWP_NOMOVE | SWP_NOZORDER);
+        EXPECT_EQ(fits(), width > wanted);
+        EXPECT_LE(list.SendInt(LVM_GETCOLUMNWIDTH, 0) + list.SendInt(LVM_GETCOLUMNWIDTH, 1),
+                  list.ClientRect().Width());
+    }
+}
+
 }  // namespace
