@@ -131,7 +131,8 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, presets));
     ExpectAll({{L"set load s.pgset --same", 0, "", "Presets of Kammer Reverb: "},
                {L"set load s.pgset --same", 0, "", "nothing to do"},
-               {L"presets export b.spp", 0, "", ""}});
+               {L"presets export b.spp", 0, "", ""},
+               {L"set save s.pgset", 0, "", "Removed, because"}});
     EXPECT_EQ(m_files.Read(L"b.spp").size(), before.size());
 }
 
