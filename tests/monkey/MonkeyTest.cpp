@@ -260,6 +260,7 @@ class Monkey : public RandomUser {
     std::wstring WrongLayoutFile() {
         const std::wstring file = Text(IDC_LAYOUT_FILE);
         if (Layout().IsModified() || file.empty() || View().IsEditingLabel()) return {};
+        const CFocusKeeper focus;
         const CWindow window(::CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD | TVS_NOTOOLTIPS, 0, 0, 9, 9,
                                                m_dialog->Handle(), nullptr, nullptr, nullptr));
         std::wstring read;

@@ -126,7 +126,7 @@ class RandomUser : public LayoutTreeDialog {
         for (const Action& action : kActions) all += action.weight;
         const Action* action = kActions;
         for (auto left = Below(all); left >= action->weight; ++action) left -= action->weight;
-        std::printf("%d %s\n", number, action->name);
+        std::printf("%d %s, focus %d\n", number, action->name, ::GetDlgCtrlID(::GetFocus()));
         std::fflush(stdout);
         const bool edits = action->edits && !View().IsEditingLabel() && !::GetCapture();
         const std::wstring before = Items();
