@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds and runs the bench in a Wine prefix of its own, which the bench fills with large collections.
-#   scripts/bench.sh [bench argument...]
+#   scripts/bench.sh [presets|backups|layouts|enumeration|panes]
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 

@@ -53,13 +53,14 @@ constexpr const wchar_t* kMayChange[] = {
 
 void Gather(const CRegKey& key, const std::wstring& path, std::map<std::wstring, std::wstring>& state) {
     state[path];
+    const std::wstring within = path + L'\\';
     for (CRegValues values(key, 16383); values.Next();) {
-        std::wstring& data = state[path + L"\\" + values.Name()];
+        std::wstring& data = state[within + values.Name()];
         data = std::to_wstring(values.Type());
         for (const std::byte byte : values.Data()) data += static_cast<wchar_t>(byte);
     }
     for (const std::wstring& name : key.SubkeyNames())
-        if (const auto subkey = key.OpenSubkey(name)) Gather(*subkey, path + L"\\" + name, state);
+        if (const auto subkey = key.OpenSubkey(name)) Gather(*subkey, within + name, state);
 }
 
 /// Words in any order, by hand.
@@ -290,12 +291,13 @@ class Monkey : public RandomUser {
         const State now = Registry();
         std::vector<State::value_type> changed;
         std::ranges::set_symmetric_difference(m_registry, now, std::back_inserter(changed));
-        for (const auto& [path, data] : changed)
-            if (std::ranges::none_of(kMayChange, [&](const wchar_t* may) {
-                    return ::PathMatchSpecW((path + L"\\").c_str(), may) ||
-                           ::PathMatchSpecW(path.c_str(), may);
-                }))
-                return path;
+        for (const auto& change : changed) {
+            const std::wstring& path = change.first;
+            const auto matches = [&](const wchar_t* may) {
+                return ::PathMatchSpecW((path + L'\\').c_str(), may) || ::PathMatchSpecW(path.c_str(), may);
+            };
+            if (std::ranges::none_of(kMayChange, matches)) return path;
+        }
         return {};
     }
 
