@@ -134,7 +134,7 @@ class RandomUser : public LayoutTreeDialog {
         if (!IsOpen()) return;
         Pump();
         if (edits && IsOpen() && OneIn(3)) ExpectOneStep(before);
-        if (IsOpen() && TreeCount(Window()) > kMostItems) View().Run(ID_CLEAR_LAYOUT, nullptr);
+        if (IsOpen() && Tree().SendInt(TVM_GETCOUNT) > kMostItems) View().Run(ID_CLEAR_LAYOUT, nullptr);
     }
 
     /// The layout without what is open and selected.
@@ -200,7 +200,7 @@ class RandomUser : public LayoutTreeDialog {
     /// Of the tree.
     POINT AnyPlace() {
         const Rect client = Tree().ClientRect();
-        const int rows = (TreeCount(Window()) + 1) * Tree().SendInt(TVM_GETITEMHEIGHT);
+        const int rows = (Tree().SendInt(TVM_GETCOUNT) + 1) * Tree().SendInt(TVM_GETITEMHEIGHT);
         return {IntBelow(client.Width()), IntBelow(std::min(rows, client.Height()))};
     }
     void Hold(const std::wstring& name, DWORD share) {
