@@ -17,8 +17,8 @@ struct Bench {
 };
 constexpr Bench kBenches[] = {
     {L"presets", BenchPresets},  // first, because it also looks at the peak of memory
-    {L"backups", BenchBackups},         {L"layouts", BenchLayouts},
-    {L"enumeration", BenchEnumeration}, {L"panes", BenchPanes},
+    {L"backups", BenchBackups}, {L"layouts", BenchLayouts}, {L"enumeration", BenchEnumeration},
+    {L"panes", BenchPanes},     {L"studio", BenchStudio},   {L"sets", BenchStudioSets},
 };
 
 }  // namespace
