@@ -3,7 +3,7 @@
 #   scripts/test.sh [native] [unit] [system] [gui] [monkey] [program] [NAME...]     all sets when none is named
 # NAME: only tests whose suite or name contains it, as in "scripts/test.sh gui LayoutTree".
 # native: the rules under the sanitizers; unit: the same on Windows; system: the stores; gui: real controls on hidden
-# dialogs; monkey: the main dialog, worked at random (MONKEY_SEED=1 MONKEY_STEPS=3000); program: the real program, worked
+# dialogs; monkey: the main dialog, worked at random (MONKEY_SEED=1 MONKEY_STEPS=5000); program: the real program, worked
 # through its window.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
