@@ -47,7 +47,9 @@ constexpr const wchar_t* kMayChange[] = {
     L"Machine\\Software\\Classes\\DirectShow\\MediaObjects\\*",
     L"Machine\\Software\\Classes\\Filter\\{*}\\",
     L"Machine\\Software\\Classes\\QtzSoftSynths\\*",
-    L"Layouts\\*.pgl;Layouts\\*.pgset;Layouts\\*.spp",
+    L"Layouts\\*.pgl",
+    L"Layouts\\*.pgset",
+    L"Layouts\\*.spp",
     L"Elsewhere\\Plug-in Manager files * data",
     // The system's own.
     L"User\\Software\\Microsoft\\*",
@@ -72,25 +74,26 @@ void Gather(const std::filesystem::path& folder, const std::wstring& name, State
         state[name + L'\\' + entry.path().filename().wstring()];
 }
 
-/// The name that the system's kernel has for a handle, or that of its type.
-std::wstring KernelName(HANDLE handle, bool ofType) {
+/// The name that the system's kernel has for a handle, or for its type.
+std::wstring KernelName(HANDLE handle, int which) {
     using NtQueryObject = LONG(WINAPI*)(HANDLE, int, void*, ULONG, ULONG*);
     static const auto query = reinterpret_cast<NtQueryObject>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "NtQueryObject")));
     alignas(UNICODE_STRING) std::array<std::byte, 4096> answer{};
     ULONG size = 0;
-    if (query(handle, ofType ? 2 : 1, answer.data(), ULONG{answer.size()}, &size) < 0) return {};
+    query(handle, which, answer.data(), ULONG{answer.size()}, &size);
     const auto& text = *reinterpret_cast<const UNICODE_STRING*>(answer.data());
     return {text.Buffer, text.Length / sizeof(wchar_t)};
 }
 
-/// The system's own enumeration of filters may leave keys open: of keys only the host's count.
+/// The system's own enumeration of filters leaves keys open: of keys only the host's count.
 bool IsHandle(std::uintptr_t number) {
+    constexpr int kName = 1, kType = 2;
     const auto handle = reinterpret_cast<HANDLE>(number);
     DWORD flags = 0;
     return ::GetHandleInformation(handle, &flags) &&
-           (KernelName(handle, true) != L"Key" ||
-            KernelName(handle, false).find(L"Corvane Music Software") != std::wstring::npos);
+           (KernelName(handle, kType) != L"Key" ||
+            KernelName(handle, kName).find(L"Corvane Music") != std::wstring::npos);
 }
 bool IsGdiObject(std::uintptr_t number) { return ::GetObjectType(reinterpret_cast<HGDIOBJ>(number)) != 0; }
 bool IsMenuHandle(std::uintptr_t number) { return ::IsMenu(reinterpret_cast<HMENU>(number)) != FALSE; }
@@ -231,14 +234,14 @@ class Monkey : public RandomUser {
         return m_dialog->IsEnabled() ? L"" : L"the dialog is disabled";
     }
 
+    /// But that of the presets: to count these takes time.
     std::wstring WrongCaptions() {
-        for (const int id : kCounted) {
-            if (id == IDC_PRESETS_GROUP) continue;  // to count these takes time
-            const std::size_t count = id == IDC_PLUGINS_LABEL      ? Names().size()
-                                      : id == IDC_CATEGORIES_LABEL ? kCategories.size()
-                                                                   : 0;
+        for (const auto& [id, count] : Table<int, std::size_t>{{IDC_PLUGINS_LABEL, Names().size()},
+                                                               {IDC_CATEGORIES_LABEL, kCategories.size()},
+                                                               {IDC_EXCLUSION_GROUP, 0},
+                                                               {IDC_VST_GROUP, 0},
+                                                               {IDC_ADAPTER_GROUP, 0}})
             if (const auto wrong = WrongCaption(id, count); !wrong.empty()) return wrong;
-        }
         return {};
     }
 
@@ -314,17 +317,15 @@ class Monkey : public RandomUser {
         std::ranges::set_symmetric_difference(m_before, World(), std::back_inserter(changed));
         for (const auto& [path, value] : changed) {
             const auto matches = [&path = path](const wchar_t* may) {
-                constexpr DWORD kSeveral = PMSF_MULTIPLE;
-                return ::PathMatchSpecExW((path + L'\\').c_str(), may, kSeveral) == S_OK ||
-                       ::PathMatchSpecExW(path.c_str(), may, kSeveral) == S_OK;
+                return ::PathMatchSpecW((path + L'\\').c_str(), may) || ::PathMatchSpecW(path.c_str(), may);
             };
             if (std::ranges::none_of(kMayChange, matches)) return path;
         }
         return {};
     }
 
-    State m_before;  // the first step
-    std::map<std::string, int> m_held;
+    State m_before;                     // the first step
+    std::map<std::string, int> m_held;  // after the first thousand steps
 };
 
 TEST_F(Monkey, Walks) {

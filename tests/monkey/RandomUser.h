@@ -36,9 +36,7 @@ class RandomUser : public LayoutTreeDialog {
     }
     void TearDown() override {
         ::KillTimer(nullptr, m_menuTimer);
-        m_held.clear();
         LayoutTreeDialog::TearDown();
-        m_host.reset();
         s_user = nullptr;
     }
 
