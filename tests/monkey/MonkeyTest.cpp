@@ -61,12 +61,13 @@ using State = std::map<std::wstring, std::wstring>;
 
 void Gather(const CRegKey& key, const std::wstring& path, State& state) {
     state[path];
+    const std::wstring within = path + L'\\';
     for (CRegValues values(key, 16383); values.Next();) {
-        std::wstring& data = state[path + L'\\' + values.Name()] = std::to_wstring(values.Type());
+        std::wstring& data = state[within + values.Name()] = std::to_wstring(values.Type());
         for (const std::byte byte : values.Data()) data += static_cast<wchar_t>(byte);
     }
     for (const std::wstring& name : key.SubkeyNames())
-        if (const auto subkey = key.OpenSubkey(name)) Gather(*subkey, path + L'\\' + name, state);
+        if (const auto subkey = key.OpenSubkey(name)) Gather(*subkey, within + name, state);
 }
 
 void Gather(const std::filesystem::path& folder, const std::wstring& name, State& state) {
@@ -241,7 +242,7 @@ class Monkey : public RandomUser {
                                                                {IDC_EXCLUSION_GROUP, 0},
                                                                {IDC_VST_GROUP, 0},
                                                                {IDC_ADAPTER_GROUP, 0}})
-            if (const auto wrong = WrongCaption(id, count); !wrong.empty()) return wrong;
+            if (std::wstring wrong = WrongCaption(id, count); !wrong.empty()) return wrong;
         return {};
     }
 
