@@ -107,11 +107,9 @@ class RandomUser : public LayoutTreeDialog {
     }
 
     static constexpr const wchar_t* kExtensions[] = {L".pgl", L".spp", L".pgset"};
-    static constexpr int kCounted[] = {IDC_PLUGINS_LABEL,   IDC_CATEGORIES_LABEL, IDC_PRESETS_GROUP,
-                                       IDC_EXCLUSION_GROUP, IDC_VST_GROUP,        IDC_ADAPTER_GROUP};
     std::optional<StandInHost> m_host;
     std::unordered_set<LayoutItemId> m_ids;  // of the step before
-    std::map<int, std::wstring> m_captions;  // of those, without counts
+    std::map<int, std::wstring> m_captions;  // without counts, as they were seen first
 
   private:
     static constexpr int kMostItems = 120;  // more only take time
@@ -201,6 +199,7 @@ class RandomUser : public LayoutTreeDialog {
         m_dialog.reset();
         m_host.reset();
         m_ids.clear();
+        m_captions.clear();
         constexpr LANGID kLanguages[] = {
 #define INTERFACE_LANGUAGE(name, identifier, installer, letters, font) identifier,
 #include "Languages.inc"
@@ -219,7 +218,6 @@ class RandomUser : public LayoutTreeDialog {
         Open(arguments);
         m_dialog->Show();
         ::SetForegroundWindow(::GetAncestor(m_dialog->Handle(), GA_ROOT));
-        for (const int id : kCounted) m_captions[id] = Text(id).substr(0, Text(id).rfind(L" ("));
     }
 
     /// What can be worked now, but two buttons that open windows of other programs: the help, and a folder.
