@@ -39,11 +39,6 @@ std::size_t CountChosen(const std::vector<CPresetListMgr>& plugins, const Preset
     return presets;
 }
 
-// Widths of the review's columns, in dialog units.
-constexpr int kPluginWidth = 160;
-constexpr int kCategoryWidth = 130;
-constexpr int kCountWidth = 55;
-
 std::wstring CategoryText(const Guid& category) {
     const auto* const row = std::ranges::find(kCategories, category, &PluginCategory::guid);
     return row == kCategories.end() ? std::wstring() : LoadText(row->captionId);
@@ -191,10 +186,10 @@ CPresetView::Dropped CPresetView::ImportDropped(const std::wstring& path, const 
     CReviewDlg review({.caption = FormatText(LoadText(IDS_IMPORT_FILE), FileNameOf(path)),
                        .heading = LoadText(IDS_IMPORT_FILE_HEADING),
                        .button = LoadText(IDS_IMPORT_TICKED)},
-                      {{LoadText(IDS_FILE_PLUGIN), kPluginWidth},
-                       {LoadText(IDS_FILE_CATEGORY), kCategoryWidth},
-                       {LoadText(IDS_FILE_PRESETS), kCountWidth, ReviewOrder::ByKeyRight},
-                       {LoadText(IDS_FILE_REPLACED), kCountWidth, ReviewOrder::ByKeyRight}},
+                      {{LoadText(IDS_FILE_PLUGIN)},
+                       {LoadText(IDS_FILE_CATEGORY)},
+                       {LoadText(IDS_FILE_PRESETS), ReviewOrder::ByKeyRight},
+                       {LoadText(IDS_FILE_REPLACED), ReviewOrder::ByKeyRight}},
                       RowsOf(found));
     if (review.RunModal(m_dialog.Handle()) != IDOK || !m_dialog.IsLive()) return Dropped::Left;
     std::vector<CPresetListMgr> chosen;
