@@ -67,7 +67,8 @@ ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plu
     std::uint64_t countPlace = 0;
     std::string file;
     // The count stands before the presets; it is written afterwards, so that the store is read only once.
-    for (CRegValues values(*key, kMaxPresetName); values.Next();) {
+    CRegValues values(*key, kMaxPresetName);
+    while (values.Next()) {
         if (!IsChosen(selection, values.Index())) continue;
         if (record.announced++ == 0) {
             if (withHeader) writer.WriteHeader(1);
@@ -76,6 +77,7 @@ ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plu
         }
         if (WriteOrReport(writer, values, file, events)) ++record.written;
     }
+    if (values.HasFailed()) throw StreamError();
     if (record.announced != 0) writer.PatchCount(countPlace, record.announced);
     return record;
 }

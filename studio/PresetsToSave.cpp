@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <set>
 
@@ -141,7 +142,11 @@ DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Prese
         if (!file) return ::GetLastError();
         const PresetTransferEvents events{.invalidPreset = {}, .progress = goOn};
         const int result = ExportPresetsOfPlugins(*file, plugins, events);
-        if (result >= 0) return ERROR_SUCCESS;
+        // Presets that the list has were readable then.
+        const auto expected = [](int sum, const SetToSave::Presets& of) {
+            return sum + static_cast<int>(of.count);
+        };
+        if (result == std::accumulate(presets.begin(), presets.end(), 0, expected)) return ERROR_SUCCESS;
         file.reset();
         CPatience patience;
         DeleteHeldFile(beside, patience);

@@ -119,7 +119,8 @@ class CSetReader : public CXmlDoc {
             if (xml || Name() != kLayoutRoot) return false;
             xml = Xml();
         }
-        if (!xml) return false;
+        // What it needs from around it, such as the name of a namespace, is not there in its own file.
+        if (!xml || !CXmlDoc().LoadText(*xml)) return false;
         m_set.layouts.push_back({file, std::move(*xml)});
         return true;
     }
