@@ -411,7 +411,6 @@ class FaultsAnywhere : public testing::Test {
         }
         // The system's filter mapper may keep some with each enumeration.
         EXPECT_TRUE(step.enumerates || CountHandles() == handles) << step.name;
-        std::printf("%s, %s: %d calls\n", step.name, fault == Fault::Once ? "a failure" : "ended", calls - 1);
     }
 
     support::RegistrySandbox m_registry;
