@@ -7,7 +7,7 @@
 
 namespace {
 
-double MillisecondsOf(const std::function<void()>& work) {
+double MillisecondsOf(const Work& work) {
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
@@ -20,14 +20,18 @@ double Median(std::vector<double>& times) {
 
 }  // namespace
 
-Comparison Compare(int runs, const std::function<void()>& ours, const std::function<void()>& floor) {
-    ours();
-    floor();
+Comparison Compare(int runs, const Work& ours, const Work& floor, const Work& before) {
+    const auto measure = [&before](const Work& work) {
+        before();
+        return MillisecondsOf(work);
+    };
+    measure(ours);
+    measure(floor);
     std::vector<double> ourTimes;
     std::vector<double> floorTimes;
     for (int run = 0; run < runs; ++run) {
-        ourTimes.push_back(MillisecondsOf(ours));
-        floorTimes.push_back(MillisecondsOf(floor));
+        ourTimes.push_back(measure(ours));
+        floorTimes.push_back(measure(floor));
     }
     return {Median(ourTimes), Median(floorTimes)};
 }

@@ -14,6 +14,7 @@
 #include "PresetTransfer.h"
 #include "RegValues.h"
 #include "Studio.h"
+#include "StudioSetFile.h"
 #include "StudioSets.h"
 #include "XmlDoc.h"
 
@@ -21,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 3;
+constexpr int kRuns = 5;
 constexpr int kPlugins = 4000;  // half of them VST
 constexpr int kExclusions = 1000;
 constexpr int kLayouts = 500;
@@ -73,12 +74,24 @@ void ReadKeys(const wchar_t* path, std::size_t& bytes) {
     }
 }
 
-/// The floor of saving: everything is read once, layouts by the parser, and as many bytes are written.
-void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& out) {
+/// Everything is read once, layouts by the parser.
+void BareRead(const fs::path& layouts) {
     std::size_t bytes = 0;
     ReadKeys(kExclusionKey, bytes);
     ReadKeys(kAudioPresetsKey, bytes);
     for (const auto& file : fs::directory_iterator(layouts)) CXmlDoc().Load(file.path().wstring(), true);
+}
+
+void BareReadSet(const std::wstring& set) {
+    CXmlDoc().Load(set, true);
+    std::string presets;
+    CPatience patience;
+    ReadWholeFile(PresetFileOf(set), CXmlDoc::kLargestFile, presets, patience);
+}
+
+/// The floor of saving: what is there is read, and as many bytes are written.
+void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& out) {
+    BareRead(layouts);
     for (const wchar_t* extension : {L".pgset", L".spp"}) {
         const auto size = fs::file_size(fs::path(set).replace_extension(extension));
         ReplaceFileContents(out.wstring() + extension, std::string(static_cast<std::size_t>(size), 'b'));
@@ -87,10 +100,7 @@ void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& 
 
 /// The floor of loading: set and presets are read, and each key, value and file is written.
 void BareLoad(const SetToLoad& load, const fs::path& layouts, const std::wstring& set) {
-    CXmlDoc().Load(set, true);
-    std::string presets;
-    CPatience patience;
-    ReadWholeFile(load.presetFile, CXmlDoc::kLargestFile, presets, patience);
+    BareReadSet(set);
     const std::vector<std::byte> data(kPresetSize, std::byte{'b'});
     for (int i = 0; i < kExclusions; ++i)
         CRegKey::Create(HKEY_CURRENT_USER, ExclusionKey(i))->WriteString(nullptr, L"Excluded");
@@ -128,7 +138,17 @@ void BenchStudioSets() {
         [&] { BareSave(layouts, file, folder / L"bare"); });
     PrintRow("save a studio set", kPlugins, saved);
     SetToLoad planned;
-    sets.Plan(file, SetMode::Add, true, planned, {});
+    const auto compared = Compare(
+        kRuns,
+        [&] {
+            planned = {};
+            sets.Plan(file, SetMode::Add, true, planned, {});
+        },
+        [&] {
+            BareReadSet(file);
+            BareRead(layouts);
+        });
+    PrintRow("find a set loaded already", kPlugins, compared);
     std::size_t done = 0;
     const auto loaded = Compare(
         kRuns,
@@ -144,8 +164,8 @@ void BenchStudioSets() {
             BareLoad(planned, layouts, file);
         });
     PrintRow("load a studio set", kPlugins, loaded);
-    std::printf("  %zu things loaded; ratios %.2f and %.2f (aim 1.50)\n", done, saved.Ratio(),
-                loaded.Ratio());
+    std::printf("  %zu things loaded; ratios %.2f, %.2f and %.2f (aim 1.50)\n", done, saved.Ratio(),
+                compared.Ratio(), loaded.Ratio());
     Empty(layouts);
     fs::remove_all(folder);
 }

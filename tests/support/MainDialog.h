@@ -68,6 +68,14 @@ class MainDialog : public testing::Test {
     }
     void SelectPlugins(const std::vector<std::wstring>& rows) const { Select(IDC_PLUGINS, rows); }
 
+    /// A save under a new name, and where it can't be written.
+    Popups& ExpectFailedSave() {
+        return m_popups
+            .ExpectFile(L"Save Plug-In Menu Layout", m_files.Path(L"no such folder\\x.pgl"),
+                        [](HWND dialog) { EnterText(InFileDialog(dialog, IDC_DISPLAY_NAME), L"X"); })
+            .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
+    }
+
     /// As the dialog's loop passes it on; a box that it opens is answered meanwhile.
     void Key(HWND control, WORD virtualKey) {
         PostKey(control, virtualKey);

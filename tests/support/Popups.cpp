@@ -60,6 +60,13 @@ Popups& Popups::Expect(std::wstring text, int button) {
     return Expect(std::move(text), [button](HWND dialog) { Command(dialog, button); });
 }
 
+Popups& Popups::ExpectPrompt(std::wstring title, std::wstring text, int button) {
+    return Expect(std::move(title), [text = std::move(text), button](HWND prompt) {
+        EnterText(GetDlgItem(prompt, IDC_PROMPT_VALUE), text);
+        Command(prompt, button);
+    });
+}
+
 Popups& Popups::ExpectFile(std::wstring title, std::wstring path, Work before) {
     return Expect(std::move(title), [path = std::move(path), before = std::move(before)](HWND dialog) {
         if (before) before(dialog);

@@ -25,6 +25,8 @@ class Popups {
     Popups& Expect(std::wstring text, Work work);
     /// Presses the button of that id.
     Popups& Expect(std::wstring text, int button);
+    /// For a prompt of one line.
+    Popups& ExpectPrompt(std::wstring title, std::wstring text, int button = IDOK);
     /// For a file dialog: enters a path and confirms it; an empty one leaves the dialog. `before` works the
     /// dialog first.
     Popups& ExpectFile(std::wstring title, std::wstring path, Work before = {});
