@@ -121,8 +121,7 @@ class CSetReader : public CXmlDoc {
             if (xml || Name() != kLayoutRoot) return false;
             xml = Xml();
         }
-        // What it needs from around it, such as the name of a namespace, is not there in its own file.
-        if (!xml || !CXmlDoc().LoadText(*xml)) return false;
+        if (!xml) return false;
         m_set.layouts.push_back({file, std::move(*xml)});
         return true;
     }

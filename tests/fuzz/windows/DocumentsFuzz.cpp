@@ -68,16 +68,14 @@ void TryRecord(const std::wstring& path) {
                                &BackupRecord::File::copy));
 }
 
-void TryStudioSet(const std::wstring& path, bool hasNamespaces) {
+void TryStudioSet(const std::wstring& path) {
     StudioSet set;
     if (ReadStudioSet(path, set) != SetFileRead::Read) return;
     for (const StudioSet::Layout& layout : set.layouts) Require(IsLayoutFileName(layout.file));
     set.passedOver = 0;
     StudioSet again;
     Require(WriteStudioSet(path, set) == ERROR_SUCCESS);
-    Require(ReadStudioSet(path, again) == SetFileRead::Read);
-    // Not every system's parser keeps a prefix that was declared further out.
-    Require(again == set || hasNamespaces);
+    Require(ReadStudioSet(path, again) == SetFileRead::Read && again == set);
 }
 
 void TryDocumentType(std::string_view bytes, const std::wstring& path) {
@@ -97,5 +95,6 @@ void TryInput(std::string_view bytes) {
     s_layouts.Try(path);
     TryRecord(path);
     s_files.Write(L"in.xml", std::string(bytes));
-    TryStudioSet(path, bytes.find("xmlns") != std::string_view::npos);
+    // Not every system's parser keeps a prefix that was declared further out.
+    if (bytes.find("xmlns") == std::string_view::npos) TryStudioSet(path);
 }
