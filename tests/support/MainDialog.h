@@ -82,14 +82,15 @@ class MainDialog : public testing::Test {
         Pump();
     }
     void Key(int id, WORD virtualKey) { Key(Control(id), virtualKey); }
-    void Key(int id, WORD virtualKey, WORD held) {
+    void Key(HWND control, WORD virtualKey, WORD held) {
         BYTE keys[256]{};
-        keys[held] = 0x80;
+        keys[held] = held ? 0x80 : 0;
         SetKeyboardState(keys);
-        Key(id, virtualKey);
+        Key(control, virtualKey);
         keys[held] = 0;
         SetKeyboardState(keys);
     }
+    void Key(int id, WORD virtualKey, WORD held) { Key(Control(id), virtualKey, held); }
     void Click(HWND control, POINT place, WPARAM keys = 0) {
         const LPARAM at = MAKELPARAM(place.x, place.y);
         PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON | keys, at);
@@ -100,6 +101,15 @@ class MainDialog : public testing::Test {
         RECT place{};
         Send(Control(list), LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
         Click(Control(list), {place.left + 5, (place.top + place.bottom) / 2}, keys);
+    }
+    /// Files, with their paths.
+    void Drop(const std::vector<std::wstring>& paths) const {
+        std::wstring drop = {20, 0, 0, 0, 0, 0, 0, 0, 1, 0};  // a DROPFILES of 20 bytes, with wide names
+        for (const std::wstring& path : paths) drop += path + L'\0';
+        const HGLOBAL memory = ::GlobalAlloc(GHND, (drop.size() + 1) * sizeof(wchar_t));
+        std::ranges::copy(drop, static_cast<wchar_t*>(::GlobalLock(memory)));
+        ::GlobalUnlock(memory);
+        m_dialog->Send(WM_DROPFILES, memory);
     }
     void Pump() {
         MSG message;

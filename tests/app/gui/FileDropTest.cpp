@@ -24,14 +24,6 @@ class FileDrop : public LayoutTreeDialog {
         AddPreset(IdText(1), L"B", 'o');
         Open();
     }
-    void Drop(const Paths& paths) {
-        std::wstring drop = {20, 0, 0, 0, 0, 0, 0, 0, 1, 0};  // a DROPFILES of 20 bytes, with wide names
-        for (const std::wstring& path : paths) drop += path + L'\0';
-        const HGLOBAL memory = ::GlobalAlloc(GHND, (drop.size() + 1) * sizeof(wchar_t));
-        std::ranges::copy(drop, static_cast<wchar_t*>(::GlobalLock(memory)));
-        ::GlobalUnlock(memory);
-        m_dialog->Send(WM_DROPFILES, memory);
-    }
     /// Presets "a" and "b" each, of Hall, of a plug-in that is not there, of Room, and of Hall without a
     /// category.
     std::wstring PresetFile() const {
