@@ -116,7 +116,7 @@ int CPresetView::ExportTo(CFileSink& file, const std::vector<CPresetListMgr>& pl
     return ExportPresetsOfPlugins(file, all, events);
 }
 
-std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
+std::optional<CBackup> CPresetView::BackUpImport(CFileSource& file,
                                                  const std::vector<CPresetListMgr>& plugins,
                                                  const PresetSelection* selection, std::size_t& presets) {
     const CWaitCursor wait;
@@ -126,9 +126,9 @@ std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
                     .name = FormatText(LoadText(IDS_STEP_IMPORT_PRESETS), whose),
                     .keys = {},
                     .files = {}};
-    if (auto file = CFileSource::Open(path)) {
+    {
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
-        const auto named = NameImportIn(step, *file, plugins, selection,
+        const auto named = NameImportIn(step, file, plugins, selection,
                                         {.invalidPreset = {}, .progress = [&work] { return work.Next(); }});
         if (!named || !m_dialog.IsLive()) return std::nullopt;
         presets = *named;
@@ -152,13 +152,15 @@ void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
 
 int CPresetView::ImportFrom(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
                             const PresetSelection* selection) {
+    // For both: what could not be read for the backup is not imported either.
+    auto file = CFileSource::Open(path);
     std::size_t presets = 0;
-    const auto backup = BackUpImport(path, plugins, selection, presets);
-    if (!backup) return kPresetEnded;
+    const auto backup = file ? BackUpImport(*file, plugins, selection, presets) : std::nullopt;
+    if (file && !backup) return kPresetEnded;
     const int result = [&] {
-        const CWaitCursor wait;
-        auto file = CFileSource::Open(path);
         if (!file) return kPresetIoFailure;
+        const CWaitCursor wait;
+        file->Seek(0);
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, IDS_IMPORTING, presets);
         const PresetTransferEvents events{.invalidPreset = {}, .progress = [&work] { return work.Next(); }};
         return plugins.size() == 1 ? ImportPresets(*file, plugins.front(), selection, events)
