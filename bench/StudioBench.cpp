@@ -9,6 +9,7 @@
 
 #include "Benches.h"
 #include "Dialog.h"
+#include "Files.h"
 #include "FoldedText.h"
 #include "LayoutFill.h"
 #include "Measure.h"
@@ -40,13 +41,13 @@ void BenchTidyUp(CPluginInventory& inventory, const CExclusionList& exclusions) 
             std::vector<FileState> states;
             states.reserve(all.size());
             for (const StudioPlugin& plugin : all) states.push_back(files.Of(plugin.file));
-            FindUntidy(all, states, {}, &FoldedText);
+            FindUntidy(all, states, {}, {&FoldedText, &InCapitals});
             plugins = all.size();
         },
         [&] {
             inventory.Enumerate(true);
             for (const PluginEntry& entry : inventory.Entries())
-                ::PathFileExistsW(inventory.FileOf(entry.clsid, *entry.category).c_str());
+                ::PathFileExistsW(inventory.LoadedFileOf(entry.clsid, *entry.category).c_str());
             for (const auto& [clsid, record] : inventory.Vst().Records()) {
                 if (clsid != record.md5Clsid) ::PathFileExistsW(record.path.c_str());
             }
@@ -70,7 +71,7 @@ void BenchFill(CLayoutFill& fill, CLayoutTreeView& layout, const CPluginInventor
                     items.push_back(*layout.Layout().Find(item));
             }
             for (const PluginEntry& entry : inventory.Entries()) {
-                inventory.FileOf(entry.clsid, *entry.category);
+                inventory.LoadedFileOf(entry.clsid, *entry.category);
                 inventory.RegisteredNameOf(entry.clsid, *entry.category);
             }
             const CRedrawLock noRedraw(tree);

@@ -17,20 +17,6 @@ class VstInventory : public testing::Test {
     CVstInventory m_inventory{kDefaultVstKey};
 };
 
-TEST_F(VstInventory, ARecordStandsUnderBothItsIds) {
-    AddVst(1, L"a").Number(L"registerAsSynth", 7);
-    AddVst(2, L"b").Text(L"clsidPlugMD5", L"no class id");
-    AddVst(3, L"c").Number(L"clsidPlugMD5", 1);
-    AddVst(4, L"d").Number(L"clsidPlug", 1);
-    AddVst(5, L"e", true).Number(L"isX64", 0);
-    Read();
-    ASSERT_TRUE(Find(1) && Find(101) && Find(2) && Find(3) && Find(104) && !Find(5));
-    EXPECT_EQ(Find(101)->clsid, Id(1));
-    EXPECT_EQ(Find(1)->category, Category::VstInstruments);
-    EXPECT_TRUE(Find(2)->md5Clsid.IsNull() && Find(3)->md5Clsid.IsNull());
-    EXPECT_EQ(m_inventory.Records().size(), 6U) << "with the null id";
-}
-
 TEST_F(VstInventory, AnEntryNeedsItsKindItsIdAndItsFile) {
     const std::wstring path = std::wstring(kSomeFile) + L'\0';
     const std::vector<BYTE> zero(4), one = {1, 0, 0, 0};
