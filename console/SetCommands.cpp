@@ -58,7 +58,7 @@ CmdExit SayFindings(const SetToLoad& load, const std::wstring& path) {
         if (entry.change == SetChange::NoFolder) {
             Say(IDS_CMD_NO_FOLDER, entry.name);
         } else {
-            Say(IDS_CMD_NOT_HERE, path, entry.name);
+            Say(IDS_CMD_NOT_HERE, entry.part == SetPart::Presets ? load.presetFile : path, entry.name);
         }
         result = CmdExit::Findings;
     }
@@ -83,13 +83,10 @@ CmdExit LeaveOutTooMany(SetToLoad& load) {
 
 void SayChange(const SetEntry& entry, const SetToLoad& load) {
     switch (entry.part) {
-        case SetPart::Exclusion: {
-            const bool surplus = entry.change == SetChange::Surplus;
-            const Guid& id =
-                surplus ? load.excluded[entry.index].clsid : load.set.exclusions[entry.index].clsid;
-            Say(surplus ? IDS_CMD_ENABLED : IDS_CMD_EXCLUDED, NameWithId(entry.name, id));
+        case SetPart::Exclusion:
+            Say(entry.change == SetChange::Surplus ? IDS_CMD_ENABLED : IDS_CMD_EXCLUDED,
+                NameWithId(entry.name, load.ClsidOf(entry)));
             break;
-        }
         case SetPart::PluginName:
             Say(IDS_CMD_SET_NAME, entry.now, load.set.names[entry.index].name);
             break;

@@ -61,7 +61,7 @@ std::optional<CFileSink> CFileSink::Create(const std::wstring& path) {
 }
 
 void CFileSink::WriteOut(std::span<const std::byte> bytes) {
-    if (!WriteAll(m_file.Get(), bytes)) throw StreamError();
+    if (!WriteAll(m_file.Get(), bytes)) Fail();
     m_position += bytes.size();
 }
 
@@ -78,11 +78,16 @@ void CFileSink::EmptyBuffer() {
 
 void CFileSink::Flush() {
     EmptyBuffer();
-    if (!::FlushFileBuffers(m_file.Get())) throw StreamError();
+    if (!::FlushFileBuffers(m_file.Get())) Fail();
+}
+
+void CFileSink::Fail() {
+    m_error = ::GetLastError();
+    throw StreamError();
 }
 
 void CFileSink::Seek(std::uint64_t position) {
     EmptyBuffer();
-    if (!MoveTo(m_file.Get(), position)) throw StreamError();
+    if (!MoveTo(m_file.Get(), position)) Fail();
     m_position = position;
 }

@@ -41,13 +41,17 @@ class CFileSink : public IByteSink {
     void Seek(std::uint64_t position) override;
     std::uint64_t Position() const override { return m_position + m_buffer.size(); }
     void Flush() override;
+    /// The system's, after a StreamError; it may know none.
+    DWORD Error() const { return m_error; }
 
   private:
     explicit CFileSink(UniqueFile file) : m_file(std::move(file)) {}
     void WriteOut(std::span<const std::byte> bytes);
     void EmptyBuffer();
+    [[noreturn]] void Fail();
 
     UniqueFile m_file;
+    DWORD m_error = ERROR_SUCCESS;
     std::uint64_t m_position = 0;  // where the buffer goes
     std::vector<std::byte> m_buffer;
 };

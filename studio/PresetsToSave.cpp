@@ -152,9 +152,11 @@ DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Prese
             return sum + static_cast<int>(of.count);
         };
         if (result == std::accumulate(presets.begin(), presets.end(), 0, expected)) return ERROR_SUCCESS;
+        const DWORD error = file->Error();
         file.reset();
         CPatience patience;
         DeleteHeldFile(beside, patience);
-        return result == kPresetEnded ? ERROR_CANCELLED : ERROR_WRITE_FAULT;
+        if (result == kPresetEnded) return ERROR_CANCELLED;
+        return error != ERROR_SUCCESS ? error : DWORD{ERROR_WRITE_FAULT};
     });
 }

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "ClsidText.h"
 #include "Files.h"
+#include "FriendlyNameRules.h"
 #include "NumberText.h"
 #include "Resources.h"
 #include "TextFormat.h"
@@ -71,11 +73,12 @@ std::vector<ReviewColumn> StudioSetColumns() {
 std::vector<ReviewRow> RowsOf(const SetToSave& save, const std::wstring& noLayoutFolder) {
     const StudioSet& set = save.set;
     std::vector<ReviewRow> rows = {
-        Row(SetPart::Exclusion, NumberText(set.exclusions.size()), {}),
+        Row(SetPart::Exclusion, NumberText(set.exclusions.size()), LoadText(IDS_SET_ALWAYS)),
         Row(SetPart::PluginName, NumberText(set.names.size()), {}),
         Row(SetPart::Layout, NumberText(set.layouts.size()), noLayoutFolder),
         Row(SetPart::Presets, NumberText(save.CountPresets()),
             FormatText(LoadText(IDS_SET_PRESETS_BESIDE), NumberText(save.presets.size())))};
+    rows[static_cast<std::size_t>(SavedRow::Exclusions)].checked = true;
     Tick(rows[static_cast<std::size_t>(SavedRow::Names)], true);
     Tick(rows[static_cast<std::size_t>(SavedRow::Layouts)], noLayoutFolder.empty());
     Tick(rows[static_cast<std::size_t>(SavedRow::Presets)], !save.presets.empty());
@@ -97,7 +100,9 @@ std::vector<ReviewRow> RowsOf(const SetToLoad& load, std::vector<std::size_t>& e
             ++same[static_cast<std::size_t>(entry.part)];
             continue;
         }
-        ReviewRow& row = rows.emplace_back(Row(entry.part, entry.name, ChangeText(entry)));
+        const bool isNameless = entry.part == SetPart::Exclusion && IsBlank(entry.name);
+        const std::wstring name = isNameless ? ClsidText(load.ClsidOf(entry)) : entry.name;
+        ReviewRow& row = rows.emplace_back(Row(entry.part, name, ChangeText(entry)));
         row.canBeChecked = entry.CanBeChosen();
         row.checked = entry.chosen;
         entries.push_back(i);

@@ -11,7 +11,7 @@ std::vector<ReviewColumn> StudioSetColumns();
 
 /// The first rows stand for the parts of the set, in this order.
 enum class SavedRow { Exclusions, Names, Layouts, Presets };
-/// Exclusions have no box: a set without them could not be told from one where nothing is excluded.
+/// Exclusions stay ticked: a set without them could not be told from one where nothing is excluded.
 std::vector<ReviewRow> RowsOf(const SetToSave& save, const std::wstring& noLayoutFolder);
 
 /// What is loaded or can be. `entries` gets the index of each row's entry; the rows behind those only tell.

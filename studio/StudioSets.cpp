@@ -98,9 +98,12 @@ class CLoading {
                 return WriteExclusion(entry) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
             case SetPart::PluginName:
                 return WriteName(m_load.set.names[entry.index]);
-            case SetPart::Layout:
-                return WriteLayout(FolderPrefix(m_layoutFolder) + entry.target,
-                                   m_load.set.layouts[entry.index].xml);
+            case SetPart::Layout: {
+                const std::wstring path = FolderPrefix(m_layoutFolder) + entry.target;
+                // On a new computer the folder may not be there yet.
+                if (const DWORD error = MakeFolders(path.substr(0, path.find_last_of(L'\\')))) return error;
+                return WriteLayout(path, m_load.set.layouts[entry.index].xml);
+            }
             case SetPart::Presets:
                 break;
         }
@@ -164,6 +167,11 @@ bool SetToLoad::IsTooMuch() const {
 
 void SetToLoad::Choose(SetMode mode) {
     for (SetEntry& entry : entries) entry.chosen = IsChosen(entry, mode);
+}
+
+const Guid& SetToLoad::ClsidOf(const SetEntry& exclusion) const {
+    const bool surplus = exclusion.change == SetChange::Surplus;
+    return (surplus ? excluded : set.exclusions)[exclusion.index].clsid;
 }
 
 SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvents& events) const {

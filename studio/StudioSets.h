@@ -89,6 +89,8 @@ struct SetToLoad {
     bool IsTooMuch() const;
     /// Chooses what the mode would do, and nothing else.
     void Choose(SetMode mode);
+    /// Of an entry that is an exclusion.
+    const Guid& ClsidOf(const SetEntry& exclusion) const;
 };
 
 /// Failure contract: nothing is thrown; what was going to be changed is copied to the backups first, and a

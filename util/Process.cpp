@@ -14,7 +14,7 @@ constexpr DWORD kSlice = 10;  // ms
 constexpr DWORD kElevationRequired = 740;
 
 /// False when the loops of this thread have to end.
-bool DispatchPending(const CWindow& window) {
+bool DispatchPending() {
     MSG message;
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (EndsLoop(message)) return false;
@@ -22,7 +22,7 @@ bool DispatchPending(const CWindow& window) {
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
-    return window.IsLive();
+    return true;
 }
 
 }  // namespace
@@ -91,8 +91,9 @@ DWORD CProcess::ExitCode() const {
 }
 
 bool CProcess::WaitDispatching(const CWindow& window) const {
+    const bool hasWindow = window.Handle() != nullptr;
     while (::WaitForSingleObject(m_process.Get(), kSlice) == WAIT_TIMEOUT) {
-        if (!DispatchPending(window)) return false;
+        if (!DispatchPending() || (hasWindow && !window.IsLive())) return false;
     }
     return true;
 }

@@ -31,8 +31,8 @@ class CProcess {
     static std::optional<CProcess> StartHidden(const std::wstring& file, const std::wstring& arguments);
 
     /// Waits for the end of the program, however long that takes, and dispatches the thread's messages
-    /// meanwhile. False when one of those took `window` away or asks the thread to quit; that one is posted
-    /// again.
+    /// meanwhile. False when one of those took `window` away, which may be none, or asks the thread to quit;
+    /// that one is posted again.
     bool WaitDispatching(const CWindow& window) const;
     /// Of a program that has ended.
     DWORD ExitCode() const;

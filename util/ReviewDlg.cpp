@@ -330,18 +330,18 @@ void CReviewDlg::Run(std::size_t action) {
 void CReviewDlg::ShowTick(int item) const {
     const ReviewRow& row = m_rows[RowOf(m_list, item)];
     const UINT box = row.checked ? kTicked : kUnticked;
-    SetState(m_list, item, row.canBeChecked ? box : kNoBox, LVIS_STATEIMAGEMASK);
+    SetState(m_list, item, row.canBeChecked || row.checked ? box : kNoBox, LVIS_STATEIMAGEMASK);
 }
 
 void CReviewDlg::TickAll() {
-    const auto all = static_cast<int>(std::ranges::count(m_rows, true, &ReviewRow::canBeChecked));
-    const bool tick = m_checked < all;
+    const bool tick =
+        std::ranges::any_of(m_rows, [](const ReviewRow& row) { return row.canBeChecked && !row.checked; });
     const CRedrawLock noRedraw(m_list);
     m_filling = true;
-    for (ReviewRow& row : m_rows) row.checked = tick && row.canBeChecked;
+    for (ReviewRow& row : m_rows) row.checked = row.canBeChecked ? tick : row.checked;
     for (int item = 0; item < static_cast<int>(m_rows.size()); ++item) ShowTick(item);
     m_filling = false;
-    m_checked = tick ? all : 0;
+    m_checked = static_cast<int>(std::ranges::count(m_rows, true, &ReviewRow::checked));
     UpdateButtons();
 }
 

@@ -31,7 +31,7 @@ struct ReviewCell {
 struct ReviewRow {
     std::vector<ReviewCell> cells;  // one a column
     bool checked = false;
-    bool canBeChecked = true;  // else it is there to be read, and has no box
+    bool canBeChecked = true;  // else it stays as it is; unticked it is there to be read, and has no box
 };
 
 class CReviewDlg;

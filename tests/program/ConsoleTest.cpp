@@ -134,6 +134,19 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
                {L"presets export b.spp", 0, "", ""},
                {L"set save s.pgset", 0, "", "Removed, because"}});
     EXPECT_EQ(m_files.Read(L"b.spp").size(), before.size());
+
+    DeleteTree(HKEY_CURRENT_USER, excluded);
+    m_files.Write(L"t.pgset",
+                  "<StudioSet Schema='1'><Exclusion CLSID='{506D4372-5653-5400-8A01-5A3C1E90B764}'/>"
+                  "<Layout File='t.pgl'><PluginMenuLayout DocSchema='1' Name='t'/></Layout></StudioSet>");
+    const std::wstring folder = Text(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath").value_or(L"");
+    SetText(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath", m_files.Path(L"a.spp"));
+    ExpectAll({{L"set load t.pgset", 3, "", "t.pgset: "}});
+    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, excluded)) << "taken back";
+    SetText(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath", folder);
+    // The console of the program that was started for it may hold them a moment longer.
+    std::error_code held;
+    EXPECT_TRUE(WaitFor([&] { return std::filesystem::remove(m_files.Path(L"err.txt"), held); }));
 }
 
 TEST_F(Console, TellsTheHostWhatHasChangedAndNothingElse) {

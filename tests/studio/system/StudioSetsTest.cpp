@@ -53,7 +53,7 @@ class StudioSets : public testing::Test {
         CRegKey::Open(HKEY_CURRENT_USER, kPresets, KEY_WRITE)->DeleteValue(L"large");
         SetText(HKEY_CURRENT_USER, std::wstring(kVstInventory) + L"Hall", L"FullName", L"Other");
         fs::remove_all(m_files.Path(L"Shared Presets"));
-        fs::remove(m_files.Path(L"Layouts\\Mixing.pgl"));
+        fs::remove_all(m_layouts);
         m_inventory.Enumerate(true);
     }
 

@@ -84,6 +84,12 @@ TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     EXPECT_EQ(Shown(), L"[ ]x,\nRestore 0");
     EXPECT_FALSE(m_dialog.Item(IDC_REVIEW_ACTION_2).IsEnabled());
     EXPECT_TRUE(m_dialog.Item(IDC_REVIEW_ACTION).IsEnabled());
+    m_dialog.SetRows({{{{L"x"}, {L""}}}, {{{L"y"}, {L""}}, true, false}});
+    Tick(1, 1);
+    CtrlA();
+    EXPECT_EQ(Shown(), L"+x,+y,Restore 2!");
+    CtrlA();
+    EXPECT_EQ(Shown(), L"x,+y,Restore 1!") << "what can't be ticked or unticked stays so";
 }
 
 TEST_F(ReviewDlg, ColumnsGetWhatTheirTextsWantOfTheRoomThatThereIs) {
