@@ -106,6 +106,5 @@ void BenchBackups() {
         PrintRow(collection.name, collection.values, result);
         CRegKey::DeleteTree(HKEY_CURRENT_USER, key);
     }
-    std::puts("  aim 1.20");
     fs::remove_all(folder);
 }

@@ -1,13 +1,27 @@
-// What is measured. Each prints its rows.
+// What is measured, in groups; each prints its rows.
 #pragma once
 
-/// Finding all plug-ins, for growing collections.
-void BenchEnumeration();
-/// Filling the plug-in list of a category, and adding plug-ins from it to a layout.
-void BenchPanes();
-/// Reading and writing layout files, for growing layouts.
+#include "Measure.h"
+
+/// Finding and listing all plug-ins, and what a user does with them, for growing collections.
+void BenchStudio();
+/// Reading, writing and editing layouts, for growing ones.
 void BenchLayouts();
 /// The backup before a step, of registry values and of files.
 void BenchBackups();
 /// Counting the presets of many plug-ins, and presets to and from preset files.
 void BenchPresets();
+/// What the process holds after many rounds of everything.
+void BenchRounds();
+
+// Parts of BenchStudio, for as many plug-ins as are registered then.
+/// In the program's dialog.
+void BenchDialog(int plugins);
+/// The program as a process of its own.
+void BenchStart(int plugins);
+void BenchMemory(int plugins);
+/// `ours` beside what would show the same keys without the program.
+void BenchRegQuery(int plugins, const Work& ours);
+void BenchWrapped();
+/// How often the registry is called for each VST entry.
+void CountCalls();

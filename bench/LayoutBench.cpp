@@ -3,7 +3,6 @@
 #include <objbase.h>
 
 #include <array>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <msxml2.h>
@@ -13,6 +12,8 @@
 #include "Benches.h"
 #include "ClsidText.h"
 #include "Dialog.h"
+#include "LayoutDrag.h"
+#include "LayoutFolder.h"
 #include "LayoutHistory.h"
 #include "Measure.h"
 #include "XmlTreeCtrl.h"
@@ -23,7 +24,7 @@ using Microsoft::WRL::ComPtr;
 namespace {
 
 constexpr int kRuns = 7;
-constexpr std::array kSizes = {100, 1000, 10000};
+constexpr std::array kSizes = {100, 1000, 3000, 10000};
 constexpr int kItemsInFolder = 20;
 constexpr int kSeparatorEvery = 7;
 
@@ -108,7 +109,7 @@ void BareSet(IXMLDOMElement& element, const wchar_t* name, const std::wstring& v
     element.setAttribute(Bstr(name).text, Bstr(value).Argument());
 }
 
-/// The floor of a save: the same document, built and written.
+/// The floor of a save: the same document, built and safely written.
 void BareSave(const std::wstring& path, const Shape& shape, int size) {
     const ComPtr<IXMLDOMDocument> document = BareDocument();
     VARIANT_BOOL loaded = VARIANT_FALSE;
@@ -134,7 +135,13 @@ void BareSave(const std::wstring& path, const Shape& shape, int size) {
             BareSet(*element.Get(), L"OriginalName", NameOf(number));
         }
     }
-    document->save(Bstr(path).Argument());
+    // Beside the old file, and moved when it is on the disk.
+    const std::wstring beside = path + L".bare";
+    document->save(Bstr(beside).Argument());
+    const HANDLE file = ::CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ::FlushFileBuffers(file);
+    ::CloseHandle(file);
+    ::MoveFileExW(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
 /// What it takes to ask the control for each item's place and id: some systems' tree view looks each handle
@@ -146,9 +153,6 @@ void BareWalk(const CTreeView& tree, HTREEITEM first) {
     }
 }
 
-constexpr int kSorted = 10000;
-constexpr int kDeleted = 5000;
-
 LayoutItem PluginNamed(const std::wstring& name) {
     LayoutItem plugin = NewPlugin();
     plugin.name = name;
@@ -156,7 +160,7 @@ LayoutItem PluginNamed(const std::wstring& name) {
 }
 
 /// Each edit beside the bare messages to the control that do the same.
-void BenchEdits(CTreeCtrlWrapper& layout) {
+void BenchEdits(CTreeCtrlWrapper& layout, int size) {
     CTreeCtrlEx& tree = layout.Tree();
     const CRedrawLock noRedraw{CWindow(tree.Handle())};
     const auto fill = [&](int count) {
@@ -165,19 +169,19 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
             layout.Append(nullptr, PluginNamed(NameOf(number * 7919 % count)));
         }
     };
-    fill(kSorted);
-    PrintRow("sort, in order already", kSorted,
+    fill(size);
+    PrintRow("sort, in order already", size,
              Compare(
                  kRuns, [&] { layout.Sort(nullptr); },
                  [&] { tree.Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); }));
     const auto fillAndSelect = [&] {
-        fill(2 * kDeleted);
+        fill(size);
         HTREEITEM item = tree.Root();
         for (int number = 0; item; ++number, item = tree.NextSibling(item))
             tree.SetSelected(item, number % 2 == 0);
         tree.MoveCaret(tree.Root());
     };
-    PrintRow("fill, select, delete half", 2 * kDeleted,
+    PrintRow("fill, select, delete half", size,
              Compare(
                  3,
                  [&] {
@@ -191,8 +195,7 @@ void BenchEdits(CTreeCtrlWrapper& layout) {
 }
 
 /// Undoing a step and doing it again, beside filling another tree barely.
-void BenchHistory(CTreeCtrlWrapper& layout, const Shape& shape) {
-    const int size = kSizes.back();
+void BenchHistory(CTreeCtrlWrapper& layout, const Shape& shape, int size) {
     const HWND window =
         ::CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD, 0, 0, 300, 300, ::GetParent(layout.Tree().Handle()),
                           nullptr, ::GetModuleHandleW(nullptr), nullptr);
@@ -218,61 +221,91 @@ void BenchHistory(CTreeCtrlWrapper& layout, const Shape& shape) {
     ::DestroyWindow(window);
 }
 
-/// How a time grows with the number of items: 1 is in proportion, 2 with its square.
-void PrintGrowth(const std::string& what, const Comparison& small, const Comparison& large, double times) {
-    std::printf("  growth of %s: exponent %.2f, floor %.2f\n", what.c_str(),
-                std::log(large.ours / small.ours) / std::log(times),
-                std::log(large.floor / small.floor) / std::log(times));
+/// Half of the items go to the top, one by one; the floor deletes and inserts as many, and asks the control
+/// about each what has to be known of it.
+void BenchDrag(CDialog& dialog, CTreeCtrlWrapper& layout, int size) {
+    const CTreeCtrlEx& tree = layout.Tree();
+    CLayoutDrag drag(dialog, layout);
+    Fill(layout, kFlat, size);
+    const auto selectHalf = [&] {
+        int number = 0;
+        for (HTREEITEM item = tree.Root(); item; item = tree.NextSibling(item))
+            tree.SetSelected(item, number++ % 2 == 1);
+        tree.ScrollToTop(tree.Root());
+    };
+    Row(
+        {.name = "drag", .size = size / 2, .runs = 3, .before = selectHalf},
+        [&] {
+            drag.Begin(tree.SelectedItems().front(), {20, 2});
+            POINT top{20, 2};
+            ::MapWindowPoints(tree.Handle(), dialog.Handle(), &top, 1);
+            drag.OnMouseMove(top);
+            drag.Drop();
+        },
+        [&] {
+            const CRedrawLock noRedraw(tree);
+            for (int number = 0; number < size / 2; ++number) {
+                const HTREEITEM item = tree.Root();
+                tree.Insert(nullptr, TVI_LAST, tree.ItemText(item), 5, 5, tree.Data(item));
+                tree.Delete(item);
+            }
+        });
+    layout.Clear();
+}
+
+/// Layouts of ten items each, of which the name alone is wanted; the floor has the parser read each file.
+void BenchFolder(CTreeCtrlWrapper& layout, const std::filesystem::path& folder) {
+    constexpr int kItems = 10;
+    const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
+    Fill(layout, kFlat, kItems);
+    int made = 0;
+    for (const int size : {63, 125, 250, 500}) {
+        for (; made < size; ++made) {
+            CXMLTreeCtrl document(layout, plugins);
+            document.SetLayoutName(NameOf(made));
+            document.Save(folder / (std::to_wstring(made) + L".pgl"));
+        }
+        Row(
+            {.name = "folder of layouts", .size = size}, [&] { ScanLayoutFolder(folder); },
+            [&] {
+                WIN32_FIND_DATAW found{};
+                const HANDLE find = ::FindFirstFileW((folder / L"*.pgl").c_str(), &found);
+                do {
+                    VARIANT_BOOL loaded = VARIANT_FALSE;
+                    BareDocument()->load(Bstr(folder / found.cFileName).Argument(), &loaded);
+                } while (::FindNextFileW(find, &found));
+                ::FindClose(find);
+            });
+    }
 }
 
 void BenchFiles(CTreeCtrlWrapper& layout, const Shape& shape, const std::wstring& path) {
     const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
     const CTreeCtrlEx& tree = layout.Tree();
-    Comparison savedBefore;
-    Comparison loadedBefore;
     for (const int size : kSizes) {
         Fill(layout, shape, size);
-        const auto save = [&] {
+        const auto save = [&](bool asCopy) {
             CXMLTreeCtrl document(layout, plugins);
             document.SetLayoutName(L"Bench");
+            if (asCopy) document.NoteUnsavedFile(path);
             if (!document.Save(path)) std::puts("the layout could not be saved");
         };
-        const auto saved = Compare(kRuns, save, [&] { BareSave(path, shape, size); });
-        PrintRow(shape.name + " save", size, saved);
-        const auto walked = Compare(kRuns, save, [&] {
+        // What has to be saved stands in the control.
+        const auto bareSave = [&] {
             BareWalk(tree, tree.Root());
             BareSave(path, shape, size);
-        });
-        PrintRow("  over a bare walk, too", size, walked);
-        if (size == kSizes.back()) {
-            const auto autosaved = Compare(
-                kRuns,
-                [&] {
-                    CXMLTreeCtrl document(layout, plugins);
-                    document.SetLayoutName(L"Bench");
-                    document.NoteUnsavedFile(path);
-                    if (!document.Save(path)) std::puts("the copy could not be written");
-                },
-                [&] { BareSave(path, shape, size); });
-            PrintRow(shape.name + " autosave (aim 100 ms)", size, autosaved);
-        }
-        const auto loaded = Compare(
-            kRuns,
+        };
+        Row(
+            {.name = shape.name + " save", .size = size}, [&] { save(false); }, bareSave);
+        Row(
+            {.name = shape.name + " autosave", .size = size}, [&] { save(true); }, bareSave);
+        Row(
+            {.name = shape.name + " load", .size = size},
             [&] {
                 CXMLTreeCtrl document(layout, plugins);
                 if (!document.Load(path, false)) std::puts("the layout could not be loaded");
             },
             [&] { BareLoad(tree, path, shape, size); });
-        PrintRow(shape.name + " load", size, loaded);
-        if (size == kSizes.back()) {
-            std::printf("  ratios at %d: save %.2f, load %.2f (aim 1.50)\n", size, saved.Ratio(),
-                        loaded.Ratio());
-            constexpr double kTimes = static_cast<double>(kSizes.back()) / kSizes[kSizes.size() - 2];
-            PrintGrowth("save over a bare walk", savedBefore, walked, kTimes);
-            PrintGrowth("load", loadedBefore, loaded, kTimes);
-        }
-        savedBefore = walked;
-        loadedBefore = loaded;
     }
 }
 
@@ -284,11 +317,16 @@ void BenchLayouts() {
     CTreeCtrlEx tree;
     tree.Attach(dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
     CTreeCtrlWrapper layout(tree);
-    const std::wstring path = (std::filesystem::temp_directory_path() / L"bench.pgl").wstring();
-    BenchFiles(layout, kFolders, path);
-    BenchFiles(layout, kFlat, path);
-    ::DeleteFileW(path.c_str());
-    BenchEdits(layout);
-    BenchHistory(layout, kFolders);
-    BenchHistory(layout, kFlat);
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"Layout bench";
+    std::filesystem::create_directories(folder);
+    BenchFiles(layout, kFolders, folder / L"bench.pgl");
+    BenchFiles(layout, kFlat, folder / L"bench.pgl");
+    BenchFolder(layout, folder);
+    std::filesystem::remove_all(folder);
+    for (const int size : kSizes) {
+        BenchEdits(layout, size);
+        BenchHistory(layout, kFolders, size);
+        BenchHistory(layout, kFlat, size);
+    }
+    for (const int size : {250, 500, 1000, 2000}) BenchDrag(dialog, layout, size);
 }

@@ -12,3 +12,6 @@ void GrowStudio(int total);
 
 /// Adds VST effects until the inventory has this many entries.
 void GrowVstInventory(int entries);
+
+/// Adds filters that wrap VST effects, with an adapter's entry each, until there are so many.
+void GrowWrapped(int filters);
