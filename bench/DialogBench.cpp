@@ -30,6 +30,21 @@ class CBareDialog : public CDialog {
   public:
     CBareDialog() : CDialog(IDD_PLUGIN_MANAGER) { CreateModeless(nullptr); }
     CListBox List() const { return Control<CListBox>(IDC_PLUGINS); }
+    /// What has to change beside the list when another category is shown.
+    void ShowPanes() {
+        m_other = !m_other;
+        const std::wstring text = m_other ? L"This (2 found)" : L"That";
+        for (const int id : {IDC_PLUGINS_LABEL, IDC_PRESETS_GROUP, IDC_FILENAME, IDC_CLSID_LABEL, IDC_CLSID,
+                             IDC_VST_ID, IDC_VENDOR})
+            Item(id).SetText(text);
+        for (const int id : {IDC_CLSID, IDC_VST_ID_LABEL, IDC_VST_ID, IDC_VENDOR, IDC_VST_GROUP,
+                             IDC_VST_OPTIONS, IDC_VST_PROPERTIES, IDC_VST_SCAN, IDC_ADAPTER_GROUP,
+                             IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES})
+            Item(id).Show(m_other);
+        for (const int id : {IDC_IMPORT, IDC_EXPORT, IDC_MANAGE, IDC_ADD_PLUGIN, IDC_EXCLUDE, IDC_CLSID,
+                             IDC_VST_ID, IDC_VENDOR})
+            Item(id).Enable(m_other);
+    }
     void Fill(const std::vector<std::wstring>& names) const {
         const CListBox list = List();
         list.Clear();
@@ -37,6 +52,9 @@ class CBareDialog : public CDialog {
         list.Reserve(static_cast<int>(names.size()), 24);
         for (const std::wstring& name : names) list.SetData(list.Add(name), 1);
     }
+
+  private:
+    bool m_other = false;
 };
 
 std::vector<std::wstring> RowsOf(const CListBox& list) {
@@ -80,7 +98,7 @@ void BareSubkeys(const wchar_t* path) {
     if (const auto key = CRegKey::Open(HKEY_CURRENT_USER, path)) key->SubkeyNames();
 }
 
-void SwitchRows(CMainWindow& window, const CBareDialog& bare, int plugins) {
+void SwitchRows(CMainWindow& window, CBareDialog& bare, int plugins) {
     window.Choose(kFilters);
     const auto filters = RowsOf(window.Plugins());
     window.Choose(kVstEffects);
@@ -93,7 +111,9 @@ void SwitchRows(CMainWindow& window, const CBareDialog& bare, int plugins) {
         },
         [&] {
             bare.Fill(filters);
+            bare.ShowPanes();
             bare.Fill(effects);
+            bare.ShowPanes();
         });
     Row(
         {.name = "show excluded, and enabled", .size = plugins, .bound = kSortedBound},
@@ -103,11 +123,13 @@ void SwitchRows(CMainWindow& window, const CBareDialog& bare, int plugins) {
         },
         [&] {
             bare.Fill({});
+            bare.ShowPanes();
             bare.Fill(effects);
+            bare.ShowPanes();
         });
 }
 
-void SelectRows(CMainWindow& window, const CBareDialog& bare, int plugins) {
+void SelectRows(CMainWindow& window, CBareDialog& bare, int plugins) {
     window.Choose(kVstEffects);
     bare.Fill(RowsOf(window.Plugins()));
     const int rows = window.Plugins().Count();
@@ -130,7 +152,7 @@ void SelectRows(CMainWindow& window, const CBareDialog& bare, int plugins) {
     select("select all", rows);
 }
 
-void ExclusionRows(CMainWindow& window, const CBareDialog& bare, const CPluginInventory& inventory) {
+void ExclusionRows(CMainWindow& window, CBareDialog& bare, const CPluginInventory& inventory) {
     constexpr int kMost = 1000;
     window.Choose(kVstEffects);
     const int count = std::min(kMost, window.Plugins().Count());
@@ -185,7 +207,7 @@ void ExclusionRows(CMainWindow& window, const CBareDialog& bare, const CPluginIn
     enableAll();
 }
 
-void ReenumerationRow(CMainWindow& window, const CBareDialog& bare, const CPluginInventory& inventory,
+void ReenumerationRow(CMainWindow& window, CBareDialog& bare, const CPluginInventory& inventory,
                       int plugins) {
     window.Choose(kVstEffects);
     const auto effects = RowsOf(window.Plugins());
@@ -217,7 +239,7 @@ void BenchDialog(int plugins) {
         CPluginInventory inventory(kDefaultVstKey, noDatabase);
         inventory.Enumerate(true);
         CMainWindow window(folder);
-        const CBareDialog bare;
+        CBareDialog bare;
         SwitchRows(window, bare, plugins);
         SelectRows(window, bare, plugins);
         ExclusionRows(window, bare, inventory);

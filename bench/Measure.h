@@ -6,8 +6,8 @@
 
 using Work = std::function<void()>;
 
-/// How much longer than its floor something may take: usually, and where a file dialog or the order of a
-/// list box is part of it.
+/// How much longer than its floor something may take, if that can be seen at all (10 ms): usually, and where
+/// a file dialog or the order of a list box is part of it.
 inline constexpr double kUsualBound = 1.3;
 inline constexpr double kSortedBound = 1.5;
 /// For a floor that is there to compare with, and is none.
@@ -24,7 +24,7 @@ struct RowSpec {
     int size;
     double bound = kUsualBound;
     int runs = 7;
-    Work before = [] {};  // before each run of ours, and not measured
+    Work before = [] {};  // before each run of either, and not measured
 };
 
 /// Measures, prints and judges a row. What misses its bound is measured again, up to three times in all, and

@@ -18,9 +18,11 @@
 #include "PresetTransfer.h"
 #include "PresetWriter.h"
 #include "Studio.h"
+#include "Variant.h"
 
 namespace {
 
+using Microsoft::WRL::ComPtr;
 namespace fs = std::filesystem;
 
 constexpr int kRounds = 100;
@@ -69,11 +71,8 @@ class CRounds {
         const auto document = NewDomDocument();
         ParseBytes(*document.Get(), kLayout);
     }
-    void SaveBare() const {
-        const auto document = NewDomDocument();
-        ParseBytes(*document.Get(), kLayout);
-        BytesOf(*document.Get());
-    }
+    void SaveBare() const { BuildBare({2, 1, 4, 0, 1}); }
+    void SaveBareRecord() const { BuildBare({5, 2}); }
     void SaveLayout() {
         const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
         CXMLTreeCtrl document(m_window.Layout(), plugins);
@@ -122,6 +121,31 @@ class CRounds {
     }
 
   private:
+    /// A document of elements with so many attributes, in the calls to the parser that the program makes.
+    static void BuildBare(std::initializer_list<int> elements) {
+        const auto document = NewDomDocument();
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        document->loadXML(BstrOf(L"<?xml version=\"1.0\"?><root></root>").Get(), &loaded);
+        ComPtr<IXMLDOMProcessingInstruction> header;
+        document->createProcessingInstruction(BstrOf(L"xml").Get(),
+                                              BstrOf(L"version=\"1.0\" encoding=\"UTF-8\"").Get(), &header);
+        ComPtr<IXMLDOMNode> first;
+        document->get_firstChild(&first);
+        document->replaceChild(header.Get(), first.Get(), nullptr);
+        ComPtr<IXMLDOMElement> root;
+        for (const int attributes : elements) {
+            ComPtr<IXMLDOMElement> element;
+            document->createElement(BstrOf(L"Element").Get(), &element);
+            root ? root->appendChild(element.Get(), nullptr)
+                 : document->putref_documentElement(element.Get());
+            if (!root) root = element;
+            for (int number = 0; number < attributes; ++number)
+                element->setAttribute(BstrOf(L"Name" + std::to_wstring(number)).Get(),
+                                      CVariant(std::wstring_view(L"Value")).Get());
+        }
+        BytesOf(*document.Get());
+    }
+
     static constexpr char kLayout[] =
         R"(<?xml version="1.0" encoding="UTF-8"?><PluginMenuLayout DocSchema="1" Name="Bench"><Folder Name="A">)"
         R"(<Plugin CLSID="{BAC00000-0000-0000-0000-000000000000}" Category="1" Name="P" OriginalName="P"/>)"
@@ -149,7 +173,7 @@ const Round kRoundsOf[] = {
     {"editing a layout", &CRounds::Edit},
     {"moving presets", &CRounds::MovePresets},
     {"looking for layouts", &CRounds::ScanFolder, &CRounds::LoadBare},
-    {"a backup", &CRounds::BackUp, &CRounds::SaveBare},
+    {"a backup", &CRounds::BackUp, &CRounds::SaveBareRecord},
     {"finding all plug-ins", &CRounds::Enumerate, [](CRounds&) { BareEnumeration(); }},
 };
 
