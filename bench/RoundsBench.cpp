@@ -71,8 +71,17 @@ class CRounds {
         const auto document = NewDomDocument();
         ParseBytes(*document.Get(), kLayout);
     }
-    void SaveBare() const { BuildBare({2, 1, 4, 0, 1}); }
-    void SaveBareRecord() const { BuildBare({5, 2}); }
+    void SaveBare() const { BuildBare(kLayoutParts); }
+    void SaveBareRecord() const {
+        const std::wstring path = m_layout.wstring();
+        BuildBare({{L"Backup",
+                    {{L"Format", L"1"},
+                     {L"Kind", L"layouts"},
+                     {L"Step", L"Bench"},
+                     {L"Time", L"2000-01-01 00:00:00"},
+                     {L"Version", L"1"}}},
+                   {L"File", {{L"Path", path}, {L"Copy", L"1 rounds.pgl"}}}});
+    }
     void SaveLayout() {
         const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
         CXMLTreeCtrl document(m_window.Layout(), plugins);
@@ -113,6 +122,13 @@ class CRounds {
         if (store.CountPresets() != kPresets) std::puts("the presets did not come back");
         store.DeleteAllPresets();
     }
+    void ScanFolderBare() const {
+        for (const auto& entry : fs::directory_iterator(m_folder)) {
+            if (entry.path().extension() != L".pgl") continue;
+            std::ifstream file(entry.path(), std::ios::binary);
+            ParseBytes(*NewDomDocument().Get(), std::string(std::istreambuf_iterator<char>(file), {}));
+        }
+    }
     void ScanFolder() const { ScanLayoutFolder(m_folder); }
     void BackUp() {
         const BackupStep step{
@@ -121,8 +137,13 @@ class CRounds {
     }
 
   private:
-    /// A document of elements with so many attributes, in the calls to the parser that the program makes.
-    static void BuildBare(std::initializer_list<int> elements) {
+    struct Part {
+        std::wstring tag;
+        std::vector<std::pair<std::wstring, std::wstring>> attributes;
+    };
+    /// A document by the calls to the parser that the program makes. Some parsers keep a part of what was
+    /// written.
+    static void BuildBare(const std::vector<Part>& parts) {
         const auto document = NewDomDocument();
         VARIANT_BOOL loaded = VARIANT_FALSE;
         document->loadXML(BstrOf(L"<?xml version=\"1.0\"?><root></root>").Get(), &loaded);
@@ -133,19 +154,30 @@ class CRounds {
         document->get_firstChild(&first);
         document->replaceChild(header.Get(), first.Get(), nullptr);
         ComPtr<IXMLDOMElement> root;
-        for (const int attributes : elements) {
+        for (const Part& part : parts) {
             ComPtr<IXMLDOMElement> element;
-            document->createElement(BstrOf(L"Element").Get(), &element);
+            document->createElement(BstrOf(part.tag).Get(), &element);
             root ? root->appendChild(element.Get(), nullptr)
                  : document->putref_documentElement(element.Get());
             if (!root) root = element;
-            for (int number = 0; number < attributes; ++number)
-                element->setAttribute(BstrOf(L"Name" + std::to_wstring(number)).Get(),
-                                      CVariant(std::wstring_view(L"Value")).Get());
+            for (const auto& [name, value] : part.attributes)
+                element->setAttribute(BstrOf(name).Get(), CVariant(value).Get());
         }
         BytesOf(*document.Get());
     }
 
+    static constexpr wchar_t kPlugin[] = L"{BAC00000-0000-0000-0000-000000000000}";
+    const std::vector<Part> kLayoutParts = {
+        {L"PluginMenuLayout", {{L"DocSchema", L"1"}, {L"Name", L"Bench"}}},
+        {L"Folder", {{L"Name", L"A"}}},
+        {L"Plugin",
+         {{L"CLSID", kPlugin},
+          {L"CLSIDMD5", kPlugin},
+          {L"Category", L"1"},
+          {L"Name", L"P"},
+          {L"OriginalName", L"P"}}},
+        {L"Separator", {}},
+        {L"Folder", {{L"Name", L"B"}}}};
     static constexpr char kLayout[] =
         R"(<?xml version="1.0" encoding="UTF-8"?><PluginMenuLayout DocSchema="1" Name="Bench"><Folder Name="A">)"
         R"(<Plugin CLSID="{BAC00000-0000-0000-0000-000000000000}" Category="1" Name="P" OriginalName="P"/>)"
@@ -172,7 +204,7 @@ const Round kRoundsOf[] = {
     {"saving a layout", &CRounds::SaveLayout, &CRounds::SaveBare},
     {"editing a layout", &CRounds::Edit},
     {"moving presets", &CRounds::MovePresets},
-    {"looking for layouts", &CRounds::ScanFolder, &CRounds::LoadBare},
+    {"looking for layouts", &CRounds::ScanFolder, &CRounds::ScanFolderBare},
     {"a backup", &CRounds::BackUp, &CRounds::SaveBareRecord},
     {"finding all plug-ins", &CRounds::Enumerate, [](CRounds&) { BareEnumeration(); }},
 };
