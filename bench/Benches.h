@@ -4,7 +4,7 @@
 #include "Measure.h"
 
 /// Finding and listing all plug-ins, and what a user does with them, for growing collections.
-void BenchStudio();
+void BenchPlugins();
 /// Reading, writing and editing layouts, for growing ones.
 void BenchLayouts();
 /// The backup before a step, of registry values and of files.
@@ -14,7 +14,7 @@ void BenchPresets();
 /// What the process holds after many rounds of everything.
 void BenchRounds();
 
-// Parts of BenchStudio, for as many plug-ins as are registered then.
+// Parts of BenchPlugins, for as many plug-ins as are registered then.
 /// In the program's dialog.
 void BenchDialog(int plugins);
 /// The program as a process of its own.

@@ -59,10 +59,19 @@ class CBareDialog : public CDialog {
 
 std::vector<std::wstring> RowsOf(const CListBox& list) {
     std::vector<std::wstring> rows;
+    rows.reserve(static_cast<std::size_t>(list.Count()));
     for (int row = 0; row < list.Count(); ++row) rows.push_back(list.RowText(row));
     // In no order, as they come from the inventory.
     for (std::size_t row = 0; row < rows.size(); ++row) std::swap(rows[row], rows[row * 7919 % rows.size()]);
     return rows;
+}
+
+std::vector<std::wstring> ClsidsOf(const CListBox& list, int count) {
+    std::vector<std::wstring> clsids;
+    clsids.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row)
+        clsids.push_back(ClsidText(list.ItemOf<PluginListItem>(row)->clsid));
+    return clsids;
 }
 
 std::vector<std::wstring> FilesOf(const CPluginInventory& inventory) {
@@ -133,9 +142,7 @@ void SelectRows(CMainWindow& window, CBareDialog& bare, int plugins) {
     window.Choose(kVstEffects);
     bare.Fill(RowsOf(window.Plugins()));
     const int rows = window.Plugins().Count();
-    std::vector<std::wstring> clsids;
-    for (int row = 0; row < rows; ++row)
-        clsids.push_back(ClsidText(window.Plugins().ItemOf<PluginListItem>(row)->clsid));
+    const auto clsids = ClsidsOf(window.Plugins(), rows);
     const auto select = [&](const char* name, int count) {
         Row(
             {.name = name, .size = plugins}, [&] { window.SelectFirst(count); },
@@ -159,9 +166,7 @@ void ExclusionRows(CMainWindow& window, CBareDialog& bare, const CPluginInventor
     const auto all = RowsOf(window.Plugins());
     auto left = all;
     left.resize(all.size() - static_cast<std::size_t>(count));
-    std::vector<std::wstring> clsids;
-    for (int row = 0; row < count; ++row)
-        clsids.push_back(ClsidText(window.Plugins().ItemOf<PluginListItem>(row)->clsid));
+    const auto clsids = ClsidsOf(window.Plugins(), count);
     const auto files = FilesOf(inventory);
     const auto show = [&](int button) {
         window.Press(button);

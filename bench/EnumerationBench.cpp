@@ -129,7 +129,7 @@ void BenchPanes() {
 
 }  // namespace
 
-void BenchStudio() {
+void BenchPlugins() {
     constexpr int kSizes[] = {500, 1000, 2000, 4000};
     for (const int plugins : kSizes) {
         GrowStudio(plugins);

@@ -19,7 +19,7 @@ struct Bench {
 constexpr Bench kBenches[] = {
     {L"presets", BenchPresets},  // first, because it also looks at the peak of memory
     {L"backups", BenchBackups}, {L"layouts", BenchLayouts},
-    {L"rounds", BenchRounds},   {L"studio", BenchStudio},
+    {L"rounds", BenchRounds},   {L"plugins", BenchPlugins},
 };
 
 }  // namespace

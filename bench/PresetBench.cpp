@@ -185,7 +185,7 @@ void BenchDeletion(int plugin, const Collection& collection) {
     Row(
         {.name = std::string("delete all ") + collection.name,
          .size = collection.presets,
-         .runs = 3,
+         .runs = 5,
          .before =
              [&] {
                  AddPresets(plugin, collection.presets, collection.size);
