@@ -99,20 +99,51 @@ void BareFill(const CTreeView& tree, const Shape& shape, int size) {
     }
 }
 
+/// Each element's name, and its attributes' names and values.
+void BareNodes(IXMLDOMNode& node) {
+    BSTR text = nullptr;
+    node.get_nodeName(&text);
+    ::SysFreeString(text);
+    ComPtr<IXMLDOMNamedNodeMap> attributes;
+    node.get_attributes(&attributes);
+    ComPtr<IXMLDOMNode> attribute;
+    while (attributes && attributes->nextNode(&attribute) == S_OK && attribute) {
+        attribute->get_nodeName(&text);
+        ::SysFreeString(text);
+        VARIANT value;
+        ::VariantInit(&value);
+        attribute->get_nodeValue(&value);
+        ::VariantClear(&value);
+    }
+    ComPtr<IXMLDOMNode> child;
+    node.get_firstChild(&child);
+    while (child) {
+        BareNodes(*child.Get());
+        ComPtr<IXMLDOMNode> next;
+        child->get_nextSibling(&next);
+        child = next;
+    }
+}
+
 /// By way of the memory, since the parser takes much longer to open a file by itself.
-void BareRead(const std::wstring& path) {
+ComPtr<IXMLDOMElement> BareRead(const std::wstring& path) {
     const HANDLE file =
         ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     std::string bytes(::GetFileSize(file, nullptr), '\0');
     DWORD read = 0;
     ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
     ::CloseHandle(file);
-    ParseBytes(*NewDomDocument().Get(), bytes);
+    const auto document = NewDomDocument();
+    ParseBytes(*document.Get(), bytes);
+    ComPtr<IXMLDOMElement> root;
+    document->get_documentElement(&root);
+    return root;
 }
 
-/// The floor of a load: the parser reads the file, and as many items go into the tree.
+/// The floor of a load: the parser reads the file and is asked for all of it, and as many items go into the
+/// tree.
 void BareLoad(const CTreeView& tree, const std::wstring& path, const Shape& shape, int size) {
-    BareRead(path);
+    BareNodes(*BareRead(path).Get());
     BareFill(tree, shape, size);
 }
 
