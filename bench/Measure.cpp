@@ -73,8 +73,9 @@ struct Growth {
     std::string name;
     double ours;
     double floor;
+    double ratio;
     bool bound;
-    bool Misses() const { return bound && ours > floor + kExponentBound; }
+    bool Misses() const { return bound && ratio > kExponentBound; }
 };
 
 std::vector<Growth> GrowthOfRows() {
@@ -84,7 +85,7 @@ std::vector<Growth> GrowthOfRows() {
     for (const auto& [name, rows] : series) {
         if (rows.size() >= kFewestSizes)
             growth.push_back({name, ExponentOf(rows, &Comparison::ours), ExponentOf(rows, &Comparison::floor),
-                              rows.front().bound != kNoBound});
+                              ExponentOf(rows, &Comparison::ratio), rows.front().bound != kNoBound});
     }
     return growth;
 }
@@ -121,6 +122,7 @@ Comparison Compare(int runs, const Work& ours, const Work& floor, const Work& be
     floor();
     std::vector<double> ourTimes;
     std::vector<double> floorTimes;
+    std::vector<double> ratios;
     double inAll = 0;
     const auto isEnough = [&](std::size_t done) {
         return done >= static_cast<std::size_t>(runs) && (inAll >= kShortMs || done >= kMostRuns);
@@ -130,9 +132,10 @@ Comparison Compare(int runs, const Work& ours, const Work& floor, const Work& be
         ourTimes.push_back(MillisecondsOf(ours));
         before();
         floorTimes.push_back(MillisecondsOf(floor));
+        ratios.push_back(ourTimes.back() / floorTimes.back());
         inAll += ourTimes.back();
     }
-    return {Median(ourTimes), Median(floorTimes)};
+    return {Median(ourTimes), Median(floorTimes), Median(ratios)};
 }
 
 Comparison Row(const RowSpec& row, const Work& ours, const Work& floor) {
@@ -151,7 +154,8 @@ void PrintHeader() {
 }
 
 void PrintRow(const std::string& what, int items, const Comparison& result, double bound) {
-    const Measured& row = g_rows.emplace_back(what, items, result, bound);
+    g_rows.push_back({what, items, result, bound});
+    const Measured& row = g_rows.back();
     std::printf("%-36s %7d %11.2f %11.2f %7.2f %7.2f %13.1f%s\n", what.c_str(), items, result.ours,
                 result.floor, result.Ratio(), bound, result.ours * 1000 / items,
                 row.Misses() ? "  MISSED" : "");

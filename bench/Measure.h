@@ -16,7 +16,8 @@ inline constexpr double kNoBound = 0;
 struct Comparison {
     double ours = 0;   // ms, median
     double floor = 0;  // ms, median
-    double Ratio() const { return ours / floor; }
+    double ratio = 0;  // median of those of each two runs in turn, which a busy machine has slowed alike
+    double Ratio() const { return ratio; }
 };
 
 struct RowSpec {
