@@ -227,7 +227,6 @@ void BenchRounds() {
     fs::create_directories(folder);
     {
         CRounds rounds(folder);
-        Holdings objects;
         for (const Round& round : kRoundsOf) {
             const Holdings floor = LeftBy(round.floor, rounds);
             const Holdings ours = LeftBy(round.work, rounds);

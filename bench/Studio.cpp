@@ -69,7 +69,7 @@ void AddVst(int number) {
     // A plug-in without its file would be asked about when it is excluded.
     const auto file = kVstFolder / (L"plugin" + std::to_wstring(number) + L".dll");
     std::filesystem::create_directories(kVstFolder);
-    std::ofstream{file};
+    std::ofstream(file).put('b');
     key->WriteString(L"FullPath", file.wstring());
     key->WriteDword(L"registerAsSynth", 0);
     key->WriteString(L"FullName", NameOf(L"VST", number));
