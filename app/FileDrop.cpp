@@ -66,12 +66,12 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         } else if (HasExtension(path, L".spp") && IsFile(path)) {
             presets.push_back(path);
         } else {
-            others.push_back(path);
+            others.push_back(FileNameOf(path));
         }
     }
     if (!layout.empty()) m_takers.layouts.OpenDropped(layout);
     ImportPresets(presets, others);
-    Report(others, count - std::min(count, kMostLookedAt));
+    Report(others, count);
 }
 
 /// Whoever leaves one of them leaves those behind it, too.
@@ -82,19 +82,25 @@ void CFileDrop::ImportPresets(const std::vector<std::wstring>& files, std::vecto
     for (const std::wstring& file : files) {
         if (!m_dialog.IsLive()) return;
         const auto dropped = m_takers.presets.ImportDropped(file, find);
-        if (dropped == CPresetView::Dropped::NoPresetFile) others.push_back(file);
+        if (dropped == CPresetView::Dropped::NoPresetFile)
+            others.push_back(FormatText(LoadText(IDS_UNREADABLE_PRESETS), FileNameOf(file)));
         if (dropped == CPresetView::Dropped::Left) break;
     }
     if (!files.empty() && m_dialog.IsLive()) m_takers.list.OnSelectionChanged();
 }
 
-void CFileDrop::Report(const std::vector<std::wstring>& others, std::size_t more) const {
-    if (!m_dialog.IsLive() || others.size() + more == 0) return;
-    std::wstring names;
-    const std::size_t named = std::min(others.size(), kMostNamed);
-    for (std::size_t i = 0; i < named; ++i) names += (i > 0 ? L"\n" : L"") + FileNameOf(others[i]);
-    more += others.size() - named;
-    if (more > 0) names += (named > 0 ? L"\n" : L"") + FormatText(LoadText(IDS_AND_MORE), NumberText(more));
-    ShowMessage(m_dialog.Handle(), FormatText(LoadText(IDS_NOT_OPENED), names), kMessageCaption,
-                MB_OK | MB_ICONEXCLAMATION);
+void CFileDrop::Report(const std::vector<std::wstring>& others, UINT count) const {
+    if (!m_dialog.IsLive() || (others.empty() && count <= kMostLookedAt)) return;
+    std::wstring text;
+    if (!others.empty()) {
+        std::wstring names = others.front();
+        for (std::size_t i = 1; i < std::min(others.size(), kMostNamed); ++i) names += L'\n' + others[i];
+        if (others.size() > kMostNamed)
+            names += L'\n' + FormatText(LoadText(IDS_AND_MORE), NumberText(others.size() - kMostNamed));
+        text = FormatText(LoadText(IDS_NOT_OPENED), names);
+    }
+    if (count > kMostLookedAt)
+        text += (others.empty() ? L"" : L"\n\n") +
+                FormatText(LoadText(IDS_ONLY_FIRST_FILES), NumberText(kMostLookedAt), NumberText(count));
+    ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_OK | MB_ICONEXCLAMATION);
 }

@@ -33,7 +33,8 @@ class CFileDrop {
   private:
     bool CanTakeFiles() const;
     void ImportPresets(const std::vector<std::wstring>& files, std::vector<std::wstring>& others);
-    void Report(const std::vector<std::wstring>& others, std::size_t more) const;
+    /// `others` says of each what it is, `count` how many files were dropped.
+    void Report(const std::vector<std::wstring>& others, UINT count) const;
 
     CDialog& m_dialog;
     const Takers m_takers;

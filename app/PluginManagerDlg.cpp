@@ -40,7 +40,8 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
       m_docking(*this, m_host, m_cmdLine.floating),
-      m_elevation(*this, {.mayClose = [this] { return MayClose(); }, .stays = [this] { OnStays(); }}),
+      m_elevation(*this, {.mayClose = [this] { return m_closing.MayClose(); },
+                          .stays = [this] { m_closing.OnStays(); }}),
       m_size(*this, [this](UINT dpi) { LoadImages(dpi); }),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
@@ -87,8 +88,8 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
         R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
         R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
-        R::OnMessage<WM_QUERYENDSESSION, &Frame::OnQueryEndSession>(),
-        R::OnMessage<WM_ENDSESSION, &Frame::OnEndSession>(),
+        R::OnMessage<WM_QUERYENDSESSION, &CClosing::OnQueryEndSession>(),
+        R::OnMessage<WM_ENDSESSION, &CClosing::OnEndSession>(),
         R::OnMessage<WM_SYSCOLORCHANGE, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_THEMECHANGED, &Frame::OnColoursChanged>(),
         R::OnMessage<WM_SETTINGCHANGE, &Frame::OnColoursChanged>(),
@@ -115,6 +116,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<EN_KILLFOCUS, &CFindField::OnLeft>(IDC_FIND),
         R::OnCommand<BN_CLICKED, &CFindField::OnFind>(ID_FIND),
         R::OnCommand<BN_CLICKED, &CFindField::OnFindNext>(ID_FIND_NEXT),
+        R::OnCommand<BN_CLICKED, &CFindField::OnFindPrevious>(ID_FIND_PREVIOUS),
 
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowEnabled>(IDC_SHOW_ENABLED),
         R::OnCommand<BN_CLICKED, &Exclusion::OnShowExcluded>(IDC_SHOW_EXCLUDED),
@@ -399,7 +401,7 @@ void CPluginManagerDlg::OnRestored(std::span<const BackupRecord> backups) {
 void CPluginManagerDlg::OnOK() {
     // Enter anywhere else than on the Close button must not close the dialog.
     if (!Item(IDC_CLOSE).HasFocus()) return;
-    if (!MayClose()) return;
+    if (!m_closing.MayClose()) return;
     // Kept: closing with OK does to the selected plug-ins what the Exclude or Enable button would do.
     if (Item(IDC_EXCLUDE).IsEnabled()) m_exclusion.TogglePluginExclusion();
     m_host.Tell(kLayoutsChanged);
@@ -407,40 +409,7 @@ void CPluginManagerDlg::OnOK() {
 }
 
 void CPluginManagerDlg::OnCancel() {
-    if (MayClose()) End(IDCANCEL);
-}
-
-bool CPluginManagerDlg::OnQueryEndSession() {
-    // A disabled dialog has a question open already.
-    return IsEnabled() && !IsWorking() ? MayClose() : !m_tree.Layout().IsModified();
-}
-
-void CPluginManagerDlg::OnEndSession(bool ends) {
-    // An ended session destroys no window; in one that goes on, another program said no.
-    if (!ends) return OnStays();
-    m_files.DropUnasked();
-    m_size.StorePlace();
-}
-
-void CPluginManagerDlg::OnStays() {
-    // The discarded layout is still there.
-    if (std::exchange(m_discarded, false)) m_tree.Layout().SetModified(true);
-}
-
-bool CPluginManagerDlg::MayClose() {
-    m_tree.CancelDrag();
-    switch (m_files.AskToSave(MB_YESNOCANCEL)) {
-        case IDYES:
-            // Still modified: the save failed, and the tree holds the only copy.
-            return !m_tree.Layout().IsModified();
-        case IDNO:
-            if (!m_files.MayBeDropped(m_files.KeepUnsaved())) return false;
-            m_discarded = m_discarded || m_tree.Layout().IsModified();
-            m_tree.Layout().SetModified(false);  // so that nothing asks again
-            return true;
-        default:
-            return false;
-    }
+    if (m_closing.MayClose()) End(IDCANCEL);
 }
 
 void CPluginManagerDlg::OnDestroy() {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "BackupsView.h"
+#include "Closing.h"
 #include "CmdLine.h"
 #include "Dialog.h"
 #include "DialogSize.h"
@@ -60,9 +61,6 @@ class CPluginManagerDlg : public CDialog {
     HICON OnQueryDragIcon() { return m_icon.Get(); }
     void OnDestroy();
     int OnVKeyToItem(UINT key, HWND list);
-    bool OnQueryEndSession();
-    void OnEndSession(bool ends);
-    void OnStays();
     void OnColoursChanged();
     void OnTimer(UINT_PTR timer);
     void OnHelp() const;
@@ -77,9 +75,6 @@ class CPluginManagerDlg : public CDialog {
     void AddAboutCommand() const;
     void LoadImages(UINT dpi);
     void SetIcons();
-    /// Asks whether to save a modified layout; false when the dialog has to stay open, because the user
-    /// cancelled, nobody answered or the save failed. A discarded layout counts as unmodified.
-    bool MayClose();
     void SetHelpNumbers() const;
     void FirstFill();
 
@@ -92,7 +87,6 @@ class CPluginManagerDlg : public CDialog {
     const ManagerSettings m_settings;
     UniqueIcon m_icon;
     UniqueIcon m_smallIcon;
-    bool m_discarded = false;  // MayClose discarded a modified layout
 
     CBackups m_backups;
     CPluginDatabase m_database;
@@ -110,6 +104,7 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CFindField m_find;
     CLayoutFilesView m_files;
+    CClosing m_closing{*this, m_size, m_tree, m_files};
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
@@ -117,7 +112,7 @@ class CPluginManagerDlg : public CDialog {
     CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files}};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&>
+               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&, CClosing&>
         m_views{m_docking, m_elevation, m_size,  m_list,       m_exclusion,  m_names, m_vstTools, m_tree,
-                m_files,   m_toolbar,   m_tasks, m_backupList, m_pluginMenu, m_find,  m_fileDrop};
+                m_files,   m_toolbar,   m_tasks, m_backupList, m_pluginMenu, m_find,  m_fileDrop, m_closing};
 };

@@ -69,6 +69,7 @@ void CPluginListView::EnumeratePlugins() {
     Categories().Clear();
     m_categoriesCaption.ShowCount(0);
     ClearPlugins();
+    CPluginDetails(m_dialog).Clear();
     m_texts.Clear();
 
     FillCategories(m_inventory.ReadAdapterInventory());
@@ -127,7 +128,6 @@ void CPluginListView::ClearPlugins() {
     Plugins().Clear();
     m_items.clear();
     m_pluginsCaption.ShowPlain();
-    CPluginDetails(m_dialog).Clear();
 }
 
 void CPluginListView::Refill() {
@@ -144,11 +144,21 @@ void CPluginListView::Refill(const CRememberedRows& rows) {
 void CPluginListView::RefreshPluginList() {
     const auto category = SelectedCategory();
     if (!category || category == m_shown) return;
+    Fill(*category);
+    ShowNoSelection(*category);
+}
+
+void CPluginListView::Fill(Category category) {
     m_shown = category;
     if (!m_words.empty()) m_texts.Update(m_inventory);
-    IsVstCategory(*category) ? FillFromInventory(*category) : FillFromEntries(*category);
-    CPluginDetails(m_dialog).ShowFieldsOf(*category);
-    ShowPanesOf(*category);
+    IsVstCategory(category) ? FillFromInventory(category) : FillFromEntries(category);
+}
+
+void CPluginListView::ShowNoSelection(Category category) const {
+    const CPluginDetails details(m_dialog);
+    details.Clear();
+    details.ShowFieldsOf(category);
+    ShowPanesOf(category);
     m_presetsCaption.ShowPlain();
 }
 
@@ -290,15 +300,18 @@ void CPluginListView::Find(const std::wstring& text) {
     auto words = WordsOf(FoldedText(text));
     if (words == m_words) return;
     m_words = std::move(words);
+    const auto category = SelectedCategory();
+    if (!category) return;
     const CListBox plugins = Plugins();
+    const int selectedBefore = plugins.SelectedCount();
     const auto rows = CRememberedRows::SelectionOf(plugins);
-    m_shown.reset();
-    RefreshPluginList();
+    Fill(*category);
     rows.Restore(plugins);
-    if (const auto selected = plugins.SelectedRows(); !selected.empty()) {
-        plugins.SetCaretRow(selected.front());
-        ShowSelection();
-    }
+    const auto selected = plugins.SelectedRows();
+    if (!selected.empty()) plugins.SetCaretRow(selected.front());
+    // What the panes show of the same plug-ins need not be read again with every key.
+    if (std::ssize(selected) == selectedBefore) return;
+    selected.empty() ? ShowNoSelection(*category) : ShowSelection();
 }
 
 bool CPluginListView::GoToFirst() {

@@ -96,6 +96,8 @@ class CPluginListView {
     CategoryCounts CountRows();
     void ShowCount(CListBox plugins, bool isEmpty);
     void ShowNextCategory();
+    void Fill(Category category);
+    void ShowNoSelection(Category category) const;
     void ShowSelection();
     void PutCaretOnSelection() const;
     void ShowPanesOf(Category category) const;

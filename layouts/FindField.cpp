@@ -4,7 +4,6 @@
 
 #include "AccessibleName.h"
 #include "FoldedText.h"
-#include "LayoutSearch.h"
 #include "Resources.h"
 #include "WordMatch.h"
 #include "resource.h"
@@ -42,6 +41,13 @@ void CFindField::OnChange() const {
     if (!m_asksLayout) m_list.Find(Field().Text());
 }
 
+/// While another window is active, a dialog that floats keeps the focus for the field; what a host does
+/// nobody knows.
+void CFindField::OnLeft() {
+    const bool floats = (::GetWindowLongPtrW(m_dialog.Handle(), GWL_STYLE) & WS_CHILD) == 0;
+    if (!floats || ::IsChild(m_dialog.Handle(), ::GetFocus())) Ask(false);
+}
+
 void CFindField::Ask(bool layout) {
     if (layout == m_asksLayout) return;
     m_asksLayout = layout;
@@ -61,17 +67,17 @@ std::vector<std::wstring> CFindField::LayoutWords() const {
     return WordsOf(FoldedText(m_asksLayout ? Field().Text() : m_otherText));
 }
 
-void CFindField::OnFindNext() {
+void CFindField::FindOn(SearchOrder order) {
     if (LayoutWords().empty()) return OnFind();
-    SelectNextItem();
+    SelectNextItem(order);
 }
 
 /// False when there is none, which can be heard.
-bool CFindField::SelectNextItem() const {
+bool CFindField::SelectNextItem(SearchOrder order) const {
     m_tree.CancelDrag();
     if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
     const auto words = LayoutWords();
-    const HTREEITEM item = words.empty() ? nullptr : FindNextItem(m_tree.Layout(), words);
+    const HTREEITEM item = words.empty() ? nullptr : FindNextItem(m_tree.Layout(), words, order);
     if (!item) {
         ::MessageBeep(MB_OK);
         return false;
@@ -88,7 +94,8 @@ bool CFindField::OnKey(WPARAM key, bool controlAlone) {
         return true;
     }
     if (key == VK_F3 && (m_asksLayout || IsInTree())) {
-        m_dialog.Send(WM_COMMAND, ID_FIND_NEXT);
+        const bool backwards = ::GetKeyState(VK_SHIFT) < 0;
+        m_dialog.Send(WM_COMMAND, backwards ? ID_FIND_PREVIOUS : ID_FIND_NEXT);
         return true;
     }
     // The row that tells of other categories names Enter, and what empties the list leaves the focus there.
@@ -117,7 +124,7 @@ bool CFindField::OnFieldKey(WPARAM key) {
 
 void CFindField::GoOn() {
     if (m_asksLayout) {
-        if (SelectNextItem()) m_tree.Tree().Focus();
+        if (SelectNextItem(SearchOrder::Forwards)) m_tree.Tree().Focus();
     } else if (m_list.GoToFirst()) {
         m_list.Plugins().Focus();
     }

@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "Dialog.h"
+#include "LayoutSearch.h"
 #include "LayoutTreeView.h"
 #include "PluginListView.h"
 
 /// What is typed narrows the plug-in list at once. Called from the layout tree, the field asks for items of
-/// the layout, in words of their own, until it loses the focus.
+/// the layout, in words of their own, until another control of the dialog has the focus.
 class CFindField {
   public:
     CFindField(CDialog& dialog, CPluginListView& list, CLayoutTreeView& tree);
@@ -20,11 +21,12 @@ class CFindField {
     void OnDestroy() const;
 
     void OnChange() const;
-    void OnLeft() { Ask(false); }
+    void OnLeft();
     /// Goes to the field.
     void OnFind();
     /// Goes to the next item of the layout.
-    void OnFindNext();
+    void OnFindNext() { FindOn(SearchOrder::Forwards); }
+    void OnFindPrevious() { FindOn(SearchOrder::Backwards); }
     /// A key that is pressed anywhere in the dialog; true when that was all it is for.
     bool OnKey(WPARAM key, bool controlAlone);
 
@@ -33,7 +35,8 @@ class CFindField {
     bool IsInTree() const;
     void Ask(bool layout);
     void ShowCue() const;
-    bool SelectNextItem() const;
+    void FindOn(SearchOrder order);
+    bool SelectNextItem(SearchOrder order) const;
     /// Folded.
     std::vector<std::wstring> LayoutWords() const;
     bool OnFieldKey(WPARAM key);

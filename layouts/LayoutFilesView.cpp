@@ -50,7 +50,7 @@ CLayoutFilesView::CLayoutFilesView(CDialog& dialog, CLayoutTreeView& tree, const
       }) {}
 
 void CLayoutFilesView::OnInitDialog() {
-    m_list = m_dialog.Control<CComboBox>(IDC_LAYOUTS);
+    m_list = m_dialog.Control<CLayoutList>(IDC_LAYOUTS);
     EnableDelete(false);
     ShowFileName(L"");
     m_tree.WhenRestored([this] { MarkInstalled(); });
@@ -91,8 +91,7 @@ void CLayoutFilesView::ListLayouts() {
     const CWaitCursor wait;
     const CRedrawLock noRedraw(m_list);
     m_list.Clear();
-    m_paths.clear();
-    for (const LayoutFile& file : ScanLayoutFolder(m_folder)) AddRow(file.name, file.path);
+    for (const LayoutFile& file : ScanLayoutFolder(m_folder)) m_list.AddLayout(file.name, file.path);
     m_current.reset();
     EnableDelete(false);
     m_list.SetText(m_name);
@@ -119,10 +118,10 @@ void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& 
     if (IsTemporary(path)) {
         ShowFileName(L"");
     } else {
-        auto row = RowOf(path);
+        auto row = m_list.RowOf(path);
         // A file that the list did not know leaves the button as it was.
         if (row) EnableDelete(true);
-        if (!row) row = AddRow(name, path);
+        if (!row) row = m_list.AddLayout(name, path);
         m_list.SetCurrentRow(row);
         if (row) SetName(m_list.RowText(*row));
         ShowFileName(path);
@@ -133,7 +132,7 @@ void CLayoutFilesView::ShowOpened(const std::wstring& name, const std::wstring& 
 void CLayoutFilesView::OnRestored(std::span<const std::wstring> files) {
     DisplayName();  // the name that was typed stays in the field
     ListLayouts();
-    m_current = RowOf(m_path);
+    m_current = m_list.RowOf(m_path);
     m_list.SetCurrentRow(m_current);
     EnableDelete(m_current.has_value());
     SetName(std::wstring(m_name));
@@ -245,12 +244,12 @@ void CLayoutFilesView::OnDeferred() {
 }
 
 void CLayoutFilesView::Pick(std::optional<int> row) {
-    const std::wstring path = PathOf(row);
+    const std::wstring path = m_list.PathOf(row);
     const int answer = AskToSave(MB_YESNOCANCEL);
     if (answer == IDCANCEL) return;
     if (answer != IDYES || path.empty()) return ShowPicked(row);
     // Saving fills the list again: the rows are others then, and files of other folders have none.
-    if (const auto newRow = RowOf(path)) return ShowPicked(newRow);
+    if (const auto newRow = m_list.RowOf(path)) return ShowPicked(newRow);
     Open(path);
 }
 
@@ -260,7 +259,7 @@ void CLayoutFilesView::ShowPicked(std::optional<int> row) {
 
 /// False when its file could not be shown.
 bool CLayoutFilesView::ShowRow(std::optional<int> row) {
-    const std::wstring path = PathOf(row);
+    const std::wstring path = m_list.PathOf(row);
     CXMLTreeCtrl document(m_tree.Layout(), m_plugins);
     if (!path.empty() && !Load(document, path)) return false;
     m_list.SetCurrentRow(row);
@@ -276,7 +275,7 @@ bool CLayoutFilesView::ShowRow(std::optional<int> row) {
 
 int CLayoutFilesView::Save(HWND owner, bool mayAsk) {
     const std::wstring proposed = IsTemporary(m_path) ? m_path : ProposedFileName(DisplayName());
-    CLayoutFileDlg dialog(m_folder, proposed, Names(), m_name);
+    CLayoutFileDlg dialog(m_folder, proposed, m_list.Names(), m_name);
     const auto path = dialog.RunSave(owner);
     if (!path || !m_dialog.IsLive()) return IDCANCEL;
     const BackupStep step = StepFor(IDS_STEP_SAVE_LAYOUT, *path);
@@ -293,10 +292,10 @@ void CLayoutFilesView::OnSaveInPlace() {
     if (name.empty() || m_path.empty() || IsTemporary(m_path)) return OnSave();
     const auto backup = BackUpOrAsk(m_backups, StepFor(IDS_STEP_SAVE_LAYOUT, m_path), m_dialog.Handle());
     if (!backup || !Write(m_path, name)) return;
-    const auto row = RowOf(m_path);
+    const auto row = m_list.RowOf(m_path);
     if (!row || m_list.RowText(*row) == name) return;
     m_list.Remove(*row);
-    m_current = AddRow(name, m_path);
+    m_current = m_list.AddLayout(name, m_path);
     m_list.SetCurrentRow(m_current);
     SetName(name);
 }
@@ -330,7 +329,7 @@ void CLayoutFilesView::ShowSaved(const std::wstring& path, const std::wstring& n
     ListLayouts();
     ShowFileName(path);
     // Of several layouts with one name it is the one in this file.
-    const auto row = RowOf(path);
+    const auto row = m_list.RowOf(path);
     if (!row || m_list.RowText(*row) != name) return;
     const CRememberedTree remembered(m_tree.Layout());
     ShowRow(row);
@@ -346,7 +345,7 @@ bool CLayoutFilesView::DeleteLayout(const std::wstring& path) {
 }
 
 void CLayoutFilesView::OnDelete() {
-    const std::wstring path = PathOf(m_current);
+    const std::wstring path = m_list.PathOf(m_current);
     if (!path.empty() && Ask(LoadText(IDS_DELETE_LAYOUT_QUESTION), MB_YESNO) == IDYES && DeleteLayout(path)) {
         if (SamePath(path, m_path)) m_path.clear();
         m_list.Remove(*m_current);
@@ -361,36 +360,8 @@ void CLayoutFilesView::OnDelete() {
     m_tree.UpdateButtons();
 }
 
-std::vector<std::wstring> CLayoutFilesView::Names() const {
-    std::vector<std::wstring> names;
-    names.reserve(m_paths.size());
-    for (int row = 0; row < m_list.Count(); ++row) names.push_back(m_list.RowText(row));
-    return names;
-}
-
-std::wstring CLayoutFilesView::PathOf(std::optional<int> row) const {
-    const LPARAM index = row ? m_list.Data(*row) : -1;
-    const bool known = index >= 0 && static_cast<std::size_t>(index) < m_paths.size();
-    return known ? m_paths[static_cast<std::size_t>(index)] : std::wstring();
-}
-
-std::optional<int> CLayoutFilesView::RowOf(const std::wstring& path) const {
-    for (int row = 0; row < m_list.Count(); ++row) {
-        if (SamePath(PathOf(row), path)) return row;
-    }
-    return std::nullopt;
-}
-
-std::optional<int> CLayoutFilesView::AddRow(const std::wstring& name, const std::wstring& path) {
-    const int row = m_list.Add(name);
-    if (row < 0) return std::nullopt;
-    m_list.SetData(row, static_cast<LPARAM>(m_paths.size()));
-    m_paths.push_back(path);
-    return row;
-}
-
 void CLayoutFilesView::RemovePlaceholder() {
-    if (m_list.Count() == 0 || m_list.Data(0) != -1) return;
+    if (!m_list.HasPlaceholder()) return;
     m_list.Remove(0);
     if (m_current) m_current = *m_current > 0 ? std::optional(*m_current - 1) : std::nullopt;
 }
@@ -404,11 +375,6 @@ void CLayoutFilesView::SetName(const std::wstring& name) {
 const std::wstring& CLayoutFilesView::DisplayName() {
     if (!m_listMoved) m_name = m_list.Text();
     return m_name;
-}
-
-bool CLayoutFilesView::IsWheelOverList(const MSG& message) const {
-    return message.message == WM_MOUSEWHEEL && !m_list.IsDropped() &&
-           (message.hwnd == m_list.Handle() || ::IsChild(m_list.Handle(), message.hwnd));
 }
 
 void CLayoutFilesView::ShowFileName(const std::wstring& path) const {

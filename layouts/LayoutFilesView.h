@@ -11,6 +11,7 @@
 #include "BackupQuestion.h"
 #include "Dialog.h"
 #include "HostWindow.h"
+#include "LayoutList.h"
 #include "LayoutTreeView.h"
 #include "PluginInventory.h"
 #include "UnsavedLayout.h"
@@ -67,8 +68,7 @@ class CLayoutFilesView {
     void OnListChosen() { EndPick(true); }
     void OnListLeft() { EndPick(false); }
     void OnDeferred();
-    /// Over the closed list the wheel would pick one layout after the other.
-    bool IsWheelOverList(const MSG& message) const;
+    bool IsWheelOverList(const MSG& message) const { return m_list.IsWheelOver(message); }
 
   private:
     void ShowOpened(const std::wstring& name, const std::wstring& path);
@@ -88,11 +88,6 @@ class CLayoutFilesView {
     void ShowPicked(std::optional<int> row);
     bool ShowRow(std::optional<int> row);
 
-    std::vector<std::wstring> Names() const;
-    /// Empty when the row, if any, stands for no file.
-    std::wstring PathOf(std::optional<int> row) const;
-    std::optional<int> RowOf(const std::wstring& path) const;
-    std::optional<int> AddRow(const std::wstring& name, const std::wstring& path);
     void RemovePlaceholder();
     void SetName(const std::wstring& name);
     const std::wstring& DisplayName();
@@ -109,13 +104,12 @@ class CLayoutFilesView {
     const std::wstring m_folder;
     const std::wstring m_settingsKey;
     const LayoutPlugins m_plugins;
-    CComboBox m_list;
-    std::vector<std::wstring> m_paths;  // a row's data is an index into them; -1 for a row without a file
-    std::optional<int> m_current;       // row of the layout shown; nothing for a new one
-    std::wstring m_name;                // in the list's field, before a pick changes it
-    bool m_listMoved = false;           // the list's current row is not the layout shown
-    bool m_chosen = false;              // the row that the list moved to was picked, and the list not left
-    unsigned m_questions = 0;           // asked so far, about unsaved changes
-    std::wstring m_path;                // of the layout shown; empty when it has no file
+    CLayoutList m_list;
+    std::optional<int> m_current;  // row of the layout shown; nothing for a new one
+    std::wstring m_name;           // in the list's field, before a pick changes it
+    bool m_listMoved = false;      // the list's current row is not the layout shown
+    bool m_chosen = false;         // the row that the list moved to was picked, and the list not left
+    unsigned m_questions = 0;      // asked so far, about unsaved changes
+    std::wstring m_path;           // of the layout shown; empty when it has no file
     CUnsavedLayout m_unsaved;
 };

@@ -16,14 +16,19 @@ bool Has(const LayoutItem& item, std::span<const std::wstring> words) {
 
 }  // namespace
 
-HTREEITEM FindNextItem(const CTreeCtrlWrapper& layout, std::span<const std::wstring> words) {
+HTREEITEM FindNextItem(const CTreeCtrlWrapper& layout, std::span<const std::wstring> words,
+                       SearchOrder order) {
     const CTreeCtrlEx& tree = layout.Tree();
-    HTREEITEM item = tree.Caret();
+    const HTREEITEM caret = tree.Caret();
+    HTREEITEM item = caret;
+    HTREEITEM last = nullptr;
     for (int left = tree.Count(); left > 0; --left) {
         if (item) item = tree.NextInOrder(item);
         if (!item) item = tree.Root();
         const LayoutItem* record = layout.Find(item);
-        if (record && Has(*record, words)) return item;
+        if (!record || !Has(*record, words)) continue;
+        if (order == SearchOrder::Forwards) return item;
+        if (item != caret || !last) last = item;
     }
-    return nullptr;
+    return last;
 }

@@ -76,7 +76,9 @@ class CLayoutTreeView {
     void OnItemExpanded(const NMTREEVIEWW& item) const;
     BOOL OnBeginLabelEdit(const NMTVDISPINFOW& item) const;
     BOOL OnEndLabelEdit(const NMTVDISPINFOW& item);
-    void OnDeleteItem(const NMTREEVIEWW& item) { m_layout.OnDeleteItem(item.itemOld.hItem); }
+    void OnDeleteItem(const NMTREEVIEWW& item) {
+        m_layout.OnDeleteItem(item.itemOld.hItem, static_cast<LayoutItemId>(item.itemOld.lParam));
+    }
     void OnKeyDown(const NMTVKEYDOWN& key);
     void OnBeginDrag(const NMTREEVIEWW& item) { m_drag.Begin(item.itemNew.hItem, item.ptDrag); }
     /// The system tells the outermost window only, and the control relies on being told by that.

@@ -7,6 +7,10 @@
 
 namespace {
 
+/// From so many children of one folder on it costs more to add each behind all others, for which the control
+/// walks them, than to add each before them, after which some systems place all others anew.
+constexpr std::size_t kManyChildren = 1000;
+
 std::size_t BytesOf(const LayoutItem& record) {
     const std::size_t letters = record.name.capacity() + record.originalName.capacity() +
                                 record.defaultPreset.capacity() +
@@ -20,14 +24,16 @@ CRememberedTree::CRememberedTree(const CTreeCtrlWrapper& layout, Part part) {
     const CTreeCtrlEx& tree = layout.Tree();
     const HTREEITEM caret = tree.Caret();
     const HTREEITEM top = tree.FirstVisible();
+    const std::vector<HTREEITEM> selection = tree.SelectedItems();
+    auto nextSelected = selection.begin();
     m_rows.reserve(static_cast<std::size_t>(tree.Count()));
     const auto note = [&](const auto& self, HTREEITEM first, int depth, bool all) -> void {
         for (HTREEITEM item = first; item; item = tree.NextSibling(item)) {
             SharedLayoutItem record = layout.Share(item);
             if (!record) continue;
-            // Each question is a message: what holds nothing is not asked about what it holds.
             const bool folder = record->kind == LayoutKind::Folder;
-            const bool selected = tree.IsSelected(item);
+            const bool selected = nextSelected != selection.end() && item == *nextSelected;
+            if (selected) ++nextSelected;
             const bool taken = all || selected;
             if (folder && !taken) self(self, tree.Child(item), depth, false);
             if (!taken) continue;
@@ -82,15 +88,18 @@ bool CRememberedTree::Insert(CTreeCtrlWrapper& layout, HTREEITEM parent, std::si
     for (std::size_t row = begin; row < end; ++row) {
         if (m_rows[row].depth == m_rows[begin].depth) children.push_back(row);
     }
-    // From the last to the first: to add behind others, the control would walk all of them each time.
-    for (std::size_t left = children.size(); left > 0; --left) {
-        const std::size_t row = children[left - 1];
-        const HTREEITEM item = layout.Prepend(parent, m_rows[row].record);
-        if (!item || !Insert(layout, item, row + 1, end, items)) return false;
+    children.push_back(end);
+    const std::size_t count = children.size() - 1;
+    const bool backwards = count >= kManyChildren;
+    for (std::size_t done = 0; done < count; ++done) {
+        const std::size_t child = backwards ? count - 1 - done : done;
+        const std::size_t row = children[child];
+        const HTREEITEM item = backwards ? layout.Prepend(parent, m_rows[row].record)
+                                         : layout.Append(parent, m_rows[row].record);
+        if (!item || !Insert(layout, item, row + 1, children[child + 1], items)) return false;
         // Now, while the folder around it is closed: that costs less than with all of it in view.
         if (m_rows[row].expanded) layout.Tree().Expand(item, true);
         items[row] = item;
-        end = row;
     }
     return true;
 }

@@ -75,6 +75,7 @@ void CTreeCtrlEx::Attach(HWND tree, Hooks hooks) {
 void CTreeCtrlEx::Detach() {
     if (m_hwnd) ::SetWindowLongPtrW(m_hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_original));
     m_hwnd = nullptr;
+    m_order.Clear();
 }
 
 void CTreeCtrlEx::SetInsertMark(HTREEITEM item, bool behind, HTREEITEM sibling) {
@@ -185,8 +186,21 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             // only.
             ::InvalidateRect(m_hwnd, nullptr, FALSE);
             break;
+        case TVM_INSERTITEMW: {
+            const LRESULT item = Default(message, wParam, lParam);
+            m_order.OnInserted(reinterpret_cast<HTREEITEM>(item),
+                               *reinterpret_cast<const TVINSERTSTRUCTW*>(lParam));
+            return item;
+        }
         case TVM_DELETEITEM:
             m_anchor = m_marked = m_markLevel = nullptr;  // they may be that item, or lie in it
+            m_order.OnDelete(reinterpret_cast<HTREEITEM>(lParam));
+            break;
+        case TVM_SORTCHILDRENCB:
+            m_order.OnSort(*reinterpret_cast<const TVSORTCB*>(lParam));
+            break;
+        case TVM_SETITEMW:
+            m_order.OnSet(*reinterpret_cast<const TVITEMW*>(lParam));
             break;
         default:
             break;

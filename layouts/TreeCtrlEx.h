@@ -24,7 +24,7 @@ class CTreeCtrlEx : public CTreeSelection {
     CTreeCtrlEx(const CTreeCtrlEx&) = delete;
     CTreeCtrlEx& operator=(const CTreeCtrlEx&) = delete;
 
-    /// Takes over the window, which must have no extensions yet.
+    /// Takes over the window, which must have no extensions and no items yet.
     void Attach(HWND tree, Hooks hooks);
     void Detach();
 

@@ -8,8 +8,13 @@
 #include "NameOrder.h"
 
 SharedLayoutItem CTreeCtrlWrapper::Share(HTREEITEM item) const {
-    const auto found = m_entries.find(item);
-    return found == m_entries.end() ? nullptr : found->second->record;
+    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
+    return found == m_records.end() ? nullptr : found->second.record;
+}
+
+CTreeCtrlWrapper::Entry* CTreeCtrlWrapper::EntryOf(HTREEITEM item) {
+    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
+    return found == m_records.end() ? nullptr : &found->second;
 }
 
 void CTreeCtrlWrapper::NoteChange() {
@@ -38,21 +43,21 @@ std::unordered_set<Guid, GuidHash> CTreeCtrlWrapper::Plugins() const {
 }
 
 void CTreeCtrlWrapper::Change(HTREEITEM item, const std::function<void(LayoutItem&)>& change) {
-    const auto found = m_entries.find(item);
-    if (found == m_entries.end()) return;
-    LayoutItem changed = *found->second->record;
+    Entry* entry = EntryOf(item);
+    if (!entry) return;
+    LayoutItem changed = *entry->record;
     change(changed);
     m_tree.SetItemText(item, changed.name);
-    found->second->record = std::make_shared<const LayoutItem>(std::move(changed));
+    entry->record = std::make_shared<const LayoutItem>(std::move(changed));
     NoteChange();
 }
 
 void CTreeCtrlWrapper::NoteOriginalName(HTREEITEM item, const std::wstring& name) {
-    const auto found = m_entries.find(item);
-    if (found == m_entries.end() || found->second->record->originalName == name) return;
-    LayoutItem noted = *found->second->record;
+    Entry* entry = EntryOf(item);
+    if (!entry || entry->record->originalName == name) return;
+    LayoutItem noted = *entry->record;
     noted.originalName = name;
-    found->second->record = std::make_shared<const LayoutItem>(std::move(noted));
+    entry->record = std::make_shared<const LayoutItem>(std::move(noted));
 }
 
 void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
@@ -83,9 +88,7 @@ HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const 
                                          static_cast<LPARAM>(record->id));
     if (!item) return nullptr;
     NoteChange();
-    Entry& entry = m_records.try_emplace(record->id, Entry{record, item}).first->second;
-    entry.item = item;
-    m_entries[item] = &entry;
+    m_records.try_emplace(record->id, Entry{record, item}).first->second.item = item;
     return item;
 }
 
@@ -107,9 +110,10 @@ bool CTreeCtrlWrapper::GoesInside(HTREEITEM target, IntoFolder into) const {
 void CTreeCtrlWrapper::Clear() {
     const CRedrawLock noRedraw(m_tree);
     m_tree.Select(nullptr);
-    m_tree.Delete(TVI_ROOT);
-    m_entries.clear();
+    if (!m_records.empty()) NoteChange();
+    // Before the items, of which the tree tells one by one.
     m_records.clear();
+    m_tree.Delete(TVI_ROOT);
     // Once: reading 25 icons takes longer than most layouts.
     if (!m_images) LoadImages(::GetDpiForWindow(m_tree.Handle()));
     m_modified = false;
@@ -127,8 +131,8 @@ void CTreeCtrlWrapper::LoadImages(UINT dpi) {
 
 std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
     std::vector<HTREEITEM> children;
-    const HTREEITEM first = parent ? m_tree.Child(parent) : m_tree.Root();
-    for (HTREEITEM item = first; item; item = m_tree.NextSibling(item)) children.push_back(item);
+    for (HTREEITEM item = m_tree.Child(parent); item; item = m_tree.NextSibling(item))
+        children.push_back(item);
     return children;
 }
 
@@ -150,7 +154,7 @@ HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEI
 }
 
 void CTreeCtrlWrapper::Reclaim(HTREEITEM item) {
-    if (const auto found = m_entries.find(item); found != m_entries.end()) found->second->item = item;
+    if (Entry* entry = EntryOf(item)) entry->item = item;
     for (const HTREEITEM child : Children(item)) Reclaim(child);
 }
 
@@ -226,18 +230,19 @@ void CTreeCtrlWrapper::ExpandAll(bool expand) {
         if (m_tree.Child(item)) m_tree.Expand(item, expand);
     }
     if (expand) return;
-    for (const HTREEITEM item : Children(nullptr)) m_tree.DeselectWithin(item);
+    for (const HTREEITEM item : m_tree.SelectedItems()) {
+        if (m_tree.Parent(item)) m_tree.SetSelected(item, false);
+    }
 }
 
 void CTreeCtrlWrapper::DeleteSelection() {
     const HTREEITEM caret = m_tree.Caret();
     if (!caret) return;
     std::vector<HTREEITEM> outermost;
-    for (HTREEITEM item = m_tree.Root(); item;) {
+    for (const HTREEITEM item : m_tree.SelectedItems()) {
         // What is in a folder is deleted with it, and its handles are not valid any more.
-        const bool goes = item != caret && m_tree.IsSelected(item);
-        if (goes) outermost.push_back(item);
-        item = goes ? m_tree.NextBehind(item) : m_tree.NextInOrder(item);
+        const bool goesAlong = !outermost.empty() && m_tree.IsWithin(item, outermost.back());
+        if (item != caret && !goesAlong) outermost.push_back(item);
     }
     const bool caretGoesAlong =
         std::ranges::any_of(outermost, [&](HTREEITEM item) { return m_tree.IsWithin(caret, item); });
@@ -253,13 +258,10 @@ bool CTreeCtrlWrapper::WouldDeleteFolder() const {
     return (caret && caret->kind == LayoutKind::Folder) || std::ranges::any_of(SelectedIds(), IsFolderId);
 }
 
-void CTreeCtrlWrapper::OnDeleteItem(HTREEITEM item) {
+void CTreeCtrlWrapper::OnDeleteItem(HTREEITEM item, LayoutItemId id) {
     m_scroll.Forget(item);
-    const auto found = m_entries.find(item);
-    if (found == m_entries.end()) return;
-    const Entry* entry = found->second;
-    m_entries.erase(found);
     // After a move the record belongs to the copy.
-    if (entry->item == item) m_records.erase(LayoutItemId{entry->record->id});
+    if (HandleOf(id) != item) return;
+    m_records.erase(id);
     NoteChange();
 }

@@ -60,7 +60,10 @@ class CTreeCtrlWrapper {
 
     /// Adds as the last child. Null when it fails.
     HTREEITEM Append(HTREEITEM parent, const LayoutItem& record) {
-        return InsertItem(parent, TVI_LAST, std::make_shared<const LayoutItem>(record));
+        return Append(parent, std::make_shared<const LayoutItem>(record));
+    }
+    HTREEITEM Append(HTREEITEM parent, const SharedLayoutItem& record) {
+        return InsertItem(parent, TVI_LAST, record);
     }
     /// Adds as the first child, at a cost that does not grow with the number of children.
     HTREEITEM Prepend(HTREEITEM parent, const LayoutItem& record) {
@@ -102,13 +105,15 @@ class CTreeCtrlWrapper {
     bool WouldDeleteFolder() const;
 
     /// For the notification that the tree deletes an item.
-    void OnDeleteItem(HTREEITEM item);
+    void OnDeleteItem(HTREEITEM item, LayoutItemId id);
 
   private:
     struct Entry {
         SharedLayoutItem record;
         HTREEITEM item;
     };
+    /// Null when the item has none.
+    Entry* EntryOf(HTREEITEM item);
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const SharedLayoutItem& record);
     void NoteChange();
     /// The records go over to the copy. Null, and no copy, when not all of it could be copied.
@@ -123,8 +128,6 @@ class CTreeCtrlWrapper {
     // Undo fills the whole tree again: the heap would take a quarter of that time.
     std::pmr::unsynchronized_pool_resource m_pool;
     std::pmr::unordered_map<LayoutItemId, Entry> m_records{&m_pool};
-    // The same by item: Wine's tree view looks through all of its items when it is asked about one.
-    std::pmr::unordered_map<HTREEITEM, Entry*> m_entries{&m_pool};
     UniqueImageList m_images;
     bool m_modified = false;
     std::function<void(bool)> m_whenModified;

@@ -46,8 +46,9 @@ HTREEITEM CTreeSelection::Shown(HTREEITEM item) const {
 
 std::vector<HTREEITEM> CTreeSelection::SelectedItems() const {
     std::vector<HTREEITEM> items;
+    const HTREEITEM caret = Caret();
     for (HTREEITEM item = Root(); item; item = NextInOrder(item)) {
-        if (IsSelected(item)) items.push_back(item);
+        if ((item == caret || m_order.MayBeSelected(item)) && IsSelected(item)) items.push_back(item);
     }
     return items;
 }
@@ -62,9 +63,8 @@ void CTreeSelection::SelectAll() const {
 }
 
 void CTreeSelection::DeselectWithin(HTREEITEM folder) const {
-    const HTREEITEM behind = NextBehind(folder);
-    for (HTREEITEM item = NextInOrder(folder); item != behind; item = NextInOrder(item)) {
-        if (IsSelected(item)) SetSelected(item, false);
+    for (const HTREEITEM item : SelectedItems()) {
+        if (item != folder && IsWithin(item, folder)) SetSelected(item, false);
     }
 }
 

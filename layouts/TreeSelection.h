@@ -8,10 +8,19 @@
 #include <vector>
 
 #include "Controls.h"
+#include "TreeOrder.h"
 
 /// Selected items carry TVIS_SELECTED; the caret item is the one with the focus, and may be none.
 class CTreeSelection : public CTreeView {
   public:
+    // Answered without the control. In a walk of the tree each message would count.
+    HTREEITEM Root() const { return m_order.Child(nullptr); }
+    HTREEITEM Child(HTREEITEM item) const { return m_order.Child(item); }
+    HTREEITEM NextSibling(HTREEITEM item) const { return m_order.Next(item); }
+    HTREEITEM PreviousSibling(HTREEITEM item) const { return m_order.Previous(item); }
+    HTREEITEM Parent(HTREEITEM item) const { return m_order.Parent(item); }
+    LPARAM Data(HTREEITEM item) const { return m_order.Data(item); }
+
     bool IsSelected(HTREEITEM item) const { return (State(item) & TVIS_SELECTED) != 0; }
     bool IsExpanded(HTREEITEM item) const { return (State(item) & TVIS_EXPANDED) != 0; }
     void SetSelected(HTREEITEM item, bool selected) const;
@@ -44,6 +53,9 @@ class CTreeSelection : public CTreeView {
     /// The row of a visible item in client coordinates; false, and an empty row, for an item without one.
     bool RowOf(HTREEITEM item, RECT& row) const { return PlaceOf(item, row, false); }
     bool LabelOf(HTREEITEM item, RECT& label) const { return PlaceOf(item, label, true); }
+
+  protected:
+    CTreeOrder m_order;
 
   private:
     UINT State(HTREEITEM item) const;

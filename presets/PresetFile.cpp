@@ -19,7 +19,8 @@ std::string CutToBytes(std::wstring_view text, std::size_t limit, const TextConv
     std::string bytes = conversion.toAnsi(text);
     // Shortened by characters, not by bytes: half of a multi-byte character is no text.
     while (bytes.size() > limit && !text.empty()) {
-        text.remove_suffix(1);
+        // Of a name that is far too long, many at a time: no character has more than eight bytes.
+        text.remove_suffix(std::clamp<std::size_t>((bytes.size() - limit) / 8, 1, text.size()));
         bytes = conversion.toAnsi(text);
     }
     return bytes;

@@ -26,14 +26,16 @@ class CGathering {
   public:
     CGathering(const PluginFinder& find, PluginsInFile& found) : m_find(find), m_found(found) {}
 
-    void Begin(const PresetPlugin& plugin) {
+    void Begin(const PresetPlugin& plugin, bool anyCategory) {
         const std::wstring id = ClsidText(plugin.clsid) + ClsidText(plugin.category);
         if (const auto known = m_places.find(id); known != m_places.end()) {
             m_current = known->second;
             return;
         }
         m_current.reset();
-        const auto installed = m_find(plugin.clsid, plugin.category);
+        // An import takes a null category for any in files of version 0 only.
+        const bool namesOne = anyCategory || !plugin.category.IsNull();
+        const auto installed = namesOne ? m_find(plugin.clsid, plugin.category) : std::nullopt;
         if (!installed && m_strangers++ >= kMostStrangers) {
             m_found.goesOn = true;
             return;
@@ -70,9 +72,9 @@ int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::fu
         if (!goOn()) throw PresetWorkEnded();
     };
     return WalkContents(reader, {.plugin =
-                                     [&](const PresetPlugin& plugin) {
+                                     [&](const PresetPlugin& plugin, bool anyCategory) {
                                          check();  // one may have no presets
-                                         gathering.Begin(plugin);
+                                         gathering.Begin(plugin, anyCategory);
                                      },
                                  .preset =
                                      [&](const std::wstring& name) {

@@ -141,21 +141,25 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
     });
 }
 
-std::size_t NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
-                         const PresetSelection* selection) {
+std::optional<std::size_t> NameImportIn(BackupStep& step, IByteSource& file,
+                                        std::span<const CPresetListMgr> plugins,
+                                        const PresetSelection* selection,
+                                        const PresetTransferEvents& events) {
     CPresetFileReader reader(file, AnsiText());
     std::vector<PresetPlugin> wanted;
     for (const CPresetListMgr& plugin : plugins) wanted.push_back(plugin.Plugin());
     std::vector<std::vector<std::wstring>> names(plugins.size());
     std::set<std::pair<std::size_t, std::wstring>> seen;
     std::size_t presets = 0;
-    NameImport(reader, wanted, selection, [&](std::size_t index, const PresetRecordHead& preset) {
+    const auto name = [&](std::size_t index, const PresetRecordHead& preset) {
+        GoOn(events);
         ++presets;
         // A file may hold a name more than once.
         if (!seen.insert({index, InCapitals(preset.name)}).second) return;
         names[index].push_back(preset.name);
         if (auto path = FileOfImport(wanted[index].clsid, preset)) step.files.push_back(std::move(*path));
-    });
+    };
+    if (NameImport(reader, wanted, selection, name) == kPresetEnded) return std::nullopt;
     for (std::size_t i = 0; i < plugins.size(); ++i) {
         if (!names[i].empty()) plugins[i].NameIn(step, std::move(names[i]), false);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -28,9 +29,12 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
                            const PresetTransferEvents& events = {});
 
 /// Names in the step what an import of the same arguments will write over: presets, and files that may be
-/// other presets'. Gives how many presets it will bring, as far as the file can be read.
-std::size_t NameImportIn(BackupStep& step, IByteSource& file, std::span<const CPresetListMgr> plugins,
-                         const PresetSelection* selection);
+/// other presets'. Gives how many presets it will bring, as far as the file can be read, nothing when that
+/// was ended.
+std::optional<std::size_t> NameImportIn(BackupStep& step, IByteSource& file,
+                                        std::span<const CPresetListMgr> plugins,
+                                        const PresetSelection* selection,
+                                        const PresetTransferEvents& events = {});
 
 /// The presets of the plug-in in the file, for a preview.
 int ListFileForPlugin(IByteSource& file, const CPresetListMgr& plugin, const PresetPreview& preview);

@@ -128,8 +128,18 @@ std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
                     .name = FormatText(LoadText(IDS_STEP_IMPORT_PRESETS), whose),
                     .keys = {},
                     .files = {}};
-    if (auto file = CFileSource::Open(path)) presets = NameImportIn(step, *file, plugins, selection);
-    return BackUpOrAsk(m_backups, step, m_dialog.Handle());
+    if (auto file = CFileSource::Open(path)) {
+        CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
+        const auto named = NameImportIn(step, *file, plugins, selection,
+                                        {.invalidPreset = {}, .progress = [&work] { return work.Next(); }});
+        if (!named || !m_dialog.IsLive()) return std::nullopt;
+        presets = *named;
+    }
+    CBackup backup = [&] {
+        CLongWork work(m_dialog, IDC_PRESETS_GROUP, IDS_BACKING_UP, step.files.size());
+        return m_backups.Make(step, [&work] { return work.Next(); });
+    }();
+    return m_dialog.IsLive() ? OrAsk(std::move(backup), m_dialog.Handle()) : std::nullopt;
 }
 
 void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {

@@ -199,7 +199,7 @@ int WalkContents(CPresetFileReader& reader, const PresetContents& contents) {
         return ForEachRecord(reader, [&](std::uint16_t version) {
             PluginRecord record;
             ReadHead(reader, version, record);
-            contents.plugin(record.plugin);
+            contents.plugin(record.plugin, version == 0);
             ForEachPreset(reader, record.presets, [&](const PresetRecordHead& preset, std::int32_t) {
                 reader.SkipData(preset);
                 contents.preset(preset.name);

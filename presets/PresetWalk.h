@@ -40,7 +40,8 @@ int NameImport(CPresetFileReader& reader, std::span<const PresetPlugin> plugins,
 
 /// What a file holds: each record, and behind it the name of each of its presets.
 struct PresetContents {
-    std::function<void(const PresetPlugin& plugin)> plugin;  // the category is null in files of version 0
+    /// Files of version 0 name no category: `anyCategory`.
+    std::function<void(const PresetPlugin& plugin, bool anyCategory)> plugin;
     std::function<void(const std::wstring& name)> preset;
 };
 /// Gives 0 or a result code. A file that breaks off was told of up to there.

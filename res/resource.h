@@ -63,6 +63,7 @@
 // The field Find, by keys
 #define ID_FIND 32828
 #define ID_FIND_NEXT 32829
+#define ID_FIND_PREVIOUS 32830
 
 // Images
 #define IDI_PLUGIN_MANAGER 128
@@ -352,3 +353,6 @@
 #define IDS_FILE_PRESETS 292
 #define IDS_FILE_REPLACED 293
 #define IDS_NOT_INSTALLED 294
+#define IDS_UNREADABLE_PRESETS 295
+#define IDS_ONLY_FIRST_FILES 296
+#define IDS_BACKING_UP 297

@@ -12,7 +12,11 @@ bool GoesOnWithoutBackup(HWND owner, DWORD error) {
 }
 
 std::optional<CBackup> BackUpOrAsk(CBackups& backups, const BackupStep& step, HWND owner) {
-    CBackup backup = backups.Make(step);
+    return OrAsk(backups.Make(step), owner);
+}
+
+std::optional<CBackup> OrAsk(CBackup backup, HWND owner) {
+    if (backup.Error() == ERROR_CANCELLED) return std::nullopt;
     if (backup.Error() != ERROR_SUCCESS && !GoesOnWithoutBackup(owner, backup.Error())) return std::nullopt;
     return backup;
 }

@@ -115,8 +115,10 @@ bool IsBackupFolderName(wstring_view name) {
 
 std::wstring BackupCopyName(std::size_t number, wstring_view path) {
     wstring_view leaf = path.substr(path.find_last_of(kSeparators) + 1);
-    if (leaf.size() > kLongestCopy) leaf.remove_prefix(leaf.size() - kLongestCopy);
-    if (!leaf.empty() && IsLowSurrogate(leaf.front())) leaf.remove_prefix(1);
+    if (leaf.size() > kLongestCopy) {
+        leaf.remove_prefix(leaf.size() - kLongestCopy);
+        if (IsLowSurrogate(leaf.front())) leaf.remove_prefix(1);
+    }
     return std::to_wstring(number) + L' ' + std::wstring(leaf);
 }
 

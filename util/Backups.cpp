@@ -87,9 +87,11 @@ DWORD CBackups::Begin(BackupEntry& entry, BackupKind kind, const std::wstring& s
     return ERROR_ALREADY_EXISTS;
 }
 
-CBackup CBackups::Make(const BackupStep& step) { return Make(step, false); }
+CBackup CBackups::Make(const BackupStep& step, const std::function<bool()>& goOn) {
+    return Make(step, false, goOn);
+}
 
-CBackup CBackups::Make(const BackupStep& step, bool stays) {
+CBackup CBackups::Make(const BackupStep& step, bool stays, const std::function<bool()>& goOn) {
     CBackup backup(this);
     backup.m_stays = stays;
     const bool isKept = step.oncePerRun && step.keys.empty() &&
@@ -101,7 +103,7 @@ CBackup CBackups::Make(const BackupStep& step, bool stays) {
     if (isKept || isEmpty) return backup;
     BackupEntry& entry = backup.m_entry;
     DWORD error = Begin(entry, step.kind, step.name);
-    if (error == ERROR_SUCCESS) error = CopyFiles(backup, step);
+    if (error == ERROR_SUCCESS) error = CopyFiles(backup, step, goOn);
     if (error == ERROR_SUCCESS) error = WriteKeys(backup, step);
     if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record);
     backup.m_error = error;
@@ -109,10 +111,11 @@ CBackup CBackups::Make(const BackupStep& step, bool stays) {
     return backup;
 }
 
-DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
+DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step, const std::function<bool()>& goOn) {
     BackupRecord& record = backup.m_entry.record;
     CPatience patience;
     for (const std::wstring& file : step.files) {
+        if (goOn && !goOn()) return ERROR_CANCELLED;
         const std::wstring path = FullPathOf(file);
         const auto seen = CBackup::See(path, patience);
         const DWORD error = seen ? ERROR_SUCCESS : ::GetLastError();
@@ -130,9 +133,14 @@ DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step) {
         record.files.push_back({path, {}});
         if (!seen) continue;
         const std::wstring copy = BackupCopyName(record.files.size(), path);
-        if (const DWORD failed = CopyToNewFile(path, backup.m_entry.folder + L'\\' + copy)) return failed;
+        if (const DWORD failed = CopyUnflushed(path, backup.m_entry.folder + L'\\' + copy)) return failed;
         record.files.back().copy = copy;
         backup.m_files.push_back(*seen);
+    }
+    // When all are there: what has to be written for one often holds the others, too.
+    for (const auto& file : record.files) {
+        if (file.copy.empty()) continue;
+        if (const DWORD error = FlushToDisk(backup.m_entry.folder + L'\\' + file.copy)) return error;
     }
     return ERROR_SUCCESS;
 }
@@ -197,7 +205,7 @@ DWORD CBackups::Restore(const BackupEntry& entry, const std::wstring& step, cons
     if (!changes) return ERROR_INVALID_DATA;
     BackupStep present{record->kind, step, changes->keys, {}, false};
     for (const auto& file : record->files) present.files.push_back(file.path);
-    CBackup backup = Make(present, true);
+    CBackup backup = Make(present, true, {});
     if (backup.Error() != ERROR_SUCCESS && !goOn(backup.Error())) return ERROR_CANCELLED;
     const DWORD error = PutBack(checked, *changes, owner, m_import);
     // The user is asked before anything is put back.

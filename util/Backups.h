@@ -32,8 +32,9 @@ class CBackups {
   public:
     CBackups(std::wstring folder, std::wstring version, RegImporter importer = &ImportRegText);
 
-    /// Copies what the step names, before it starts.
-    [[nodiscard]] CBackup Make(const BackupStep& step);
+    /// Copies what the step names, before it starts. `goOn` is asked before each file; where it says no,
+    /// there is no backup, but ERROR_CANCELLED.
+    [[nodiscard]] CBackup Make(const BackupStep& step, const std::function<bool()>& goOn = {});
     /// Keeps a layout that is about to be lost, unless the caller discards the backup; `write` makes its
     /// file, and gives the system's error.
     CBackup KeepLayout(const std::wstring& step, const std::function<DWORD(const std::wstring& copy)>& write);
@@ -53,9 +54,9 @@ class CBackups {
   private:
     friend class CBackup;
     /// With `stays`, also of a step that only adds: so that a restore can be taken back.
-    CBackup Make(const BackupStep& step, bool stays);
+    CBackup Make(const BackupStep& step, bool stays, const std::function<bool()>& goOn);
     DWORD Begin(BackupEntry& entry, BackupKind kind, const std::wstring& step) const;
-    static DWORD CopyFiles(CBackup& backup, const BackupStep& step);
+    static DWORD CopyFiles(CBackup& backup, const BackupStep& step, const std::function<bool()>& goOn);
     static DWORD WriteKeys(CBackup& backup, const BackupStep& step);
     void Finish(CBackup& backup);
     void Prune();

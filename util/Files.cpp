@@ -153,17 +153,26 @@ FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::strin
     return ReadAll(file.Get(), std::as_writable_bytes(std::span(bytes))) ? FileRead::Whole : FileRead::Short;
 }
 
-DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to) {
+DWORD CopyUnflushed(const std::wstring& from, const std::wstring& to) {
     CPatience patience;
     while (!::CopyFileW(from.c_str(), to.c_str(), /*fail if it exists*/ TRUE)) {
         const DWORD error = ::GetLastError();
         if (!patience.Waits(error)) return error;
     }
+    return ERROR_SUCCESS;
+}
+
+DWORD FlushToDisk(const std::wstring& path) {
     // Of a file that is marked read-only, the system's own delayed writing has to do.
-    const UniqueFile copy = OpenFile(to, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
-    if (!copy || ::FlushFileBuffers(copy.Get())) return ERROR_SUCCESS;
-    const DWORD error = LastErrorOr(ERROR_WRITE_FAULT);
-    DeleteHeldFile(to, patience);
+    const UniqueFile file = OpenFile(path, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    return !file || ::FlushFileBuffers(file.Get()) ? ERROR_SUCCESS : LastErrorOr(ERROR_WRITE_FAULT);
+}
+
+DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to) {
+    if (const DWORD error = CopyUnflushed(from, to)) return error;
+    const DWORD error = FlushToDisk(to);
+    CPatience patience;
+    if (error != ERROR_SUCCESS) DeleteHeldFile(to, patience);
     return error;
 }
 

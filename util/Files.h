@@ -47,6 +47,9 @@ DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes);
 /// A copy with times and attributes, on the disk; the target must be new, and none is left after a failure.
 /// Gives the system's error.
 DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to);
+/// The same without waiting for the disk, for several files: FlushToDisk has to follow for each.
+DWORD CopyUnflushed(const std::wstring& from, const std::wstring& to);
+DWORD FlushToDisk(const std::wstring& path);
 /// As ReplaceFileContents, with the contents of another file.
 DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from);
 

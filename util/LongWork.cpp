@@ -1,5 +1,7 @@
 #include "LongWork.h"
 
+#include <utility>
+
 #include "NumberText.h"
 #include "Resources.h"
 #include "TextFormat.h"
@@ -9,15 +11,17 @@ namespace {
 constexpr ULONGLONG kInterval = 100;  // ms
 constexpr int kMostPaints = 100;      // a window may ask to be painted again and again
 
-/// Takes what was typed out of the queue, so that keys behind the first are seen, too, and no key acts on
-/// what the work has left. No window hears of it.
+/// Takes what was typed and clicked out of the queue, so that keys behind the first are seen, too, and
+/// nothing of it acts on what the work has left. No window hears of it.
 bool WasEscapePressed() {
+    constexpr std::pair<UINT, UINT> kInput[] = {
+        {WM_KEYDOWN, WM_KEYDOWN}, {WM_SYSKEYDOWN, WM_SYSKEYDOWN}, {WM_LBUTTONDOWN, WM_MBUTTONDBLCLK}};
     bool pressed = false;
     MSG message;
-    for (const UINT key : {UINT{WM_KEYDOWN}, UINT{WM_SYSKEYDOWN}}) {
-        while (::PeekMessageW(&message, nullptr, key, key, PM_REMOVE)) {
+    for (const auto& [first, last] : kInput) {
+        while (::PeekMessageW(&message, nullptr, first, last, PM_REMOVE)) {
             if (EndsLoop(message)) return pressed;  // it comes through every filter
-            pressed = pressed || (key == WM_KEYDOWN && message.wParam == VK_ESCAPE);
+            pressed = pressed || (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE);
         }
     }
     return pressed;

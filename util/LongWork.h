@@ -12,8 +12,8 @@
 #include "Dialog.h"
 
 /// While it lasts the windows paint from time to time, but no key and no command gets through, so that
-/// nothing else can begin meanwhile; what is typed is lost. A caption tells how far the work is when it takes
-/// longer than a moment, and so does the taskbar's button of the program.
+/// nothing else can begin meanwhile; what is typed or clicked is lost. A caption tells how far the work is
+/// when it takes longer than a moment, and so does the taskbar's button of the program.
 class CLongWork {
   public:
     /// The caption is a control of the dialog. "%s" of the text stands for the item's number, and for how

@@ -66,25 +66,31 @@ void AppendType(std::wstring& text, std::uint32_t type) {
     AppendHex(text, type, digits);
 }
 
+/// Each byte's digits with the comma behind them.
+constexpr auto kByteTexts = [] {
+    std::array<std::array<wchar_t, 3>, 256> texts{};
+    for (std::size_t byte = 0; byte < texts.size(); ++byte)
+        texts[byte] = {kDigits[byte / 16], kDigits[byte % 16], L','};
+    return texts;
+}();
+
 /// A line at a time: character by character it would take longer than the writing to the disk.
 void AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data) {
+    if (data.empty()) return;
     text.reserve(text.size() + data.size() * 13 / 4);
-    std::array<wchar_t, kLastColumn + 3> line{};
+    std::array<wchar_t, kLastColumn + 3 + kGoesOn.size()> line{};
     wchar_t* end = line.data();
     std::size_t column = text.size() - lineStart;
-    for (std::size_t i = 0; i < data.size(); ++i) {
-        const auto byte = std::to_integer<std::size_t>(data[i]);
-        *end++ = kDigits[byte >> 4U];
-        *end++ = kDigits[byte & 0xFU];
-        if (i + 1 == data.size()) break;
-        *end++ = L',';
+    for (const std::byte byte : data) {
+        if (column > kLastColumn && end != line.data()) {
+            text.append(line.data(), std::ranges::copy(kGoesOn, end).out);
+            end = line.data();
+            column = kIndent;
+        }
+        end = std::ranges::copy(kByteTexts[std::to_integer<std::size_t>(byte)], end).out;
         column += 3;
-        if (column <= kLastColumn) continue;
-        text.append(line.data(), end).append(kGoesOn);
-        end = line.data();
-        column = kIndent;
     }
-    text.append(line.data(), end);
+    text.append(line.data(), end - 1);  // without the last comma
 }
 
 void AppendValueName(std::wstring& text, std::wstring_view name) {

@@ -13,7 +13,6 @@ namespace {
 using namespace support;
 
 constexpr wchar_t kCompany[] = L"Software\\Corvane Music Software";
-constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
 
 using Program = ProgramTest;
 using namespace std::chrono_literals;
@@ -45,20 +44,6 @@ TEST_F(Program, FillsItselfAndShowsWhatIsSelected) {
         EXPECT_NE(program.TextOf(IDC_FILENAME), L"<No plug-in selected>");
     }
     EXPECT_EQ(program.Close(), 0U);
-}
-
-TEST_F(Program, DocksAndEndsWithItsHost) {
-    std::optional<StandInHost> host(std::in_place);
-    const WindowDriver program(
-        L"/ParentWnd " + host->HandleText() + L" /VSTInventoryRegKey \"Software\\No such key\"",
-        host->Window());
-    EXPECT_EQ(Text(HKEY_CURRENT_USER, kManager, L"ParentWindow"), host->HandleText());
-    program.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
-    EXPECT_EQ(program.Rows(IDC_PLUGINS), std::vector<std::wstring>{L"<< No entries >>"})
-        << "of the given key";
-    host.reset();
-    EXPECT_EQ(program.WaitForExit(), 0U);
-    EXPECT_FALSE(Text(HKEY_CURRENT_USER, kManager, L"ParentWindow"));
 }
 
 TEST_F(Program, SpeaksTheLanguageOfItsSettingAndEndsWithTheCodeItIsGiven) {
@@ -125,25 +110,6 @@ std::filesystem::path EmptyDataFolder() {
     auto folder = std::filesystem::path(_wgetenv(L"LOCALAPPDATA")) / L"Corvane Plug-in Manager";
     std::filesystem::remove_all(folder);
     return folder;
-}
-
-TEST_F(Program, KilledWhileALayoutIsChangedItOffersThatAtTheNextStart) {
-    const auto copy = EmptyDataFolder() / L"unsaved.pgl";
-    {
-        const WindowDriver program;
-        Press(program.Control(IDC_ADD_SEPARATOR));
-        EXPECT_TRUE(WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == 1; }));
-        ::PostMessageW(program.Window(), WM_TIMER, 2, 0);  // a minute
-        EXPECT_TRUE(WaitFor([&] { return std::filesystem::exists(copy); }));
-    }
-    UniqueProcess again = StartProgram();
-    Answer(IDYES);
-    const WindowDriver program(std::move(again));
-    EXPECT_TRUE(WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == 1; }));
-    ::PostMessageW(program.Window(), WM_CLOSE, 0, 0);
-    Answer(IDNO);
-    EXPECT_EQ(program.WaitForExit(), 0U);
-    EXPECT_FALSE(std::filesystem::exists(copy));
 }
 
 /// What is below the key, as the system's own program writes it; empty when it is not there.
@@ -217,16 +183,6 @@ TEST_F(Program, WhatItTookAwayComesBackToTheByte) {
         EXPECT_EQ(DialogTitled(L"Manage Presets for Kammer Reverb"), manage);
         ::PostMessageW(manage, WM_COMMAND, IDCANCEL, 0);
     });
-    takeAndBringBack(HKEY_CURRENT_USER, reverb, L"HKCU\\" + reverb, [&] { RestoreNewest(program); });
-    Press(program.Control(IDC_ADD_SEPARATOR));
-    Press(program.Control(IDC_LAYOUT_NEW));
-    Answer(IDNO);
-    const auto items = [&](int count) {
-        return WaitFor([&] { return TreeCount(program.Control(IDC_LAYOUT_TREE)) == count; });
-    };
-    EXPECT_TRUE(items(0));
-    RestoreNewest(program);
-    EXPECT_TRUE(items(1));
 }
 
 TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {

@@ -14,6 +14,7 @@ namespace {
 using namespace support;
 
 constexpr wchar_t kStudioKey[] = L"Software\\Corvane Music Software\\Corvane VST";
+constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
 constexpr wchar_t kKey[] = L"Software\\Tools test";
 constexpr wchar_t kGivenKey[] = L"/VSTInventoryRegKey \"Software\\Tools test\"";
 constexpr wchar_t kVst[] = L"VST Audio Effects (VST)";
@@ -125,8 +126,10 @@ TEST_F(VstTools, TheDialogWaitsAliveUntilTheToolEndsOrTheHostTakesItAway) {
     EXPECT_EQ(program.TextOf(IDC_VST_GROUP), L"VST Configuration");
 
     PressScan(program);
+    EXPECT_EQ(Text(HKEY_CURRENT_USER, kManager, L"ParentWindow"), host->HandleText());
     host.reset();
     EXPECT_EQ(program.WaitForExit(), 0U);
+    EXPECT_FALSE(Text(HKEY_CURRENT_USER, kManager, L"ParentWindow"));
 }
 
 TEST_F(VstTools, NothingElseIsStartedInPlaceOfTheScanner) {

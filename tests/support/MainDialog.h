@@ -74,6 +74,14 @@ class MainDialog : public testing::Test {
         Pump();
     }
     void Key(int id, WORD virtualKey) { Key(Control(id), virtualKey); }
+    void Key(int id, WORD virtualKey, WORD held) {
+        BYTE keys[256]{};
+        keys[held] = 0x80;
+        SetKeyboardState(keys);
+        Key(id, virtualKey);
+        keys[held] = 0;
+        SetKeyboardState(keys);
+    }
     void Click(HWND control, POINT place, WPARAM keys = 0) {
         const LPARAM at = MAKELPARAM(place.x, place.y);
         PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON | keys, at);

@@ -1,7 +1,5 @@
 #include "support/WindowActions.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -110,8 +108,6 @@ void Select(HWND list, const std::vector<std::wstring>& texts) {
     }
     SelectRows(list, rows);
 }
-
-int TreeCount(HWND tree) { return static_cast<int>(Send(tree, TVM_GETCOUNT)); }
 
 void PostNotification(HWND control, WORD code) {
     PostMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control), code), ToLParam(control));

@@ -27,8 +27,6 @@ std::vector<int> SelectedRows(HWND list);
 void SelectRows(HWND list, const std::vector<int>& rows);
 void Select(HWND list, const std::vector<std::wstring>& texts);
 
-int TreeCount(HWND tree);
-
 /// Tells the dialog of something that happened to its control, without waiting for what it does.
 void PostNotification(HWND control, WORD code);
 /// Replaces the text of an edit or combo box; the control's dialog hears of it.

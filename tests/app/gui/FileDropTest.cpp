@@ -31,13 +31,16 @@ class FileDrop : public LayoutTreeDialog {
         ::GlobalUnlock(memory);
         m_dialog->Send(WM_DROPFILES, memory);
     }
-    /// Presets "a" and "b" each, of Hall, of a plug-in that is not there, and of Room.
+    /// Presets "a" and "b" each, of Hall, of a plug-in that is not there, of Room, and of Hall without a
+    /// category.
     std::wstring PresetFile() const {
         auto file = CFileSink::Create(m_files.Path(L"three.spp"));
         CPresetFileWriter writer(*file, kLatin1);
-        writer.WriteHeader(3);
-        for (const unsigned id : {1U, 9U, 2U}) {
-            writer.WritePlugin(Id(id), RowOf(Category::VstEffects).guid, 2, L"P" + std::to_wstring(id));
+        writer.WriteHeader(4);
+        Guid category = RowOf(Category::VstEffects).guid;
+        for (const unsigned id : {1U, 9U, 2U, 1U}) {
+            writer.WritePlugin(Id(id), category, 2, L"P" + std::to_wstring(id));
+            if (id == 2) category = {};
             for (const wchar_t* name : {L"a", L"b"})
                 writer.WritePreset(kPresetInRegistry, name, std::as_bytes(std::span("n", 1)));
         }
@@ -47,7 +50,7 @@ class FileDrop : public LayoutTreeDialog {
     /// Name and numbers of each row, and the button.
     static std::wstring Shown(HWND dialog) {
         std::wstring shown;
-        for (const int cell : {0, 2, 3, 10, 12, 13, 20, 22, 23}) {
+        for (const int cell : {0, 2, 3, 10, 12, 13, 20, 22, 23, 30}) {
             std::array<wchar_t, 64> text{};
             LVITEMW item{};
             item.iSubItem = cell % 10;
@@ -83,7 +86,7 @@ TEST_F(FileDrop, TheLastLayoutOpensAfterTheQuestion) {
 TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
     const Paths files = {PresetFile(), m_files.Write(L"broken.spp", "PS\1")};
     m_popups.Expect(L"Import Presets From three.spp", [](HWND dialog) {
-        EXPECT_EQ(Shown(dialog), L"Hall,2,1,P9 (not installed),2,0,Room,2,0,&Import (2)");
+        EXPECT_EQ(Shown(dialog), L"Hall,2,1,P1 (not installed),2,0,P9 (not installed),2,0,Room,&Import (2)");
         support::Press(::GetDlgItem(dialog, IDCANCEL));
     });
     Drop(files);
@@ -91,7 +94,7 @@ TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
         PostKey(::GetDlgItem(dialog, IDC_REVIEW_LIST), VK_SPACE);
         support::Press(::GetDlgItem(dialog, IDOK));
     });
-    m_popups.Expect(L"broken.spp", IDOK);
+    m_popups.Expect(L"broken.spp (not a readable preset file)", IDOK);
     Drop(files);
     EXPECT_EQ(StoredPresets(kHallKey), Presets{L"B=1o"});
     EXPECT_EQ(StoredPresets(kRoomKey), (Presets{L"a=1n", L"b=1n"}));
@@ -110,7 +113,10 @@ TEST_F(FileDrop, WhatCannotBeOpenedIsNamedInOneMessage) {
     ::EnableWindow(m_host->Window(), FALSE);
     Drop(many);  // the host asks something
     ::EnableWindow(m_host->Window(), TRUE);
-    m_popups.Expect(L"\n... and 9,995 more\n", IDOK);
+    m_popups.Expect(L"\n... and 1,995 more\n", [](HWND box) {
+        EXPECT_NE(Describe(box).find("Only the first 2,000 of 10,000 files"), std::string::npos);
+        ::PostMessageW(box, WM_COMMAND, IDOK, 0);
+    });
     Drop(many);
 }
 

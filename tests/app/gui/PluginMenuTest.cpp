@@ -46,13 +46,8 @@ class PluginMenu : public support::MainDialog {
         return middle;
     }
     void ControlAnd(WORD key) {
-        BYTE keys[256]{};
-        keys[VK_CONTROL] = 0x80;
-        ::SetKeyboardState(keys);
         Item(IDC_PLUGINS).Focus();
-        Key(IDC_PLUGINS, key);
-        keys[VK_CONTROL] = 0;
-        ::SetKeyboardState(keys);
+        Key(IDC_PLUGINS, key, VK_CONTROL);
     }
 };
 

@@ -53,14 +53,12 @@ class SafetyNet : public LayoutTreeDialog {
             support::Press(GetDlgItem(dialog, button));
         });
     }
-    void RenamePreset(const wchar_t* to, bool fails = false) {
-        InManage(IDC_PRESET_RENAME).Expect(L"Rename Preset", [to](HWND prompt) {
-            EnterText(GetDlgItem(prompt, IDC_PROMPT_VALUE), to);
+    void RenamePreset() {
+        InManage(IDC_PRESET_RENAME).Expect(L"Rename Preset", [](HWND prompt) {
+            EnterText(GetDlgItem(prompt, IDC_PROMPT_VALUE), L"c");
             support::Press(GetDlgItem(prompt, IDOK));
         });
-        Refuse();
-        if (fails && !m_refuses) m_popups.Expect(L"An error occured", IDOK);
-        m_popups.Expect(L"Manage", IDCANCEL);
+        Refuse().Expect(L"Manage", IDCANCEL);
         Press(IDC_MANAGE);
     }
     /// Without a preset, the export fails and deletes the file.
@@ -108,7 +106,7 @@ TEST_F(SafetyNet, HoldsWhatAStepTookAndWithoutItNoStepIsTaken) {
                                Refuse().Expect(L"Manage", IDCANCEL);
                                Press(IDC_MANAGE);
                            }},
-                          {L"Presets: Rename a preset of Hall\n", [&] { RenamePreset(L"c"); }},
+                          {L"Presets: Rename a preset of Hall\n", [&] { RenamePreset(); }},
                           {L"Presets: Import presets for Hall\n",
                            [&] {
                                Select(kVstEffects, L"Hall");
@@ -121,20 +119,10 @@ TEST_F(SafetyNet, HoldsWhatAStepTookAndWithoutItNoStepIsTaken) {
                                Refuse();
                                m_dialog->Send(WM_COMMAND, ID_SAVE_LAYOUT);
                            }},
-                          {L"Layouts: Delete layout one.pgl\n",
-                           [&] {
+                          {L"Layouts: Delete layout one.pgl\n", [&] {
                                m_popups.Expect(L"Are you sure", IDYES);
                                Refuse();
                                Press(IDC_LAYOUT_DELETE);
-                           }},
-                          // Nothing is taken by these.
-                          {L"", [&] { RenamePreset(L"a", true); }},
-                          {L"", [&] { Export(L"another.spp", false); }},
-                          {L"", [&] {
-                               Select(kVstEffects, L"Hall");
-                               DeleteTree(HKEY_CURRENT_USER, kPresets + L"\\" + IdText(1));
-                               m_refuses = false;
-                               Import();
                            }}};
     for (const auto& [left, work] : cases) {
         SCOPED_TRACE(Utf8(left));
@@ -148,11 +136,11 @@ TEST_F(SafetyNet, HoldsWhatAStepTookAndWithoutItNoStepIsTaken) {
                 std::ofstream(m_data / L"Backups");
             }
             OpenLayout();
-            if (!refuses || *left) work();
+            work();
             EXPECT_TRUE(!refuses || State() == before);
         }
         EXPECT_EQ(Steps(), left);
-        if (!*left || Steps() != left) continue;
+        if (Steps() != left) continue;
         EXPECT_NE(State(), before);
         CBackups store = Store();
         EXPECT_EQ(store.Restore(store.List().at(0), L"Back", CWindow(), [](DWORD) { return false; }), 0U);

@@ -348,6 +348,9 @@ TEST_F(PluginPanes, FindShowsThePluginsThatHaveAllWordsInEveryCategory) {
     EXPECT_EQ(Selected(), Texts{L"Reed"});
     EXPECT_TRUE(Text(IDC_PLUGINS_LABEL).ends_with(L"(1 found)"));
     EXPECT_EQ(Panes(), L"i--xa---|C:\\windows\\regedit.exe|Vendor:|Tarnwick|VST ID: |-5");
+    Item(IDC_VENDOR).SetText(L"as it was");
+    Find(L"ree");
+    EXPECT_EQ(Text(IDC_VENDOR), L"as it was") << "what stays selected is not read again";
     Press(IDC_EXCLUDE);
     Press(IDC_SHOW_EXCLUDED);
     EXPECT_EQ(Listed(), Texts{L"Reed"});

@@ -62,13 +62,7 @@ class LayoutFiles : public support::LayoutTreeDialog {
     }
     void Modify() { Press(IDC_ADD_SEPARATOR); }
     /// As typed in any control.
-    void TypeControlS(int control) {
-        BYTE keys[256]{};
-        keys[VK_CONTROL] = 0x80;
-        ::SetKeyboardState(keys);
-        Key(control, 'S');
-        ::SetKeyboardState(std::array<BYTE, 256>{}.data());
-    }
+    void TypeControlS(int control) { Key(control, 'S', VK_CONTROL); }
     Popups& Answer(int button) {
         const std::wstring name = Text(IDC_LAYOUTS).empty() ? L"<Unnamed Layout>" : Text(IDC_LAYOUTS);
         return m_popups.Expect(L"Save changes to current menu layout, \"" + name + L"\"", button);

@@ -18,8 +18,29 @@ class LayoutHistory : public support::LayoutTreeDialog {
     }
     std::size_t Below(std::size_t end) { return m_random() % end; }
 
+    /// What the program takes for the tree's order and selection is what the control says.
+    void ExpectAsInControl() {
+        const CTreeView control(Window());
+        std::vector<HTREEITEM> selected;
+        const auto walk = [&](const auto& self, HTREEITEM parent, HTREEITEM first) -> void {
+            HTREEITEM previous = nullptr;
+            for (HTREEITEM item = first; item; item = control.NextSibling(previous = item)) {
+                if (Tree().IsSelected(item)) selected.push_back(item);
+                EXPECT_EQ(Tree().Parent(item), parent);
+                EXPECT_EQ(Tree().PreviousSibling(item), previous);
+                EXPECT_EQ(Tree().NextSibling(item), control.NextSibling(item));
+                EXPECT_EQ(Tree().Child(item), control.Child(item));
+                EXPECT_EQ(Tree().Data(item), control.Data(item));
+                self(self, item, control.Child(item));
+            }
+        };
+        walk(walk, nullptr, control.Root());
+        EXPECT_EQ(Tree().Root(), control.Root());
+        EXPECT_EQ(Tree().SelectedItems(), selected);
+    }
     /// What undoing has to bring back, ids that tell the kind included.
     std::wstring Seen() {
+        ExpectAsInControl();
         for (HTREEITEM item = Tree().Root(); item; item = Tree().NextInOrder(item)) {
             const LayoutItem& record = *Layout().Find(item);
             EXPECT_EQ(Layout().HandleOf(record.id), item);
@@ -136,6 +157,15 @@ TEST_F(LayoutHistory, UndoAllGivesTheStartAndRedoAllTheEnd) {
         while (m_at < endAt) Travel(false);
         EXPECT_EQ(Save(), end);
     }
+}
+
+TEST_F(LayoutHistory, ManyItemsComeBackInTheirOrder) {
+    Build(L"F(e,d)," + Times(600, L"b,a,") + L"G[c]");
+    const std::wstring before = Seen();
+    Press(IDC_SORT_ALL);
+    EXPECT_NE(Seen(), before);
+    View().OnUndo();
+    EXPECT_EQ(Seen(), before);
 }
 
 TEST_F(LayoutHistory, StepsAreNamedAndOnlyAsManyAsFitAreKept) {

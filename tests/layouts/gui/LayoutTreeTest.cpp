@@ -303,11 +303,19 @@ TEST_F(LayoutTree, FindGoesFromItemToItemAndLeavesThePluginListAlone) {
     EXPECT_EQ(Text(IDC_FIND), L"y");
     Key(Window(), VK_F3);
     EXPECT_EQ(Shape(), L"*Dr\x00FCm,-,F(G(drum 2),a),b");
+    Build(L"drum,-,*b,F(drums)");
+    for (const Line before : {L"*drum,-,b,F(drums)", L"drum,-,b,F(*drums)"}) {
+        Key(IDC_LAYOUT_TREE, VK_F3, VK_SHIFT);
+        EXPECT_EQ(Shape(), before);
+    }
     m_dialog->Send(WM_COMMAND, ID_FIND);
     EXPECT_EQ(Text(IDC_FIND), L"drum");
+    ::SetFocus(nullptr);  // as when another window is active
+    EXPECT_EQ(Text(IDC_FIND), L"drum");
+    Item(IDC_FIND).Focus();
     Item(IDC_FIND).SetText(L"--");
     Key(IDC_FIND, VK_F3);
-    EXPECT_EQ(Shape(), L"*Dr\x00FCm,-,F(G(drum 2),a),b") << "a line is no find";
+    EXPECT_EQ(Shape(), L"drum,-,b,F(*drums)") << "a line is no find";
 }
 
 }  // namespace

@@ -59,10 +59,15 @@ class PresetView : public MainDialog {
         for (const auto& message : messages) m_popups.Expect(message, IDOK);
         Press(button);
     }
-    /// As long as the thread lives.
-    std::jthread HoldEscape() const {
-        return std::jthread([window = Control(IDC_PRESETS_GROUP)](const std::stop_token& over) {
-            for (; !over.stop_requested(); ::Sleep(10)) ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+    /// While the caption begins so, and as long as the thread lives.
+    std::jthread HoldEscape(const wchar_t* caption) const {
+        return std::jthread([window = Control(IDC_PRESETS_GROUP), caption](const std::stop_token& over) {
+            for (; !over.stop_requested(); ::Sleep(10)) {
+                wchar_t text[32] = L"";  // not asked for: the dialog's thread may be waiting for this one
+                ::InternalGetWindowText(window, text, 32);
+                if (std::wstring_view(text).starts_with(caption))
+                    ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+            }
         });
     }
     /// A step in the dialog for managing presets.
@@ -214,7 +219,7 @@ TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
     ExportTo(m_file);
     const std::string whole = m_files.Read(L"all.spp");
     {
-        const std::jthread escape = HoldEscape();
+        const std::jthread escape = HoldEscape(L"Exporting");
         ExportTo(m_files.Path(L"new.spp"));
         m_popups.ExpectFile(L"Export Presets For: ", m_file).Expect(L"already exists", IDYES);
         Press(IDC_EXPORT);
@@ -224,7 +229,7 @@ TEST_F(PresetView, EscapeEndsBetweenTwoPresetsWithoutAWord) {
     EXPECT_TRUE(std::filesystem::is_empty(m_data / L"Backups")) << "and its backup is of no more use";
     DeleteTree(HKEY_CURRENT_USER, kRoomKey);
     {
-        const std::jthread escape = HoldEscape();
+        const std::jthread escape = HoldEscape(L"Importing");
         ImportFrom(m_file);
     }
     const std::size_t stored = StoredPresets(kRoomKey).size();

@@ -18,7 +18,8 @@ std::string BytesOf(const fs::path& path) {
 TEST(PresetCorpus, IsReadAsExpected) {
     const fs::path folder = fs::path(SOURCE_FOLDER) / "tests" / "fuzz";
     std::string read;
-    for (const fs::path& path : std::set<fs::path>(fs::directory_iterator(folder / "corpus"), {}))
+    for (const fs::path& path :
+         std::set<fs::path>(fs::directory_iterator(folder / "corpus" / "PresetFile"), {}))
         read += path.filename().string() + "\n" + support::ReadInAllWays(BytesOf(path)) + "\n";
     EXPECT_EQ(read, BytesOf(folder / "expected.txt"));
 }

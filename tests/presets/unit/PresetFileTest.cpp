@@ -27,25 +27,8 @@ std::string Preset(const std::string& name, const std::string& data, int type = 
     return Number(type) + Sized(name + '\0') + Sized(data);
 }
 
-class MemorySink : public IByteSink {
-  public:
-    void Write(std::span<const std::byte> bytes) override {
-        const auto* first = reinterpret_cast<const char*>(bytes.data());
-        m_bytes.replace(m_position, bytes.size(), first, bytes.size());
-        m_position += bytes.size();
-    }
-    void Seek(std::uint64_t position) override { m_position = static_cast<std::size_t>(position); }
-    std::uint64_t Position() const override { return m_position; }
-    void Flush() override {}
-
-    std::string m_bytes;
-
-  private:
-    std::size_t m_position = 0;
-};
-
 TEST(PresetFile, WritesTheBytesOfTheFormat) {
-    MemorySink sink;
+    support::MemorySink sink;
     CPresetFileWriter writer(sink, support::kLatin1);
     writer.WriteHeader(1);
     const auto place = writer.WritePlugin(kHall.clsid, kHall.category, 7, L"Hall");
@@ -65,7 +48,7 @@ TEST(PresetFile, LongNamesAreCutAtWholeCharacters) {
     TextConversion threeBytes = support::kLatin1;
     threeBytes.toAnsi = [](std::wstring_view text) { return std::string(text.size() * 3, 'x'); };
     const auto expect = [](const TextConversion& text, std::size_t characters, std::size_t written) {
-        MemorySink sink;
+        support::MemorySink sink;
         CPresetFileWriter(sink, text).WritePreset(3, std::wstring(characters, L'x'), {});
         EXPECT_EQ(sink.m_bytes, Preset(std::string(written, 'x'), "")) << characters;
     };

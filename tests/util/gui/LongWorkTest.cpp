@@ -23,12 +23,13 @@ TEST(LongWork, TellsHowFarItIsUntilEscape) {
         // Behind another key, and more than once, as a key that is held down.
         for (const WORD key : {WORD{VK_F5}, WORD{VK_ESCAPE}, WORD{VK_ESCAPE}})
             ::PostMessageW(dialog.Handle(), WM_KEYDOWN, key, 0);
+        ::PostMessageW(dialog.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
         while (work.Next() && ::GetTickCount64() < end) continue;
         EXPECT_FALSE(work.Next());
     }
     EXPECT_EQ(caption.Text(), L"As before");
     MSG left;
-    EXPECT_FALSE(::PeekMessageW(&left, dialog.Handle(), WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE));
+    EXPECT_FALSE(::PeekMessageW(&left, dialog.Handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE));
 }
 
 }  // namespace

@@ -94,13 +94,6 @@ TEST_F(ReviewDlg, TicksAndSortsAndCounts) {
     EXPECT_EQ(m_dialog.Checked(), Rows{});
 }
 
-TEST_F(ReviewDlg, GrowsInItsWidestColumn) {
-    const Rect window = m_dialog.WindowRect();
-    const int width = m_list.SendInt(LVM_GETCOLUMNWIDTH, 0);
-    ::MoveWindow(m_dialog.Handle(), 0, 0, window.Width() + 60, window.Height(), TRUE);
-    EXPECT_EQ(m_list.SendInt(LVM_GETCOLUMNWIDTH, 0), width + 60);
-}
-
 TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     EXPECT_EQ(m_dialog.Current(), std::optional<std::size_t>(1)) << "the first row shown";
     m_dialog.Item(IDC_REVIEW_ACTION).Send(BM_CLICK);

@@ -108,6 +108,10 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
     const auto full = [](const auto&) { return DWORD{ERROR_DISK_FULL}; };
     EXPECT_EQ(next.KeepLayout(L"Unsaved", full).Error(), full(0));
+    m_files.Write(L"Wide", "3");
+    const auto ended = [] { return false; };
+    EXPECT_EQ(next.Make({BackupKind::Layouts, L"Delete", {}, {m_file}}, ended).Error(),
+              DWORD{ERROR_CANCELLED});
     EXPECT_EQ(next.List().size(), 3U);
 }
 

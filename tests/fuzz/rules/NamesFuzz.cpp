@@ -1,0 +1,51 @@
+// Names that become those of files, and names of plug-ins: a line each.
+#include "FriendlyNameRules.h"
+#include "PresetName.h"
+#include "fuzz/FuzzInput.h"
+
+using support::Require;
+
+namespace {
+
+/// The system takes a device's name for one with blanks, and with something behind a dot, too.
+bool IsDevice(const std::wstring& name) {
+    std::wstring stem = support::Lower(name.substr(0, name.find(L'.')));
+    stem.resize(stem.find_last_not_of(L' ') + 1);
+    if (stem == L"con" || stem == L"prn" || stem == L"aux" || stem == L"nul") return true;
+    return stem.size() == 4 && (stem.starts_with(L"com") || stem.starts_with(L"lpt")) && stem[3] >= L'0' &&
+           stem[3] <= L'9';
+}
+
+void TryFileName(const std::wstring& name) {
+    const auto file = PresetFileName(name);
+    if (!file) return;
+    Require(name.starts_with(*file) && PresetFileName(*file) == file);
+    Require(!file->empty() && file->size() <= 255 && file->back() != L'.' && file->back() != L' ');
+    Require(file->find_first_of(L"\\/:*?\"<>|") == std::wstring_view::npos);
+    Require(std::ranges::none_of(*file, [](wchar_t c) { return c < L' '; }));
+    Require(!IsDevice(std::wstring(*file)));
+}
+
+void TryPluginName(const std::wstring& name) {
+    Require(StoredFullName(name, false) == name);
+    Require(name.ends_with(StoredFullName(name, true)));
+    Require(IsBlank(StoredFullName(name, true)) == IsBlank(name));
+    for (std::size_t i = 0; i < kCategories.size(); ++i) {
+        const auto category = static_cast<Category>(i);
+        const std::wstring readable = ReadableName(name, category);
+        Require(name.starts_with(readable) && ReadableName(readable, category) == readable);
+        if (readable.size() == name.size()) continue;
+        const wchar_t first = readable.back(), second = name[readable.size()];
+        const bool halved = first >= 0xD800 && first <= 0xDBFF && second >= 0xDC00 && second <= 0xDFFF;
+        Require(readable.size() >= 78 && !halved);
+    }
+}
+
+}  // namespace
+
+void TryInput(std::string_view bytes) {
+    for (const std::wstring& name : support::LinesOf(bytes)) {
+        TryFileName(name);
+        TryPluginName(name);
+    }
+}

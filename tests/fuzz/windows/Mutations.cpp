@@ -1,0 +1,121 @@
+// Stands in for the fuzzer where there is none: each file of the corpus once, then inputs made of them.
+//   TARGETFuzz.exe CORPUS SECONDS FAULT     FAULT: the file that gets the input at which the process ended
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "fuzz/FuzzInput.h"
+
+namespace {
+
+std::string g_input;
+std::filesystem::path g_faultFile;
+
+void EndWithFault() {
+    std::ofstream(g_faultFile, std::ios::binary) << g_input;
+    std::puts("a fault");
+    std::fflush(stdout);
+    ::TerminateProcess(::GetCurrentProcess(), 3);
+}
+
+LONG CALLBACK OnCrash(EXCEPTION_POINTERS* /*where*/) {
+    EndWithFault();
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+void Try(const std::string& input) {
+    g_input = input;
+    TryInput(g_input);
+}
+
+class CMutations {
+  public:
+    CMutations(std::vector<std::string> corpus, unsigned seed)
+        : m_corpus(std::move(corpus)), m_random(seed) {}
+
+    std::string Next() {
+        std::string input = Any();
+        for (std::size_t left = Below(6) + 1; left > 0; --left) Change(input);
+        return input;
+    }
+
+  private:
+    struct Piece {
+        std::size_t start;
+        std::size_t size;
+    };
+
+    std::size_t Below(std::size_t limit) { return limit == 0 ? 0 : m_random() % limit; }
+    const std::string& Any() { return m_corpus[Below(m_corpus.size())]; }
+
+    void Flip(char& c) { c = static_cast<char>(static_cast<unsigned char>(c) ^ (1U << Below(8))); }
+
+    /// From one mark to another: what is cut and pasted by these is a document still, most of the time.
+    Piece PieceOf(const std::string& text, char mark) {
+        const std::size_t start = std::min(text.find(mark, Below(text.size())), text.size());
+        std::size_t end = start;
+        for (std::size_t marks = Below(3) + 1; marks > 0; --marks)
+            end = std::min(text.find(mark, end + 1), text.size());
+        return {start, end - start};
+    }
+
+    void Change(std::string& input) {
+        const char mark = "<<\"\" \n"[Below(6)];
+        const Piece piece = PieceOf(input, mark);
+        const std::string& other = Any();
+        const Piece from = PieceOf(other, mark);
+        switch (Below(6)) {
+            case 0:
+                if (!input.empty()) Flip(input[Below(input.size())]);
+                return;
+            case 1:
+                input.erase(piece.start, piece.size);
+                return;
+            case 2:
+                input.insert(piece.start, input.substr(piece.start, piece.size));
+                return;
+            case 3:
+                input.insert(Below(input.size()), 1, static_cast<char>(Below(256)));
+                return;
+            case 4:
+                input.insert(piece.start, other, from.start, from.size);
+                return;
+            default:
+                input.replace(piece.start, piece.size, other, from.start, from.size);
+        }
+    }
+
+    std::vector<std::string> m_corpus;
+    std::mt19937 m_random;
+};
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    if (argc != 4) return 2;
+    g_faultFile = argv[3];
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+    ::SetUnhandledExceptionFilter(&OnCrash);
+    std::signal(SIGABRT, [](int) { EndWithFault(); });
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+
+    std::vector<std::string> corpus;
+    for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
+        std::ostringstream bytes;
+        bytes << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+        Try(corpus.emplace_back(bytes.str()));
+    }
+    const ULONGLONG end = ::GetTickCount64() + 1000 * std::stoull(argv[2]);
+    std::size_t tried = corpus.size();
+    CMutations mutations(std::move(corpus), std::random_device()());
+    for (; ::GetTickCount64() < end; ++tried) Try(mutations.Next());
+    std::printf("stat::number_of_executed_units: %zu\n", tried);
+    return 0;
+}
