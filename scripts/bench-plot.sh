@@ -31,9 +31,9 @@ kind == "row" && /"name"/ {
     if (!(name in sizes)) names[++count] = name
     row = ++sizes[name]
     size[name, row] = field("size")
-    ratio[name, row] = field("ratio")
+    ratio[name, row] = field("ratio") + 0
     ours[name] = field("ours")
-    bound[name] = field("bound")
+    bound[name] = field("bound") + 0
 }
 kind == "growth" && /"name"/ {
     grows[field("name")] = sprintf("%.2f / %.2f", field("ours"), field("floor"))
