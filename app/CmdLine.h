@@ -30,7 +30,3 @@ struct CPluginManagerCmdLine {
 
 /// What follows the program in the command line of a process, as it stands.
 std::wstring WithoutProgram(const std::wstring& commandLine);
-
-/// Reads a handle the way scanf's "%p" does: blanks, an optional 0x, then hexadecimal digits up to the first
-/// other character. Nothing when there is no digit, or more than a pointer holds.
-std::optional<std::uintptr_t> ParsePointer(std::wstring_view text);

@@ -22,14 +22,12 @@ void SetText(HMENU menu, int position, const std::wstring& text) {
                   ::GetMenuItemID(menu, position), (text + old.substr(key)).c_str());
 }
 
-}  // namespace
-
-UniqueMenu BuildCommandMenu(const CDialog& dialog, UINT menuId, std::span<const MenuCommand> commands) {
-    UniqueMenu menu = LoadMenuResource(menuId);
-    const HMENU shown = ::GetSubMenu(menu.Get(), 0);
+void ShowState(const CDialog& dialog, HMENU shown, std::span<const MenuCommand> commands) {
     for (int i = 0; i < ::GetMenuItemCount(shown); ++i) {
+        const HMENU below = ::GetSubMenu(shown, i);
+        if (below) ShowState(dialog, below, commands);
         const UINT id = ::GetMenuItemID(shown, i);
-        if (id == 0) continue;  // a separator
+        if (below || id == 0) continue;  // 0: a separator
         const CWindow button = dialog.Item(static_cast<int>(id));
         const auto command = std::ranges::find(commands, id, &MenuCommand::id);
         const bool served = command != commands.end();
@@ -39,5 +37,12 @@ UniqueMenu BuildCommandMenu(const CDialog& dialog, UINT menuId, std::span<const 
         const bool enabled = button.Handle() ? button.IsEnabled() : served && command->enabled();
         ::EnableMenuItem(shown, static_cast<UINT>(i), MF_BYPOSITION | (enabled ? MF_ENABLED : MF_GRAYED));
     }
+}
+
+}  // namespace
+
+UniqueMenu BuildCommandMenu(const CDialog& dialog, UINT menuId, std::span<const MenuCommand> commands) {
+    UniqueMenu menu = LoadMenuResource(menuId);
+    ShowState(dialog, ::GetSubMenu(menu.Get(), 0), commands);
     return menu;
 }

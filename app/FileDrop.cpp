@@ -51,11 +51,11 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         return;
     }
     ::SetForegroundWindow(::GetAncestor(m_dialog.Handle(), GA_ROOT));
-    m_takers.tree.CancelDrag();
-    if (m_takers.tree.IsEditingLabel()) m_takers.tree.EndLabelEdit(false);
+    m_takers.tree.EndInput();
     m_dialog.Control<CComboBox>(IDC_LAYOUTS).CloseList();
 
     std::wstring layout;
+    std::wstring set;
     std::vector<std::wstring> presets;
     std::vector<std::wstring> others;
     const UINT count = files.Count();
@@ -63,6 +63,8 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         const std::wstring path = files.Path(i);
         if (HasExtension(path, L".pgl") && IsFile(path)) {
             layout = path;
+        } else if (HasExtension(path, L".pgset") && IsFile(path)) {
+            set = path;
         } else if (HasExtension(path, L".spp") && IsFile(path)) {
             presets.push_back(path);
         } else {
@@ -70,6 +72,7 @@ void CFileDrop::OnDrop(const CDroppedFiles& files) {
         }
     }
     if (!layout.empty()) m_takers.layouts.OpenDropped(layout);
+    if (!set.empty() && m_dialog.IsLive()) m_takers.sets.Load(set);
     ImportPresets(presets, others);
     Report(others, count);
 }

@@ -10,9 +10,10 @@
 #include "PluginInventory.h"
 #include "PluginListView.h"
 #include "PresetView.h"
+#include "StudioSetView.h"
 
-/// Opens the last layout among them, and shows for each preset file what it would bring. What is neither, or
-/// can't be read, is named in one message.
+/// Opens the last layout among them, and shows for the last studio set and each preset file what it would
+/// bring. What is none of these, or can't be read, is named in one message.
 class CFileDrop {
   public:
     /// Where the dropped files go.
@@ -22,6 +23,7 @@ class CFileDrop {
         CPresetView& presets;
         CLayoutTreeView& tree;
         CLayoutFilesView& layouts;
+        CStudioSetView& sets;
     };
     CFileDrop(CDialog& dialog, Takers takers) : m_dialog(dialog), m_takers(takers) {}
 

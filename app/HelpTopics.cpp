@@ -19,6 +19,7 @@ constexpr std::wstring_view kLayoutFiles = L"layout-files.htm";
 constexpr std::wstring_view kLayoutEditing = L"layout-editing.htm";
 constexpr std::wstring_view kTasks = L"tasks.htm";
 constexpr std::wstring_view kNamePrompt = L"name-prompt.htm";
+constexpr std::wstring_view kStudioSet = L"studio-set.htm";
 
 constexpr HelpTopic kDialogTopics[] = {
     {IDD_ABOUT, L"about.htm"},
@@ -78,6 +79,7 @@ std::span<const HelpTopic> ControlTopics() { return kControlTopics; }
 
 std::optional<std::wstring_view> HelpPageOf(unsigned context) {
     if (context == kHelpOfNames) return kNamePrompt;
+    if (context == kHelpOfSets) return kStudioSet;
     const auto isDialog = [=](const HelpTopic& topic) { return HelpOfDialog(topic.id) == context; };
     const auto isControl = [=](const HelpTopic& topic) { return HelpOfControl(topic.id) == context; };
     if (const auto* topic = std::ranges::find_if(kDialogTopics, isDialog); topic != std::end(kDialogTopics))

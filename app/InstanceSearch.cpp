@@ -2,16 +2,13 @@
 
 #include <string>
 
-#include "CmdLine.h"
-#include "ManagerSettings.h"
+#include "CorvaneKeys.h"
+#include "HostWindow.h"
 #include "RegKey.h"
 #include "Resources.h"
 #include "resource.h"
 
 namespace {
-
-/// Room for the text of a handle, in bytes.
-constexpr std::size_t kHandleTextBytes = 64;
 
 HWND FindInside(HWND host, const std::wstring& title) {
     return ::IsWindow(host) ? ::FindWindowExW(host, nullptr, nullptr, title.c_str()) : nullptr;
@@ -19,8 +16,7 @@ HWND FindInside(HWND host, const std::wstring& title) {
 
 HWND StoredHost() {
     const auto key = CRegKey::Create(HKEY_CURRENT_USER, kManagerKey);
-    const auto text = key ? key->ReadUnterminated(L"ParentWindow", kHandleTextBytes) : std::nullopt;
-    return reinterpret_cast<HWND>(text ? ParsePointer(*text).value_or(0) : 0);
+    return key ? ReadHostWindow(*key) : nullptr;
 }
 
 HWND FindRunningCopy(HWND host) {

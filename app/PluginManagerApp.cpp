@@ -2,22 +2,18 @@
 
 #include <commctrl.h>
 #include <objbase.h>
-#include <shellapi.h>
 
-#include <memory>
 #include <string>
-#include <vector>
 
-#include "CorvaneKeys.h"
+#include "ChosenLanguage.h"
 #include "CrashDump.h"
 #include "DataFolder.h"
 #include "HelpTopics.h"
 #include "InstanceSearch.h"
-#include "InterfaceLanguage.h"
 #include "MessageCaption.h"
 #include "PluginManagerDlg.h"
+#include "ProgramArguments.h"
 #include "ProgramPath.h"
-#include "RegKey.h"
 #include "Resources.h"
 #include "TaskText.h"
 #include "TextFormat.h"
@@ -25,17 +21,6 @@
 namespace {
 
 constexpr wchar_t kHelpFileName[] = L"PluginManager.chm";
-
-/// Room for the name of a language, in bytes.
-constexpr std::size_t kLanguageBytes = 64;
-
-std::vector<std::wstring> Arguments() {
-    int count = 0;
-    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> list(
-        ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
-    if (!list || count < 1) return {};
-    return {list.get() + 1, list.get() + count};
-}
 
 /// What the thread was asked to quit with; 0 when it wasn't. Taken, because no message box opens meanwhile.
 int TakeQuitCode() {
@@ -51,11 +36,11 @@ void CPluginManagerApp::InitInstance() {
     const INITCOMMONCONTROLSEX controls{sizeof controls,
                                         ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES | ICC_LINK_CLASS};
     ::InitCommonControlsEx(&controls);
-    SetResourceLanguage(NearestInterfaceLanguage(::GetUserDefaultUILanguage()));
+    TakeSystemLanguage();
 
-    m_cmdLine = CPluginManagerCmdLine::Parse(Arguments());
+    m_cmdLine = CPluginManagerCmdLine::Parse(ProgramArguments());
     if (BringRunningCopyForward(reinterpret_cast<HWND>(m_cmdLine.parentWnd))) return;
-    ChooseLanguage();
+    TakeSettingLanguage();
     PrepareForCrash();
     m_comReady = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     m_log.Open(L"PluginManager");
@@ -65,15 +50,6 @@ void CPluginManagerApp::InitInstance() {
 
     CPluginManagerDlg dialog(m_cmdLine, DataFolder());
     dialog.RunModal(nullptr);
-}
-
-void CPluginManagerApp::ChooseLanguage() const {
-    const auto key = CRegKey::Open(HKEY_LOCAL_MACHINE, kCompanyKey);
-    const auto name = key ? key->ReadUnterminated(L"Language", kLanguageBytes) : std::nullopt;
-    const auto language = name ? FindInterfaceLanguage(*name) : std::nullopt;
-    if (!language) return;
-    ::SetThreadUILanguage(*language);
-    SetResourceLanguage(*language);
 }
 
 void CPluginManagerApp::ShowHelp(DWORD context) {

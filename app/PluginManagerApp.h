@@ -19,7 +19,6 @@ class CPluginManagerApp : private IDialogHelp {
   private:
     void ShowHelp(DWORD context) override;
     bool TakesMessage(MSG& message) override { return m_help.TakesMessage(message); }
-    void ChooseLanguage() const;
     void ReportLoggedErrors() const;
 
     CPluginManagerCmdLine m_cmdLine;

@@ -59,7 +59,9 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_tasks(*this, TaskCommands()),
       m_backupList(*this, m_backups,
                    {.restored = [this](std::span<const BackupRecord> backups) { OnRestored(backups); },
-                    .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}) {
+                    .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}),
+      m_studioSets(*this, CStudioSets(m_inventory, m_friendlyNames, m_backups, m_settings.layoutFolder),
+                   {.maySave = [this] { return MaySaveSet(); }, .loaded = [this] { OnSetLoaded(); }}) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -150,6 +152,12 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnCommand<BN_CLICKED, &Tree::OnCut>(ID_CUT),
         R::OnCommand<BN_CLICKED, &Tree::OnCopy>(ID_COPY),
         R::OnCommand<BN_CLICKED, &Tree::OnPaste>(ID_PASTE),
+        R::OnCommand<BN_CLICKED, &CLayoutFill::OnByVendor>(ID_FILL_BY_VENDOR),
+        R::OnCommand<BN_CLICKED, &CLayoutFill::OnByCategory>(ID_FILL_BY_CATEGORY),
+        R::OnCommand<BN_CLICKED, &CLayoutFill::OnByBoth>(ID_FILL_BY_BOTH),
+        R::OnCommand<BN_CLICKED, &CTidyUp::OnTidyUp>(ID_TIDY_UP),
+        R::OnCommand<BN_CLICKED, &CStudioSetView::OnSave>(ID_SAVE_STUDIO_SET),
+        R::OnCommand<BN_CLICKED, &CStudioSetView::OnLoad>(ID_LOAD_STUDIO_SET),
         R::OnCommand<BN_CLICKED, &CBackupsView::OnBackups>(ID_BACKUPS),
 
         R::OnCommand<BN_CLICKED, &Files::OnNew>(IDC_LAYOUT_NEW),
@@ -229,6 +237,12 @@ std::vector<MenuCommand> CPluginManagerDlg::TaskCommands() {
             {.id = ID_COPY, .enabled = [this] { return m_tree.CanCopy(); }},
             {.id = ID_PASTE, .enabled = [this] { return m_tree.CanPaste(); }},
             {.id = ID_SAVE_LAYOUT},
+            {.id = ID_FILL_BY_VENDOR},
+            {.id = ID_FILL_BY_CATEGORY},
+            {.id = ID_FILL_BY_BOTH},
+            {.id = ID_TIDY_UP},
+            {.id = ID_SAVE_STUDIO_SET},
+            {.id = ID_LOAD_STUDIO_SET},
             {.id = ID_BACKUPS}};
 }
 
@@ -376,13 +390,30 @@ void CPluginManagerDlg::OnManagePresets() {
     m_list.OnSelectionChanged();
 }
 
+/// A set holds the layouts as their files are.
+bool CPluginManagerDlg::MaySaveSet() {
+    m_tree.EndInput();
+    const int answer = m_files.AskToSave(MB_YESNOCANCEL);
+    // Still modified after a yes: the save failed, and the set would hold what was there before.
+    return answer == IDNO || (answer == IDYES && !m_tree.Layout().IsModified());
+}
+
+void CPluginManagerDlg::OnSetLoaded() {
+    BackupRecord everything;
+    everything.kind = BackupKind::Studio;
+    OnRestored({&everything, 1});
+}
+
 void CPluginManagerDlg::OnRestored(std::span<const BackupRecord> backups) {
     const CWaitCursor wait;
     const auto has = [backups](BackupKind kind) {
-        return std::ranges::find(backups, kind, &BackupRecord::kind) != backups.end();
+        return std::ranges::any_of(backups, [kind](const BackupRecord& backup) {
+            return backup.kind == kind || backup.kind == BackupKind::Studio;
+        });
     };
     if (has(BackupKind::Registry)) {
         const auto rows = CRememberedRows::Of(m_list.Plugins());
+        m_exclusions.Load();
         m_list.EnumeratePlugins();
         m_list.Refill(rows);
         m_host.Tell(kPluginsChanged);

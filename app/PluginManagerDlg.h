@@ -22,6 +22,7 @@
 #include "Handles.h"
 #include "HostWindow.h"
 #include "LayoutFilesView.h"
+#include "LayoutFill.h"
 #include "LayoutToolbar.h"
 #include "LayoutTreeView.h"
 #include "ManagerSettings.h"
@@ -30,7 +31,9 @@
 #include "PluginListView.h"
 #include "PluginMenu.h"
 #include "PresetView.h"
+#include "StudioSetView.h"
 #include "TasksMenu.h"
+#include "TidyUp.h"
 #include "VisibilityRule.h"
 #include "VstToolPaths.h"
 #include "VstToolsView.h"
@@ -70,6 +73,8 @@ class CPluginManagerDlg : public CDialog {
     void OnManagePresets();
     std::vector<MenuCommand> TaskCommands();
     void OnRestored(std::span<const BackupRecord> backups);
+    bool MaySaveSet();
+    void OnSetLoaded();
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
@@ -108,11 +113,16 @@ class CPluginManagerDlg : public CDialog {
     CLayoutToolbar m_toolbar;
     CTasksMenu m_tasks;
     CBackupsView m_backupList;
+    CLayoutFill m_fill{*this, m_inventory, m_exclusions, m_tree};
+    CTidyUp m_tidyUp{*this, {m_inventory, m_exclusions, m_list, m_tree, m_host, m_backups}};
+    CStudioSetView m_studioSets;
     CPluginMenu m_pluginMenu{*this, m_list, m_inventory, m_names, m_tree};
-    CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files}};
+    CFileDrop m_fileDrop{*this, {m_inventory, m_list, m_presets, m_tree, m_files, m_studioSets}};
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
-               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&, CClosing&>
-        m_views{m_docking, m_elevation, m_size,  m_list,       m_exclusion,  m_names, m_vstTools, m_tree,
-                m_files,   m_toolbar,   m_tasks, m_backupList, m_pluginMenu, m_find,  m_fileDrop, m_closing};
+               CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&, CClosing&, CLayoutFill&, CTidyUp&,
+               CStudioSetView&>
+        m_views{m_docking,  m_elevation, m_size,    m_list,   m_exclusion,  m_names,      m_vstTools,
+                m_tree,     m_files,     m_toolbar, m_tasks,  m_backupList, m_pluginMenu, m_find,
+                m_fileDrop, m_closing,   m_fill,    m_tidyUp, m_studioSets};
 };

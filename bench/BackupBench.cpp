@@ -86,23 +86,34 @@ void BenchBackups() {
         CBackups backups((folder / L"Backups").wstring(), L"1");
         const wchar_t* const first = L"Preset number 0";
         std::uintmax_t text = 0;
+        // The step changes what it comes to first; for the next round that is put back.
+        const auto change = [&] {
+            if (collection.files) {
+                std::ofstream(fs::path(step.files[0]), std::ios::app) << 'x';
+            } else {
+                values->DeleteValue(first);
+            }
+        };
+        const auto putBack = [&] {
+            if (!collection.files) values->WriteValue(first, REG_BINARY, data);
+        };
         const auto ours = [&] {
             {
                 const CBackup backup = backups.Make(step);
                 if (backup.Error() != ERROR_SUCCESS) return void(std::puts("no backup could be made"));
-                // The step changes what it comes to first.
-                if (collection.files) {
-                    std::ofstream(fs::path(step.files[0]), std::ios::app) << 'x';
-                } else {
-                    values->DeleteValue(first);
-                }
+                change();
             }
             const BackupEntry made = backups.List().at(0);
             if (!collection.files) text = fs::file_size(made.folder + kBackupKeysFile);
             backups.Delete(made);
-            if (!collection.files) values->WriteValue(first, REG_BINARY, data);
+            putBack();
         };
-        const auto result = Compare(kRuns, ours, [&] { BareBackup(key, step, text, folder / L"Bare"); });
+        const auto bare = [&] {
+            BareBackup(key, step, text, folder / L"Bare");
+            change();
+            putBack();
+        };
+        const auto result = Compare(kRuns, ours, bare);
         PrintRow(collection.name, collection.values, result);
         CRegKey::DeleteTree(HKEY_CURRENT_USER, key);
     }

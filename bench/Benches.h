@@ -9,6 +9,10 @@ void BenchPlugins();
 void BenchLayouts();
 /// The backup before a step, of registry values and of files.
 void BenchBackups();
+/// Looking for what Tidy Up lists, and filling a layout with all plug-ins.
+void BenchStudio();
+/// Saving and loading studio sets.
+void BenchStudioSets();
 /// Counting the presets of many plug-ins, and presets to and from preset files.
 void BenchPresets();
 /// What the process holds after many rounds of everything.

@@ -6,6 +6,7 @@
 
 #include "BareEnumeration.h"
 #include "Benches.h"
+#include "Commands.h"
 #include "Dialog.h"
 #include "ExclusionList.h"
 #include "LayoutTreeView.h"
@@ -13,6 +14,7 @@
 #include "PluginInventory.h"
 #include "PluginListView.h"
 #include "Studio.h"
+#include "TextBytes.h"
 #include "VstToolPaths.h"
 
 namespace {
@@ -84,6 +86,23 @@ void BenchFind(CPluginListView& view, CPluginListView& bare) {
         },
         [&] { bare.Refill(); });
     PrintRow("a key in the field Find", rows, result);
+}
+
+/// What a script waits for, but for the start of the program; the floor is one enumeration.
+void BenchConsoleList(CPluginInventory& inventory, int size) {
+    std::size_t written = 0;
+    const auto result = Compare(
+        kRuns,
+        [&] {
+            const CCmdStudio studio(L"");
+            written = Utf8Of(ListText(RowsToList({}, studio.Plugins()), ListFormat::Json)).size();
+        },
+        [&] {
+            inventory.ReadAdapterInventory();
+            inventory.Enumerate(true);
+        });
+    PrintRow("list --format json", size, result);
+    std::printf("  %zu bytes; ratio %.2f (aim 1.30)\n", written, result.Ratio());
 }
 
 void BenchEnumeration(int plugins) {

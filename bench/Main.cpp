@@ -20,6 +20,7 @@ constexpr Bench kBenches[] = {
     {L"presets", BenchPresets},  // first, because it also looks at the peak of memory
     {L"backups", BenchBackups}, {L"layouts", BenchLayouts},
     {L"rounds", BenchRounds},   {L"plugins", BenchPlugins},
+    {L"studio", BenchStudio},   {L"sets", BenchStudioSets},
 };
 
 }  // namespace

@@ -39,8 +39,7 @@ constexpr bool WrappedWithProgram(const PaneState& state) {
     return IsLegacyWrapped(state.category) && state.adapterProgramExists;
 }
 constexpr bool FitForLayout(const PaneState& state) {
-    return state.category != Category::ControlSurfaces && !IsLegacyWrapped(state.category) &&
-           state.mode != VisibilityMode::Excluded;
+    return GoesIntoLayouts(state.category) && state.mode != VisibilityMode::Excluded;
 }
 
 /// When the plug-in list was filled anew.

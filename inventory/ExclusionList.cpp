@@ -24,10 +24,12 @@ void CExclusionList::Load() {
     }
 }
 
-void CExclusionList::Exclude(const Guid& clsid, const std::wstring& name) {
+bool CExclusionList::Exclude(const Guid& clsid, const std::wstring& name) {
     const auto entry = CRegKey::Create(HKEY_CURRENT_USER, EntryKey(clsid), KEY_ALL_ACCESS);
     // Only the subkey's name counts; the text tells a reader of the registry which plug-in it is.
-    if (entry) entry->WriteString(nullptr, name);
+    return entry && entry->WriteString(nullptr, name);
 }
 
-void CExclusionList::Enable(const Guid& clsid) { CRegKey::DeleteTree(HKEY_CURRENT_USER, EntryKey(clsid)); }
+bool CExclusionList::Enable(const Guid& clsid) {
+    return CRegKey::DeleteTree(HKEY_CURRENT_USER, EntryKey(clsid));
+}

@@ -61,17 +61,26 @@ bool CFriendlyNames::CanRename(const PluginListItem& item) const {
     return CanBeRenamed(item.category, item.sourceIndex, m_inventory.Counts());
 }
 
-void CFriendlyNames::Rename(const PluginListItem& item, const std::wstring& name) {
+bool CFriendlyNames::Rename(const PluginListItem& item, const std::wstring& name) {
     if (m_database.IsOpen()) {
         const Guid& key = item.fromInventory ? item.md5Clsid : item.clsid;
         m_database.SetName(ClsidText(key), DatabaseKind(item.category), name);
         m_inventory.SetName(item, name);
-        return;
+        return true;
     }
     const std::wstring readable = ReadableName(name, item.category);
     const auto stored = WriteName(m_inventory, item, readable);
     const auto listed = item.fromInventory ? stored : std::optional(readable);
     if (listed) m_inventory.SetName(item, *listed);
+    return listed.has_value();
+}
+
+std::wstring CFriendlyNames::ListedName(const PluginListItem& item, const std::wstring& name) const {
+    if (m_database.IsOpen()) return name;
+    std::wstring readable = ReadableName(name, item.category);
+    if (!item.fromInventory || StoredFullName(readable, true) == readable) return readable;
+    const auto entry = OpenVstEntry(m_inventory.Vst(), item);
+    return StoredFullName(readable, entry && entry->IsSet(L"addVstPrefix"));
 }
 
 unsigned CFriendlyNames::CorrectWrapped(const CPluginInventory& inventory) {

@@ -22,6 +22,7 @@ void CPluginInventory::Clear() {
     m_clsids.clear();
     m_filters.clear();
     m_filtersAndMediaObjects = 0;
+    m_complete = false;
 }
 
 SourceCounts CPluginInventory::Counts() const {
@@ -73,6 +74,7 @@ bool CPluginInventory::Enumerate(bool classified) {
     if (!Append(ReadControlSurfaces(m_index.ControlSurfaceNames(), room()), ownNames, classified))
         return false;
     m_vst.Read(names, classified);
+    m_complete = true;
     return true;
 }
 

@@ -25,6 +25,8 @@ class CPluginInventory {
     /// class id that does not parse ends it there: what was found before stays, and the VST records are those
     /// of the time before. False then.
     bool Enumerate(bool classified);
+    /// What that said the last time.
+    bool IsComplete() const { return m_complete; }
 
     const std::vector<PluginEntry>& Entries() const { return m_entries; }
     /// One for each of the first entries.
@@ -64,6 +66,7 @@ class CPluginInventory {
     std::vector<PluginEntry> m_entries;           // filters, media objects, MIDI effects, control surfaces
     std::unordered_set<Guid, GuidHash> m_clsids;  // of the entries
     std::size_t m_filtersAndMediaObjects = 0;
+    bool m_complete = false;
     CVstInventory m_vst;
     unsigned m_renamings = 0;
 };

@@ -5,16 +5,11 @@
 #include "FoldedText.h"
 #include "WordMatch.h"
 
-namespace {
-
-/// Of the file the name only: its folders would be found with nearly every plug-in. A word holds no
-/// end of a line, and so occurs in one of the texts.
-std::wstring TextOf(const std::wstring& name, const std::wstring& vendor, const std::wstring& file,
-                    const Guid& clsid) {
-    return FoldedText(name + L'\n' + vendor + L'\n' + file + L'\n' + ClsidText(clsid));
+/// Of the file its name alone: the folders would be found with nearly every plug-in.
+std::wstring SearchText(const std::wstring& name, const std::wstring& vendor, const std::wstring& fileName,
+                        const Guid& clsid) {
+    return FoldedText(name + L'\n' + vendor + L'\n' + fileName + L'\n' + ClsidText(clsid));
 }
-
-}  // namespace
 
 void CPluginTexts::Clear() {
     m_files.clear();
@@ -31,10 +26,10 @@ void CPluginTexts::Update(const CPluginInventory& inventory) {
     }
     m_entries.clear();
     for (std::size_t i = 0; i < entries.size(); ++i)
-        m_entries.push_back(TextOf(entries[i].name.value_or(L""), L"", m_files[i], entries[i].clsid));
+        m_entries.push_back(SearchText(entries[i].name.value_or(L""), L"", m_files[i], entries[i].clsid));
     m_records.clear();
     for (const auto& [clsid, record] : inventory.Vst().Records())
-        m_records.push_back(TextOf(record.name, record.vendor, FileNameOf(record.path), clsid));
+        m_records.push_back(SearchText(record.name, record.vendor, FileNameOf(record.path), clsid));
     m_renamings = inventory.Renamings();
 }
 

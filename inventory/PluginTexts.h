@@ -8,6 +8,10 @@
 
 #include "PluginInventory.h"
 
+/// In which the words to find are looked for. A word holds no end of a line, and so occurs in one of them.
+std::wstring SearchText(const std::wstring& name, const std::wstring& vendor, const std::wstring& fileName,
+                        const Guid& clsid);
+
 /// Of each plug-in its name, vendor, file's name and class id, folded once and kept until something of that
 /// has changed.
 class CPluginTexts {

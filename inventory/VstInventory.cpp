@@ -62,6 +62,7 @@ VstInventoryRecord RecordOf(const VstEntry& entry, const NameMap& names, bool cl
 
 void CVstInventory::Read(const NameMap& names, bool classified) {
     m_records.clear();
+    m_keys.clear();
     const auto inventory = CRegKey::Open(HKEY_CURRENT_USER, m_path, KEY_ALL_ACCESS);
     if (!inventory) return;
     std::vector<VstEntry> entries;
@@ -69,7 +70,10 @@ void CVstInventory::Read(const NameMap& names, bool classified) {
     for (const std::wstring& name : inventory->SubkeyNames()) {
         const auto key = inventory->OpenSubkey(name, KEY_ALL_ACCESS);
         if (!key) continue;
-        twins.Add(entries.emplace_back(ReadEntry(*key)));
+        const VstEntry& entry = entries.emplace_back(ReadEntry(*key));
+        twins.Add(entry);
+        for (const auto& id : {entry.clsidPlugMd5, entry.clsidPlug})
+            m_keys.try_emplace(ClsidOrNull(id), name);
     }
     for (const VstEntry& entry : entries) {
         if (!IsUsable(entry) || twins.Hides(entry)) continue;
@@ -100,9 +104,22 @@ std::optional<CRegKey> CVstInventory::OpenEntry(const Guid& clsid) const {
     const auto hasId = [&clsid](const CRegKey& entry, const wchar_t* value) {
         return ClsidOrNull(entry.ReadString(value, kNameBytes)) == clsid;
     };
-    for (const std::wstring& name : inventory->SubkeyNames()) {
+    const auto open = [&](const std::wstring& name) {
         auto entry = inventory->OpenSubkey(name, KEY_ALL_ACCESS);
-        if (entry && (hasId(*entry, L"clsidPlugMD5") || hasId(*entry, L"clsidPlug"))) return entry;
+        const bool fits = entry && (hasId(*entry, L"clsidPlugMD5") || hasId(*entry, L"clsidPlug"));
+        return fits ? std::move(entry) : std::nullopt;
+    };
+    if (const auto known = m_keys.find(clsid); known != m_keys.end()) {
+        if (auto entry = open(known->second)) return entry;
+    }
+    // The scanner may have come by.
+    for (const std::wstring& name : inventory->SubkeyNames()) {
+        if (auto entry = open(name)) return entry;
     }
     return std::nullopt;
+}
+
+std::wstring CVstInventory::EntryPath(const Guid& clsid) const {
+    const auto known = m_keys.find(clsid);
+    return known == m_keys.end() || clsid.IsNull() ? std::wstring() : m_path + L'\\' + known->second;
 }

@@ -27,8 +27,12 @@ class CVstInventory {
 
     /// The entry in the registry with this MD5 or plug-in class id, usable or not; none has the null id.
     std::optional<CRegKey> OpenEntry(const Guid& clsid) const;
+    /// Its path below the current user's root, as far as it was read; empty when there is none.
+    std::wstring EntryPath(const Guid& clsid) const;
 
   private:
     std::wstring m_path;
     VstInventoryMap m_records;
+    /// The names of the keys by either id, whether they can be used or not. Of several, the first.
+    std::map<Guid, std::wstring, GuidByteOrder> m_keys;
 };

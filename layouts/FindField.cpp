@@ -85,6 +85,7 @@ bool CFindField::SelectNextItem(SearchOrder order) const {
     const CTreeCtrlEx& tree = m_tree.Tree();
     tree.EnsureVisible(item);  // first: what a closed folder hides can't be selected
     tree.SelectOnly(item);
+    m_tree.UpdateButtons();  // the caret may have been there, which the control tells nobody then
     return true;
 }
 

@@ -286,8 +286,7 @@ int CLayoutFilesView::Save(HWND owner, bool mayAsk) {
 }
 
 void CLayoutFilesView::OnSaveInPlace() {
-    m_tree.CancelDrag();
-    if (m_tree.IsEditingLabel()) m_tree.EndLabelEdit(false);
+    m_tree.EndInput();
     const std::wstring name = DisplayName();
     if (name.empty() || m_path.empty() || IsTemporary(m_path)) return OnSave();
     const auto backup = BackUpOrAsk(m_backups, StepFor(IDS_STEP_SAVE_LAYOUT, m_path), m_dialog.Handle());

@@ -22,21 +22,28 @@ std::wstring DisplayNameOf(const std::wstring& path, CPatience& patience) {
 
 }  // namespace
 
-std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder) {
-    std::vector<LayoutFile> files;
-    if (folder.empty()) return files;  // else the root of the current drive would be meant
+std::vector<std::wstring> LayoutPaths(const std::wstring& folder, bool all) {
+    std::vector<std::wstring> paths;
+    if (folder.empty()) return paths;  // else the root of the current drive would be meant
     const std::wstring prefix = folder.ends_with(L'\\') ? folder : folder + L'\\';
     WIN32_FIND_DATAW entry{};
     const HANDLE first = ::FindFirstFileW((prefix + L"*.pgl").c_str(), &entry);
-    if (first == INVALID_HANDLE_VALUE) return files;
+    if (first == INVALID_HANDLE_VALUE) return paths;
     const UniqueHandle<HANDLE, &::FindClose> find(first);
-    CPatience patience;
     do {
         // The pattern also finds short names, which Windows makes of extensions that only begin so.
-        if ((entry.dwFileAttributes & kPassedOver) || !HasExtension(entry.cFileName, L".pgl")) continue;
-        std::wstring path = prefix + entry.cFileName;
+        if ((all || !(entry.dwFileAttributes & kPassedOver)) && HasExtension(entry.cFileName, L".pgl"))
+            paths.push_back(prefix + entry.cFileName);
+    } while (::FindNextFileW(find.Get(), &entry));
+    return paths;
+}
+
+std::vector<LayoutFile> ScanLayoutFolder(const std::wstring& folder) {
+    std::vector<LayoutFile> files;
+    CPatience patience;
+    for (std::wstring& path : LayoutPaths(folder, false)) {
         std::wstring name = DisplayNameOf(path, patience);
         if (!name.empty()) files.push_back({std::move(name), std::move(path)});
-    } while (::FindNextFileW(find.Get(), &entry));
+    }
     return files;
 }

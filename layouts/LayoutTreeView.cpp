@@ -64,16 +64,15 @@ int CLayoutTreeView::Ask(UINT textId) const {
     return ShowMessage(m_dialog.Handle(), LoadText(textId), kMessageCaption, MB_YESNO | MB_ICONWARNING);
 }
 
-LayoutItem CLayoutTreeView::PluginItem(const PluginRow& plugin) const {
+LayoutItem CLayoutTreeView::PluginItem(const PluginListItem& plugin, const std::wstring& name) const {
     LayoutItem item = NewPlugin();
-    item.name = plugin.name;
-    item.clsid = plugin.item.clsid;
-    item.category = static_cast<int>(plugin.item.category);
-    item.originalName = m_inventory.RegisteredNameOf(item.clsid, plugin.item.category).value_or(plugin.name);
-    const VstInventoryRecord* record =
-        plugin.item.fromInventory ? m_inventory.Vst().Find(item.clsid) : nullptr;
+    item.name = name;
+    item.clsid = plugin.clsid;
+    item.category = static_cast<int>(plugin.category);
+    item.originalName = m_inventory.RegisteredNameOf(item.clsid, plugin.category).value_or(name);
+    const VstInventoryRecord* record = plugin.fromInventory ? m_inventory.Vst().Find(item.clsid) : nullptr;
     if (record) item.vendor = record->vendor;
-    item.inventoryFlag = plugin.item.fromInventory;
+    item.inventoryFlag = plugin.fromInventory;
     item.installed = true;
     return item;
 }
@@ -84,7 +83,8 @@ void CLayoutTreeView::OnAddPlugin() {
     const HTREEITEM target = m_tree.Caret();
     HTREEITEM last = nullptr;
     for (const PluginRow& plugin : m_plugins.SelectedRows()) {
-        if (const HTREEITEM item = m_layout.Insert(target, IntoFolder::Yes, PluginItem(plugin))) last = item;
+        const LayoutItem record = PluginItem(plugin.item, plugin.name);
+        if (const HTREEITEM item = m_layout.Insert(target, IntoFolder::Yes, record)) last = item;
     }
     // The caret goes to each in turn, which leaves it on the last.
     if (last) m_tree.SelectOnly(last);
@@ -349,6 +349,12 @@ bool CLayoutTreeView::OnCommandKey(UINT key) {
 void CLayoutTreeView::EndInput() {
     CancelDrag();
     if (IsEditingLabel()) EndLabelEdit(false);
+}
+
+void CLayoutTreeView::Edit(UINT stepText, const std::function<void()>& edit) {
+    EndInput();
+    const CStep step(*this, stepText);
+    edit();
 }
 
 void CLayoutTreeView::OnCopy() {

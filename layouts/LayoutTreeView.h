@@ -61,6 +61,13 @@ class CLayoutTreeView {
     void OnCopy();
     /// Into the selected folder, behind another selected item, or at the end.
     void OnPaste();
+    /// Before a command that can come at any time.
+    void EndInput();
+    /// For commands of the rooms above: one step to undo, under the text of this id, after a drag or the
+    /// renaming of an item has ended.
+    void Edit(UINT stepText, const std::function<void()>& edit);
+    /// An item of its own that stands for the plug-in.
+    LayoutItem PluginItem(const PluginListItem& plugin, const std::wstring& name) const;
     /// The plug-ins of a layout from before may be missing now, or no more.
     void WhenRestored(std::function<void()> restored) { m_restored = std::move(restored); }
     /// The tree holds another layout than before.
@@ -103,7 +110,6 @@ class CLayoutTreeView {
         const CCommand command;
     };
 
-    LayoutItem PluginItem(const PluginRow& plugin) const;
     /// The caret item, or null, the end of the top level, when nothing is selected: a click on empty space
     /// does not take the caret away.
     HTREEITEM PlaceForNew() const;
@@ -117,8 +123,6 @@ class CLayoutTreeView {
     void ClearLayout();
     void ShowProperties(HTREEITEM item);
     void Travel(bool (CLayoutHistory::*travel)());
-    /// Before a command that can come at any time.
-    void EndInput();
     bool OnCommandKey(UINT key);
     void ShowContextMenu(HTREEITEM item, POINT screen);
     void ShowMenuOfCaret();

@@ -329,6 +329,7 @@ bool CTreeCtrlEx::OnKeyDown(UINT key) {
         const HTREEITEM caret = Caret();
         ClearSelection();
         if (caret) SetSelected(caret, true);
+        m_hooks.onInput();  // where the key leads nowhere, the control tells nothing
         return false;
     }
     if (!m_anchor) m_anchor = Caret();

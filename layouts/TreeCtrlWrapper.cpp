@@ -235,6 +235,13 @@ void CTreeCtrlWrapper::ExpandAll(bool expand) {
     }
 }
 
+void CTreeCtrlWrapper::Delete(std::span<const LayoutItemId> ids) {
+    const CTreeHold hold(m_scroll);
+    for (const LayoutItemId id : ids) {
+        if (const HTREEITEM item = HandleOf(id)) Delete(item);
+    }
+}
+
 void CTreeCtrlWrapper::DeleteSelection() {
     const HTREEITEM caret = m_tree.Caret();
     if (!caret) return;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <memory_resource>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -99,6 +100,8 @@ class CTreeCtrlWrapper {
     /// Sorts the children of `parent` and of all folders below it.
     void Sort(HTREEITEM parent);
     void ExpandAll(bool expand);
+    /// Deletes these, as far as they are there.
+    void Delete(std::span<const LayoutItemId> ids);
     /// Deletes every selected item and then the caret item, which is deleted even if it is not selected.
     void DeleteSelection();
     /// Whether the caret item or a selected one is a folder.

@@ -1,27 +1,13 @@
 #include "XmlTreeCtrl.h"
 
-#include <cwchar>
-#include <utility>
-
 #include "ClsidText.h"
 #include "XmlText.h"
 
 namespace {
 
-constexpr wchar_t kUnnamedFolder[] = L"??????";
-constexpr wchar_t kUnsavedFile[] = L"UnsavedFile";
-
 // Categories in layout files.
 constexpr int kVstEffects = static_cast<int>(Category::VstEffects);
 constexpr int kVstInstruments = static_cast<int>(Category::VstInstruments);
-
-/// What is no number counts as 0, and what follows a number is ignored.
-int NumberOf(const std::wstring& text) { return static_cast<int>(std::wcstol(text.c_str(), nullptr, 10)); }
-
-/// Only the form in braces: the system would look for other texts among its program ids.
-Guid ClsidOf(const std::wstring& text) {
-    return text.starts_with(L'{') ? ParseClsid(text).value_or(Guid{}) : Guid{};
-}
 
 }  // namespace
 
@@ -117,18 +103,11 @@ bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
 }
 
 bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
-    if (!m_tree.Tree().IsLive()) return false;
-    ParseNode(node);
-    if (!IsPathEmpty() || !TagIs(L"<PluginMenuLayout>")) return false;
-    m_schema = NumberOf(AttributeOr(L"DocSchema", L"0"));
-    m_layoutName = AttributeOr(L"Name", m_layoutName);
-    if (FindAttribute(kUnsavedFile)) m_unsavedFile = FoundAttribute();
-    std::vector<Node> items;
-    if (m_schema < 1 || !ReadChildren(items, 1)) return false;
+    if (!m_tree.Tree().IsLive() || !CLayoutReader::HandleNode(node)) return false;
     m_tree.Clear();
     m_lastFolder = nullptr;
     const CRedrawLock noRedraw{CWindow(m_tree.Tree().Handle())};
-    const bool inserted = InsertItems(nullptr, items);
+    const bool inserted = InsertItems(nullptr, Items());
     m_tree.Tree().ScrollToTop(m_tree.Tree().Root());
     // Each folder read becomes the selection; only the last one's lasts, and each costs a walk of the tree.
     if (m_lastFolder) m_tree.Tree().Select(m_lastFolder);
@@ -136,11 +115,11 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     return inserted;
 }
 
-bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, const std::vector<Node>& nodes) {
+bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, const std::vector<LayoutNode>& nodes) {
     bool hasFolder = false;
     // From the last to the first: to add behind others, the control would walk all of them each time.
     for (std::size_t left = nodes.size(); left > 0; --left) {
-        const Node& node = nodes[left - 1];
+        const LayoutNode& node = nodes[left - 1];
         const HTREEITEM item = m_tree.Prepend(parent, node.record);
         if (!item || !InsertItems(item, node.children)) return false;
         if (node.record.kind != LayoutKind::Folder) continue;
@@ -150,55 +129,4 @@ bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, const std::vector<Node>& nodes)
     // Selecting a folder would open the one that it lies in.
     if (parent && hasFolder) m_tree.Tree().Expand(parent, true);
     return true;
-}
-
-bool CXMLTreeCtrl::ReadChildren(std::vector<Node>& nodes, int depth) {
-    const CKeepNode keep(*this);
-    bool read = true;
-    for (ToFirstChild(); read && HasNode(); ToNextSibling()) {
-        const CKeepNode keepChild(*this);
-        read = ReadNode(nodes, depth);
-    }
-    return read;
-}
-
-bool CXMLTreeCtrl::ReadNode(std::vector<Node>& nodes, int depth) {
-    ParseNode(Current());
-    // Whatever stands within a plug-in or a separator is ignored.
-    if (TagIs(L"<Plugin>")) return ReadPlugin(nodes);
-    if (TagIs(L"<Separator>")) return Add(nodes, NewSeparator());
-    if (TagIs(L"<Folder>")) return ReadFolder(nodes, depth);
-    // An unknown element passes only without content: its nodes come to HandleNode, which refuses them.
-    return CXmlDoc::HandleNode(Current());
-}
-
-bool CXMLTreeCtrl::ReadFolder(std::vector<Node>& nodes, int depth) {
-    return depth <= kDeepestNesting && Add(nodes, NewFolder(AttributeOr(L"Name", kUnnamedFolder))) &&
-           ReadChildren(nodes.back().children, depth + 1);
-}
-
-bool CXMLTreeCtrl::ReadPlugin(std::vector<Node>& nodes) {
-    if (!FindAttribute(L"Category")) return false;
-    LayoutItem plugin = NewPlugin();
-    plugin.category = NumberOf(*FoundAttribute());
-    if (!FindAttribute(L"CLSIDMD5") && !FindAttribute(L"CLSID")) return false;
-    const std::wstring clsid = *FoundAttribute();
-    if (clsid.empty() || !FindAttribute(L"Name")) return false;
-    plugin.name = *FoundAttribute();
-    plugin.clsid = ClsidOf(clsid);
-    plugin.originalName = AttributeOr(L"OriginalName", L"");
-    plugin.defaultPreset = AttributeOr(L"DefaultPreset", L"");
-    m_plugins.mark(plugin);
-    return Add(nodes, std::move(plugin));
-}
-
-/// False when the ids are used up: the tree would not take the item.
-bool CXMLTreeCtrl::Add(std::vector<Node>& nodes, LayoutItem record) {
-    if (record.id == kInvalidItemId) return false;
-    nodes.push_back({std::move(record), {}});
-    return true;
-}
-
-std::wstring CXMLTreeCtrl::AttributeOr(std::wstring_view name, const std::wstring& otherwise) {
-    return FindAttribute(name) ? *FoundAttribute() : otherwise;
 }

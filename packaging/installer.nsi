@@ -18,6 +18,7 @@ ManifestLongPathAware true
 !define PRODUCT "Corvane Plug-in Manager"
 !define AUTHORS "the Corvane Plug-in Manager authors"
 !define PROGRAM "PluginManager.exe"
+!define CONSOLE "PluginManagerCmd.exe"
 !define HELP_FILE "PluginManager.chm"
 ; Named after the product, for the folder may be another one's, too.
 !define LICENCE "PluginManager-LICENSE.txt"
@@ -99,6 +100,7 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
 ; The files, by name: the folder may hold what others have put there.
 !macro FOR_EACH_FILE do
     !insertmacro ${do} "${PROGRAM}"
+    !insertmacro ${do} "${CONSOLE}"
     !insertmacro ${do} "${HELP_FILE}"
     !insertmacro ${do} "${LICENCE}"
     !insertmacro ${do} "${UNINSTALLER}"
@@ -129,6 +131,7 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} "ProductVersion" "${VERSION}"
     ; The copy in the folder $2.
     Function ${prefix}WaitUntilClosed
         !insertmacro WAIT "${prefix}" "${PROGRAM}"
+        !insertmacro WAIT "${prefix}" "${CONSOLE}"
         !insertmacro WAIT "${prefix}" "${HELP_FILE}"
         !ifndef __UNINSTALL__  ; with "_?=" it runs from there
             !insertmacro WAIT "" "${LICENCE}"
@@ -303,6 +306,7 @@ Section
     SetOutPath "$INSTDIR\${NEW_FILES}"
     SetDateSave on
     File "${FILES}\${PROGRAM}"
+    File "${FILES}\${CONSOLE}"
     File "${FILES}\${HELP_FILE}"
     File "${FILES}\${LICENCE}"
     ClearErrors

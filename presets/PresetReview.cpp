@@ -1,13 +1,15 @@
 #include "PresetReview.h"
 
+#include <algorithm>
+#include <limits>
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "AnsiText.h"
 #include "ClsidText.h"
 #include "Files.h"
-#include "PresetListMgr.h"
 
 namespace {
 
@@ -19,6 +21,19 @@ std::set<std::wstring> StoredNames(const PresetPlugin& plugin) {
             names.insert(InCapitals(values.Name()));
     }
     return names;
+}
+
+/// Whether the preset is stored with these data; nothing when it is not stored.
+std::optional<bool> IsStoredAs(const std::optional<CRegKey>& key, const ImportedPreset& preset) {
+    const auto value = key ? key->ReadValue(preset.name.c_str()) : std::nullopt;
+    if (!value) return std::nullopt;
+    if (value->type == REG_BINARY) return std::ranges::equal(value->data, preset.data);
+    constexpr std::uint64_t kLongestFile = std::numeric_limits<std::int32_t>::max();
+    std::string stored;
+    CPatience patience;
+    return value->type == REG_SZ &&
+           ReadWholeFile(TextOf(value->data), kLongestFile, stored, patience) == FileRead::Whole &&
+           std::ranges::equal(std::as_bytes(std::span(stored)), preset.data);
 }
 
 /// Gathers what the walk through the file tells.
@@ -81,4 +96,29 @@ int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::fu
                                          check();
                                          gathering.Add(name);
                                      }});
+}
+
+int ComparePresets(IByteSource& file, std::span<const CPresetListMgr> plugins,
+                   const std::function<bool()>& goOn, std::vector<PresetDifference>& differences) {
+    CPresetFileReader reader(file, AnsiText());
+    differences.assign(plugins.size(), {});
+    std::vector<PresetPlugin> wanted;
+    for (const CPresetListMgr& plugin : plugins) wanted.push_back(plugin.Plugin());
+    std::size_t opened = plugins.size();  // the presets of a plug-in follow each other
+    std::optional<CRegKey> key;
+    // Of a name that the file has several times, the last one stays.
+    std::map<std::pair<std::size_t, std::wstring>, std::optional<bool>> last;
+    const auto compare = [&](std::size_t index, const ImportedPreset& preset) {
+        if (!goOn()) throw PresetWorkEnded();
+        if (std::exchange(opened, index) != index) key = plugins[index].OpenPluginKey(false);
+        last.insert_or_assign({index, InCapitals(preset.name)}, IsStoredAs(key, preset));
+        return true;
+    };
+    const int result = wanted.size() == 1 ? ImportFor(reader, wanted.front(), nullptr, compare)
+                                          : ImportForSeveral(reader, wanted, compare);
+    for (const auto& [preset, same] : last) {
+        if (!same) ++differences[preset.first].added;
+        if (same == false) ++differences[preset.first].changed;
+    }
+    return result;
 }

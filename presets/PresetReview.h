@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "PresetListMgr.h"
 #include "PresetPlugin.h"
 #include "PresetWalk.h"
 
@@ -31,3 +32,12 @@ struct PluginsInFile {
 /// often the file names it.
 int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::function<bool()>& goOn,
                       PluginsInFile& found);
+
+struct PresetDifference {
+    std::size_t added = 0;    // not stored so far
+    std::size_t changed = 0;  // stored with other data
+};
+/// What an import would change, one entry a plug-in: reads the data of the file and those that are stored.
+/// Gives a count or a result code; `goOn` is asked before each preset.
+int ComparePresets(IByteSource& file, std::span<const CPresetListMgr> plugins,
+                   const std::function<bool()>& goOn, std::vector<PresetDifference>& differences);

@@ -80,6 +80,12 @@ ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plu
     return record;
 }
 
+ExportedRecord CopyRecord(IByteSink& file, const PresetsInMemory& read, const PresetTransferEvents& events) {
+    GoOn(events);
+    file.Write(std::as_bytes(std::span(read.record)));
+    return {read.presets, read.presets};
+}
+
 }  // namespace
 
 int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSelection* selection,
@@ -92,7 +98,7 @@ int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSel
     });
 }
 
-int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
+int ExportPresetsOfPlugins(IByteSink& file, std::span<const PluginToExport> plugins,
                            const PresetTransferEvents& events) {
     if (plugins.empty()) return 0;
     return ResultOf([&] {
@@ -102,8 +108,9 @@ int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plug
         writer.WriteHeader(announced);
         std::int32_t records = 0;
         int total = 0;
-        for (const CPresetListMgr& plugin : plugins) {
-            const ExportedRecord record = ExportRecord(writer, plugin, nullptr, false, events);
+        for (const auto& [plugin, selection, read] : plugins) {
+            const ExportedRecord record = read ? CopyRecord(file, *read, events)
+                                               : ExportRecord(writer, plugin, selection, false, events);
             total += record.written;
             if (record.announced != 0) ++records;
         }
@@ -128,6 +135,8 @@ int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetS
 
 int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> plugins,
                            const PresetTransferEvents& events) {
+    // Only so is a file read that names no category.
+    if (plugins.size() == 1) return ImportPresets(file, plugins.front(), nullptr, events);
     CPresetFileReader reader(file, AnsiText());
     std::vector<PresetPlugin> wanted;
     std::vector<CPresetWriter> writers;

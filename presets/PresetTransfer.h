@@ -15,13 +15,26 @@ struct PresetTransferEvents {
     std::function<bool()> progress;  // before each preset; false ends the transfer there
 };
 
+/// The record of a plug-in as it stands in a preset file.
+struct PresetsInMemory {
+    std::string record;
+    int presets = 0;
+};
+
 // Each gives a count or a code of PresetResult.h, and throws nothing. The selection goes by the index in the
 // store for an export, and by the position in the file's record for an import; null means all presets.
 
 /// Writes nothing at all when no preset is chosen.
 int ExportPresets(IByteSink& file, const CPresetListMgr& plugin, const PresetSelection* selection,
                   const PresetTransferEvents& events = {});
-int ExportPresetsOfPlugins(IByteSink& file, std::span<const CPresetListMgr> plugins,
+/// A plug-in among those whose presets go into one file.
+struct PluginToExport {
+    CPresetListMgr plugin;
+    const PresetSelection* selection = nullptr;
+    /// What goes into the file, when it was read before.
+    const PresetsInMemory* read = nullptr;
+};
+int ExportPresetsOfPlugins(IByteSink& file, std::span<const PluginToExport> plugins,
                            const PresetTransferEvents& events = {});
 int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetSelection* selection,
                   const PresetTransferEvents& events = {});

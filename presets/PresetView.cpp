@@ -114,8 +114,11 @@ int CPresetView::ExportTo(CFileSink& file, const std::vector<CPresetListMgr>& pl
         .invalidPreset =
             [this](const std::wstring& name) { Report(FormatText(LoadText(IDS_PRESET_INVALID), name)); },
         .progress = [&work] { return work.Next(); }};
-    return plugins.size() == 1 ? ExportPresets(file, plugins.front(), selection, events)
-                               : ExportPresetsOfPlugins(file, plugins, events);
+    if (plugins.size() == 1) return ExportPresets(file, plugins.front(), selection, events);
+    std::vector<PluginToExport> all;
+    all.reserve(plugins.size());
+    for (const CPresetListMgr& plugin : plugins) all.push_back({.plugin = plugin});
+    return ExportPresetsOfPlugins(file, all, events);
 }
 
 std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,

@@ -20,13 +20,18 @@ std::string_view BytesOf(const ImportedPreset& preset) {
     return {reinterpret_cast<const char*>(preset.data.data()), preset.data.size()};
 }
 
+std::wstring SharedPresets() { return AppDataRoot() + L"\\Shared Presets"; }
+
+}  // namespace
+
 bool GoesToFile(std::int32_t type, std::size_t length) {
     return type == kPresetInFile || length >= kLargeData;
 }
 
-std::wstring SharedPresets() { return AppDataRoot() + L"\\Shared Presets"; }
-
-}  // namespace
+bool CanBeStored(const PresetRecordHead& preset) {
+    return preset.length > 0 && preset.name.size() <= kMaxPresetName &&
+           (!GoesToFile(preset.type, preset.length) || PresetFileName(preset.name));
+}
 
 std::optional<std::wstring> FileOfImport(const Guid& clsid, const PresetRecordHead& preset) {
     const auto fileName = PresetFileName(preset.name);

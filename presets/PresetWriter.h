@@ -8,6 +8,10 @@
 #include "PresetListMgr.h"
 #include "PresetWalk.h"
 
+/// Whether its data are stored in a file, whatever they were in before.
+bool GoesToFile(std::int32_t type, std::size_t length);
+/// Whether such a preset can be stored at all: some names can't become files.
+bool CanBeStored(const PresetRecordHead& preset);
 /// The file that an imported preset will be written to; nothing when it stays in the registry or can't be
 /// stored.
 std::optional<std::wstring> FileOfImport(const Guid& clsid, const PresetRecordHead& preset);

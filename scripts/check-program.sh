@@ -33,7 +33,10 @@ done < <(comm -23 - <(names | sort -u) <<<"$imports")
 has() {
     grep -qE "$2" <<<"$headers" || fault "$1"
 }
-has "it is no window program" '^Subsystem.*Windows GUI'
+case $file in
+    *Cmd.exe) has "it is no console program" '^Subsystem.*Windows CUI' ;;
+    *) has "it is no window program" '^Subsystem.*Windows GUI' ;;
+esac
 has "the subsystem's version is not 10.0" '^MajorSubsystemVersion[[:space:]]+10$'
 has "it can't be moved in memory" 'Base Relocations'
 for flag in DYNAMIC_BASE HIGH_ENTROPY_VA NX_COMPAT TERMINAL_SERVICE_AWARE; do

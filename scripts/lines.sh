@@ -3,7 +3,7 @@
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-rooms=(app studio layouts inventory presets util framework)
+rooms=(app console studio layouts inventory presets util framework)
 others=(res samples bench scripts packaging cmake)
 
 # count FOLDER NAMES COMMENT: the lines of the files whose names match; COMMENT is what begins a comment

@@ -14,22 +14,26 @@ if [ -z "${SOURCE_DATE_EPOCH:-}" ]; then
 fi
 export SOURCE_DATE_EPOCH TZ=UTC LC_ALL=C.UTF-8
 
-build_preset release PluginManager || die "the build failed"
+build_preset release PluginManager PluginManagerCmd || die "the build failed"
 "$root/scripts/help.sh" >/dev/null || die "the help file could not be made"
-"$root/scripts/check-program.sh" >&2 || die "the program asks more of the system than it may"
-! grep -qaF "$root" "$bin/PluginManager.exe" || die "the program holds the path of its sources"
+for program in PluginManager PluginManagerCmd; do
+    "$root/scripts/check-program.sh" "$bin/$program.exe" >&2 || die "$program asks more of the system than it may"
+    ! grep -qaF "$root" "$bin/$program.exe" || die "$program holds the path of its sources"
+done
 
 package=$build/package
 name=CorvanePluginManager-$version
 files=$package/$name  # as they lie in the zip
 rm -rf "$package"
 mkdir -p "$files"
-cp "$bin/PluginManager.exe" "$bin/PluginManager.chm" "$bin/PluginManager-LICENSE.txt" "$files"
+cp "$bin"/PluginManager{.exe,Cmd.exe,.chm,-LICENSE.txt} "$files"
 chmod 644 "$files"/*
 sign=
 if [ -n "${SIGN_CERTIFICATE:-}" ]; then
     sign=$root/scripts/sign.sh
-    quietly "$package/sign.log" "$sign" "$files/PluginManager.exe" || die "the program could not be signed"
+    for program in "$files"/*.exe; do
+        quietly "$package/sign.log" "$sign" "$program" || die "$program could not be signed"
+    done
 fi
 touch -d "@$SOURCE_DATE_EPOCH" "$files"/*
 installed_kb=$(cat "$files"/* | wc -c | awk '{print int(($1 + 1023) / 1024)}')
@@ -47,7 +51,7 @@ chmod 644 "$files/readme.txt"
 touch -d "@$SOURCE_DATE_EPOCH" "$files/readme.txt"
 (cd "$package" && find "$name" -type f | LC_ALL=C sort | zip -q -X -9 "$name-portable.zip" -@)
 
-"$root/scripts/sbom.sh" "$version" "$files/PluginManager.exe" >"$package/$name-sbom.cdx.json" || die "the bill of materials could not be made"
+"$root/scripts/sbom.sh" "$version" "$files"/PluginManager{,Cmd}.exe >"$package/$name-sbom.cdx.json" || die "the bill of materials could not be made"
 (cd "$package" && sha256sum "$name-portable.zip" "$name-sbom.cdx.json" "$name-setup.exe" >SHA256SUMS)
 echo "$package/$name-setup.exe"
 echo "$package/$name-portable.zip"

@@ -1,19 +1,23 @@
 #!/usr/bin/env bash
 # Prints the bill of materials (CycloneDX 1.5) of the release build and its installer: which Debian packages have parts in
 # them. The linker's map tells what of the toolchain was really linked.
-#   scripts/sbom.sh VERSION PROGRAM
+#   scripts/sbom.sh VERSION PROGRAM CONSOLE_PROGRAM
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 export LC_ALL=C
 
 version=$1
 program=$2
-map=$build/release/PluginManager.map
+console=$3
+maps=("$build/release/PluginManager.map" "$build/release/PluginManagerCmd.map")
 
-# Libraries that gave the program something, start-up objects, and what every installer consists of.
+# Libraries that gave the programs something, start-up objects, and what every installer consists of.
 parts() {
-    sed '/^Discarded input sections/,$d' "$map" | sed -n 's/^\(\/[^(]*\.a\)(.*/\1/p'
-    sed -n 's/^LOAD \(\/usr\/.*\.o\)$/\1/p' "$map"
+    local map
+    for map in "${maps[@]}"; do
+        sed '/^Discarded input sections/,$d' "$map" | sed -n 's/^\(\/[^(]*\.a\)(.*/\1/p'
+        sed -n 's/^LOAD \(\/usr\/.*\.o\)$/\1/p' "$map"
+    done
     echo /usr/share/nsis/Stubs/lzma_solid-amd64-unicode
 }
 
@@ -44,18 +48,20 @@ components() {
     done
 }
 
-[ -s "$map" ] || die "the linker has left no map"
+[ -s "${maps[0]}" ] && [ -s "${maps[1]}" ] || die "the linker has left no map"
 hash=$(sha256sum "$program" | cut -d' ' -f1)
+console_hash=$(sha256sum "$console" | cut -d' ' -f1)
 owners >"$build/owners.txt" || die "a part belongs to no package"
 all=$(components)
-jq -n --arg version "$version" --arg hash "$hash" --argjson components "$(jq -s . <<<"$all")" \
+jq -n --arg version "$version" --arg hash "$hash" --arg console_hash "$console_hash" --argjson components "$(jq -s . <<<"$all")" \
     --arg serial "$(sed -E 's/^(.{8})(.{4}).(.{3}).(.{3})(.{12}).*/\1-\2-5\3-8\4-\5/' <<<"$hash")" \
     --arg time "$(date -u -d "@$SOURCE_DATE_EPOCH" +%FT%TZ)" '
     {
         bomFormat: "CycloneDX", specVersion: "1.5", serialNumber: "urn:uuid:\($serial)", version: 1,
         metadata: {timestamp: $time, component: {
             type: "application", "bom-ref": "program", name: "Corvane Plug-in Manager", version: $version,
-            licenses: [{license: {id: "MIT"}}], hashes: [{alg: "SHA-256", content: $hash}]
+            licenses: [{license: {id: "MIT"}}], hashes: [{alg: "SHA-256", content: $hash}],
+            components: [{type: "file", name: "PluginManagerCmd.exe", hashes: [{alg: "SHA-256", content: $console_hash}]}]
         }},
         components: $components,
         dependencies: [{ref: "program", dependsOn: [$components[]["bom-ref"]]}]

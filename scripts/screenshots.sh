@@ -13,6 +13,10 @@ probe() {
     wine "$bin/window_probe.exe" "$@" | tr -d '\r'
 }
 
+manager() {
+    wine "$bin/PluginManagerCmd.exe" "$@" >/dev/null 2>&1
+}
+
 # start_program LANGUAGE [ARGUMENT...]
 start_program() {
     wine reg add 'HKLM\Software\Corvane Music Software' /v Language /d "$1" /f >/dev/null
@@ -112,7 +116,7 @@ layout_pictures() {
 }
 
 # safety_pictures LANGUAGE: the menu of the button Tasks, and the backups that removing, deleting and saving have left.
-# These are given times that are the same with every run.
+# These are given times that are the same with every run, in the order in which they were made.
 safety_pictures() {
     local file=${1,,} record minute=0
     load_studio || die "the sample studio could not be loaded"
@@ -125,17 +129,55 @@ safety_pictures() {
     probe --popup 'Plug-in Manager' --press $button_ok
     probe --dialog --press $button_cancel
     probe --press $button_sort_all --command $command_save_layout
-    probe --size 1058x660 --press $button_tasks
+    probe --size 1058x700 --press $button_tasks --key $button_tasks $key_up --key $button_tasks $key_up \
+        --key $button_tasks $key_up --key $button_tasks $key_up --key $button_tasks $key_up --key $button_tasks $key_right
     picture "tasks-$file.png"
-    for record in "$backups"/*/backup.xml; do
+    while IFS= read -r record; do
         minute=$((minute + 11))
         sed -i "s/ Time=\"[^\"]*\"/ Time=\"2026-11-21T22:$minute:13.000Z\"/" "$record"
-    done
+    done < <(grep -o ' Time="[^"]*"' "$backups"/*/backup.xml | sort -t'"' -k2 | sed 's/: Time=.*//')
     probe --leave-menu --command $command_backups
     probe --dialog --key $review_list $key_space
     picture "backups-$file.png" --dialog
     probe --dialog --press $button_cancel
     close_program
+}
+
+# studio_pictures LANGUAGE: what Tidy Up finds where a VST3 has the name of a VST, a file is gone and a drive is not there,
+# a new layout that is filled by vendor, and the two lists of studio sets. The set that is loaded was saved before one
+# plug-in was enabled, another excluded, a layout changed and one deleted.
+studio_pictures() {
+    local file=${1,,} folder="$WINEPREFIX/drive_c/ProgramData/Corvane Studio/Menu Layouts"
+    load_studio || die "the sample studio could not be loaded"
+    wine reg add "$vst_inventory\HmF3-x64" /v FullName /d Federhall /f >/dev/null
+    wine reg add "$vst_inventory\PmFz-x64" /v FullPath /d 'G:\VST2\Fuzzwright.dll' /f >/dev/null
+    rm "$WINEPREFIX/drive_c/Program Files/Common Files/VST2/Pelimond DSP/Pitch Ferry.dll"
+    manager exclude "$quill_reverb"
+    manager set save 'C:\Presets\Live.pgset' --presets
+    manager enable "$quill_reverb"
+    manager exclude "$quill_delay"
+    start_program "$1" "$layouts\\Mixing.pgl"
+    probe --size 1058x660 --category $vst_effects --command $command_tidy_up
+    probe --dialog --size 860x330
+    picture "tidy-up-$file.png" --dialog
+    probe --dialog --press $button_cancel
+    probe --command $command_save_set
+    picture "save-set-$file.png" --dialog
+    probe --dialog --press $button_cancel
+    sed -i 's/Kammer, large/Kammer/' "$folder/Mixing.pgl"
+    rm "$folder/Instruments & Ideas.pgl"
+    probe --drop 'C:\Presets\Live.pgset'
+    picture "load-set-$file.png" --dialog
+    probe --dialog --press $button_cancel
+    probe --press $button_new --command $command_fill_by_vendor
+    at_rest
+    probe --open-item 3
+    at_rest
+    probe --focus $plugin_list
+    picture "fill-layout-$file.png"
+    probe --command $command_undo
+    close_program
+    manager enable "$quill_delay"
 }
 
 # list_part NUMBER PLACE: this part of the main window, with a white border, for a picture that shows several.
@@ -164,11 +206,14 @@ find_pictures() {
 }
 
 # The control ids of the buttons, as in res/resource.h.
-button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
+button_new=1031 button_import=1014 button_export=1015 button_manage=1021 button_rename=1017
 button_ok=1 button_cancel=2
 button_expand_all=1047 button_sort_all=1049 button_save=1032 button_tasks=1061 plugin_list=1002 find_field=1060
-button_exclude=1009 button_delete_presets=1016 button_yes=6 review_list=1070 key_space=32
+button_exclude=1009 button_delete_presets=1016 button_yes=6 review_list=1070 key_space=32 key_up=38 key_right=39
 command_save_layout=32812 command_backups=32813
+vst_inventory='HKCU\Software\Corvane Music Software\Corvane VST\Inventory'
+command_undo=32810 command_save_set=32814 command_tidy_up=32816 command_fill_by_vendor=32817
+quill_delay='{5167446C-5653-5400-8A01-5A3C1E90B764}' quill_reverb='{51675662-5653-5400-8A01-5A3C1E90B764}'
 backups="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Corvane Plug-in Manager/Backups"
 earlier=$build/screenshot-earlier.png shot=$build/screenshot-later.png
 layouts='C:\ProgramData\Corvane Studio\Menu Layouts'
@@ -207,6 +252,7 @@ layout_pictures
 for language in English German Japanese; do
     safety_pictures "$language"
     find_pictures "$language"
+    studio_pictures "$language"
 done
 
 wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' /v ThemeActive /d 0 /f >/dev/null

@@ -11,7 +11,7 @@ for option in "$@"; do
     case $option in
         --lint) packages+=(clang-format clang-tidy) ;;
         --fuzz) packages+=(clang-14 clang libclang-rt-14-dev) ;;
-        --package) packages+=(nsis zip jq openssl osslsigncode) ;;
+        --package) packages+=(nsis zip jq openssl osslsigncode python3-jsonschema) ;;
         *) die "unknown option: $option" ;;
     esac
 done

@@ -142,7 +142,7 @@ names_itself() {
 # As after another checkout, whose files have other times.
 same_bytes_again() {
     cp "$package/SHA256SUMS" "$work/SHA256SUMS"
-    rm -f "$bin/PluginManager.exe" "$bin/PluginManager.chm"
+    rm -f "$bin"/PluginManager{,Cmd}.exe "$bin/PluginManager.chm"
     touch "$root/packaging"/* "$root/LICENSE" "$root/res"/*.ico
     "$root/scripts/package.sh" --test-kit && diff "$work/SHA256SUMS" "$package/SHA256SUMS"
 }
@@ -152,7 +152,8 @@ bill_is_complete() {
     jq -e --arg version "$version" --arg hash "$(sha256sum <"$package/$name/PluginManager.exe" | cut -d' ' -f1)" '
         .bomFormat == "CycloneDX" and .specVersion == "1.5" and .version == 1 and
         (.serialNumber | test("^urn:uuid:[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}$")) and
-        (.metadata.component | .type == "application" and .version == $version and .hashes[0].content == $hash) and
+        (.metadata.component | .type == "application" and .version == $version and .hashes[0].content == $hash and
+            (.components[0].hashes[0].content | test("^[0-9a-f]{64}$"))) and
         ([.components[].name] | contains(["g++-mingw", "gcc-mingw", "mingw-w64-x86-64-dev", "nsis-common"])) and
         ([.components[].properties[].value] | contains(["/libstdc++.a", "/libgcc.a", "/libmingwex.a", "/libpthread.a"])) and
         all(.components[]; .type == "library" and (.version | test("^[0-9]")) and .licenses[0].expression and
@@ -278,6 +279,23 @@ test_one_user() {
     check "strangers' files stay" diff -r "$work/strangers" "$there"
 }
 
+# The companion as scripts use it, with the sample studio. What it prints stands in docs/console.schema.json.
+test_console() {
+    local folder='C:\Console' list=$work/list.json
+    local -x MANAGER="wine $folder\\PluginManagerCmd.exe"
+    mkdir "$(on_disk "$folder")"
+    cp "$package/$name"/PluginManager* "$root/samples/inventory.cmd" "$(on_disk "$folder")"
+    check "the companion lists the studio" test "$($MANAGER list --format json | tee "$list" | jq length)" -gt 100
+    check "as its schema says" python3 -m jsonschema -i "$list" "$root/docs/console.schema.json"
+    check "which is strict" not python3 -m jsonschema -i <(jq '.[0].vstId = "x"' "$list") "$root/docs/console.schema.json"
+    check "a script of the system's own" ends_with 0 wine cmd /c "$folder\\inventory.cmd" 'C:\inventory.csv'
+    check "which writes an inventory" test "$(wc -l <"$(on_disk 'C:\inventory.csv')")" = "$(($(jq length "$list") + 1))"
+    check "a shell script" ends_with 0 "$root/samples/hide-missing.sh"
+    check "which has hidden what is missing" test "$($MANAGER list --only missing --format json |
+        jq '[.[] | select(.excluded == false and .category != "surface" and .category != "qtz")] | length')" = 0
+    check "and has nothing left to do" ends_with 0 "$root/samples/hide-missing.sh"
+}
+
 test_signed() {
     local folder='C:\Signed' file
     run_silently "$work/signed-setup.exe" /CurrentUser "/D=$folder"
@@ -295,12 +313,13 @@ test_planted_libraries() {
     local -x WINEDLLOVERRIDES="$WINEDLLOVERRIDES;msdmo,hhctrl.ocx=n,b"
     trace=$(on_disk 'C:\planted.txt')
     mkdir "$(on_disk "$folder")"
-    cp "$bin"/{PluginManager,window_probe}.exe "$(on_disk "$folder")"
+    cp "$bin"/{PluginManager,PluginManagerCmd,window_probe}.exe "$(on_disk "$folder")"
     for library in msdmo.dll hhctrl.ocx; do
         cp "$bin/planted_library.dll" "$(on_disk "$folder\\$library")"
         wine "$folder\\window_probe.exe" --load "$library"
         check "a planted $library would be noticed" rm "$trace"
     done
+    check "the companion runs beside them" wine "$folder\\PluginManagerCmd.exe" list
     wine "$folder\\PluginManager.exe" >/dev/null 2>&1 </dev/null &
     check "the program lists its plug-ins beside them" timeout -k 10 90 wine "$bin/window_probe.exe" --wait 60 --close
     check "and loads none of them" not test -e "$trace"
@@ -361,6 +380,7 @@ for key in "${uninstall_key%\\*}" 'Software\Microsoft\ActiveMovie' 'Software\Cla
 done
 test_all_users
 test_one_user
+test_console
 test_signed
 test_planted_libraries
 test_kit

@@ -69,9 +69,20 @@ std::vector<StudioPlugin> ListAllPlugins(const CPluginInventory& inventory,
     return plugins;
 }
 
-FileState FileStateOf(const std::wstring& path) {
-    if (::PathFileExistsW(path.c_str())) return FileState::There;
+FileState CFileStates::Of(const std::wstring& path) {
     std::wstring root = path;
-    if (!::PathStripToRootW(root.data())) return FileState::OutOfReach;
-    return ::PathFileExistsW(root.c_str()) ? FileState::Gone : FileState::OutOfReach;
+    if (::PathStripToRootW(root.data()))
+        root.resize(root.find(L'\0'));
+    else
+        root.clear();
+    const auto known = m_roots.find(root);
+    if (known != m_roots.end() && !known->second) return FileState::OutOfReach;
+    // In another user's folder nobody can say whether it is there.
+    if (::PathFileExistsW(path.c_str()) || ::GetLastError() == ERROR_ACCESS_DENIED) return FileState::There;
+    if (root.empty()) return FileState::OutOfReach;
+    // A share is asked for by its top folder: without the backslash, systems may deny it.
+    const std::wstring folder = root.ends_with(L'\\') ? root : root + L'\\';
+    const bool there = known != m_roots.end() || ::PathFileExistsW(folder.c_str());
+    m_roots[root] = there;
+    return there ? FileState::Gone : FileState::OutOfReach;
 }

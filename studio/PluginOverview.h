@@ -1,6 +1,8 @@
 // All plug-ins of this computer as one list.
 #pragma once
 
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "ExclusionList.h"
@@ -11,6 +13,12 @@
 /// which has two rows there, is excluded when both are. Reads the registry for the files of filters only.
 std::vector<StudioPlugin> ListAllPlugins(const CPluginInventory& inventory, const CExclusionList& exclusions);
 
-/// Gone is said only of a file whose drive or share is there: what is merely not connected may come back.
-enum class FileState { There, Gone, OutOfReach };
-FileState FileStateOf(const std::wstring& path);
+/// What lies on a drive or share that did not answer once is not asked for again: that may take seconds each
+/// time.
+class CFileStates {
+  public:
+    FileState Of(const std::wstring& path);
+
+  private:
+    std::unordered_map<std::wstring, bool> m_roots;  // whether each is there
+};

@@ -6,6 +6,9 @@
 
 #include "PluginRecords.h"
 
+/// Gone is said only of a file whose drive or share is there: what is merely not connected may come back.
+enum class FileState { There, Gone, OutOfReach };
+
 struct StudioPlugin {
     PluginListItem item;  // as a list has it; of a VST3, which has two rows, the one under its plug-in id
     std::wstring name;

@@ -10,7 +10,8 @@ namespace {
 constexpr wchar_t kRoot[] = L"Backup";
 constexpr wchar_t kFormat[] = L"1";
 
-constexpr std::array<BackupKind, 3> kKinds = {BackupKind::Registry, BackupKind::Presets, BackupKind::Layouts};
+constexpr std::array<BackupKind, 4> kKinds = {BackupKind::Registry, BackupKind::Presets, BackupKind::Layouts,
+                                              BackupKind::Studio};
 
 class CRecordWriter : public CXmlDoc {
   public:

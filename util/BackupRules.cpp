@@ -11,7 +11,7 @@ using std::wstring_view;
 
 namespace {
 
-constexpr std::array<wstring_view, 3> kKindWords = {L"Registry", L"Presets", L"Layouts"};
+constexpr std::array<wstring_view, 4> kKindWords = {L"Registry", L"Presets", L"Layouts", L"Studio"};
 
 // Together with the profile's folder they leave room for what a copy is called.
 constexpr std::size_t kLongestStep = 60;
@@ -71,6 +71,14 @@ bool Matches(wstring_view text, wstring_view pattern) {
            IsClassId(text.substr(star, text.size() - star - behind.size()));
 }
 
+/// An entry of a VST inventory, whose place the host chooses.
+bool IsVstEntry(wstring_view path) {
+    const std::size_t entry = std::min(path.find_last_of(L'\\'), path.size());
+    constexpr wstring_view kInventory = L"\\Inventory";
+    return entry > kInventory.size() && entry + 1 < path.size() &&
+           EqualsIgnoringCase(path.substr(entry - kInventory.size(), kInventory.size()), kInventory);
+}
+
 bool SkipIgnoringCase(wstring_view& text, wstring_view prefix) {
     if (!EqualsIgnoringCase(text.substr(0, prefix.size()), prefix)) return false;
     text.remove_prefix(prefix.size());
@@ -85,11 +93,13 @@ std::optional<Registration> FindKnown(wstring_view path) {
         }
         return std::nullopt;
     }
-    const bool isPresets =
-        SkipIgnoringCase(path, kUser) && std::ranges::any_of(kPresetKeys, [path](auto key) {
+    if (!SkipIgnoringCase(path, kUser)) return std::nullopt;
+    if (IsVstEntry(path)) return Registration{{}, L"FullName"};
+    const bool isWhole =
+        EqualsIgnoringCase(path, kExclusionKey) || std::ranges::any_of(kPresetKeys, [path](auto key) {
             return Matches(path, std::wstring(key) + L"\\{*}");
         });
-    return isPresets ? std::optional(Registration{}) : std::nullopt;
+    return isWhole ? std::optional(Registration{}) : std::nullopt;
 }
 
 }  // namespace
@@ -148,8 +158,9 @@ bool IsPlainPath(wstring_view path) {
 bool IsRestorable(const RegFileKey& key, std::span<const std::wstring> namedKeys) {
     const wstring_view path = key.path;
     return std::ranges::any_of(namedKeys, [&](wstring_view named) {
+        if (!EqualsIgnoringCase(path.substr(0, named.size()), named)) return false;
         const auto known = FindKnown(named);
-        if (!known || !EqualsIgnoringCase(path.substr(0, named.size()), named)) return false;
+        if (!known) return false;
         const bool isBelow = path.size() > named.size();
         if (known->onlyValue.empty()) return !isBelow || path[named.size()] == L'\\';
         return !isBelow && !key.removed && std::ranges::all_of(key.values, [&](const RegFileValue& value) {

@@ -10,7 +10,7 @@
 
 #include "RegFileText.h"
 
-enum class BackupKind { Registry, Presets, Layouts };
+enum class BackupKind { Registry, Presets, Layouts, Studio };
 /// As a backup's record has it: a word that no translation changes.
 std::wstring_view BackupKindWord(BackupKind kind);
 

@@ -22,4 +22,6 @@ struct BackupStep {
     std::vector<std::wstring> files;  // full paths; one that is not there is noted as such
     /// Files that this run has already copied before such a step are not copied again.
     bool oncePerRun = false;
+    /// The backup is kept also when the step has only added something, so that it can be taken back.
+    bool stays = false;
 };

@@ -88,7 +88,7 @@ DWORD CBackups::Begin(BackupEntry& entry, BackupKind kind, const std::wstring& s
 }
 
 CBackup CBackups::Make(const BackupStep& step, const std::function<bool()>& goOn) {
-    return Make(step, false, goOn);
+    return Make(step, step.stays, goOn);
 }
 
 CBackup CBackups::Make(const BackupStep& step, bool stays, const std::function<bool()>& goOn) {
@@ -315,6 +315,17 @@ DWORD CBackup::PutFilesBack() {
     }
     m_files.clear();  // so that nothing counts as changed
     return ERROR_SUCCESS;
+}
+
+DWORD CBackup::TakeBack(const CWindow& owner) {
+    if (m_entry.folder.empty()) return ERROR_FILE_NOT_FOUND;
+    const auto changes = FindBackupChanges(m_entry);
+    const DWORD error = changes ? PutBack(m_entry, *changes, owner, m_store->m_import) : ERROR_INVALID_DATA;
+    if (error == ERROR_SUCCESS) {
+        m_stays = false;
+        m_files.clear();  // so that nothing counts as changed
+    }
+    return error;
 }
 
 bool CBackup::TookSomething() const {

@@ -87,6 +87,8 @@ class CBackup {
     /// For a step that was broken off: the files are again as they were. Gives the
     /// system's error, ERROR_FILE_NOT_FOUND when there is no backup.
     DWORD PutFilesBack();
+    /// The same for all that the step named: what it has added goes, too.
+    DWORD TakeBack(const CWindow& owner);
 
   private:
     friend class CBackups;

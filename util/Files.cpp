@@ -176,6 +176,10 @@ DWORD CopyToNewFile(const std::wstring& from, const std::wstring& to) {
     return error;
 }
 
+DWORD ReplaceFileBy(const std::wstring& path, const std::function<DWORD(const std::wstring& beside)>& fill) {
+    return Replace(path, fill);
+}
+
 DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes) {
     return Replace(path, [bytes](const std::wstring& beside) { return WriteNewFile(beside, bytes); });
 }

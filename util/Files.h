@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -43,6 +44,10 @@ FileRead ReadWholeFile(const std::wstring& path, std::uint64_t limit, std::strin
 /// file, as a ".tmp", and moved over it when they are complete: a failure leaves the old file as it was. A
 /// file that is marked read-only is not replaced.
 DWORD ReplaceFileContents(const std::wstring& path, std::string_view bytes);
+
+/// As ReplaceFileContents, with what `fill` writes: it makes the new file of that name, or leaves none, and
+/// gives the system's error, ERROR_FILE_EXISTS for a name that is taken.
+DWORD ReplaceFileBy(const std::wstring& path, const std::function<DWORD(const std::wstring& beside)>& fill);
 
 /// A copy with times and attributes, on the disk; the target must be new, and none is left after a failure.
 /// Gives the system's error.

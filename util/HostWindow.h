@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include "RegKey.h"
+
 inline constexpr UINT kLayoutsChanged =
     WM_APP + 0x81;  // menu layouts were saved, or the dialog closed with OK
 inline constexpr UINT kPluginsChanged = WM_APP + 0x82;  // exclusions changed, or a scan ended
@@ -23,3 +25,6 @@ class CHostWindow {
   private:
     HWND m_hwnd;
 };
+
+/// The window that a running copy has noted in the program's key; null when none is noted.
+HWND ReadHostWindow(const CRegKey& managerKey);

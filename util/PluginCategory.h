@@ -66,6 +66,11 @@ constexpr bool IsLegacyWrapped(Category category) {
     return category == Category::LegacyVstEffects || category == Category::LegacyVstInstruments;
 }
 
+/// Plug-ins of these can be entries of a layout.
+constexpr bool GoesIntoLayouts(Category category) {
+    return category != Category::ControlSurfaces && !IsLegacyWrapped(category);
+}
+
 constexpr bool IsExcludable(Category category) {
     return category != Category::MidiEffects && category != Category::ControlSurfaces;
 }

@@ -66,9 +66,10 @@ void AppendType(std::wstring& text, std::uint32_t type) {
     AppendHex(text, type, digits);
 }
 
-/// Each byte's digits with the comma behind them.
+constexpr std::size_t kByteLength = 3;
+/// Each byte's digits with the comma behind them, and one character more: four are copied at once.
 constexpr auto kByteTexts = [] {
-    std::array<std::array<wchar_t, 3>, 256> texts{};
+    std::array<std::array<wchar_t, kByteLength + 1>, 256> texts{};
     for (std::size_t byte = 0; byte < texts.size(); ++byte)
         texts[byte] = {kDigits[byte / 16], kDigits[byte % 16], L','};
     return texts;
@@ -78,7 +79,7 @@ constexpr auto kByteTexts = [] {
 void AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data) {
     if (data.empty()) return;
     text.reserve(text.size() + data.size() * 13 / 4);
-    std::array<wchar_t, kLastColumn + 3 + kGoesOn.size()> line{};
+    std::array<wchar_t, kLastColumn + kByteLength + kGoesOn.size()> line{};
     wchar_t* end = line.data();
     std::size_t column = text.size() - lineStart;
     for (const std::byte byte : data) {
@@ -87,8 +88,9 @@ void AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std:
             end = line.data();
             column = kIndent;
         }
-        end = std::ranges::copy(kByteTexts[std::to_integer<std::size_t>(byte)], end).out;
-        column += 3;
+        std::ranges::copy(kByteTexts[std::to_integer<std::size_t>(byte)], end);
+        end += kByteLength;
+        column += kByteLength;
     }
     text.append(line.data(), end - 1);  // without the last comma
 }

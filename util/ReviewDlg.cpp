@@ -96,6 +96,7 @@ std::span<const CRoute> CReviewDlg::Routes() const {
 
 bool CReviewDlg::OnInitDialog() {
     m_dpi = m_smallestDpi = ::GetDpiForWindow(m_hwnd);
+    if (m_texts.help != 0) ::SetWindowContextHelpId(m_hwnd, m_texts.help);
     SetText(m_texts.caption);
     Item(IDC_REVIEW_HEADING).SetText(m_texts.heading);
     if (!m_texts.close.empty()) Item(IDCANCEL).SetText(m_texts.close);

@@ -50,6 +50,7 @@ struct ReviewTexts {
     /// "%d" stands for the number of rows that are ticked; with none the button can't be pressed.
     std::wstring button;
     std::wstring close{};  // of the other button; empty means "Cancel"
+    unsigned help = 0;     // the number of a page of its own
 };
 
 /// RunModal gives IDOK when the button was pressed; Checked then says for what. A click on a column's title

@@ -9,6 +9,20 @@
 
 using Microsoft::WRL::ComPtr;
 
+namespace {
+
+std::string InUtf8(const std::wstring& text) {
+    const int length = static_cast<int>(text.size());
+    std::string bytes(static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr,
+                                                                     0, nullptr, nullptr)),
+                      '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()),
+                          nullptr, nullptr);
+    return bytes;
+}
+
+}  // namespace
+
 bool CXmlDoc::Fail(std::wstring_view error) {
     m_lastError = error;
     return false;
@@ -19,6 +33,7 @@ bool CXmlDoc::CreateDocument() {
     m_root.Reset();
     m_path.clear();
     m_document = NewDomDocument();
+    if (m_document && m_keepsBlanks) m_document->put_preserveWhiteSpace(VARIANT_TRUE);
     return m_document || Fail(L"CXmlDoc: there is no XML parser");
 }
 
@@ -36,6 +51,13 @@ bool CXmlDoc::LoadRoot(const std::wstring& path, CPatience& patience) {
     if (!CreateDocument()) return false;
     std::string bytes;
     if (ReadWholeFile(path, kLargestFile, bytes, patience) != FileRead::Whole || !Parse(bytes)) return false;
+    ParseNode(m_root.Get());
+    return true;
+}
+
+bool CXmlDoc::LoadText(const std::wstring& xml) {
+    m_lastError.clear();
+    if (!CreateDocument() || !Parse("<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + InUtf8(xml))) return false;
     ParseNode(m_root.Get());
     return true;
 }
@@ -152,6 +174,18 @@ std::optional<std::wstring> CXmlDoc::TextValue() {
     return std::nullopt;
 }
 
+std::optional<std::wstring> CXmlDoc::Xml() const {
+    UniqueBstr xml;
+    if (!m_current || FAILED(m_current->get_xml(xml.Put()))) return std::nullopt;
+    std::wstring text = TextOf(xml.Get());
+    if (text.find(L"&#x") == std::wstring::npos) return text;
+    // Where a file names no encoding, some parsers write letters as numbers.
+    CXmlDoc parsed;
+    parsed.m_keepsBlanks = m_keepsBlanks;
+    if (parsed.LoadText(text) && SUCCEEDED(parsed.m_root->get_xml(xml.Put()))) return TextOf(xml.Get());
+    return text;
+}
+
 bool CXmlDoc::SetTextValue(const std::wstring& text) {
     if (m_current && IsXmlText(text) && SUCCEEDED(m_current->put_text(BstrOf(text).Get()))) return true;
     return Fail(L"CXmlDoc::Set_TextValue(LPCTSTR)   : Can't set a Text on a NULL Node");
@@ -238,6 +272,12 @@ bool CXmlDoc::AppendChildElement(std::wstring_view name) {
     if (!child || !m_current || FAILED(m_current->appendChild(child.Get(), nullptr))) return false;
     m_current = child;
     return true;
+}
+
+bool CXmlDoc::AppendCopyOf(const CXmlDoc& other) {
+    ComPtr<IXMLDOMNode> copy;
+    return other.m_root && SUCCEEDED(other.m_root->cloneNode(VARIANT_TRUE, &copy)) && m_current &&
+           SUCCEEDED(m_current->appendChild(copy.Get(), nullptr));
 }
 
 bool CXmlDoc::SetAttribute(std::wstring_view name, std::wstring_view value) {

@@ -29,6 +29,10 @@ class CXmlDoc {
     virtual bool Load(const std::wstring& path, bool rootOnly);
     /// Load with `rootOnly`, for one of several files that are waited for together.
     bool LoadRoot(const std::wstring& path, CPatience& patience);
+    /// The same with the text of an element, as Xml gives it.
+    bool LoadText(const std::wstring& xml);
+    /// From now on, what is loaded keeps the blanks between its elements, and so is written as it was.
+    void KeepBlanks() { m_keepsBlanks = true; }
     /// There must be a document. A file of that name stays as it was when this fails.
     virtual bool Save(const std::wstring& path);
 
@@ -67,6 +71,8 @@ class CXmlDoc {
     void ToNextSibling();
     /// Read from the document with each call: an element's text is that of everything within it.
     std::optional<std::wstring> TextValue();
+    /// The node with all that is in it, as it is written.
+    std::optional<std::wstring> Xml() const;
     bool SetTextValue(const std::wstring& text);
 
     // Building. An element that is added becomes current.
@@ -76,6 +82,8 @@ class CXmlDoc {
     std::optional<std::wstring> HeaderValue(const std::wstring& attribute);
     bool CreateRootElement(std::wstring_view name);
     bool AppendChildElement(std::wstring_view name);
+    /// Appends a copy of the other document's root element; the current node stays.
+    bool AppendCopyOf(const CXmlDoc& other);
     /// Refuses a text that XML can't hold.
     bool SetAttribute(std::wstring_view name, std::wstring_view value);
     enum class Kind { Element, Text, CData };
@@ -123,4 +131,5 @@ class CXmlDoc {
     std::vector<std::wstring> m_attributeNames;
     std::vector<std::wstring> m_attributeValues;
     int m_found = -1;
+    bool m_keepsBlanks = false;
 };

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "MemorySink.h"
 #include "PresetWalk.h"
 
 namespace support {
@@ -41,23 +42,6 @@ class MemorySource : public IByteSource {
 
   private:
     std::span<const std::byte> m_bytes;
-    std::size_t m_position = 0;
-};
-
-class MemorySink : public IByteSink {
-  public:
-    void Write(std::span<const std::byte> bytes) override {
-        const auto* first = reinterpret_cast<const char*>(bytes.data());
-        m_bytes.replace(m_position, bytes.size(), first, bytes.size());
-        m_position += bytes.size();
-    }
-    void Seek(std::uint64_t position) override { m_position = static_cast<std::size_t>(position); }
-    std::uint64_t Position() const override { return m_position; }
-    void Flush() override {}
-
-    std::string m_bytes;
-
-  private:
     std::size_t m_position = 0;
 };
 

@@ -1,9 +1,11 @@
 // Files dropped on the main dialog.
 #include "FileStream.h"
+#include "HelpContext.h"
 #include "ReviewDlg.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "presets/PresetReading.h"
 #include "presets/StoredPresets.h"
+#include "support/ReviewRows.h"
 #include "support/StandInHost.h"
 
 namespace {
@@ -47,20 +49,6 @@ class FileDrop : public LayoutTreeDialog {
         file->Flush();
         return m_files.Path(L"three.spp");
     }
-    /// Name and numbers of each row, and the button.
-    static std::wstring Shown(HWND dialog) {
-        std::wstring shown;
-        for (const int cell : {0, 2, 3, 10, 12, 13, 20, 22, 23, 30}) {
-            std::array<wchar_t, 64> text{};
-            LVITEMW item{};
-            item.iSubItem = cell % 10;
-            item.pszText = text.data();
-            item.cchTextMax = 64;
-            CWindow(::GetDlgItem(dialog, IDC_REVIEW_LIST)).Send(LVM_GETITEMTEXTW, cell / 10, &item);
-            shown += text.data() + std::wstring(L",");
-        }
-        return shown + TextOf(::GetDlgItem(dialog, IDOK));
-    }
 
     std::optional<StandInHost> m_host;
 };
@@ -86,7 +74,9 @@ TEST_F(FileDrop, TheLastLayoutOpensAfterTheQuestion) {
 TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
     const Paths files = {PresetFile(), m_files.Write(L"broken.spp", "PS\1")};
     m_popups.Expect(L"Import Presets From three.spp", [](HWND dialog) {
-        EXPECT_EQ(Shown(dialog), L"Hall,2,1,P1 (not installed),2,0,P9 (not installed),2,0,Room,&Import (2)");
+        EXPECT_EQ(
+            ReviewText(dialog, {0, 2, 3}),
+            L"[x]Hall,2,1,\nP1 (not installed),2,0,\nP9 (not installed),2,0,\n[x]Room,2,0,\n&Import (2)");
         support::Press(::GetDlgItem(dialog, IDCANCEL));
     });
     Drop(files);
@@ -98,6 +88,45 @@ TEST_F(FileDrop, PresetsGoToTheInstalledPluginsThatAreTicked) {
     Drop(files);
     EXPECT_EQ(StoredPresets(kHallKey), Presets{L"B=1o"});
     EXPECT_EQ(StoredPresets(kRoomKey), (Presets{L"a=1n", L"b=1n"}));
+}
+
+TEST_F(FileDrop, StudioSetsAreSavedReviewedAndMadeTheSame) {
+    const std::wstring excluded = kExcludedPlugins + IdText(1);
+    SetText(HKEY_CURRENT_USER, excluded, nullptr, L"Hall");
+    m_files.Write(L"one.pgl", "<PluginMenuLayout DocSchema='1' Name='One'/>");
+    m_popups.Expect(L"Save Studio Set", IDOK).ExpectFile(L"Save Studio Set", m_files.Path(L"my.pgset"));
+    m_dialog->Send(WM_COMMAND, ID_SAVE_STUDIO_SET);
+    EXPECT_NE(m_files.Read(L"my.pgset").find("DocSchema=\"1\" Name=\"One\""), std::string::npos);
+    EXPECT_NE(m_files.Read(L"my.spp"), "");
+
+    support::DeleteTree(HKEY_CURRENT_USER, excluded);
+    SetText(HKEY_CURRENT_USER, kExcludedPlugins + IdText(2), nullptr, L"Room");
+    m_popups.ExpectFile(L"Load Studio Set", m_files.Path(L"my.pgset"));
+    m_popups.Expect(L"Load Studio Set: my.pgset", [](HWND dialog) {
+        EXPECT_EQ(support::TextOf(::GetDlgItem(dialog, IDOK)), L"&Load (1)");
+        EXPECT_EQ(::GetWindowContextHelpId(dialog), kHelpOfSets);
+        Send(::GetDlgItem(dialog, IDC_REVIEW_ACTION), BM_CLICK);
+        EXPECT_EQ(support::TextOf(::GetDlgItem(dialog, IDOK)), L"&Load (2)");
+        support::Press(::GetDlgItem(dialog, IDOK));
+    });
+    m_dialog->Send(WM_COMMAND, ID_LOAD_STUDIO_SET);
+    EXPECT_TRUE(Exists(HKEY_CURRENT_USER, excluded));
+    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kExcludedPlugins + IdText(2)));
+    Choose(kVstEffects);
+    EXPECT_EQ(Listed(), std::vector<std::wstring>{L"Room"});
+
+    Press(IDC_ADD_SEPARATOR);
+    m_popups.Expect(L"Save changes", IDYES)
+        .ExpectFile(
+            L"Save", m_files.Path(L"no such folder\\x.pgl"),
+            [](HWND dialog) { support::EnterText(support::InFileDialog(dialog, IDC_DISPLAY_NAME), L"X"); })
+        .Expect(L"Could not save", IDOK);
+    m_dialog->Send(WM_COMMAND, ID_SAVE_STUDIO_SET);  // no set without what could not be saved
+    Layout().SetModified(false);
+
+    m_files.Write(L"newer.pgset", "<StudioSet Schema='2'/>");
+    m_popups.Expect(L"newer.pgset\n\nIt was made by a newer version", IDOK);
+    Drop({m_files.Path(L"newer.pgset")});
 }
 
 TEST_F(FileDrop, WhatCannotBeOpenedIsNamedInOneMessage) {

@@ -15,6 +15,7 @@ TEST_F(Tasks, NameWhatTheyCouldDo) {
     const CTasksMenu tasks(*m_dialog, {{.id = ID_UNDO,
                                         .enabled = [&] { return enabled; },
                                         .text = [] { return std::wstring(L"&Undo Sort All"); }},
+                                       {.id = ID_FILL_BY_CATEGORY},
                                        {.id = ID_BACKUPS}});
     /// With a minus when it can't be used.
     const auto shown = [&tasks](UINT command) {
@@ -26,6 +27,7 @@ TEST_F(Tasks, NameWhatTheyCouldDo) {
     };
     EXPECT_EQ(shown(ID_UNDO), L"&Undo Sort All\tCtrl+Z");
     EXPECT_EQ(shown(ID_REDO), L"-&Redo\tCtrl+Y") << "nobody serves it here";
+    EXPECT_EQ(shown(ID_FILL_BY_BOTH), L"-By Category, &Then Vendor") << "in a menu of its own";
     EXPECT_EQ(shown(ID_BACKUPS), L"&Backups...");
     enabled = false;
     EXPECT_EQ(shown(ID_UNDO), L"-&Undo Sort All\tCtrl+Z");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "CmdLine.h"
+#include "PointerText.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "CmdLine.h"
+#include "PointerText.h"
 #include "VstToolCommands.h"
 #include "fuzz/FuzzInput.h"
 

@@ -19,7 +19,7 @@ using Bytes = std::span<const std::byte>;
 
 /// The plug-in's presets alone, as an export writes them; also the file that it is when it holds no others.
 std::string Exported(Bytes file) {
-    support::MemorySink sink;
+    CMemorySink sink;
     CPresetFileWriter writer(sink, support::kLatin1);
     writer.WriteHeader(1);
     const auto place = writer.WritePlugin(kHall.clsid, kHall.category, 0, kHall.name);
@@ -32,7 +32,7 @@ std::string Exported(Bytes file) {
         });
     });
     writer.PatchCount(place, count);
-    return sink.m_bytes;
+    return sink.Bytes();
 }
 
 }  // namespace

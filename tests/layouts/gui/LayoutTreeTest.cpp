@@ -231,6 +231,9 @@ TEST_F(LayoutTree, KeysSelectAsInAListAndWhatAClosedFolderHidesIsNotSelected) {
     Build(L"^F(+a),+b");
     Type(VK_SUBTRACT);
     EXPECT_EQ(Shape() + Buttons(), L"^F[a],+bECSRU");
+    Build(L"^a,b");
+    Type(VK_UP);
+    EXPECT_EQ(Shape() + Buttons(), L"*a,bECSRD") << "there is nothing above";
     for (const bool byKey : {false, true}) {
         Build(L"a,F(b,c,*d),e");
         ClickOn(L"c", MK_SHIFT);
@@ -316,6 +319,10 @@ TEST_F(LayoutTree, FindGoesFromItemToItemAndLeavesThePluginListAlone) {
     Item(IDC_FIND).SetText(L"--");
     Key(IDC_FIND, VK_F3);
     EXPECT_EQ(Shape(), L"drum,-,b,F(*drums)") << "a line is no find";
+    Item(IDC_FIND).SetText(L"drum");
+    Build(L"^drum,b");
+    Key(IDC_FIND, VK_RETURN);
+    EXPECT_EQ(Shape() + Buttons(), L"*drum,bECSRD");
 }
 
 }  // namespace

@@ -13,10 +13,12 @@
 #include "PluginCategory.h"
 #include "PresetTransfer.h"
 #include "PresetWriter.h"
+#include "StudioSets.h"
 #include "XmlDoc.h"
 #include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
 #include "support/SandboxImporter.h"
+#include "support/TestPlugins.h"
 
 namespace {
 
@@ -86,6 +88,7 @@ HANDLE Create(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES sec
 
 constexpr wchar_t kKey[] =
     L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
+const std::wstring kEntry = std::wstring(support::kVstInventory) + L"Hall";
 
 class EndedAnywhere : public testing::Test {
   protected:
@@ -120,6 +123,10 @@ class EndedAnywhere : public testing::Test {
         support::DeleteTree(HKEY_CURRENT_USER, kKey);
         std::filesystem::remove_all(m_files.Path(L"Backups"));
         std::filesystem::remove_all(m_files.Path(L"Shared Presets"));
+        std::filesystem::remove(m_files.Path(L"one (2).pgl"));
+        support::DeleteTree(HKEY_CURRENT_USER, kExclusionKey);
+        support::AddVst(1, L"Hall").Text(L"clsidPlug", kKey + std::wcslen(kKey) - 38);
+        support::SetText(HKEY_CURRENT_USER, support::kExcludedPlugins + support::IdText(1), nullptr, L"Old");
         m_files.Write(L"one.pgl", "old");
         Store(L"small", 9, 'o');
         Store(L"large", 2000, 'o');
@@ -152,6 +159,17 @@ class EndedAnywhere : public testing::Test {
         const CBackup backup = backups.Make(step);
         if (backup.Error() == ERROR_SUCCESS) m_hall.DeleteAllPresets();
     }
+    void LoadSet(CBackups& backups) const {
+        const CPluginDatabase database;
+        CPluginInventory inventory(kDefaultVstKey, database);
+        inventory.Enumerate(true);
+        CFriendlyNames names(inventory, database);
+        CStudioSets sets(inventory, names, backups, m_files.Folder().wstring());
+        SetToLoad load;
+        EXPECT_EQ(sets.Plan(m_files.Path(L"presets.pgset"), SetMode::Same, true, load, {}).result,
+                  SetResult::Done);
+        sets.Load(load, L"Step", CWindow(), {});
+    }
     static void Restore(CBackups& backups) {
         backups.Restore(backups.List().back(), L"Step", CWindow(), [](DWORD) { return false; });
     }
@@ -166,6 +184,9 @@ class EndedAnywhere : public testing::Test {
                 state[values.Name()].assign(reinterpret_cast<const char*>(data.data()), data.size());
             }
         }
+        for (const std::wstring& id : support::Subkeys(HKEY_CURRENT_USER, kExclusionKey)) state[id] = "";
+        const auto plugin = support::Text(HKEY_CURRENT_USER, kEntry, L"FullName");
+        state[kEntry] = plugin == L"Hall" ? "old" : plugin == L"New" ? "new" : "half";
         for (const auto& file : std::filesystem::recursive_directory_iterator(m_files.Folder())) {
             const std::wstring path = file.path().wstring();
             if (file.is_regular_file() && path.find(L"Backups\\") == std::wstring::npos &&
@@ -201,7 +222,12 @@ TEST_F(EndedAnywhere, EachValueAndFileIsOldOrNewAndTheBackupBringsBackTheOld) {
     auto file = CFileSink::Create(m_file);
     ASSERT_EQ(ExportPresets(*file, m_hall, nullptr), 4);
     file.reset();
+    m_files.Write(L"presets.pgset",
+                  "<StudioSet Schema='1'><Exclusion CLSID='{00000002-0001-0002-0000-000000000000}'/>"
+                  "<PluginName CLSIDMD5='{00000065-0001-0002-0000-000000000000}' Name='New'/>"
+                  "<Layout File='one.pgl'><PluginMenuLayout Name='n'/></Layout></StudioSet>");
     const std::pair<const char*, std::function<void(CBackups&)>> kSteps[] = {
+        {"load a set", [&](CBackups& backups) { LoadSet(backups); }},
         {"save", [&](CBackups& backups) { Save(backups); }},
         {"import", [&](CBackups& backups) { Import(backups); }},
         {"delete", [&](CBackups& backups) { Delete(backups, L"Step"); }},

@@ -28,14 +28,14 @@ std::string Preset(const std::string& name, const std::string& data, int type = 
 }
 
 TEST(PresetFile, WritesTheBytesOfTheFormat) {
-    support::MemorySink sink;
+    CMemorySink sink;
     CPresetFileWriter writer(sink, support::kLatin1);
     writer.WriteHeader(1);
     const auto place = writer.WritePlugin(kHall.clsid, kHall.category, 7, L"Hall");
     writer.PatchCount(place, 2);
     writer.WritePreset(kPresetInRegistry, L"", std::as_bytes(std::span("data", 4)));
     writer.WritePreset(kPresetInFile, L"\u00E4\u4E00", {});
-    EXPECT_EQ(sink.m_bytes,
+    EXPECT_EQ(sink.Bytes(),
               "PS\1\0\1\0\0\0"
               "\x3D\x2C\x1B\x0A\x5F\x4E\x71\x60\x82\x93\xA4\xB5\xC6\xD7\xE8\xF9"
               "\xB7\x08\x4F\xB8\xF0\x2D\x8B\x43\xA5\xB4\xE7\x70\x0F\xE0\x6A\x18"
@@ -48,9 +48,9 @@ TEST(PresetFile, LongNamesAreCutAtWholeCharacters) {
     TextConversion threeBytes = support::kLatin1;
     threeBytes.toAnsi = [](std::wstring_view text) { return std::string(text.size() * 3, 'x'); };
     const auto expect = [](const TextConversion& text, std::size_t characters, std::size_t written) {
-        support::MemorySink sink;
+        CMemorySink sink;
         CPresetFileWriter(sink, text).WritePreset(3, std::wstring(characters, L'x'), {});
-        EXPECT_EQ(sink.m_bytes, Preset(std::string(written, 'x'), "")) << characters;
+        EXPECT_EQ(sink.Bytes(), Preset(std::string(written, 'x'), "")) << characters;
     };
     expect(support::kLatin1, 4094, 4094);
     expect(support::kLatin1, 4095, 4094);

@@ -30,8 +30,9 @@ constexpr const Language& kEnglish = kLanguages[0];
 
 /// Texts that are the same in some other language.
 constexpr std::wstring_view kAlike =
-    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: |&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|"
-    L"Corvane Plug-in Manager|Corvane Plug-in &Manager|";
+    L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: "
+    L"|&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|Name|Exclusions|"
+    L"Corvane Plug-in Manager|Corvane Plug-in &Manager|Name: %s -> %s|Layout: %s|";
 
 /// Texts that the program gives to controls at run time.
 constexpr std::pair<int, UINT> kLaterTexts[] = {
@@ -49,13 +50,20 @@ constexpr std::pair<int, UINT> kLaterTexts[] = {
     {IDC_FIND, IDS_FIND_IN_LAYOUT_CUE},
     {IDC_REVIEW_HEADING, IDS_BACKUPS_HEADING},
     {IDC_REVIEW_HEADING, IDS_IMPORT_FILE_HEADING},
+    {IDC_REVIEW_HEADING, IDS_TIDY_HEADING},
+    {IDC_REVIEW_HEADING, IDS_SAVE_SET_HEADING},
+    {IDC_REVIEW_HEADING, IDS_LOAD_SET_HEADING},
+    {IDC_REVIEW_ACTION, IDS_MAKE_SAME},
     {IDC_REVIEW_ACTION, IDS_OPEN_BACKUP_FOLDER},
     {IDC_REVIEW_ACTION_2, IDS_DELETE_BACKUPS},
     {IDC_PRESETS_GROUP, IDS_EXPORTING},
     {IDC_PRESETS_GROUP, IDS_IMPORTING},
     {IDC_PRESETS_GROUP, IDS_BACKING_UP},
+    {IDC_PRESETS_GROUP, IDS_LOADING_SET},
     {IDC_EXCLUSION_GROUP, IDS_EXCLUDING},
     {IDC_EXCLUSION_GROUP, IDS_ENABLING},
+    {IDC_EXCLUSION_GROUP, IDS_TIDY_LOOKING},
+    {IDC_EXCLUSION_GROUP, IDS_TIDYING},
 };
 /// Controls that count behind their caption, with a count that is high for them.
 constexpr std::pair<int, int> kCounts[] = {
@@ -82,6 +90,9 @@ std::vector<DialogControl> ShownIn(const CDialog& dialog) {
         if (control.id == IDOK && dialog.Item(IDC_REVIEW_LIST).IsLive()) {
             add(FormatText(LoadText(IDS_RESTORE_BACKUPS), 300));
             add(FormatText(LoadText(IDS_IMPORT_TICKED), 300));
+            add(FormatText(LoadText(IDS_TIDY_TICKED), 3000));
+            add(LoadText(IDS_SAVE_SET));
+            add(FormatText(LoadText(IDS_LOAD_TICKED), 300));
         }
     }
     return shown;
@@ -140,17 +151,25 @@ std::list<CDialog> DialogsOf(const CDialog& owner) {
     return dialogs;
 }
 
-/// What a context menu shows, by command.
-std::vector<Caption> CommandsOf(UINT menuId) {
-    const UniqueMenu menu = LoadMenuResource(menuId);
-    const HMENU shown = ::GetSubMenu(menu.Get(), 0);
-    std::vector<Caption> commands;
+/// What the context menus show, by command; a menu within a menu is one of its own.
+std::vector<std::vector<Caption>> MenusOf(HMENU shown) {
+    std::vector<std::vector<Caption>> menus(1);
     for (int i = 0; i < ::GetMenuItemCount(shown); ++i) {
         wchar_t text[128] = {};
         ::GetMenuStringW(shown, static_cast<UINT>(i), text, 128, MF_BYPOSITION);
-        commands.push_back({static_cast<int>(::GetMenuItemID(shown, i)), text});
+        menus[0].push_back({i, text});
+        if (const HMENU below = ::GetSubMenu(shown, i))
+            std::ranges::move(MenusOf(below), std::back_inserter(menus));
     }
-    return commands;
+    return menus;
+}
+std::vector<std::vector<Caption>> AllMenus() {
+    std::vector<std::vector<Caption>> menus;
+    for (const UINT id : ResourceIds(RT_MENU)) {
+        const UniqueMenu menu = LoadMenuResource(id);
+        std::ranges::move(MenusOf(::GetSubMenu(menu.Get(), 0)), std::back_inserter(menus));
+    }
+    return menus;
 }
 
 class Languages : public testing::TestWithParam<Language> {
@@ -171,8 +190,7 @@ class Languages : public testing::TestWithParam<Language> {
                 if (control.id != IDC_ABOUT_ICON) texts.push_back({control.id, control.text});
             }
         }
-        for (const UINT menu : ResourceIds(RT_MENU))
-            std::ranges::move(CommandsOf(menu), std::back_inserter(texts));
+        for (const auto& menu : AllMenus()) texts.insert(texts.end(), menu.begin(), menu.end());
         return texts;
     }
 
@@ -217,7 +235,7 @@ TEST_P(Languages, NoLetterWorksTwo) {
             captions.push_back({control.number, control.text});
         EXPECT_EQ(SharedMnemonics(captions), "") << support::Utf8(dialog.Text());
     }
-    for (const UINT menu : ResourceIds(RT_MENU)) EXPECT_EQ(SharedMnemonics(CommandsOf(menu)), "") << menu;
+    for (const auto& menu : AllMenus()) EXPECT_EQ(SharedMnemonics(menu), "");
     std::vector<Caption> systemMenu = {{1, LoadText(IDS_ABOUT_COMMAND)},
                                        {2, LoadText(IDS_ENABLE_FLOATING)},
                                        {2, LoadText(IDS_DISABLE_FLOATING)},

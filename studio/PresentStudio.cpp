@@ -1,0 +1,86 @@
+#include "PresentStudio.h"
+
+#include <windows.h>
+
+#include "ClsidText.h"
+#include "CorvaneKeys.h"
+#include "Files.h"
+#include "LayoutFolder.h"
+#include "PermanentExclusions.h"
+#include "RegKey.h"
+#include "XmlDoc.h"
+
+std::wstring FolderPrefix(const std::wstring& folder) {
+    return folder.ends_with(L'\\') ? folder : folder + L'\\';
+}
+
+std::vector<StudioSet::Exclusion> ReadExclusions() {
+    std::vector<StudioSet::Exclusion> exclusions;
+    const auto key = CRegKey::Open(HKEY_CURRENT_USER, kExclusionKey);
+    if (!key) return exclusions;
+    for (const std::wstring& name : key->SubkeyNames()) {
+        const auto clsid = name.starts_with(L'{') ? ParseClsid(name) : std::nullopt;
+        if (!clsid || clsid->IsNull() || IsPermanentlyExcluded(*clsid)) continue;
+        const auto entry = key->OpenSubkey(name);
+        const auto text = entry ? entry->ReadString(nullptr, kNameBytes) : std::nullopt;
+        exclusions.push_back({*clsid, text.value_or(L"")});
+    }
+    return exclusions;
+}
+
+std::vector<StudioSet::PluginName> ReadPluginNames(const CPluginInventory& inventory) {
+    std::vector<StudioSet::PluginName> names;
+    for (const auto& [id, record] : inventory.Vst().Records()) {
+        // Each stands under both of its ids.
+        const Guid& own = record.md5Clsid.IsNull() ? record.clsid : record.md5Clsid;
+        if (id == own && !id.IsNull() && record.category && !record.name.empty())
+            names.push_back({record.clsid, record.md5Clsid, record.name});
+    }
+    return names;
+}
+
+std::optional<std::wstring> ReadLayoutXml(const std::wstring& path) {
+    CXmlDoc document;
+    document.KeepBlanks();
+    CPatience patience;
+    const bool isLayout = document.LoadRoot(path, patience) && document.TagIs(L"<PluginMenuLayout>") &&
+                          document.FindAttribute(L"Name") && !document.FoundAttribute()->empty();
+    return isLayout ? document.Xml() : std::nullopt;
+}
+
+std::optional<NamedPlugin> FindNamed(const CPluginInventory& inventory, const StudioSet::PluginName& name) {
+    const CVstInventory& vst = inventory.Vst();
+    const auto* record = name.md5Clsid.IsNull() ? nullptr : vst.Find(name.md5Clsid);
+    const bool isExact = record && record->md5Clsid == name.md5Clsid;
+    if (!isExact) record = name.clsid.IsNull() ? nullptr : vst.Find(name.clsid);
+    if (!record || !record->category || record->name.empty()) return std::nullopt;
+    const Guid& id = record->md5Clsid.IsNull() ? record->clsid : record->md5Clsid;
+    return NamedPlugin{.item = {.sourceIndex = 0,
+                                .clsid = id,
+                                .md5Clsid = record->md5Clsid,
+                                .fromInventory = true,
+                                .isX64 = record->isX64,
+                                .category = *record->category,
+                                .namesake = 0},
+                       .isExact = isExact || name.md5Clsid.IsNull(),
+                       .name = record->name};
+}
+
+StudioPresent ReadPresent(const CPluginInventory& inventory, const std::wstring& layoutFolder) {
+    StudioPresent present{
+        .exclusions = ReadExclusions(),
+        .isInstalled = [&](const Guid& clsid) { return inventory.IsInstalled(clsid); },
+        .find = [&](const StudioSet::PluginName& name) -> std::optional<StudioPresent::Named> {
+            const auto plugin = FindNamed(inventory, name);
+            if (!plugin) return std::nullopt;
+            return StudioPresent::Named{plugin->item.clsid, plugin->isExact, plugin->name};
+        },
+        .hasLayoutFolder = !layoutFolder.empty(),
+        .inCapitals = &InCapitals,
+        .layoutFiles = {},
+        .layoutOf =
+            [&](const std::wstring& file) { return ReadLayoutXml(FolderPrefix(layoutFolder) + file); }};
+    for (const std::wstring& path : LayoutPaths(layoutFolder, /*all*/ true))
+        present.layoutFiles.insert(InCapitals(FileNameOf(path)));
+    return present;
+}

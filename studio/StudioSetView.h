@@ -1,0 +1,37 @@
+// The commands that save and load a studio set: what they would do is shown first.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "Dialog.h"
+#include "LongWork.h"
+#include "StudioSets.h"
+
+class CStudioSetView {
+  public:
+    struct Events {
+        std::function<bool()> maySave;  // an open layout may have changes that no file has yet
+        std::function<void()> loaded;   // plug-ins, layouts and presets may be other than before
+    };
+    CStudioSetView(CDialog& dialog, CStudioSets sets, Events events)
+        : m_dialog(dialog), m_sets(std::move(sets)), m_events(std::move(events)) {}
+
+    void OnSave();
+    void OnLoad();
+    /// Shows what a file would bring, and loads what the user ticks.
+    void Load(const std::wstring& path);
+
+  private:
+    bool Gather(SetToSave& save);
+    bool Review(SetToSave& save) const;
+    bool Plan(const std::wstring& path, SetToLoad& load);
+    bool Review(const std::wstring& path, SetToLoad& load) const;
+    bool Ask(const std::wstring& question) const;
+    void Report(const std::wstring& path, const SetOutcome& outcome) const;
+    SetEvents EventsOf(CLongWork& work) const;
+
+    CDialog& m_dialog;
+    CStudioSets m_sets;
+    const Events m_events;
+};
