@@ -1,23 +1,15 @@
-// The least that a program with a dialog does, for the bench to compare with.
-//   controls   the dialog has the controls of the program's own
-//   fill       it asks the system for all plug-ins, once it is shown, and lists as many rows
-#include "EmptyDialog.h"
-
+// The least that a program with a dialog does, for the bench to compare with. Given "controls", the dialog
+// has those of the program's own. A timer's message has it ask the system for all plug-ins, and list some.
 #include <windows.h>
 
 #include <objbase.h>
 
-#include <cwchar>
 #include <string>
 
-#include "BareEnumeration.h"
+#include "Bare.h"
 #include "resource.h"
 
 namespace {
-
-constexpr UINT kFillDelay = 500;  // ms, as the program's
-
-bool IsGiven(const wchar_t* argument) { return std::wcsstr(::GetCommandLineW(), argument) != nullptr; }
 
 void Fill(HWND dialog) {
     const HWND list = ::GetDlgItem(dialog, IDC_PLUGINS);
@@ -29,26 +21,11 @@ void Fill(HWND dialog) {
     ::SendMessageW(list, WM_SETREDRAW, TRUE, 0);
 }
 
-INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
-    switch (message) {
-        case WM_INITDIALOG:
-            ::SetWindowTextW(dialog, kEmptyDialogTitle);
-            if (!::GetDlgItem(dialog, IDC_PLUGINS))
-                ::CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_SORT, 0, 0,
-                                  300, 300, dialog, reinterpret_cast<HMENU>(IDC_PLUGINS),
-                                  ::GetModuleHandleW(nullptr), nullptr);
-            if (IsGiven(L"fill")) ::SetTimer(dialog, 1, kFillDelay, nullptr);
-            return TRUE;
-        case WM_TIMER:
-            ::KillTimer(dialog, wParam);
-            Fill(dialog);
-            return TRUE;
-        case WM_CLOSE:
-            ::EndDialog(dialog, 0);
-            return TRUE;
-        default:
-            return FALSE;
-    }
+INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM, LPARAM) {
+    if (message == WM_INITDIALOG) ::SetWindowTextW(dialog, L"Empty dialog");
+    if (message == WM_TIMER) Fill(dialog);
+    if (message == WM_CLOSE) ::EndDialog(dialog, 0);
+    return message == WM_INITDIALOG || message == WM_TIMER || message == WM_CLOSE;
 }
 
 /// A template's head, which menu, class and title follow, all of them empty.
@@ -65,10 +42,10 @@ struct EmptyTemplate {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* arguments, int) {
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     const EmptyTemplate empty;
-    if (IsGiven(L"controls")) {
+    if (std::wstring(arguments) == L"controls") {
         ::DialogBoxParamW(instance, MAKEINTRESOURCEW(IDD_PLUGIN_MANAGER), nullptr, &Procedure, 0);
     } else {
         ::DialogBoxIndirectParamW(instance, &empty.head, nullptr, &Procedure, 0);

@@ -1,4 +1,4 @@
-// What the process holds at a moment.
+// What the process holds at a moment, and how often its own code has called the registry.
 #pragma once
 
 struct Holdings {
@@ -13,3 +13,9 @@ struct Holdings {
                 gdiObjects - before.gdiObjects, userObjects - before.userObjects};
     }
 };
+
+double PeakMegabytes();
+
+/// Counts from the first call on; what the system's libraries do among themselves is not seen.
+void CountRegistryCalls();
+int RegistryCalls();

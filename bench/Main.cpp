@@ -7,25 +7,45 @@
 #include <string_view>
 
 #include "Benches.h"
+#include "Holdings.h"
 #include "Measure.h"
 #include "Studio.h"
 
 namespace {
 
+template <typename... TArguments>
 struct Bench {
     std::wstring_view name;
-    void (*run)();
+    void (*run)(TArguments...);
 };
-constexpr Bench kBenches[] = {
-    {L"presets", BenchPresets},  // first, because it also looks at the peak of memory
-    {L"backups", BenchBackups}, {L"layouts", BenchLayouts},
-    {L"rounds", BenchRounds},   {L"plugins", BenchPlugins},
-    {L"studio", BenchStudio},   {L"sets", BenchStudioSets},
+constexpr Bench<> kFirst[] = {
+    {L"presets", BenchPresets},  // before all others, because it also looks at the peak of memory
+    {L"backups", BenchBackups},
+    {L"layouts", BenchLayouts},
+    {L"rounds", BenchRounds},
 };
+constexpr Bench<int> kInGrowingStudio[] = {{L"plugins", BenchPlugins},
+                                           {L"studio", BenchStudio},
+                                           {L"sets", BenchStudioSets},
+                                           {L"starts", BenchStarts}};
+constexpr Bench<> kLast[] = {{L"wrapped", BenchWrapped}};
+
+template <typename TBenches, typename... TArguments>
+void Run(const TBenches& benches, std::wstring_view only, TArguments... arguments) {
+    for (const auto& bench : benches) {
+        if (!only.empty() && only != bench.name) continue;
+        const Holdings before = Holdings::Now();
+        bench.run(arguments...);
+        const Holdings after = Holdings::Now();
+        std::printf("%ls: peak %.0f MB; handles %d to %d, GDI objects %d to %d, user objects %d to %d\n",
+                    bench.name.data(), PeakMegabytes(), before.handles, after.handles, before.gdiObjects,
+                    after.gdiObjects, before.userObjects, after.userObjects);
+    }
+}
 
 }  // namespace
 
-/// --only NAME: one bench of the table; --json FILE: where the results go
+/// --only NAME: one bench of the tables; --json FILE: where the results go
 int wmain(int count, wchar_t** arguments) {
     std::wstring_view only;
     std::wstring json;
@@ -40,9 +60,12 @@ int wmain(int count, wchar_t** arguments) {
     }
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     PrintHeader();
-    for (const Bench& bench : kBenches) {
-        if (only.empty() || only == bench.name) bench.run();
+    Run(kFirst, only);
+    for (const int plugins : {500, 1000, 2000, 4000}) {
+        GrowStudio(plugins);
+        Run(kInGrowingStudio, only, plugins);
     }
+    Run(kLast, only);
     const bool allMet = Finish(json);
     ::CoUninitialize();
     return allMet ? 0 : 1;

@@ -2,14 +2,13 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 
 #include "Backups.h"
-#include "BareEnumeration.h"
+#include "Bare.h"
+#include "BareLayout.h"
 #include "Benches.h"
-#include "DomDocument.h"
 #include "FileStream.h"
 #include "Holdings.h"
 #include "LayoutFolder.h"
@@ -18,30 +17,25 @@
 #include "PresetTransfer.h"
 #include "PresetWriter.h"
 #include "Studio.h"
-#include "Variant.h"
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
 namespace fs = std::filesystem;
 
 constexpr int kRounds = 100;
 constexpr int kWarmUp = 5;
 constexpr int kCategoriesShown = 9;
-constexpr Guid kRoundPlugin = "{BAC00001-0000-0000-0000-000000000000}"_guid;
+constexpr int kSome = 5;
 
+/// The commands of the window.
 class CRounds {
   public:
-    explicit CRounds(const fs::path& folder) : m_folder(folder), m_window(folder) {
-        std::ofstream(m_layout, std::ios::binary) << kLayout;
+    explicit CRounds(const fs::path& folder)
+        : m_folder(folder), m_layout(folder / L"rounds.pgl"), m_window(folder) {
+        BareSave(m_layout.wstring(), kElements);
         m_window.Choose(1);
-        m_backups.emplace((folder / L"Own backups").wstring(), L"1");
     }
 
-    void Enumerate() {
-        m_window.List().EnumeratePlugins();
-        m_window.List().Refill();
-    }
     void SwitchCategories() {
         for (int row = kCategoriesShown - 1; row > 0; --row) m_window.Choose(row);
     }
@@ -58,7 +52,6 @@ class CRounds {
         m_window.List().Find(L"");
     }
     void ExcludeAndEnable() {
-        constexpr int kSome = 5;
         m_window.SelectFirst(kSome);
         m_window.Press(IDC_EXCLUDE);
         m_window.Press(IDC_SHOW_EXCLUDED);
@@ -67,29 +60,16 @@ class CRounds {
         m_window.Press(IDC_SHOW_ENABLED);
     }
     void LoadLayout() { m_window.View<CLayoutFilesView>().Open(m_layout); }
-    void LoadBare() const {
-        const auto document = NewDomDocument();
-        ParseBytes(*document.Get(), kLayout);
-    }
-    void SaveBare() const { BuildBare(kLayoutParts); }
-    void SaveBareRecord() const {
-        const std::wstring path = m_layout.wstring();
-        BuildBare({{L"Backup",
-                    {{L"Format", L"1"},
-                     {L"Kind", L"layouts"},
-                     {L"Step", L"Bench"},
-                     {L"Time", L"2000-01-01 00:00:00"},
-                     {L"Version", L"1"}}},
-                   {L"File", {{L"Path", path}, {L"Copy", L"1 rounds.pgl"}}}});
-    }
+    void LoadBare() { BareNodes(*BareRead(m_layout.wstring()).Get()); }
     void SaveLayout() {
         const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
         CXMLTreeCtrl document(m_window.Layout(), plugins);
         document.SetLayoutName(L"Bench");
         document.Save(m_folder / L"saved.pgl");
     }
+    void SaveBare() { BareSave(m_folder / L"saved.pgl", kElements); }
     void Edit() {
-        m_window.SelectFirst(10);
+        m_window.SelectFirst(2 * kSome);
         m_window.Press(IDC_ADD_PLUGIN);
         m_window.Press(IDC_SORT_ALL);
         m_window.DragToTop();
@@ -101,14 +81,14 @@ class CRounds {
         m_window.Layout().Clear();
         m_window.View<CLayoutTreeView>().ForgetSteps();
     }
-    void MovePresets() const {
-        constexpr int kPresets = 5;
-        const CPresetListMgr store(kRoundPlugin, RowOf(Category::VstEffects).guid, L"Bench");
+    void MovePresets() {
+        const CPresetListMgr store("{BAC00001-0000-0000-0000-000000000000}"_guid,
+                                   RowOf(Category::VstEffects).guid, L"Bench");
         const std::wstring file = m_folder / L"rounds.spp";
         {
             CPresetWriter writer(store);
             const std::vector<std::byte> data(64, std::byte{'p'});
-            for (int i = 0; i < kPresets; ++i) {
+            for (int i = 0; i < kSome; ++i) {
                 const std::wstring name = L"Preset " + std::to_wstring(i);
                 writer.StoreImportedPreset({.type = kPresetInRegistry, .name = name, .data = data});
             }
@@ -119,82 +99,51 @@ class CRounds {
         }
         auto source = CFileSource::Open(file);
         ImportPresets(*source, store, nullptr);
-        if (store.CountPresets() != kPresets) std::puts("the presets did not come back");
+        if (store.CountPresets() != kSome) std::puts("the presets did not come back");
         store.DeleteAllPresets();
     }
-    void ScanFolderBare() const {
+    void ScanFolder() { ScanLayoutFolder(m_folder); }
+    void ScanBare() {
         for (const auto& entry : fs::directory_iterator(m_folder)) {
-            if (entry.path().extension() != L".pgl") continue;
-            std::ifstream file(entry.path(), std::ios::binary);
-            ParseBytes(*NewDomDocument().Get(), std::string(std::istreambuf_iterator<char>(file), {}));
+            if (entry.path().extension() == L".pgl") BareRead(entry.path().wstring());
         }
     }
-    void ScanFolder() const { ScanLayoutFolder(m_folder); }
     void BackUp() {
-        const BackupStep step{
-            .kind = BackupKind::Layouts, .name = L"Bench", .keys = {}, .files = {m_layout.wstring()}};
-        m_backups->Make(step).Discard();
+        CBackups((m_folder / L"Own backups").wstring(), L"1")
+            .Make({.kind = BackupKind::Layouts, .name = L"Bench", .keys = {}, .files = {m_layout.wstring()}})
+            .Discard();
     }
+    void NoteBare() {
+        BareSave(m_folder / L"note.xml",
+                 {{L"Backup",
+                   {{L"Format", L"1"},
+                    {L"Kind", L"layouts"},
+                    {L"Step", L"Bench"},
+                    {L"Time", L"2000-01-01 00:00:00"},
+                    {L"Version", L"1"}}},
+                  {L"File", {{L"Path", m_layout.wstring()}, {L"Copy", L"1 rounds.pgl"}}}});
+    }
+    void Enumerate() {
+        m_window.List().EnumeratePlugins();
+        m_window.List().Refill();
+    }
+    void EnumerateBare() { BareEnumeration(); }
+    void Rest() {}
 
   private:
-    struct Part {
-        std::wstring tag;
-        std::vector<std::pair<std::wstring, std::wstring>> attributes;
-    };
-    /// A document by the calls to the parser that the program makes. Some parsers keep a part of what was
-    /// written.
-    static void BuildBare(const std::vector<Part>& parts) {
-        const auto document = NewDomDocument();
-        VARIANT_BOOL loaded = VARIANT_FALSE;
-        document->loadXML(BstrOf(L"<?xml version=\"1.0\"?><root></root>").Get(), &loaded);
-        ComPtr<IXMLDOMProcessingInstruction> header;
-        document->createProcessingInstruction(BstrOf(L"xml").Get(),
-                                              BstrOf(L"version=\"1.0\" encoding=\"UTF-8\"").Get(), &header);
-        ComPtr<IXMLDOMNode> first;
-        document->get_firstChild(&first);
-        document->replaceChild(header.Get(), first.Get(), nullptr);
-        ComPtr<IXMLDOMElement> root;
-        for (const Part& part : parts) {
-            ComPtr<IXMLDOMElement> element;
-            document->createElement(BstrOf(part.tag).Get(), &element);
-            root ? root->appendChild(element.Get(), nullptr)
-                 : document->putref_documentElement(element.Get());
-            if (!root) root = element;
-            for (const auto& [name, value] : part.attributes)
-                element->setAttribute(BstrOf(name).Get(), CVariant(value).Get());
-        }
-        BytesOf(*document.Get());
-    }
-
-    static constexpr wchar_t kPlugin[] = L"{BAC00000-0000-0000-0000-000000000000}";
-    const std::vector<Part> kLayoutParts = {
-        {L"PluginMenuLayout", {{L"DocSchema", L"1"}, {L"Name", L"Bench"}}},
-        {L"Folder", {{L"Name", L"A"}}},
-        {L"Plugin",
-         {{L"CLSID", kPlugin},
-          {L"CLSIDMD5", kPlugin},
-          {L"Category", L"1"},
-          {L"Name", L"P"},
-          {L"OriginalName", L"P"}}},
-        {L"Separator", {}},
-        {L"Folder", {{L"Name", L"B"}}}};
-    static constexpr char kLayout[] =
-        R"(<?xml version="1.0" encoding="UTF-8"?><PluginMenuLayout DocSchema="1" Name="Bench"><Folder Name="A">)"
-        R"(<Plugin CLSID="{BAC00000-0000-0000-0000-000000000000}" Category="1" Name="P" OriginalName="P"/>)"
-        R"(<Separator/></Folder><Folder Name="B"/></PluginMenuLayout>)";
-
+    const std::vector<BareElement> kElements = BareLayout(Shape::Folders, 2 * kItemsInFolder);
     const fs::path m_folder;
-    const fs::path m_layout = m_folder / L"rounds.pgl";
+    const fs::path m_layout;
     CMainWindow m_window;
-    std::optional<CBackups> m_backups;
 };
 
-struct Round {
+using Round = void (CRounds::*)();
+struct RoundRow {
     const char* name;
-    std::function<void(CRounds&)> work;
-    std::function<void(CRounds&)> floor = nullptr;  // what the system leaves behind when it is asked the same
+    Round ours;
+    Round floor = &CRounds::Rest;  // what the system keeps when it is asked the same
 };
-const Round kRoundsOf[] = {
+constexpr RoundRow kRoundRows[] = {
     {"all categories", &CRounds::SwitchCategories},
     {"excluded and enabled shown", &CRounds::SwitchVisibility},
     {"selecting", &CRounds::Select},
@@ -204,17 +153,16 @@ const Round kRoundsOf[] = {
     {"saving a layout", &CRounds::SaveLayout, &CRounds::SaveBare},
     {"editing a layout", &CRounds::Edit},
     {"moving presets", &CRounds::MovePresets},
-    {"looking for layouts", &CRounds::ScanFolder, &CRounds::ScanFolderBare},
-    {"a backup", &CRounds::BackUp, &CRounds::SaveBareRecord},
-    {"finding all plug-ins", &CRounds::Enumerate, [](CRounds&) { BareEnumeration(); }},
+    {"looking for layouts", &CRounds::ScanFolder, &CRounds::ScanBare},
+    {"a backup", &CRounds::BackUp, &CRounds::NoteBare},
+    {"finding all plug-ins", &CRounds::Enumerate, &CRounds::EnumerateBare},
 };
 
 /// What a hundred rounds leave behind.
-Holdings LeftBy(const std::function<void(CRounds&)>& work, CRounds& rounds) {
-    if (!work) return {};
-    for (int i = 0; i < kWarmUp; ++i) work(rounds);
+Holdings LeftBy(Round round, CRounds& rounds) {
+    for (int i = 0; i < kWarmUp; ++i) (rounds.*round)();
     const Holdings before = Holdings::Now();
-    for (int i = 0; i < kRounds; ++i) work(rounds);
+    for (int i = 0; i < kRounds; ++i) (rounds.*round)();
     return Holdings::Now() - before;
 }
 
@@ -222,20 +170,19 @@ Holdings LeftBy(const std::function<void(CRounds&)>& work, CRounds& rounds) {
 
 void BenchRounds() {
     GrowStudio(500);
-    CountCalls();
     const fs::path folder = fs::temp_directory_path() / L"Rounds bench";
     fs::create_directories(folder);
     {
         CRounds rounds(folder);
-        for (const Round& round : kRoundsOf) {
-            const Holdings floor = LeftBy(round.floor, rounds);
-            const Holdings ours = LeftBy(round.work, rounds);
+        for (const RoundRow& row : kRoundRows) {
+            const Holdings floor = LeftBy(row.floor, rounds);
+            const Holdings ours = LeftBy(row.ours, rounds);
             const Holdings own = ours - floor;
             std::printf("  %s: %.1f kB, of which the system's %.1f; handles %d, %d; GDI %d; user %d\n",
-                        round.name, ours.heapKilobytes, floor.heapKilobytes, ours.handles, floor.handles,
+                        row.name, ours.heapKilobytes, floor.heapKilobytes, ours.handles, floor.handles,
                         ours.gdiObjects, ours.userObjects);
-            Figure(std::string("kB more after 100 rounds of ") + round.name, own.heapKilobytes, 1);
-            Figure(std::string("handles and objects more after 100 rounds of ") + round.name,
+            Figure(std::string("kB more after 100 rounds of ") + row.name, own.heapKilobytes, 1);
+            Figure(std::string("handles and objects more after 100 rounds of ") + row.name,
                    own.handles + own.gdiObjects + own.userObjects, 0);
         }
     }

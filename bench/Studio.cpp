@@ -18,7 +18,7 @@
 
 namespace {
 
-const std::filesystem::path kVstFolder = L"C:\\Program Files\\Vst Plug-ins\\Bench";
+const std::wstring kVstFolder = L"C:\\Program Files\\Vst Plug-ins\\Bench\\";
 constexpr int kAdapterEntries = 200;
 constexpr int kTwinEvery = 20;
 
@@ -67,10 +67,9 @@ void AddVst(int number) {
     key->WriteString(L"clsidPlugMD5", ClsidText(ClsidOf(Kind::Md5, number)));
     key->WriteString(L"clsidPlug", ClsidText(clsid));
     // A plug-in without its file would be asked about when it is excluded.
-    const auto file = kVstFolder / (L"plugin" + std::to_wstring(number) + L".dll");
     std::filesystem::create_directories(kVstFolder);
-    std::ofstream(file).put('b');
-    key->WriteString(L"FullPath", file.wstring());
+    std::ofstream(std::filesystem::path(BenchVstFile(number))).put('b');
+    key->WriteString(L"FullPath", BenchVstFile(number));
     key->WriteDword(L"registerAsSynth", 0);
     key->WriteString(L"FullName", NameOf(L"VST", number));
     key->WriteDword(L"uniqueId", static_cast<DWORD>(number));
@@ -104,9 +103,7 @@ bool IsBenchRegistry() {
     return key && key->IsSet(L"BenchPrefix");
 }
 
-void GrowVstInventory(int entries) {
-    for (; g_vstEntries < entries; ++g_vstEntries) AddVst(g_vstEntries);
-}
+std::wstring BenchVstFile(int number) { return kVstFolder + std::to_wstring(number) + L".dll"; }
 
 void GrowStudio(int total) {
     for (int number = 0; g_perSource == 0 && number < kAdapterEntries; ++number)
@@ -124,7 +121,7 @@ void GrowStudio(int total) {
         CRegKey::Create(HKEY_CLASSES_ROOT, std::wstring(kControlSurfacesKey) + L"\\" + surface)
             ->WriteString(L"Description", NameOf(L"Surface", number));
     }
-    GrowVstInventory(total / 2);
+    for (; g_vstEntries < total / 2; ++g_vstEntries) AddVst(g_vstEntries);
 }
 
 void GrowWrapped(int filters) {

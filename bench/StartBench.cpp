@@ -1,23 +1,20 @@
-// Starts of the real program, as processes of their own.
 #include <windows.h>
 
 #include <psapi.h>
 
 #include <filesystem>
-#include <memory>
+#include <optional>
 #include <string>
 
 #include "Benches.h"
 #include "CorvaneKeys.h"
-#include "EmptyDialog.h"
 #include "Handles.h"
 #include "Measure.h"
-#include "Studio.h"
+#include "PluginInventory.h"
 #include "resource.h"
 
 namespace {
 
-constexpr wchar_t kProgramTitle[] = L"Corvane Plug-in Manager x64";
 constexpr DWORD kPatience = 60000;  // ms
 
 template <typename TCondition>
@@ -55,8 +52,11 @@ class CProgram {
             return ::IsWindowVisible(m_window);
         });
     }
+    /// Without the half a second that the program leaves its window to come up.
     void AwaitRows() {
         AwaitWindow();
+        constexpr WPARAM kFirstFill = 1;
+        ::PostMessageW(m_window, WM_TIMER, kFirstFill, 0);
         Await([this] { return ::SendMessageW(Item(IDC_PLUGINS), LB_GETCOUNT, 0, 0) > 0; });
     }
     void AwaitExit() const { ::WaitForSingleObject(m_process.Get(), INFINITE); }
@@ -80,71 +80,63 @@ class CProgram {
     HWND m_window = nullptr;
 };
 
-/// What is started stays until the next is: its end is not measured.
-class CStarts {
-  public:
-    void Program() { m_program = std::make_unique<CProgram>(L"PluginManager.exe", kProgramTitle); }
-    void Empty(const std::wstring& arguments) {
-        m_empty = std::make_unique<CProgram>(L"empty_dialog.exe", kEmptyDialogTitle, arguments);
-    }
-    void End() {
-        m_program.reset();
-        m_empty.reset();
-    }
-    std::unique_ptr<CProgram> m_program;
-    std::unique_ptr<CProgram> m_empty;
+struct Manager : CProgram {
+    Manager() : CProgram(L"PluginManager.exe", L"Corvane Plug-in Manager x64") {}
 };
+struct EmptyDialog : CProgram {
+    explicit EmptyDialog(const std::wstring& arguments = {})
+        : CProgram(L"empty_dialog.exe", L"Empty dialog", arguments) {}
+};
+
+/// What is started stays until the next is: its end is not measured.
+void BenchStart(const char* row, int plugins, const wchar_t* floor, void (CProgram::*wait)()) {
+    std::optional<Manager> manager;
+    std::optional<EmptyDialog> empty;
+    Row(
+        row, plugins, [&] { (manager.emplace().*wait)(); }, [&] { (empty.emplace(floor).*wait)(); },
+        [&] {
+            manager.reset();
+            empty.reset();
+        });
+}
+
+void BenchMemory(int plugins) {
+    constexpr int kVstRow = 1;
+    EmptyDialog empty;
+    empty.AwaitWindow();
+    Manager manager;
+    manager.AwaitRows();
+    manager.ChooseCategory(kVstRow);
+    Figure("MB above an empty dialog, with " + std::to_string(plugins) + " plug-ins listed",
+           manager.Megabytes() - empty.Megabytes(), 20);
+}
 
 std::wstring QueryOf(const wchar_t* root, const std::wstring& key) {
     return L"reg query \"" + std::wstring(root) + L"\\" + key + L"\" /s >nul & ";
 }
 
-}  // namespace
-
-void BenchStart(int plugins) {
-    CStarts starts;
-    const auto shown = [&](const char* name, const wchar_t* floor, double bound) {
-        Row(
-            {.name = name, .size = plugins, .bound = bound, .runs = 5, .before = [&] { starts.End(); }},
-            [&] {
-                starts.Program();
-                starts.m_program->AwaitWindow();
-            },
-            [&] {
-                starts.Empty(floor);
-                starts.m_empty->AwaitWindow();
-            });
-    };
-    shown("start, shown, beside an empty dialog", L"", kNoBound);
-    shown("start, shown, beside its controls", L"controls", kUsualBound);
-    Row(
-        {.name = "start, filled", .size = plugins, .runs = 5, .before = [&] { starts.End(); }},
-        [&] {
-            starts.Program();
-            starts.m_program->AwaitRows();
-        },
-        [&] {
-            starts.Empty(L"fill controls");
-            starts.m_empty->AwaitRows();
-        });
-    starts.End();
-}
-
-void BenchRegQuery(int plugins, const Work& ours) {
+/// What the program finds out, beside what would show the same keys.
+void BenchRegQuery(int plugins) {
+    const CPluginDatabase noDatabase;
+    CPluginInventory inventory(kDefaultVstKey, noDatabase);
     const std::wstring commands = L"/c " + QueryOf(L"HKCU", std::wstring(kDefaultVstKey) + L"\\Inventory") +
                                   QueryOf(L"HKLM", kAdapterKey) + QueryOf(L"HKLM", kMidiFiltersKey) +
                                   QueryOf(L"HKCR", kControlSurfacesKey);
-    Row({.name = "enumeration, beside reg query /s", .size = plugins, .bound = kNoBound, .runs = 3}, ours,
+    Row(
+        "enumeration, beside reg query /s", plugins,
+        [&] {
+            inventory.ReadAdapterInventory();
+            inventory.Enumerate(true);
+        },
         [&] { CProgram(L"C:\\windows\\system32\\cmd.exe", L"", commands).AwaitExit(); });
 }
 
-void BenchMemory(int plugins) {
-    constexpr int kVstRow = 1;
-    CProgram empty(L"empty_dialog.exe", kEmptyDialogTitle);
-    empty.AwaitRows();
-    CProgram program(L"PluginManager.exe", kProgramTitle);
-    program.AwaitRows();
-    program.ChooseCategory(kVstRow);
-    Figure("MB above an empty dialog, with " + std::to_string(plugins) + " plug-ins listed",
-           program.Megabytes() - empty.Megabytes(), 20);
+}  // namespace
+
+void BenchStarts(int plugins) {
+    BenchStart("start, shown, beside an empty dialog", plugins, L"", &CProgram::AwaitWindow);
+    BenchStart("start, shown, beside its controls", plugins, L"controls", &CProgram::AwaitWindow);
+    BenchStart("start, filled", plugins, L"controls", &CProgram::AwaitRows);
+    BenchRegQuery(plugins);
+    BenchMemory(plugins);
 }

@@ -1,0 +1,52 @@
+// Floors: the bare calls to the system, with nothing done to the answers.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+
+class CBareKey {
+  public:
+    CBareKey(HKEY root, const std::wstring& path, REGSAM access = KEY_READ) {
+        ::RegOpenKeyExW(root, path.c_str(), 0, access, &m_key);
+    }
+    ~CBareKey() { ::RegCloseKey(m_key); }
+    CBareKey(const CBareKey&) = delete;
+    CBareKey& operator=(const CBareKey&) = delete;
+
+    HKEY Handle() const { return m_key; }
+    std::wstring Ask(const wchar_t* value) const;
+    void Set(const wchar_t* value, DWORD type, const void* data, std::size_t size) const {
+        ::RegSetValueExW(m_key, value, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size));
+    }
+    template <typename TWork>
+    void ForSubkeys(TWork&& work) const {
+        std::array<wchar_t, 260> name;
+        DWORD length = name.size();
+        for (DWORD i = 0; ::RegEnumKeyExW(m_key, i, name.data(), &length, nullptr, nullptr, nullptr,
+                                          nullptr) == ERROR_SUCCESS;
+             ++i, length = name.size())
+            work(name.data());
+    }
+    /// Without data of a value that is longer than 4 kB.
+    template <typename TWork>
+    void ForValues(TWork&& work) const {
+        std::array<wchar_t, 520> name;
+        std::array<BYTE, 4096> data;
+        DWORD length = name.size();
+        DWORD size = data.size();
+        for (DWORD i = 0; ::RegEnumValueW(m_key, i, name.data(), &length, nullptr, nullptr, data.data(),
+                                          &size) == ERROR_SUCCESS;
+             ++i, length = name.size(), size = data.size())
+            work(data.data(), size);
+    }
+
+  private:
+    HKEY m_key = nullptr;
+};
+
+/// What becomes of the plug-ins' files: nothing; their paths are read; whether they are there is asked, too.
+enum class BareFiles { None, Read, Asked };
+/// Asks the system for all plug-ins. Gives the number of filters.
+int BareEnumeration(BareFiles files = BareFiles::None);
