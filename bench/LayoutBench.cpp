@@ -106,11 +106,18 @@ void CLayoutBench::History(Shape shape, const std::string& name, int size) {
         [&] { m_bare->Fill(shape, size); });
 }
 
+/// The floor is told the order.
 void CLayoutBench::Sort(int size) {
     const CRedrawLock noRedraw(m_tree);
     Row(
         "sort", size, [&] { m_layout.Sort(nullptr); },
-        [&] { m_bare->Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); },
+        [&] {
+            TVSORTCB byPlace{
+                .hParent = TVI_ROOT,
+                .lpfnCompare = [](LPARAM a, LPARAM b, LPARAM) { return static_cast<int>(a - b); },
+                .lParam = 0};
+            m_bare->Send(TVM_SORTCHILDRENCB, 0, &byPlace);
+        },
         [&] {
             Fill(Shape::Mixed, size);
             m_bare->Fill(Shape::Mixed, size);
@@ -125,6 +132,7 @@ void CLayoutBench::Halves(int size) {
         int number = 0;
         for (HTREEITEM item = m_tree.Root(); item; item = m_tree.NextSibling(item))
             m_tree.SetSelected(item, number++ % 2 == 1);
+        m_tree.MoveCaret(m_tree.Root());
         m_tree.ScrollToTop(m_tree.Root());
         m_bare->Fill(Shape::Flat, size);
         half = m_bare->EverySecond();

@@ -34,12 +34,14 @@ template <typename TBenches, typename... TArguments>
 void Run(const TBenches& benches, std::wstring_view only, TArguments... arguments) {
     for (const auto& bench : benches) {
         if (!only.empty() && only != bench.name) continue;
+        const ULONGLONG start = ::GetTickCount64();
         const Holdings before = Holdings::Now();
         bench.run(arguments...);
         const Holdings after = Holdings::Now();
-        std::printf("%ls: peak %.0f MB; handles %d to %d, GDI objects %d to %d, user objects %d to %d\n",
-                    bench.name.data(), PeakMegabytes(), before.handles, after.handles, before.gdiObjects,
-                    after.gdiObjects, before.userObjects, after.userObjects);
+        std::printf(
+            "%ls: %llu s, peak %.0f MB; handles %d to %d, GDI objects %d to %d, user objects %d to %d\n",
+            bench.name.data(), (::GetTickCount64() - start) / 1000, PeakMegabytes(), before.handles,
+            after.handles, before.gdiObjects, after.gdiObjects, before.userObjects, after.userObjects);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Bare.h"
+#include "BareLayout.h"
 #include "Benches.h"
 #include "ClsidText.h"
 #include "Commands.h"
@@ -35,7 +36,6 @@ class CBareDialog : public CDialog {
   public:
     CBareDialog() : CDialog(IDD_PLUGIN_MANAGER) { CreateModeless(nullptr); }
     CListBox List() const { return Control<CListBox>(IDC_PLUGINS); }
-    CTreeView Tree() const { return CTreeView(Item(IDC_LAYOUT_TREE).Handle()); }
     void Fill(const Texts& names) const {
         const CListBox list = List();
         list.Clear();
@@ -43,7 +43,7 @@ class CBareDialog : public CDialog {
         list.Reserve(static_cast<int>(names.size()), 24);
         for (const std::wstring& name : names) list.SetData(list.Add(name), 1);
     }
-    /// What changes beside the list when there are VST plug-ins in it, or none any more.
+    /// What changes beside the list when it shows VST plug-ins, or none any more.
     void ShowPanes(bool forVst) const {
         for (const int id : {IDC_PLUGINS_LABEL, IDC_CLSID_LABEL})
             Item(id).SetText(forVst ? L"VST (2 found)" : L"DX (1 found)");
@@ -52,6 +52,11 @@ class CBareDialog : public CDialog {
             Item(id).Show(forVst);
         for (const int id : {IDC_ADAPTER_GROUP, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES})
             Item(id).Show(!forVst);
+    }
+    void ShowMode(bool excluded) const {
+        Item(IDC_PLUGINS_LABEL).SetText(excluded ? L"VST (none found)" : L"VST (2 found)");
+        Item(IDC_EXCLUDE).SetText(excluded ? L"Enable" : L"Exclude");
+        Item(IDC_SHOW_PERMANENT).Enable(excluded);
     }
     void SelectFirst(int rows) const {
         List().SelectAll(false);
@@ -71,8 +76,6 @@ class CPluginBench {
   public:
     CPluginBench(const CPluginInventory& inventory, int plugins, const fs::path& folder)
         : m_inventory(inventory), m_plugins(plugins), m_window(folder) {
-        m_window.Choose(kFilters);
-        m_filters = RowsOf(m_window.Plugins());
         m_window.Choose(kVstEffects);
         m_effects = RowsOf(m_window.Plugins());
         m_some = std::min(kMost, m_window.Plugins().Count());
@@ -103,7 +106,6 @@ class CPluginBench {
     const int m_plugins;
     mutable CMainWindow m_window;
     CBareDialog m_bare;
-    Texts m_filters;
     Texts m_effects;
     Texts m_clsids;  // of the effects
     int m_some = 0;
@@ -111,26 +113,24 @@ class CPluginBench {
 
 void CPluginBench::Switch() {
     Row(
-        "category there and back", m_plugins,
+        "category switch", m_plugins, [&] { m_window.Choose(kVstEffects); },
         [&] {
-            m_window.Choose(kFilters);
-            m_window.Choose(kVstEffects);
-        },
-        [&] {
-            m_bare.Fill(m_filters);
-            m_bare.ShowPanes(false);
             m_bare.Fill(m_effects);
             m_bare.ShowPanes(true);
-        });
-    Row(
-        "excluded shown, and enabled", m_plugins,
-        [&] {
-            m_window.Press(IDC_SHOW_EXCLUDED);
-            m_window.Press(IDC_SHOW_ENABLED);
         },
         [&] {
-            m_bare.Fill({});
+            m_window.Choose(kFilters);
+            m_bare.ShowPanes(false);
+        });
+    Row(
+        "enabled ones shown again", m_plugins, [&] { m_window.Press(IDC_SHOW_ENABLED); },
+        [&] {
             m_bare.Fill(m_effects);
+            m_bare.ShowMode(false);
+        },
+        [&] {
+            m_window.Press(IDC_SHOW_EXCLUDED);
+            m_bare.ShowMode(true);
         });
 }
 
@@ -166,17 +166,18 @@ void CPluginBench::Select() {
 
 void CPluginBench::Add() {
     m_bare.Fill(m_effects);
+    const CBareTree tree(m_window.Layout().Tree());
     Row(
         "add plug-ins", m_some, [&] { m_window.Press(IDC_ADD_PLUGIN); },
         [&] {
-            const CRedrawLock noRedraw(m_bare.Tree());
+            const CRedrawLock noRedraw(tree);
             HTREEITEM last = TVI_FIRST;
             for (int row = 0; row < m_some; ++row)
-                last = m_bare.Tree().Insert(nullptr, last, m_bare.List().RowText(row), 8, 8, row);
+                last = tree.Insert(nullptr, last, m_bare.List().RowText(row), 8, 8, row);
         },
         [&] {
             m_window.Layout().Clear();
-            m_bare.Tree().Delete(TVI_ROOT);
+            tree.Delete(TVI_ROOT);
             m_window.SelectFirst(m_some);
         });
     m_window.Layout().Clear();

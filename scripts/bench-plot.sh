@@ -1,10 +1,15 @@
 #!/usr/bin/env bash
-# Draws the results of the bench: each row's time over its floor's, by size, beside its bound.
-#   scripts/bench-plot.sh FILE.json >FILE.svg
+# Puts the results of the bench into docs/: bench.svg, with each row's time over its floor's by size beside its bound,
+# and the tables of bench.md.
+#   scripts/bench-plot.sh FILE.json
 set -euo pipefail
 
+docs=$(cd "$(dirname "${BASH_SOURCE[0]}")/../docs" && pwd)
+tables=$(mktemp)
+trap 'rm -f "$tables"' EXIT
+
 # One record a line, as the bench writes them.
-awk '
+awk -v tables="$tables" '
 function field(name,    part) {
     if (!match($0, "\"" name "\": (\"[^\"]*\"|[-+.e0-9]+)")) return ""
     part = substr($0, RSTART + length(name) + 4, RLENGTH - length(name) - 4)
@@ -23,6 +28,8 @@ function text(x, y, anchor, words) {
 function line(x, colour, dashes) {
     printf "  <path d=\"M%.1f 54V%d\" stroke=\"%s\"%s/>\n", x, bottom, colour, dashes
 }
+function cell(words) { printf " %s |", words >tables }
+function missedWords(missed) { return missed ? "**missed**" : "" }
 /"rows": \[/ { kind = "row"; next }
 /"growth": \[/ { kind = "growth"; next }
 /"figures": \[/ { kind = "figure"; next }
@@ -32,11 +39,20 @@ kind == "row" && /"name"/ {
     row = ++sizes[name]
     size[name, row] = field("size")
     ratio[name, row] = field("ratio") + 0
+    ratios[name] = ratios[name] sprintf(" %.2f", field("ratio"))
     ours[name] = field("ours")
+    floor[name] = field("floor")
     bound[name] = field("bound") + 0
+    why[name] = field("why")
+    if (field("missed") == 1) missed[name] = 1
 }
 kind == "growth" && /"name"/ {
     grows[field("name")] = sprintf("%.2f / %.2f", field("ours"), field("floor"))
+    if (field("missed") == 1) missed[field("name")] = 1
+}
+kind == "figure" && /"name"/ {
+    figures = figures sprintf("| %s | %.4g | %s | %s |\n", field("name"), field("value"), field("bound"),
+        missedWords(field("missed") == 1))
 }
 END {
     bottom = 64 + 20 * count
@@ -61,8 +77,7 @@ END {
         name = names[i]
         last = sizes[name]
         y = 54 + 20 * i
-        missed = bound[name] > 0 && ratio[name, last] > bound[name]
-        printf "  <g fill=\"%s\">\n", missed ? "#c2571a" : "#22303f"
+        printf "  <g fill=\"%s\">\n", missed[name] ? "#c2571a" : "#22303f"
         text(20, y, "start", name)
         text(810, y, "end", size[name, last])
         text(890, y, "end", sprintf(ours[name] < 10 ? "%.1f" : "%.0f", ours[name]))
@@ -75,4 +90,30 @@ END {
                 across(ratio[name, row]), y - 4, row / last
     }
     print "</svg>"
-}' "$1"
+    print "| Row | Sizes | ms at the largest | Floor, ms | Ratios, small to large | Bound | Growth, ours / floor | |" >tables
+    print "|---|---|---|---|---|---|---|---|" >tables
+    for (i = 1; i <= count; ++i) {
+        name = names[i]
+        printf "|" >tables
+        cell(name)
+        cell(sizes[name] > 1 ? size[name, 1] " to " size[name, sizes[name]] : size[name, 1])
+        cell(sprintf("%.1f", ours[name]))
+        cell(sprintf("%.1f", floor[name]))
+        cell(substr(ratios[name], 2))
+        cell(bound[name] > 0 ? bound[name] : "")
+        cell(grows[name])
+        cell(missedWords(missed[name]) (missed[name] && why[name] != "" ? "; " : "") why[name])
+        print "" >tables
+    }
+    print "\n| Figure | Value | Bound | |\n|---|---|---|---|" >tables
+    printf "%s", figures >tables
+}' "$1" >"$docs/bench.svg"
+
+awk -v tables="$tables" '
+/<!-- end of the results -->/ { within = 0 }
+!within { print }
+/<!-- the results/ {
+    within = 1
+    while ((getline line <tables) > 0) print line
+}' "$docs/bench.md" >"$docs/bench.md.new"
+mv "$docs/bench.md.new" "$docs/bench.md"

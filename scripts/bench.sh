@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Builds and runs the bench in a Wine prefix of its own, which the bench fills with large collections, and draws what it
-# has found. Fails when a row passes its bound.
-#   scripts/bench.sh [--only presets|backups|layouts|rounds|plugins] [--json FILE]
-# --only: this part, and no drawing; --json: where the results go, build/bench.json otherwise
+# Builds and runs the bench in a Wine prefix of its own, which the bench fills with large collections, and puts what it
+# has found into docs/. Fails when a row passes its bound.
+#   scripts/bench.sh [--only presets|backups|layouts|rounds|plugins|studio|sets|starts|wrapped] [--json FILE]
+# --only: this part, and nothing into docs/; --json: where the results go, build/bench.json otherwise
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -27,5 +27,5 @@ wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 wine reg add 'HKCU\Software\Corvane Music Software' /v BenchPrefix /t REG_DWORD /d 1 /f >/dev/null
 status=0
 wine "$bin/bench.exe" "${only[@]}" --json "$(windows_path "$json")" || status=$?
-[ ${#only[@]} -gt 0 ] || "$root/scripts/bench-plot.sh" "$json" >"$root/docs/bench.svg"
+[ ${#only[@]} -gt 0 ] || "$root/scripts/bench-plot.sh" "$json"
 exit "$status"

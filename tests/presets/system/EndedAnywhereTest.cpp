@@ -107,6 +107,7 @@ class EndedAnywhere : public testing::Test {
         Write<&::RegCreateKeyExW>::Watch(library, "RegCreateKeyExW");
         Write<&::RegSetValueExW>::Watch(library, "RegSetValueExW");
         Write<&::RegDeleteValueW>::Watch(library, "RegDeleteValueW");
+        Write<&::RegDeleteKeyW>::Watch(library, "RegDeleteKeyW");
         Write<&::SHDeleteKeyW>::Watch(L"shlwapi", "SHDeleteKeyW");
     }
     // The folder is read once by the process; the sandbox is the same one for all tests.
