@@ -28,7 +28,7 @@ constexpr Bench<int> kInGrowingStudio[] = {{L"plugins", BenchPlugins},
                                            {L"studio", BenchStudio},
                                            {L"sets", BenchStudioSets},
                                            {L"starts", BenchStarts}};
-constexpr Bench<> kLast[] = {{L"wrapped", BenchWrapped}};
+constexpr Bench<> kLast[] = {{L"wrapped", BenchWrapped}, {L"window", BenchWindow}};
 
 template <typename TBenches, typename... TArguments>
 void Run(const TBenches& benches, std::wstring_view only, TArguments... arguments) {

@@ -68,9 +68,10 @@ struct Series {
         return Exponent([](const Measured& each) { return each.times.floor; });
     }
     bool GrowsTooFast() const {
-        return TellsGrowth() && row->bound != kNoBound && Exponent(&Measured::Excess) > kExponentBound;
+        return TellsGrowth() &&
+               std::min(OurExponent() - FloorExponent(), Exponent(&Measured::Excess)) > kExponentBound;
     }
-    bool Misses(const Measured& each) const { return row->bound != kNoBound && each.Excess() > row->bound; }
+    bool Misses(const Measured& each) const { return each.Excess() > row->bound; }
 };
 
 struct Counted {

@@ -100,7 +100,7 @@ END {
         cell(sprintf("%.1f", ours[name]))
         cell(sprintf("%.1f", floor[name]))
         cell(substr(ratios[name], 2))
-        cell(bound[name] > 0 ? bound[name] : "")
+        cell(bound[name])
         cell(grows[name])
         cell(missedWords(missed[name]) (missed[name] && why[name] != "" ? "; " : "") why[name])
         print "" >tables

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the bench in a Wine prefix of its own, which the bench fills with large collections, and puts what it
 # has found into docs/. Fails when a row passes its bound.
-#   scripts/bench.sh [--only presets|backups|layouts|rounds|plugins|studio|sets|starts|wrapped] [--json FILE]
+#   scripts/bench.sh [--only presets|backups|layouts|rounds|plugins|studio|sets|starts|wrapped|window] [--json FILE]
 # --only: this part, and nothing into docs/; --json: where the results go, build/bench.json otherwise
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
