@@ -43,7 +43,7 @@ void BareBackup(const std::wstring& key, const BackupStep& step, std::uintmax_t 
                                         nullptr, write ? CREATE_ALWAYS : OPEN_EXISTING, 0, nullptr));
     };
     if (!step.keys.empty()) {
-        CBareKey(HKEY_CURRENT_USER, key).ForValues([](const BYTE*, DWORD) {});
+        CBareKey(HKEY_CURRENT_USER, key).ForValues([](const BYTE*, DWORD) {}, bytes.size());
         const UniqueFile out = open((folder / L"values").wstring(), true);
         for (; text > 0; text -= std::min<std::uintmax_t>(text, bytes.size()))
             WriteAll(out.Get(), std::span(bytes).first(std::min<std::size_t>(text, bytes.size())));

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 class CBareKey {
   public:
@@ -29,17 +30,19 @@ class CBareKey {
              ++i, length = name.size())
             work(name.data());
     }
-    /// Without data of a value that is longer than 4 kB.
+    /// Up to the first value whose data are longer than `most`; 0: these are not asked for.
     template <typename TWork>
-    void ForValues(TWork&& work) const {
+    void ForValues(TWork&& work, std::size_t most = 4096) const {
         std::array<wchar_t, 520> name;
-        std::array<BYTE, 4096> data;
-        DWORD length = name.size();
-        DWORD size = data.size();
-        for (DWORD i = 0; ::RegEnumValueW(m_key, i, name.data(), &length, nullptr, nullptr, data.data(),
-                                          &size) == ERROR_SUCCESS;
-             ++i, length = name.size(), size = data.size())
+        std::vector<BYTE> data(most);
+        for (DWORD i = 0;; ++i) {
+            DWORD length = name.size();
+            auto size = static_cast<DWORD>(most);
+            if (::RegEnumValueW(m_key, i, name.data(), &length, nullptr, nullptr, data.data(),
+                                most > 0 ? &size : nullptr) != ERROR_SUCCESS)
+                return;
             work(data.data(), size);
+        }
     }
 
   private:

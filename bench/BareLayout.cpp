@@ -19,12 +19,8 @@ BenchItem KindOf(Shape shape, int number) {
     return shape != Shape::Mixed && number % kSeparatorEvery == 3 ? BenchItem::Separator : BenchItem::Plugin;
 }
 
-int PlaceOf(Shape shape, int number, int size) {
-    return shape == Shape::Mixed ? number * 7919 % size : number;
-}
-
 std::wstring NameOf(Shape shape, int number, int size) {
-    return L"Bench item " + std::to_wstring(PlaceOf(shape, number, size));
+    return L"Bench item " + std::to_wstring(shape == Shape::Mixed ? number * 7919 % size : number);
 }
 
 CBareTree::CBareTree(const CTreeView& other)
@@ -35,7 +31,7 @@ void CBareTree::Fill(Shape shape, int size) const {
     const CRedrawLock noRedraw(*this);
     Delete(TVI_ROOT);
     InsertAll(shape, size, [&](HTREEITEM parent, int number) {
-        return Insert(parent, TVI_FIRST, NameOf(shape, number, size), 5, 5, PlaceOf(shape, number, size));
+        return Insert(parent, TVI_FIRST, NameOf(shape, number, size), 5, 5, number);
     });
 }
 

@@ -18,8 +18,6 @@ enum class Shape { Folders, Flat, Mixed };
 enum class BenchItem { Folder, Plugin, Separator };
 inline constexpr int kItemsInFolder = 20;
 BenchItem KindOf(Shape shape, int number);
-/// In the order of the names.
-int PlaceOf(Shape shape, int number, int size);
 std::wstring NameOf(Shape shape, int number, int size);
 
 /// Has `insert` put each item in front of what its parent has already: to add behind others, the control
@@ -42,7 +40,7 @@ class CBareTree : public CTreeView {
     CBareTree(const CBareTree&) = delete;
     CBareTree& operator=(const CBareTree&) = delete;
 
-    /// Clears the tree and puts as many items into it, with their places as data.
+    /// Clears the tree and puts as many items into it.
     void Fill(Shape shape, int size) const;
     std::vector<HTREEITEM> EverySecond() const;
 };

@@ -106,18 +106,11 @@ void CLayoutBench::History(Shape shape, const std::string& name, int size) {
         [&] { m_bare->Fill(shape, size); });
 }
 
-/// The floor is told the order.
 void CLayoutBench::Sort(int size) {
     const CRedrawLock noRedraw(m_tree);
     Row(
         "sort", size, [&] { m_layout.Sort(nullptr); },
-        [&] {
-            TVSORTCB byPlace{
-                .hParent = TVI_ROOT,
-                .lpfnCompare = [](LPARAM a, LPARAM b, LPARAM) { return static_cast<int>(a - b); },
-                .lParam = 0};
-            m_bare->Send(TVM_SORTCHILDRENCB, 0, &byPlace);
-        },
+        [&] { m_bare->Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); },
         [&] {
             Fill(Shape::Mixed, size);
             m_bare->Fill(Shape::Mixed, size);

@@ -84,10 +84,14 @@ struct Counted {
 std::vector<Series> g_series;
 std::vector<Counted> g_figures;
 
+double MillisecondsSince(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
 double MillisecondsOf(const Work& work) {
     const auto start = Clock::now();
     work();
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+    return MillisecondsSince(start);
 }
 
 double Median(std::vector<double>& times) {
@@ -95,9 +99,9 @@ double Median(std::vector<double>& times) {
     return times[times.size() / 2];
 }
 
-/// The shorter they are, the more runs.
+/// The shorter they are with all that belongs to them, the more runs.
 bool IsEnough(std::size_t runs, double milliseconds) {
-    return runs >= 101 || (runs >= 7 && milliseconds >= 200) || (runs >= 3 && milliseconds >= 2000);
+    return runs >= 101 || (runs >= 7 && milliseconds >= 400) || (runs >= 3 && milliseconds >= 4000);
 }
 
 Times Compare(const Work& ours, const Work& floor, const Work& before) {
@@ -108,7 +112,8 @@ Times Compare(const Work& ours, const Work& floor, const Work& before) {
     ours();
     before();
     floor();
-    for (double inAll = 0; !IsEnough(ratios.size(), inAll); inAll += ourTimes.back()) {
+    const auto start = Clock::now();
+    while (!IsEnough(ratios.size(), MillisecondsSince(start))) {
         before();
         ourTimes.push_back(MillisecondsOf(ours));
         before();

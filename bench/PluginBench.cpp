@@ -154,7 +154,7 @@ void CPluginBench::Select() {
                 for (const int row : m_bare.List().SelectedRows()) {
                     const auto& clsid = m_clsids[static_cast<std::size_t>(row)];
                     const CBareKey key(HKEY_CURRENT_USER, std::wstring(kAudioPresetsKey) + L"\\" + clsid);
-                    if (key.Handle()) key.ForValues([](const BYTE*, DWORD) {});
+                    if (key.Handle()) key.ForValues([](const BYTE*, DWORD) {}, 0);
                 }
                 for (const int id : {IDC_FILENAME, IDC_VST_ID, IDC_VENDOR, IDC_PRESETS_GROUP})
                     m_bare.Item(id).SetText(m_clsids[0]);

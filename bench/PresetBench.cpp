@@ -130,7 +130,7 @@ void BenchCounting() {
             },
             [&] {
                 for (const std::wstring& key : keys)
-                    CBareKey(HKEY_CURRENT_USER, key).ForValues([](const BYTE*, DWORD) {});
+                    CBareKey(HKEY_CURRENT_USER, key).ForValues([](const BYTE*, DWORD) {}, 0);
             });
     }
 }
