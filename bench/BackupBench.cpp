@@ -57,7 +57,6 @@ void BareBackup(const std::wstring& key, const BackupStep& step, std::uintmax_t 
             WriteAll(out.Get(), std::span(bytes).first(got));
         ::FlushFileBuffers(out.Get());
     }
-    fs::remove_all(folder);
 }
 
 }  // namespace
@@ -84,7 +83,16 @@ void BenchBackups() {
         CBackups backups((folder / L"Backups").wstring(), L"1");
         const wchar_t* const first = L"Preset number 0";
         std::uintmax_t text = 0;
-        // The step changes what it comes to first; for the next round that is put back.
+        const fs::path bareFolder = folder / L"Bare";
+        // Puts back what the step has changed, and takes away what either has made: a backup is the making.
+        const auto before = [&] {
+            for (const BackupEntry& made : backups.List()) {
+                if (!collection.files) text = fs::file_size(made.folder + kBackupKeysFile);
+                backups.Delete(made);
+            }
+            fs::remove_all(bareFolder);
+            if (!collection.files) values->WriteValue(first, REG_BINARY, data);
+        };
         const auto change = [&] {
             if (collection.files) {
                 std::ofstream(fs::path(step.files[0]), std::ios::app) << 'x';
@@ -92,26 +100,16 @@ void BenchBackups() {
                 values->DeleteValue(first);
             }
         };
-        const auto putBack = [&] {
-            if (!collection.files) values->WriteValue(first, REG_BINARY, data);
-        };
         const auto ours = [&] {
-            {
-                const CBackup backup = backups.Make(step);
-                if (backup.Error() != ERROR_SUCCESS) return void(std::puts("no backup could be made"));
-                change();
-            }
-            const BackupEntry made = backups.List().at(0);
-            if (!collection.files) text = fs::file_size(made.folder + kBackupKeysFile);
-            backups.Delete(made);
-            putBack();
+            const CBackup backup = backups.Make(step);
+            if (backup.Error() != ERROR_SUCCESS) return void(std::puts("no backup could be made"));
+            change();
         };
         const auto bare = [&] {
-            BareBackup(key, step, text, folder / L"Bare");
+            BareBackup(key, step, text, bareFolder);
             change();
-            putBack();
         };
-        Row(collection.name, collection.values, ours, bare);
+        Row(collection.name, collection.values, ours, bare, before);
         CRegKey::DeleteTree(HKEY_CURRENT_USER, key);
     }
     fs::remove_all(folder);

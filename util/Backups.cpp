@@ -13,8 +13,6 @@
 namespace {
 
 constexpr int kNamesToTry = 100;
-/// So much text is gathered before it goes to the disk.
-constexpr std::size_t kTextAtOnce = 1U << 20;
 /// A folder without a record may be a backup that another program is making.
 constexpr std::uint64_t kTimeToFinish = 24ULL * 60 * 60 * 10'000'000;  // 100 ns
 
@@ -149,8 +147,8 @@ DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
     if (step.keys.empty()) return ERROR_SUCCESS;
     const UniqueFile file = OpenForWriting(backup.m_entry.folder + kBackupKeysFile);
     if (!file) return ::GetLastError();
-    const auto sink = [&file, size = std::uint64_t{0}](std::wstring& text) mutable -> DWORD {
-        if (text.size() < kTextAtOnce) return ERROR_SUCCESS;
+    const RegTextSink sink = [&file, size = std::uint64_t{0}](std::wstring& text) mutable -> DWORD {
+        if (text.size() < kRegTextAtOnce) return ERROR_SUCCESS;
         size += text.size() * sizeof(wchar_t);
         return size > kLargestKeysFile ? ERROR_FILE_TOO_LARGE : Written(file, text);
     };
@@ -295,12 +293,13 @@ CBackup::~CBackup() {
 
 std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path, CPatience& patience) {
     const UniqueFile file = OpenForReading(path, patience);
-    BY_HANDLE_FILE_INFORMATION facts{};
-    if (!file || !::GetFileInformationByHandle(file.Get(), &facts)) return std::nullopt;
-    return SeenFile{
-        path,
-        {Joined(facts.nFileIndexHigh, facts.nFileIndexLow), Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
-         Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime)}};
+    FILE_BASIC_INFO times{};
+    LARGE_INTEGER size{};
+    // Not its index: under Wine that is asked of another process, and took as long as the file's copy.
+    if (!file || !::GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof times) ||
+        !::GetFileSizeEx(file.Get(), &size))
+        return std::nullopt;
+    return SeenFile{path, {size.QuadPart, times.LastWriteTime.QuadPart, times.ChangeTime.QuadPart}};
 }
 
 DWORD CBackup::PutFilesBack() {

@@ -95,7 +95,7 @@ class CBackup {
     /// A file that was there, and by what its change is seen.
     struct SeenFile {
         std::wstring path;
-        std::array<std::uint64_t, 3> facts{};
+        std::array<std::int64_t, 3> facts{};
         bool operator==(const SeenFile&) const = default;
     };
     explicit CBackup(CBackups* store) : m_store(store) {}

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace {
 
@@ -75,24 +76,31 @@ constexpr auto kByteTexts = [] {
     return texts;
 }();
 
-/// A line at a time: character by character it would take longer than the writing to the disk.
-void AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data) {
-    if (data.empty()) return;
-    text.reserve(text.size() + data.size() * 13 / 4);
-    std::array<wchar_t, kLastColumn + kByteLength + kGoesOn.size()> line{};
-    wchar_t* end = line.data();
+/// Many lines at a time: character by character it would take longer than the writing to the disk.
+std::uint32_t AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data,
+                          const RegTextSink& sink) {
+    constexpr std::size_t kLongestLine = kLastColumn + kByteLength + kGoesOn.size();
+    std::array<wchar_t, 16 * kLongestLine> lines{};
+    wchar_t* end = lines.data();
     std::size_t column = text.size() - lineStart;
-    for (const std::byte byte : data) {
-        if (column > kLastColumn && end != line.data()) {
-            text.append(line.data(), std::ranges::copy(kGoesOn, end).out);
-            end = line.data();
-            column = kIndent;
+    while (!data.empty()) {
+        const std::size_t fits = column > kLastColumn ? 1 : (kLastColumn - column) / kByteLength + 1;
+        const auto part = data.first(std::min(fits, data.size()));
+        data = data.subspan(part.size());
+        for (const std::byte byte : part) {
+            const auto& digits = kByteTexts[std::to_integer<std::size_t>(byte)];
+            std::memcpy(end, digits.data(), sizeof digits);
+            end += kByteLength;
         }
-        std::ranges::copy(kByteTexts[std::to_integer<std::size_t>(byte)], end);
-        end += kByteLength;
-        column += kByteLength;
+        end = data.empty() ? end - 1 : std::ranges::copy(kGoesOn, end).out;  // the last byte has no comma
+        column = kIndent;
+        if (!data.empty() && end + kLongestLine <= lines.data() + lines.size()) continue;
+        text.append(lines.data(), end);
+        end = lines.data();
+        if (!sink || text.size() < kRegTextAtOnce) continue;
+        if (const std::uint32_t error = sink(text)) return error;
     }
-    text.append(line.data(), end - 1);  // without the last comma
+    return 0;
 }
 
 void AppendValueName(std::wstring& text, std::wstring_view name) {
@@ -241,8 +249,8 @@ void AppendRegKey(std::wstring& text, std::wstring_view path, bool removed) {
     text += kLineEnd;
 }
 
-void AppendRegValue(std::wstring& text, std::wstring_view name, std::uint32_t type,
-                    std::span<const std::byte> data) {
+std::uint32_t AppendRegValue(std::wstring& text, std::wstring_view name, std::uint32_t type,
+                             std::span<const std::byte> data, const RegTextSink& sink) {
     const std::size_t lineStart = text.size();
     AppendValueName(text, name);
     const auto quotable = type == kText ? QuotableText(data) : std::nullopt;
@@ -260,9 +268,10 @@ void AppendRegValue(std::wstring& text, std::wstring_view name, std::uint32_t ty
             text += L')';
         }
         text += L':';
-        AppendBytes(text, lineStart, data);
+        if (const std::uint32_t error = AppendBytes(text, lineStart, data, sink)) return error;
     }
     text += kLineEnd;
+    return sink ? sink(text) : 0;
 }
 
 void AppendRemovedRegValue(std::wstring& text, std::wstring_view name) {

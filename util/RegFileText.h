@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -34,9 +35,14 @@ std::wstring_view RegFileHeader();
 bool IsRegFileName(std::wstring_view name);
 /// The line that begins a key, or removes it with all that it holds.
 void AppendRegKey(std::wstring& text, std::wstring_view path, bool removed);
-/// Whatever the type, reading the file gives the same bytes again.
-void AppendRegValue(std::wstring& text, std::wstring_view name, std::uint32_t type,
-                    std::span<const std::byte> data);
+/// Gets the text as it grows, may take it away, and gives a system error to stop.
+using RegTextSink = std::function<std::uint32_t(std::wstring& text)>;
+/// So many characters are worth a write, and still lie in the processor's cache then.
+inline constexpr std::size_t kRegTextAtOnce = 1U << 16;
+/// Whatever the type, reading the file gives the same bytes again. The sink is called within a large value,
+/// too; its error is given back.
+std::uint32_t AppendRegValue(std::wstring& text, std::wstring_view name, std::uint32_t type,
+                             std::span<const std::byte> data, const RegTextSink& sink = {});
 void AppendRemovedRegValue(std::wstring& text, std::wstring_view name);
 /// A key with its values.
 void AppendRegKey(std::wstring& text, const RegFileKey& key);

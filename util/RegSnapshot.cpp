@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "RegFileText.h"
 #include "RegValues.h"
 
 namespace {
@@ -34,7 +33,7 @@ std::wstring FullKeyPath(const BackupKey& key) {
     return (key.hive == BackupHive::User ? L"HKEY_CURRENT_USER\\" : L"HKEY_LOCAL_MACHINE\\") + key.path;
 }
 
-DWORD CRegSnapshot::Take(const BackupKey& key, std::wstring& text, const Sink& sink) {
+DWORD CRegSnapshot::Take(const BackupKey& key, std::wstring& text, const RegTextSink& sink) {
     LSTATUS status = ERROR_SUCCESS;
     const auto opened = CRegKey::Open(RootOf(key.hive), key.path, KEY_READ, &status);
     if (!opened && !IsMissing(status)) return static_cast<DWORD>(status);
@@ -47,20 +46,19 @@ DWORD CRegSnapshot::Take(const BackupKey& key, std::wstring& text, const Sink& s
         if (!IsRegFileName(name)) return ERROR_INVALID_NAME;
         const auto value = opened->ReadValue(name.c_str());
         if (value) {
-            AppendRegValue(text, name, value->type, value->data);
+            if (const DWORD error = AppendRegValue(text, name, value->type, value->data, sink)) return error;
             seen.values.emplace_back(name, DigestOf(value->type, value->data));
         } else if (opened->HasValue(name.c_str())) {
             return ERROR_READ_FAULT;
         } else {
             AppendRemovedRegValue(text, name);
         }
-        if (const DWORD error = sink(text)) return error;
     }
     m_seen.push_back(std::move(seen));
     return ERROR_SUCCESS;
 }
 
-DWORD CRegSnapshot::TakeTree(const BackupKey& key, std::wstring& text, const Sink& sink) {
+DWORD CRegSnapshot::TakeTree(const BackupKey& key, std::wstring& text, const RegTextSink& sink) {
     LSTATUS status = ERROR_SUCCESS;
     const auto opened = CRegKey::Open(RootOf(key.hive), key.path, KEY_READ, &status);
     if (!opened) return static_cast<DWORD>(status);
@@ -70,9 +68,9 @@ DWORD CRegSnapshot::TakeTree(const BackupKey& key, std::wstring& text, const Sin
     Seen seen{key, {}};
     for (CRegValues values(*opened, kLongestName); values.Next();) {
         if (!IsRegFileName(values.Name())) return ERROR_INVALID_NAME;
-        AppendRegValue(text, values.Name(), values.Type(), values.Data());
+        if (const DWORD error = AppendRegValue(text, values.Name(), values.Type(), values.Data(), sink))
+            return error;
         seen.values.emplace_back(values.Name(), DigestOf(values.Type(), values.Data()));
-        if (const DWORD error = sink(text)) return error;
     }
     const std::vector<std::wstring> subkeys = opened->SubkeyNames();
     if (seen.values.size() != CountOf(*opened, false) || subkeys.size() != CountOf(*opened, true))

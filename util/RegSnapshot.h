@@ -3,12 +3,12 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "BackupStep.h"
+#include "RegFileText.h"
 
 HKEY RootOf(BackupHive hive);
 /// With the hive's full name.
@@ -17,13 +17,10 @@ std::wstring FullKeyPath(const BackupKey& key);
 /// Takes keys one after the other, and can tell afterwards whether anything of them is gone.
 class CRegSnapshot {
   public:
-    /// Gets the text as it grows, may take it away, and gives a system error to stop.
-    using Sink = std::function<DWORD(std::wstring& text)>;
-
     /// Appends what makes the key again what it is now: a key that is not there is removed, one with values
     /// of its own named gets these, any other is removed and made anew. Gives a system error when something
     /// can't be read, or can't be written in such a file; the text is of no use then.
-    DWORD Take(const BackupKey& key, std::wstring& text, const Sink& sink);
+    DWORD Take(const BackupKey& key, std::wstring& text, const RegTextSink& sink);
 
     /// Every key and value that was there is there still, and unchanged. What has come in addition doesn't
     /// count.
@@ -34,7 +31,7 @@ class CRegSnapshot {
         BackupKey key;
         std::vector<std::pair<std::wstring, std::size_t>> values;  // with a digest of type and data
     };
-    DWORD TakeTree(const BackupKey& key, std::wstring& text, const Sink& sink);
+    DWORD TakeTree(const BackupKey& key, std::wstring& text, const RegTextSink& sink);
 
     std::vector<Seen> m_seen;
 };
