@@ -122,6 +122,7 @@ void CPluginBench::Switch() {
             m_window.Choose(kFilters);
             m_bare.ShowPanes(false);
         });
+    m_window.Choose(kVstEffects);
     Row(
         "enabled ones shown again", m_plugins, [&] { m_window.Press(IDC_SHOW_ENABLED); },
         [&] {
@@ -132,6 +133,7 @@ void CPluginBench::Switch() {
             m_window.Press(IDC_SHOW_EXCLUDED);
             m_bare.ShowMode(true);
         });
+    m_window.Press(IDC_SHOW_ENABLED);
 }
 
 /// Each key leaves all rows, ten of which are selected, as much as a key can have to do.
