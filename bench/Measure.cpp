@@ -139,11 +139,16 @@ const char* Mark(bool missed) { return missed ? "  MISSED" : ""; }
 
 void WriteJson(const std::filesystem::path& path) {
     std::ofstream json(path);
-    const char* before = "{\"rows\": [\n";
+    const char* separator = "";
+    const auto begin = [&](const char* list) {
+        json << list;
+        separator = "\n";
+    };
     const auto record = [&](const std::string& name, bool missed) -> std::ostream& {
-        return json << std::exchange(before, ",\n") << R"({"name": ")" << name << R"(", "missed": )"
+        return json << std::exchange(separator, ",\n") << R"({"name": ")" << name << R"(", "missed": )"
                     << missed;
     };
+    begin("{\"rows\": [");
     for (const Series& series : g_series) {
         for (const Measured& each : series.sizes)
             record(std::string(series.row->name), series.Misses(each))
@@ -151,14 +156,14 @@ void WriteJson(const std::filesystem::path& path) {
                 << each.times.floor << R"(, "ratio": )" << each.times.ratio << R"(, "bound": )"
                 << series.row->bound << R"(, "why": ")" << series.row->why << "\"}";
     }
-    before = "\n],\n\"growth\": [\n";
+    begin("\n],\n\"growth\": [");
     for (const Series& series : g_series) {
         if (series.TellsGrowth())
             record(std::string(series.row->name), series.GrowsTooFast())
                 << R"(, "ours": )" << series.OurExponent() << R"(, "floor": )" << series.FloorExponent()
                 << "}";
     }
-    before = "\n],\n\"figures\": [\n";
+    begin("\n],\n\"figures\": [");
     for (const Counted& figure : g_figures)
         record(figure.name, figure.Misses())
             << R"(, "value": )" << figure.value << R"(, "bound": )" << figure.bound << "}";
