@@ -50,6 +50,7 @@ inline constexpr RowBound kRows[] = {
     {"look for what to tidy up", kUsual, ""},
     {"fill layout by vendor", kUsual, ""},
     {"save a studio set", 1.5, "a file dialog comes first, which is not measured"},
+    {"find a set loaded already", 1.5, "a file dialog comes first, which is not measured"},
     {"load a studio set", 1.5, "a file dialog comes first, which is not measured"},
     {"start, shown, beside its controls", kUsual, ""},
     {"start, shown, beside an empty dialog", 3, "the floor has none of the controls"},

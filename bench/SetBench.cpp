@@ -13,6 +13,7 @@
 #include "Files.h"
 #include "Measure.h"
 #include "PresetTransfer.h"
+#include "StudioSetFile.h"
 #include "StudioSets.h"
 
 namespace {
@@ -71,11 +72,23 @@ void ReadKeys(const wchar_t* path) {
         [&](const wchar_t* name) { CBareKey(top.Handle(), name).ForValues([](const BYTE*, DWORD) {}); });
 }
 
-/// The floor of saving: everything is read once, layouts by the parser, and as many bytes are written.
-void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& out) {
+/// Everything is read once, layouts by the parser.
+void ReadStudio(const fs::path& layouts) {
     ReadKeys(kExclusionKey);
     ReadKeys(kAudioPresetsKey);
     for (const auto& file : fs::directory_iterator(layouts)) BareRead(file.path().wstring());
+}
+
+void ReadSet(const std::wstring& set) {
+    BareRead(set);
+    std::string presets;
+    CPatience patience;
+    ReadWholeFile(PresetFileOf(set), fs::file_size(PresetFileOf(set)), presets, patience);
+}
+
+/// The floor of saving: what is there is read, and as many bytes are written.
+void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& out) {
+    ReadStudio(layouts);
     for (const wchar_t* extension : {L".pgset", L".spp"}) {
         const auto size = fs::file_size(fs::path(set).replace_extension(extension));
         ReplaceFileContents(out.wstring() + extension, std::string(static_cast<std::size_t>(size), 'b'));
@@ -84,10 +97,7 @@ void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& 
 
 /// The floor of loading: set and presets are read, and each key, value and file is written.
 void BareLoad(const SetToLoad& load, int exclusions, const fs::path& layouts, const std::wstring& set) {
-    BareRead(set);
-    std::string presets;
-    CPatience patience;
-    ReadWholeFile(load.presetFile, fs::file_size(load.presetFile), presets, patience);
+    ReadSet(set);
     const std::vector<std::byte> data(kPresetSize, std::byte{'b'});
     for (int i = 0; i < exclusions; ++i)
         CRegKey::Create(HKEY_CURRENT_USER, ExclusionKey(i))->WriteString(nullptr, L"Excluded");
@@ -124,7 +134,16 @@ void BenchStudioSets(int plugins) {
         },
         [&] { BareSave(layouts, file, folder / L"bare"); });
     SetToLoad planned;
-    sets.Plan(file, SetMode::Add, true, planned, {});
+    Row(
+        "find a set loaded already", plugins,
+        [&] {
+            planned = {};
+            sets.Plan(file, SetMode::Add, true, planned, {});
+        },
+        [&] {
+            ReadSet(file);
+            ReadStudio(layouts);
+        });
     Row(
         "load a studio set", plugins,
         [&] {

@@ -122,11 +122,19 @@ CmdExit SaveSet(const CmdArguments& arguments, CCmdStudio& studio) {
     CStudioSets sets(studio.Inventory(), names, studio.Backups(), LayoutFolder());
     SetToSave save;
     sets.Gather(save, arguments.presets, {});
-    for (const SetToSave::LeftOut& left : save.leftOut) Say(IDS_CMD_LEFT_OUT, left.name, left.preset);
+    for (const auto& [name, preset, trouble] : save.leftOut) {
+        if (trouble < SetTrouble::NameNotInXml) {
+            Say(IDS_CMD_LEFT_OUT, name, preset);
+        } else {
+            Say(IDS_CMD_NOT_IN_SET, name);
+        }
+    }
+    const std::wstring removed = CStudioSets::PresetsToRemove(save, path);
     const std::wstring step = FormatText(LoadText(IDS_STEP_REPLACE), FileNameOf(path));
     const SetOutcome outcome = sets.Save(save, path, step, Events());
     if (outcome.result != SetResult::Done) return Report(outcome, path);
     Say(IDS_CMD_SAVED, path);
+    if (!removed.empty()) Say(IDS_CMD_REMOVED, removed);
     if (!save.presets.empty()) Say(IDS_CMD_EXPORTED, NumberText(save.CountPresets()));
     return save.leftOut.empty() ? CmdExit::Done : CmdExit::Findings;
 }

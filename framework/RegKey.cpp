@@ -8,6 +8,7 @@
 namespace {
 
 constexpr DWORD kMaxKeyName = 260;
+constexpr DWORD kUsualValue = 512;
 
 bool IsTerminated(const std::wstring& characters) { return characters.empty() || characters.back() == L'\0'; }
 
@@ -108,8 +109,8 @@ std::optional<std::uint64_t> CRegKey::ReadTime(const wchar_t* name) const {
 std::optional<RegValue> CRegKey::ReadValue(const wchar_t* name) const {
     RegValue value;
     LSTATUS status = ERROR_MORE_DATA;
-    // Somebody else may write a longer value between two calls.
-    for (DWORD size = 0; status == ERROR_MORE_DATA;) {
+    // One call serves most values. Somebody else may write a longer one between two calls.
+    for (DWORD size = kUsualValue; status == ERROR_MORE_DATA;) {
         value.data.resize(size);
         status = ::RegQueryValueExW(m_key.Get(), name, nullptr, &value.type,
                                     reinterpret_cast<BYTE*>(value.data.data()), &size);

@@ -39,7 +39,8 @@ std::optional<bool> IsStoredAs(const std::optional<CRegKey>& key, const Imported
 /// Gathers what the walk through the file tells.
 class CGathering {
   public:
-    CGathering(const PluginFinder& find, PluginsInFile& found) : m_find(find), m_found(found) {}
+    CGathering(const PluginFinder& find, PluginsInFile& found, bool countReplaced)
+        : m_find(find), m_found(found), m_countReplaced(countReplaced) {}
 
     void Begin(const PresetPlugin& plugin, bool anyCategory) {
         const std::wstring id = ClsidText(plugin.clsid) + ClsidText(plugin.category);
@@ -58,7 +59,7 @@ class CGathering {
         m_current = m_found.plugins.size();
         m_places.emplace(id, *m_current);
         m_found.plugins.push_back({installed.value_or(plugin), installed.has_value()});
-        m_stored.push_back(installed ? StoredNames(*installed) : std::set<std::wstring>());
+        m_stored.push_back(installed && m_countReplaced ? StoredNames(*installed) : std::set<std::wstring>());
     }
 
     void Add(const std::wstring& preset) {
@@ -71,6 +72,7 @@ class CGathering {
   private:
     const PluginFinder& m_find;
     PluginsInFile& m_found;
+    const bool m_countReplaced;
     std::map<std::wstring, std::size_t> m_places;
     std::vector<std::set<std::wstring>> m_stored;  // not met in the file yet
     std::optional<std::size_t> m_current;
@@ -80,9 +82,9 @@ class CGathering {
 }  // namespace
 
 int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::function<bool()>& goOn,
-                      PluginsInFile& found) {
+                      PluginsInFile& found, bool countReplaced) {
     CPresetFileReader reader(file, AnsiText());
-    CGathering gathering(find, found);
+    CGathering gathering(find, found, countReplaced);
     const auto check = [&goOn] {
         if (!goOn()) throw PresetWorkEnded();
     };

@@ -17,7 +17,7 @@ struct PluginInFile {
     PresetPlugin plugin;  // as it is installed, else as the file names it
     bool installed = false;
     std::size_t presets = 0;
-    std::size_t replaced = 0;  // of the presets that are stored, by those in the file
+    std::size_t replaced = 0;  // of the presets that are stored, by those in the file; 0 unless it was asked
 };
 
 /// So many plug-ins that are not installed are worth reading about.
@@ -31,7 +31,7 @@ struct PluginsInFile {
 /// Gives 0 or a result code. `goOn` is asked before each plug-in and preset. One entry a plug-in, however
 /// often the file names it.
 int ReadPluginsInFile(IByteSource& file, const PluginFinder& find, const std::function<bool()>& goOn,
-                      PluginsInFile& found);
+                      PluginsInFile& found, bool countReplaced = false);
 
 struct PresetDifference {
     std::size_t added = 0;    // not stored so far

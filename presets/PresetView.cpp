@@ -183,7 +183,7 @@ CPresetView::Dropped CPresetView::ImportDropped(const std::wstring& path, const 
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
         auto file = CFileSource::Open(path);
         return file ? ReadPluginsInFile(
-                          *file, find, [&work] { return work.Next(); }, found)
+                          *file, find, [&work] { return work.Next(); }, found, /*countReplaced*/ true)
                     : kPresetIoFailure;
     }();
     if (result == kPresetEnded || !m_dialog.IsLive()) return Dropped::Left;

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds and runs the tests; the last line counts them.
-#   scripts/test.sh [native] [unit] [system] [gui] [program] [NAME...]     all sets when none is named
+#   scripts/test.sh [native] [unit] [system] [gui] [monkey] [program] [NAME...]     all sets when none is named
 # NAME: only tests whose suite or name contains it, as in "scripts/test.sh gui LayoutTree".
 # native: the rules under the sanitizers; unit: the same on Windows; system: the stores; gui: real controls on hidden
-# dialogs; program: the real program, worked through its window.
+# dialogs; monkey: the main dialog, worked at random (MONKEY_SEED=1 MONKEY_STEPS=5000); program: the real program, worked
+# through its window.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 export LC_ALL=C.UTF-8  # the tests read English texts
@@ -42,7 +43,8 @@ count() {
         bad=$(($(grep -c '^\[  FAILED  \] .* ms)' "$output" || true) + 1))
     fi
     passed=$((passed + ok)) failed=$((failed + bad)) skipped=$((skipped + skip))
-    [ "$bad" = 0 ] || cat "$output"
+    # The monkey tells each step.
+    [ "$bad" = 0 ] || tail -n "$([ "$1" = monkey ] && echo 80 || echo +1)" "$output"
     [ "$bad" != 0 ] || grep -B 2 '^\[  SKIPPED \] .* ms)' "$output" || true  # with the reasons
     echo "$1: $ok passed, $bad failed$([ "$skip" = 0 ] || echo ", $skip skipped")"
 }
@@ -78,7 +80,7 @@ revive() {
 
 sets='' names=''
 for argument in "$@"; do
-    if [[ $argument =~ ^(native|unit|system|gui|program)$ ]]; then
+    if [[ $argument =~ ^(native|unit|system|gui|monkey|program)$ ]]; then
         sets+=" $argument"
     else
         names+="${names:+:}*$argument*"
@@ -99,7 +101,7 @@ if chosen native; then
 fi
 
 windows=()
-for name in unit system gui program; do
+for name in unit system gui monkey program; do
     chosen "$name" && windows+=("$name")
 done
 [ ${#windows[@]} -gt 0 ] || finish

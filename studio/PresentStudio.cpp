@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <unordered_map>
+#include <unordered_set>
+
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
 #include "Files.h"
@@ -39,10 +42,9 @@ std::vector<StudioSet::PluginName> ReadPluginNames(const CPluginInventory& inven
     return names;
 }
 
-std::optional<std::wstring> ReadLayoutXml(const std::wstring& path) {
+std::optional<std::wstring> ReadLayoutXml(const std::wstring& path, CPatience& patience) {
     CXmlDoc document;
     document.KeepBlanks();
-    CPatience patience;
     const bool isLayout = document.LoadRoot(path, patience) && document.TagIs(L"<PluginMenuLayout>") &&
                           document.FindAttribute(L"Name") && !document.FoundAttribute()->empty();
     return isLayout ? document.Xml() : std::nullopt;
@@ -66,6 +68,24 @@ std::optional<NamedPlugin> FindNamed(const CPluginInventory& inventory, const St
                        .name = record->name};
 }
 
+void AddOwnIds(StudioSet& set, const CPluginInventory& inventory) {
+    std::unordered_map<Guid, std::wstring, GuidHash> excluded;  // with the names of the plug-ins
+    std::unordered_set<Guid, GuidHash> known;
+    for (const auto& [clsid, name] : set.exclusions) excluded.emplace(clsid, name);
+    for (const auto& [clsid, md5Clsid, name] : set.names) {
+        known.insert(md5Clsid);
+        if (excluded.contains(md5Clsid)) excluded.emplace(clsid, name);
+    }
+    for (const auto& [id, record] : inventory.Vst().Records()) {
+        // The second id comes from the path of the file, which may be another one here.
+        if (!record.category || !IsVst3(*record.category) || id == record.clsid || known.contains(id))
+            continue;
+        const auto plugin = record.clsid.IsNull() ? excluded.end() : excluded.find(record.clsid);
+        if (plugin != excluded.end() && !excluded.contains(id))
+            set.exclusions.push_back({id, plugin->second});
+    }
+}
+
 StudioPresent ReadPresent(const CPluginInventory& inventory, const std::wstring& layoutFolder) {
     StudioPresent present{
         .exclusions = ReadExclusions(),
@@ -79,7 +99,9 @@ StudioPresent ReadPresent(const CPluginInventory& inventory, const std::wstring&
         .inCapitals = &InCapitals,
         .layoutFiles = {},
         .layoutOf =
-            [&](const std::wstring& file) { return ReadLayoutXml(FolderPrefix(layoutFolder) + file); }};
+            [&layoutFolder, patience = CPatience()](const std::wstring& file) mutable {
+                return ReadLayoutXml(FolderPrefix(layoutFolder) + file, patience);
+            }};
     for (const std::wstring& path : LayoutPaths(layoutFolder, /*all*/ true))
         present.layoutFiles.insert(InCapitals(FileNameOf(path)));
     return present;

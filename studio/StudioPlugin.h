@@ -21,11 +21,10 @@ struct StudioPlugin {
 
 /// The class ids that exclude it: the list has a row for each.
 inline std::vector<Guid> ExclusionIdsOf(const StudioPlugin& plugin) {
-    const Category category = plugin.item.category;
-    const bool isVst3 = category == Category::Vst3Effects || category == Category::Vst3Instruments;
     std::vector<Guid> ids;
     if (!plugin.item.clsid.IsNull()) ids.push_back(plugin.item.clsid);
-    if (isVst3 && !plugin.item.md5Clsid.IsNull() && plugin.item.md5Clsid != plugin.item.clsid)
+    if (IsVst3(plugin.item.category) && !plugin.item.md5Clsid.IsNull() &&
+        plugin.item.md5Clsid != plugin.item.clsid)
         ids.push_back(plugin.item.md5Clsid);
     return ids;
 }

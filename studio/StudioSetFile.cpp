@@ -22,41 +22,43 @@ constexpr std::size_t kMostEntries = 20'000;
 /// In characters, as the inventory reads them.
 constexpr std::size_t kLongestName = 1023;
 
-struct Attribute {
-    std::wstring_view name;
-    std::wstring_view value;
-};
-
-class CSetWriter : public CXmlDoc {
+/// The text of a set. A document object that is built to be written once would take longer than all reading.
+class CSetText {
   public:
-    CSetWriter() { KeepBlanks(); }
-    bool Build(const StudioSet& set) {
-        bool built = NewDocument() && SetHeader(L"xml", L"encoding", L"UTF-8") && CreateRootElement(kRoot) &&
-                     SetAttribute(L"Schema", kSchema);
-        for (const auto& [clsid, name] : set.exclusions)
-            built = built && Add(L"Exclusion", {{L"CLSID", ClsidText(clsid)}, {L"Name", XmlTextOf(name)}});
-        for (const auto& [clsid, md5Clsid, name] : set.names)
-            built = built &&
-                    Add(L"PluginName",
-                        {{L"CLSID", ClsidText(clsid)}, {L"CLSIDMD5", ClsidText(md5Clsid)}, {L"Name", name}});
-        for (const auto& [file, xml] : set.layouts) built = built && Add(L"Layout", {{L"File", file}}, xml);
-        return built;
+    explicit CSetText(const StudioSet& set) {
+        m_text = std::wstring(L"<") + kRoot;
+        Add(L"Schema", kSchema);
+        m_text += L'>';
+        for (const auto& [clsid, name] : set.exclusions) {
+            Begin(L"Exclusion");
+            Add(L"CLSID", ClsidText(clsid));
+            Add(L"Name", name);
+            m_text += L"/>";
+        }
+        for (const auto& [clsid, md5Clsid, name] : set.names) {
+            Begin(L"PluginName");
+            Add(L"CLSID", ClsidText(clsid));
+            Add(L"CLSIDMD5", ClsidText(md5Clsid));
+            Add(L"Name", name);
+            m_text += L"/>";
+        }
+        for (const auto& [file, xml] : set.layouts) {
+            Begin(L"Layout");
+            Add(L"File", file);
+            m_text += L'>' + xml + L"</Layout>";
+        }
+        m_text += std::wstring(L"\r\n</") + kRoot + L'>';
     }
+    const std::wstring& Text() const { return m_text; }
 
   private:
     /// On a line of its own: a set may be kept where versions are compared.
-    bool Add(std::wstring_view element, std::initializer_list<Attribute> attributes,
-             const std::wstring& content = {}) {
-        const CKeepNode keep(*this);
-        if (!AppendChildElement(element) || !AddBefore(Kind::Text, L"\n") ||
-            !std::ranges::all_of(attributes,
-                                 [this](const Attribute& one) { return SetAttribute(one.name, one.value); }))
-            return false;
-        if (content.empty()) return true;
-        CXmlDoc copied;
-        copied.KeepBlanks();
-        return copied.LoadText(content) && AppendCopyOf(copied);
+    void Begin(const wchar_t* element) { m_text += std::wstring(L"\r\n<") + element; }
+    void Add(const wchar_t* attribute, const std::wstring& value) {
+        m_text += std::wstring(L" ") + attribute + L"=\"" + XmlAttributeOf(value) + L'"';
     }
+
+    std::wstring m_text;
 };
 
 class CSetReader : public CXmlDoc {
@@ -150,10 +152,7 @@ SetFileRead ReadStudioSet(const std::wstring& path, StudioSet& set) {
 }
 
 DWORD WriteStudioSet(const std::wstring& path, const StudioSet& set) {
-    CSetWriter writer;
-    if (!writer.Build(set)) return ERROR_INVALID_NAME;
-    if (writer.Save(path)) return ERROR_SUCCESS;
-    return writer.SaveError() != ERROR_SUCCESS ? writer.SaveError() : DWORD{ERROR_WRITE_FAULT};
+    return CXmlDoc::SaveText(path, CSetText(set).Text());
 }
 
 std::wstring PresetFileOf(const std::wstring& set) {

@@ -16,8 +16,8 @@ enum class SetFileRead {
 /// An entry that is of no use is passed over and counted; the set holds no plug-in and no file name twice.
 SetFileRead ReadStudioSet(const std::wstring& path, StudioSet& set);
 
-/// Gives the system's error; a file of that name stays as it was then. ERROR_INVALID_NAME for a text that XML
-/// can't hold.
+/// Gives the system's error; a file of that name stays as it was then. What XML can't hold of a text is
+/// replaced.
 DWORD WriteStudioSet(const std::wstring& path, const StudioSet& set);
 
 /// The presets of a set lie beside it: the same name with ".spp" instead of ".pgset".

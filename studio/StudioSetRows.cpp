@@ -18,9 +18,16 @@ constexpr int kChangeWidth = 176;
 
 /// By part.
 constexpr std::array<UINT, 4> kParts = {IDS_SET_EXCLUSIONS, IDS_SET_NAMES, IDS_SET_LAYOUTS, IDS_FILE_PRESETS};
+struct TroubleRow {
+    SetPart part;
+    UINT text;
+};
 /// By trouble.
-constexpr std::array<UINT, 6> kTroubles = {IDS_SET_OTHER_TYPE, IDS_SET_FILE_LOST,  IDS_SET_NO_DATA,
-                                           IDS_SET_NAME_UNFIT, IDS_SET_NAME_UNFIT, IDS_SET_NAME_UNFIT};
+constexpr TroubleRow kTroubles[] = {
+    {SetPart::Presets, IDS_SET_OTHER_TYPE}, {SetPart::Presets, IDS_SET_FILE_LOST},
+    {SetPart::Presets, IDS_SET_NO_DATA},    {SetPart::Presets, IDS_SET_NAME_UNFIT},
+    {SetPart::Presets, IDS_SET_NAME_UNFIT}, {SetPart::PluginName, IDS_SET_NAME_UNFIT},
+    {SetPart::Layout, IDS_SET_NAME_UNFIT},  {SetPart::Layout, IDS_SET_LAYOUT_UNREADABLE}};
 
 std::wstring PartText(SetPart part) { return LoadText(kParts[static_cast<std::size_t>(part)]); }
 
@@ -79,12 +86,9 @@ std::vector<ReviewRow> RowsOf(const SetToSave& save, const std::wstring& noLayou
     Tick(rows[static_cast<std::size_t>(SavedRow::Layouts)], noLayoutFolder.empty());
     Tick(rows[static_cast<std::size_t>(SavedRow::Presets)], !save.presets.empty());
     for (const auto& [name, preset, trouble] : save.leftOut) {
-        const bool isLayout = preset.empty() && IsLayoutFileName(name);
-        const SetPart part = !preset.empty() ? SetPart::Presets
-                             : isLayout      ? SetPart::Layout
-                                             : SetPart::PluginName;
-        rows.push_back(Row(part, preset.empty() ? name : FormatText(L"%s: %s", name, preset),
-                           LoadText(kTroubles[static_cast<std::size_t>(trouble)])));
+        const auto& [part, text] = kTroubles[static_cast<std::size_t>(trouble)];
+        rows.push_back(
+            Row(part, part == SetPart::Presets ? FormatText(L"%s: %s", name, preset) : name, LoadText(text)));
     }
     return rows;
 }

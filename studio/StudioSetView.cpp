@@ -96,9 +96,10 @@ void CStudioSetView::OnSave() {
     if (!path || !m_dialog.IsLive()) return;
     // The system's dialog has asked about the set only.
     const std::wstring presets = PresetFileOf(*path);
-    if (!save.presets.empty() && !IsThere(*path) && IsThere(presets) &&
-        !Ask(FormatText(LoadText(IDS_REPLACE_PRESETS_QUESTION), FileNameOf(presets))))
-        return;
+    const bool removes = !CStudioSets::PresetsToRemove(save, *path).empty();
+    const bool replaces = !save.presets.empty() && !IsThere(*path) && IsThere(presets);
+    const UINT question = removes ? IDS_REMOVE_PRESETS_QUESTION : IDS_REPLACE_PRESETS_QUESTION;
+    if ((removes || replaces) && !Ask(FormatText(LoadText(question), FileNameOf(presets)))) return;
     const SetOutcome outcome = [&] {
         const CWaitCursor wait;
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, IDS_EXPORTING, save.CountPresets());

@@ -43,11 +43,7 @@ DWORD ErrorOf(int presetResult) {
 
 DWORD WriteLayout(const std::wstring& path, const std::wstring& xml) {
     if (IsThere(path)) return ERROR_FILE_EXISTS;  // it was free before
-    CXmlDoc document;
-    document.KeepBlanks();
-    if (!document.LoadText(xml)) return ERROR_INVALID_DATA;
-    if (document.Save(path)) return ERROR_SUCCESS;
-    return document.SaveError() != ERROR_SUCCESS ? document.SaveError() : DWORD{ERROR_WRITE_FAULT};
+    return CXmlDoc::SaveText(path, xml);
 }
 
 std::vector<CPresetListMgr> ChosenForPresets(const SetToLoad& load) {
@@ -175,15 +171,17 @@ SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvent
             save.leftOut.push_back({name.name, {}, SetTrouble::NameNotInXml});
         }
     }
+    CPatience patience;
     for (const std::wstring& path : LayoutPaths(m_layoutFolder, /*all*/ false)) {
         if (!GoesOn(events)) return {SetResult::Ended};
-        auto xml = ReadLayoutXml(path);
-        if (!xml) continue;
         const std::wstring file = FileNameOf(path);
-        if (IsLayoutFileName(file) && IsXmlText(file)) {
+        const bool fits = IsLayoutFileName(file) && IsXmlText(file);
+        auto xml = fits ? ReadLayoutXml(path, patience) : std::nullopt;
+        if (xml) {
             save.set.layouts.push_back({file, std::move(*xml)});
         } else {
-            save.leftOut.push_back({file, {}, SetTrouble::NameNotInXml});
+            save.leftOut.push_back(
+                {file, {}, fits ? SetTrouble::LayoutUnreadable : SetTrouble::FileNameUnfit});
         }
     }
     const bool ended = withPresets && !ListPresets(
@@ -191,11 +189,20 @@ SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvent
     return {ended ? SetResult::Ended : SetResult::Done};
 }
 
+std::wstring CStudioSets::PresetsToRemove(const SetToSave& save, const std::wstring& path) {
+    const std::wstring presets = PresetFileOf(path);
+    // Beside a new set they are somebody's choice.
+    return save.presets.empty() && IsThere(path) && IsThere(presets) ? presets : std::wstring();
+}
+
 SetOutcome CStudioSets::Save(const SetToSave& save, const std::wstring& path, const std::wstring& step,
                              const SetEvents& events) {
     const std::wstring presets = save.presets.empty() ? std::wstring() : PresetFileOf(path);
+    const std::wstring outdated = PresetsToRemove(save, path);
     BackupStep replaced{.kind = BackupKind::Studio, .name = step, .keys = {}, .files = {path}};
-    if (!presets.empty()) replaced.files.push_back(presets);
+    for (const std::wstring& file : {presets, outdated}) {
+        if (!file.empty()) replaced.files.push_back(file);
+    }
     CBackup backup = m_backups.Make(replaced);
     if (const auto refusal = RefusalOf(backup, events)) return *refusal;
     // A set that is there always has its presets beside it.
@@ -205,12 +212,13 @@ SetOutcome CStudioSets::Save(const SetToSave& save, const std::wstring& path, co
         if (error != ERROR_SUCCESS)
             return error == ERROR_CANCELLED ? SetOutcome{SetResult::Ended} : Refused(error);
     }
+    CPatience patience;
+    if (!outdated.empty() && !DeleteHeldFile(outdated, patience)) return Refused(ERROR_ACCESS_DENIED);
     const DWORD error = WriteStudioSet(path, save.set);
     if (error == ERROR_SUCCESS) return {SetResult::Done};
     DWORD back = backup.PutFilesBack();
-    if (back == ERROR_FILE_NOT_FOUND) {
+    if (back == ERROR_FILE_NOT_FOUND && outdated.empty()) {
         // There was nothing to be replaced, or no backup of it. A set's own file comes last, and in one go.
-        CPatience patience;
         back = presets.empty() || DeleteHeldFile(presets, patience) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
     }
     return back == ERROR_SUCCESS ? Refused(error) : SetOutcome{SetResult::Partly, error};
@@ -233,6 +241,7 @@ SetOutcome CStudioSets::Plan(const std::wstring& path, SetMode mode, bool withPr
         if (const auto plugin = FindNamed(m_inventory, name))
             name.name = m_names.ListedName(plugin->item, name.name);
     }
+    AddOwnIds(load.set, m_inventory);
     const StudioPresent present = ReadPresent(m_inventory, m_layoutFolder);
     load.excluded = present.exclusions;
     load.entries = DiffOf(load.set, present, mode);

@@ -45,8 +45,11 @@ enum class SetTrouble {
     NoData,
     NameNotInCodePage,
     NameNotForFile,  // it would have to become the name of a file
-    // Of a plug-in or a layout:
+    // Of a plug-in:
     NameNotInXml,
+    // Of a layout:
+    FileNameUnfit,
+    LayoutUnreadable,  // damaged, held by another program, or none
 };
 
 /// What a set is going to hold; what a caller takes out is not saved.
@@ -102,7 +105,8 @@ class CStudioSets {
     bool HasLayoutFolder() const { return !m_layoutFolder.empty(); }
     /// Reads what there is, and writes nothing. Done or Ended.
     SetOutcome Gather(SetToSave& save, bool withPresets, const SetEvents& events) const;
-    /// Writes the set, and its presets, if any, beside it. `step` names the backup of files that it replaces.
+    /// Writes the set, and its presets, if any, beside it. `step` names the backup of files that it replaces:
+    /// without presets, those of a set that it replaces go, too.
     SetOutcome Save(const SetToSave& save, const std::wstring& path, const std::wstring& step,
                     const SetEvents& events);
 
@@ -114,6 +118,10 @@ class CStudioSets {
     /// reads the exclusions anew, and tells the host. `owner` may be none.
     SetOutcome Load(const SetToLoad& load, const std::wstring& step, const CWindow& owner,
                     const SetEvents& events);
+
+    /// The presets of the set at that place, which saving without presets would remove; empty when there are
+    /// none.
+    static std::wstring PresetsToRemove(const SetToSave& save, const std::wstring& path);
 
   private:
     bool PlanPresets(const std::wstring& path, SetToLoad& load, const SetEvents& events) const;

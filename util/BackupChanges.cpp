@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_set>
 
 #include "AsciiCase.h"
 #include "BackupRules.h"
@@ -102,17 +103,16 @@ std::optional<BackupChanges> FindBackupChanges(const BackupEntry& entry) {
     if (named.empty()) return changes;
     const auto text = ReadText(entry.folder + kBackupKeysFile);
     const auto keys = text ? ParseRegFile(*text) : std::nullopt;
-    const auto isOurs = [&](const RegFileKey& key) { return IsRestorable(key, named); };
-    if (!keys || !std::ranges::all_of(*keys, isOurs)) return std::nullopt;
+    if (!keys) return std::nullopt;
+    const std::unordered_set<std::wstring_view> names(named.begin(), named.end());
     // The parts of a named key follow each other.
     for (std::size_t begin = 0, end = 0; begin < keys->size(); begin = end) {
-        const auto isNamed = [&](std::size_t i) {
-            return std::ranges::find(named, (*keys)[i].path) != named.end();
-        };
-        if (!isNamed(begin)) return std::nullopt;
+        const auto isNamed = [&](std::size_t i) { return names.contains((*keys)[i].path); };
         const std::wstring& path = (*keys)[begin].path;
         for (end = begin + 1; end < keys->size() && ((*keys)[end].path == path || !isNamed(end));) ++end;
         const auto parts = std::span(*keys).subspan(begin, end - begin);
+        const auto isOurs = [&](const RegFileKey& key) { return IsRestorable(key, std::span(&path, 1)); };
+        if (!isNamed(begin) || !std::ranges::all_of(parts, isOurs)) return std::nullopt;
         const BackupKey key = NamedKey(parts);
         const auto now = Present(key);
         std::wstring difference;

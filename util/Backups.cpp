@@ -122,7 +122,7 @@ DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step, const std::fu
             if (seen) return ERROR_BAD_PATHNAME;
             continue;
         }
-        const DWORD attributes = ::GetFileAttributesW(path.c_str());
+        const DWORD attributes = seen ? 0 : ::GetFileAttributesW(path.c_str());
         if (!seen && attributes != INVALID_FILE_ATTRIBUTES) {
             // No step takes a folder for a file.
             if (attributes & FILE_ATTRIBUTE_DIRECTORY) continue;

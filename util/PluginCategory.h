@@ -55,10 +55,13 @@ constexpr const PluginCategory& RowOf(Category category) {
     return kCategories[static_cast<std::size_t>(category)];
 }
 
+constexpr bool IsVst3(Category category) {
+    return category == Category::Vst3Effects || category == Category::Vst3Instruments;
+}
+
 /// A category whose plug-ins come from the VST inventory.
 constexpr bool IsVstCategory(Category category) {
-    return category == Category::VstEffects || category == Category::VstInstruments ||
-           category == Category::Vst3Effects || category == Category::Vst3Instruments;
+    return category == Category::VstEffects || category == Category::VstInstruments || IsVst3(category);
 }
 
 /// VST plug-ins wrapped as DirectX filters by the legacy adapter.

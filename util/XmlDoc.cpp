@@ -11,6 +11,8 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
+constexpr std::string_view kHeading = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n";
+
 std::string InUtf8(const std::wstring& text) {
     const int length = static_cast<int>(text.size());
     std::string bytes(static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr,
@@ -19,6 +21,11 @@ std::string InUtf8(const std::wstring& text) {
     ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()),
                           nullptr, nullptr);
     return bytes;
+}
+
+/// A file that is too large to be read again is not written.
+DWORD WriteDocument(const std::wstring& path, const std::string& bytes) {
+    return bytes.size() <= CXmlDoc::kLargestFile ? ReplaceFileContents(path, bytes) : ERROR_FILE_TOO_LARGE;
 }
 
 }  // namespace
@@ -57,7 +64,7 @@ bool CXmlDoc::LoadRoot(const std::wstring& path, CPatience& patience) {
 
 bool CXmlDoc::LoadText(const std::wstring& xml) {
     m_lastError.clear();
-    if (!CreateDocument() || !Parse("<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + InUtf8(xml))) return false;
+    if (!CreateDocument() || !Parse(std::string(kHeading) + InUtf8(xml))) return false;
     ParseNode(m_root.Get());
     return true;
 }
@@ -76,9 +83,12 @@ bool CXmlDoc::Save(const std::wstring& path) {
     m_saveError = ERROR_SUCCESS;
     const auto bytes = m_document ? BytesOf(*m_document.Get()) : std::nullopt;
     if (!bytes) return false;
-    // A file that is too large to be read again is not written.
-    m_saveError = bytes->size() <= kLargestFile ? ReplaceFileContents(path, *bytes) : ERROR_FILE_TOO_LARGE;
+    m_saveError = WriteDocument(path, *bytes);
     return m_saveError == ERROR_SUCCESS;
+}
+
+DWORD CXmlDoc::SaveText(const std::wstring& path, const std::wstring& xml) {
+    return WriteDocument(path, std::string(kHeading) + InUtf8(xml) + "\r\n");
 }
 
 bool CXmlDoc::HandleNode(IXMLDOMNode* node) {
@@ -272,12 +282,6 @@ bool CXmlDoc::AppendChildElement(std::wstring_view name) {
     if (!child || !m_current || FAILED(m_current->appendChild(child.Get(), nullptr))) return false;
     m_current = child;
     return true;
-}
-
-bool CXmlDoc::AppendCopyOf(const CXmlDoc& other) {
-    ComPtr<IXMLDOMNode> copy;
-    return other.m_root && SUCCEEDED(other.m_root->cloneNode(VARIANT_TRUE, &copy)) && m_current &&
-           SUCCEEDED(m_current->appendChild(copy.Get(), nullptr));
 }
 
 bool CXmlDoc::SetAttribute(std::wstring_view name, std::wstring_view value) {

@@ -29,12 +29,12 @@ class CXmlDoc {
     virtual bool Load(const std::wstring& path, bool rootOnly);
     /// Load with `rootOnly`, for one of several files that are waited for together.
     bool LoadRoot(const std::wstring& path, CPatience& patience);
-    /// The same with the text of an element, as Xml gives it.
-    bool LoadText(const std::wstring& xml);
     /// From now on, what is loaded keeps the blanks between its elements, and so is written as it was.
     void KeepBlanks() { m_keepsBlanks = true; }
     /// There must be a document. A file of that name stays as it was when this fails.
     virtual bool Save(const std::wstring& path);
+    /// Writes the text of an element, as Xml gives it, without parsing it again. Gives what SaveError would.
+    static DWORD SaveText(const std::wstring& path, const std::wstring& xml);
 
   protected:
     /// Called by the default handler for each node that it gets.
@@ -82,8 +82,6 @@ class CXmlDoc {
     std::optional<std::wstring> HeaderValue(const std::wstring& attribute);
     bool CreateRootElement(std::wstring_view name);
     bool AppendChildElement(std::wstring_view name);
-    /// Appends a copy of the other document's root element; the current node stays.
-    bool AppendCopyOf(const CXmlDoc& other);
     /// Refuses a text that XML can't hold.
     bool SetAttribute(std::wstring_view name, std::wstring_view value);
     enum class Kind { Element, Text, CData };
@@ -112,6 +110,7 @@ class CXmlDoc {
   private:
     bool Fail(std::wstring_view error);
     bool CreateDocument();
+    bool LoadText(const std::wstring& xml);
     bool Parse(const std::string& bytes);
     void ReadAttributes();
     /// Fails with that error for an index out of range.

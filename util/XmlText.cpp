@@ -16,6 +16,14 @@ std::size_t XmlLength(std::wstring_view text) {
     return IsLowSurrogate(c) || c >= 0xFFFE || isControl ? 0 : 1;
 }
 
+struct Marked {
+    wchar_t character;
+    std::wstring_view written;
+};
+/// Between quotes. A reader takes blanks of other kinds for plain ones.
+constexpr Marked kMarked[] = {{L'&', L"&amp;"}, {L'<', L"&lt;"},   {L'>', L"&gt;"},  {L'"', L"&quot;"},
+                              {L'\t', L"&#9;"}, {L'\n', L"&#10;"}, {L'\r', L"&#13;"}};
+
 }  // namespace
 
 bool IsXmlText(std::wstring_view text) {
@@ -36,4 +44,13 @@ std::wstring XmlTextOf(std::wstring_view text) {
         text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return writable;
+}
+
+std::wstring XmlAttributeOf(std::wstring_view text) {
+    std::wstring written;
+    for (const wchar_t c : XmlTextOf(text)) {
+        const auto marked = std::ranges::find(kMarked, c, &Marked::character);
+        written += marked == std::end(kMarked) ? std::wstring_view(&c, 1) : marked->written;
+    }
+    return written;
 }

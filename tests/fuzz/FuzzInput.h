@@ -18,6 +18,13 @@ inline void Require(bool holds) {
     if (!holds) std::abort();
 }
 
+/// A name that leads nowhere else, and that the system takes as it stands.
+inline void RequirePlain(std::wstring_view name) {
+    Require(!name.empty() && name != L"." && name != L".." && name.back() != L'.' && name.back() != L' ');
+    Require(name.find_first_of(L"\\/:*?\"<>|") == std::wstring_view::npos);
+    Require(std::ranges::none_of(name, [](wchar_t c) { return c < L' '; }));
+}
+
 /// Like UTF-8, so that a corpus can be read, but nothing is refused: there is a way to write each unit of 16
 /// bits, halves of surrogate pairs among them.
 inline std::wstring TextOf(std::string_view bytes) {

@@ -1,9 +1,8 @@
 // The real program with the sample studio, worked through its window by another process.
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 #include "resource.h"
+#include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
 #include "support/StandInHost.h"
 #include "support/WindowDriver.h"
@@ -28,22 +27,6 @@ void Answer(int button) {
     const HWND box = Box();
     ::PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
     EXPECT_TRUE(WaitFor([&] { return !::IsWindow(box); }));
-}
-
-TEST_F(Program, FillsItselfAndShowsWhatIsSelected) {
-    const WindowDriver program(L"/w DEAD0 -? / \"/\" \"\" /VSTInventoryRegKey");
-    EXPECT_EQ(program.Rows(IDC_CATEGORIES).size(), 11U);
-    EXPECT_EQ(SelectedRows(program.Control(IDC_CATEGORIES)), std::vector<int>{0});
-    for (const std::wstring& category : program.Rows(IDC_CATEGORIES)) {
-        SCOPED_TRACE(Utf8(category));
-        program.Select(IDC_CATEGORIES, {category});
-        EXPECT_EQ(program.TextOf(IDC_FILENAME), L"<No plug-in selected>");
-        const auto rows = program.Rows(IDC_PLUGINS);
-        ASSERT_GE(rows.size(), 2U);
-        program.Select(IDC_PLUGINS, {rows[0]});
-        EXPECT_NE(program.TextOf(IDC_FILENAME), L"<No plug-in selected>");
-    }
-    EXPECT_EQ(program.Close(), 0U);
 }
 
 TEST_F(Program, SpeaksTheLanguageOfItsSettingAndEndsWithTheCodeItIsGiven) {
@@ -117,72 +100,36 @@ std::string Exported(const std::wstring& key) {
     const auto file = std::filesystem::temp_directory_path() / L"exported.reg";
     std::filesystem::remove(file);
     _wsystem((L"reg export \"" + key + L"\" \"" + file.wstring() + L"\" /y >nul").c_str());
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-/// A dialog of that title, in front of the main one.
-HWND DialogTitled(const std::wstring& title) {
-    HWND dialog = nullptr;
-    EXPECT_TRUE(WaitFor([&] {
-        dialog = ::FindWindowW(nullptr, title.c_str());
-        return dialog && ::IsWindowVisible(dialog) && ::IsWindowEnabled(dialog);
-    })) << Utf8(title);
-    return dialog;
-}
-
-void RestoreNewest(const WindowDriver& program) {
-    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
-    ::PostMessageW(program.Window(), WM_COMMAND, ID_BACKUPS, 0);
-    const HWND list = DialogTitled(L"Backups"), restore = ::GetDlgItem(list, IDOK);
-    PostKey(::GetDlgItem(list, IDC_REVIEW_LIST), VK_SPACE);
-    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(restore); }));
-    Press(restore);
+    return BytesOf(file);
 }
 
 TEST_F(Program, WhatItTookAwayComesBackToTheByte) {
-    const std::wstring company = L"Software\\Corvane Music Software\\";
-    const std::wstring reverb =
-        company + L"ActiveMovie\\Presets\\" +
-        Text(HKEY_CURRENT_USER, company + L"Corvane VST\\Inventory\\HmKr-x64", L"clsidPlug").value();
-    for (DWORD type = REG_NONE; type <= REG_QWORD; ++type) {
-        const std::wstring name = L"\x3042 \"\\ " + std::to_wstring(type);
-        SetRaw(HKEY_CURRENT_USER, reverb, name.c_str(), type, {'a', 0, '\\', 0, '"', 0, 0, 0, 0, 0});
-    }
-    SetRaw(HKEY_CURRENT_USER, reverb, L"large", REG_BINARY, std::vector<BYTE>(5'000'000, 0xAB));
-    SetText(HKEY_CURRENT_USER, reverb, L"lost", L"C:\\no such file");
     EmptyDataFolder();
     const WindowDriver program;
-    const auto takeAndBringBack = [&](HKEY root, const std::wstring& key, const std::wstring& exported,
-                                      const std::function<void()>& take) {
-        const std::string before = Exported(exported);
-        EXPECT_TRUE(Exists(root, key));
-        take();
-        EXPECT_TRUE(WaitFor([&] { return !Exists(root, key); }));
-        RestoreNewest(program);
-        EXPECT_TRUE(WaitFor([&] { return Exported(exported) == before; }, 60s)) << Utf8(key);
-        EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
-    };
     program.Select(IDC_PLUGINS, {L"Ysterholm Gone Astray"});
     const std::wstring filter =
         L"Software\\Classes\\CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance\\" +
         program.TextOf(IDC_CLSID);
-    takeAndBringBack(HKEY_LOCAL_MACHINE, filter, L"HKLM\\Software\\Classes", [&] {
-        Press(program.Control(IDC_EXCLUDE));
-        Answer(IDYES);
-    });
-    takeAndBringBack(HKEY_CURRENT_USER, reverb, L"HKCU\\" + reverb, [&] {
-        program.Select(IDC_CATEGORIES, {L"VST Audio Effects (VST)"});
-        program.Select(IDC_PLUGINS, {L"Kammer Reverb"});
-        Press(program.Control(IDC_MANAGE));
-        const HWND manage = DialogTitled(L"Manage Presets for Kammer Reverb");
-        Press(::GetDlgItem(manage, IDC_PRESET_SELECT_ALL));
-        Press(::GetDlgItem(manage, IDC_PRESET_DELETE));
-        Answer(IDOK);
-        EXPECT_EQ(DialogTitled(L"Manage Presets for Kammer Reverb"), manage);
-        ::PostMessageW(manage, WM_COMMAND, IDCANCEL, 0);
-    });
+    ASSERT_TRUE(Exists(HKEY_LOCAL_MACHINE, filter));
+    for (DWORD type = REG_NONE; type <= REG_QWORD; ++type) {
+        const std::wstring name = L"\x3042 \"\\ " + std::to_wstring(type);
+        SetRaw(HKEY_LOCAL_MACHINE, filter, name.c_str(), type, {'a', 0, '\\', 0, '"', 0, 0, 0, 0, 0});
+    }
+    SetRaw(HKEY_LOCAL_MACHINE, filter, L"large", REG_BINARY, std::vector<BYTE>(5'000'000, 0xAB));
+    const std::string before = Exported(L"HKLM\\Software\\Classes");
+    Press(program.Control(IDC_EXCLUDE));
+    Answer(IDYES);
+    EXPECT_TRUE(WaitFor([&] { return !Exists(HKEY_LOCAL_MACHINE, filter); }));
+    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
+    ::PostMessageW(program.Window(), WM_COMMAND, ID_BACKUPS, 0);
+    HWND list = nullptr;
+    EXPECT_TRUE(WaitFor(
+        [&] { return (list = ::FindWindowW(nullptr, L"Backups")) != nullptr && ::IsWindowVisible(list); }));
+    PostKey(::GetDlgItem(list, IDC_REVIEW_LIST), VK_SPACE);
+    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(::GetDlgItem(list, IDOK)); }));
+    Press(::GetDlgItem(list, IDOK));
+    EXPECT_TRUE(WaitFor([&] { return Exported(L"HKLM\\Software\\Classes") == before; }, 60s));
+    EXPECT_TRUE(WaitFor([&] { return ::IsWindowEnabled(program.Window()); }));
 }
 
 TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {
@@ -196,9 +143,7 @@ TEST_F(Program, ACrashLeavesAMinidumpAndSaysWhere) {
     const std::wstring message = support::TextOf(::GetDlgItem(Box(75s), 0xffff));
     const std::filesystem::path dump = std::filesystem::directory_iterator(folder)->path();
     EXPECT_NE(message.find(dump.wstring()), std::wstring::npos);
-    std::string begin(4, ' ');
-    std::ifstream(dump, std::ios::binary).read(begin.data(), 4);
-    EXPECT_EQ(begin, "MDMP");
+    EXPECT_TRUE(BytesOf(dump).starts_with("MDMP"));
     EXPECT_LT(std::filesystem::file_size(dump), 4U << 20) << "without the heap";
     Answer(IDOK);
     EXPECT_EQ(WaitForExit(process), STATUS_ACCESS_VIOLATION);
@@ -209,7 +154,8 @@ TEST_F(Program, TakesNamesFromTheDatabaseBesideItOnRequest) {
     const auto calls = BesideTest(L"Database\\calls.txt");
     std::filesystem::remove(calls);
     {
-        const WindowDriver program;
+        const WindowDriver program(L"/w DEAD0 -? / \"/\" \"\" /VSTInventoryRegKey");
+        EXPECT_EQ(SelectedRows(program.Control(IDC_CATEGORIES)), std::vector<int>{0});
         program.Select(IDC_PLUGINS, {program.Rows(IDC_PLUGINS).front()});
         std::ofstream(names) << Utf8(program.TextOf(IDC_CLSID)) << "\tFrom the database\n";
         program.Close();
@@ -218,9 +164,7 @@ TEST_F(Program, TakesNamesFromTheDatabaseBesideItOnRequest) {
     const WindowDriver program(L"/UseDatabase");
     EXPECT_EQ(std::ranges::count(program.Rows(IDC_PLUGINS), L"From the database"), 1);
     EXPECT_EQ(program.Close(), 0U);
-    std::stringstream called;
-    called << std::ifstream(calls).rdbuf();
-    EXPECT_EQ(called.str(), "fill\ndestroy\n");
+    EXPECT_EQ(BytesOf(calls), "fill\ndestroy\n");
     std::filesystem::remove(names);
 }
 

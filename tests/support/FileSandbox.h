@@ -12,6 +12,13 @@
 
 namespace support {
 
+/// Empty when it can't be read.
+inline std::string BytesOf(const std::filesystem::path& file) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
 class FileSandbox {
   public:
     FileSandbox() {
@@ -32,11 +39,7 @@ class FileSandbox {
         std::ofstream(m_folder / name, std::ios::binary) << bytes;
         return Path(name);
     }
-    std::string Read(const std::wstring& name) const {
-        std::ostringstream text;
-        text << std::ifstream(m_folder / name, std::ios::binary).rdbuf();
-        return text.str();
-    }
+    std::string Read(const std::wstring& name) const { return BytesOf(m_folder / name); }
     std::vector<std::wstring> Names() const {
         std::vector<std::wstring> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_folder))

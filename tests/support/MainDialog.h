@@ -68,20 +68,29 @@ class MainDialog : public testing::Test {
     }
     void SelectPlugins(const std::vector<std::wstring>& rows) const { Select(IDC_PLUGINS, rows); }
 
+    /// A save under a new name, and where it can't be written.
+    Popups& ExpectFailedSave() {
+        return m_popups
+            .ExpectFile(L"Save Plug-In Menu Layout", m_files.Path(L"no such folder\\x.pgl"),
+                        [](HWND dialog) { EnterText(InFileDialog(dialog, IDC_DISPLAY_NAME), L"X"); })
+            .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
+    }
+
     /// As the dialog's loop passes it on; a box that it opens is answered meanwhile.
     void Key(HWND control, WORD virtualKey) {
         PostKey(control, virtualKey);
         Pump();
     }
     void Key(int id, WORD virtualKey) { Key(Control(id), virtualKey); }
-    void Key(int id, WORD virtualKey, WORD held) {
+    void Key(HWND control, WORD virtualKey, WORD held) {
         BYTE keys[256]{};
-        keys[held] = 0x80;
+        keys[held] = held ? 0x80 : 0;
         SetKeyboardState(keys);
-        Key(id, virtualKey);
+        Key(control, virtualKey);
         keys[held] = 0;
         SetKeyboardState(keys);
     }
+    void Key(int id, WORD virtualKey, WORD held) { Key(Control(id), virtualKey, held); }
     void Click(HWND control, POINT place, WPARAM keys = 0) {
         const LPARAM at = MAKELPARAM(place.x, place.y);
         PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON | keys, at);
@@ -92,6 +101,15 @@ class MainDialog : public testing::Test {
         RECT place{};
         Send(Control(list), LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
         Click(Control(list), {place.left + 5, (place.top + place.bottom) / 2}, keys);
+    }
+    /// Files, with their paths.
+    void Drop(const std::vector<std::wstring>& paths) const {
+        std::wstring drop = {20, 0, 0, 0, 0, 0, 0, 0, 1, 0};  // a DROPFILES of 20 bytes, with wide names
+        for (const std::wstring& path : paths) drop += path + L'\0';
+        const HGLOBAL memory = ::GlobalAlloc(GHND, (drop.size() + 1) * sizeof(wchar_t));
+        std::ranges::copy(drop, static_cast<wchar_t*>(::GlobalLock(memory)));
+        ::GlobalUnlock(memory);
+        m_dialog->Send(WM_DROPFILES, memory);
     }
     void Pump() {
         MSG message;

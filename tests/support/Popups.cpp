@@ -60,6 +60,13 @@ Popups& Popups::Expect(std::wstring text, int button) {
     return Expect(std::move(text), [button](HWND dialog) { Command(dialog, button); });
 }
 
+Popups& Popups::ExpectPrompt(std::wstring title, std::wstring text, int button) {
+    return Expect(std::move(title), [text = std::move(text), button](HWND prompt) {
+        EnterText(GetDlgItem(prompt, IDC_PROMPT_VALUE), text);
+        Command(prompt, button);
+    });
+}
+
 Popups& Popups::ExpectFile(std::wstring title, std::wstring path, Work before) {
     return Expect(std::move(title), [path = std::move(path), before = std::move(before)](HWND dialog) {
         if (before) before(dialog);
@@ -70,9 +77,10 @@ Popups& Popups::ExpectFile(std::wstring title, std::wstring path, Work before) {
 
 void Popups::Look() {
     const HWND dialog = FrontDialog();
+    const bool owned = !m_ownersMatter || GetWindow(dialog, GW_OWNER);
+    if (dialog && owned && m_all) return m_all(dialog);
     if (!dialog || dialog == m_worked) return;
     m_worked = dialog;
-    const bool owned = !m_ownersMatter || GetWindow(dialog, GW_OWNER);
     if (!owned || m_steps.empty() || Describe(dialog).find(Utf8(m_steps.front().text)) == std::string::npos) {
         ADD_FAILURE() << (owned ? "unexpected: " : "without an owner: ") << Describe(dialog);
         Command(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDNO);

@@ -25,9 +25,13 @@ class Popups {
     Popups& Expect(std::wstring text, Work work);
     /// Presses the button of that id.
     Popups& Expect(std::wstring text, int button);
+    /// For a prompt of one line.
+    Popups& ExpectPrompt(std::wstring title, std::wstring text, int button = IDOK);
     /// For a file dialog: enters a path and confirms it; an empty one leaves the dialog. `before` works the
     /// dialog first.
     Popups& ExpectFile(std::wstring title, std::wstring path, Work before = {});
+    /// From now on `work` gets each dialog, whatever its text, as often as it is found in front.
+    void AnswerAll(Work work) { m_all = std::move(work); }
     bool m_ownersMatter = true;
     /// Fails the test when a step is left, and forgets it.
     void ExpectNoMore();
@@ -40,6 +44,7 @@ class Popups {
     void Look();
 
     std::deque<Step> m_steps;
+    Work m_all;
     HWND m_worked = nullptr;  // not worked again before another one was in front of it
     UINT_PTR m_timer;
 };

@@ -2,16 +2,16 @@
 #pragma once
 
 #include <array>
-#include <initializer_list>
-#include <string>
 
 #include "ReviewDlg.h"
 #include "resource.h"
+#include "support/Popups.h"
+#include "support/WindowActions.h"
 
 namespace support {
 
 /// The columns' texts, a line each row, with "[x]", "[ ]" or nothing before them for its box; and the button.
-inline std::wstring ReviewText(HWND dialog, std::initializer_list<int> columns) {
+inline std::wstring ReviewText(HWND dialog, const std::vector<int>& columns) {
     const CWindow list(::GetDlgItem(dialog, IDC_REVIEW_LIST));
     std::wstring shown;
     for (int row = 0; row < list.SendInt(LVM_GETITEMCOUNT); ++row) {
@@ -29,6 +29,16 @@ inline std::wstring ReviewText(HWND dialog, std::initializer_list<int> columns) 
         shown += L'\n';
     }
     return shown + CWindow(::GetDlgItem(dialog, IDOK)).Text();
+}
+
+/// Such a dialog, which shows that and is left by the button.
+inline Popups& ExpectReview(Popups& popups, std::wstring title, std::initializer_list<int> columns,
+                            std::wstring shown, int button) {
+    return popups.Expect(std::move(title),
+                         [columns = std::vector(columns), shown = std::move(shown), button](HWND dialog) {
+                             EXPECT_EQ(ReviewText(dialog, columns), shown);
+                             Press(::GetDlgItem(dialog, button));
+                         });
 }
 
 }  // namespace support

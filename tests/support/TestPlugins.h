@@ -22,6 +22,13 @@ inline constexpr wchar_t kSurfaces[] = L"CorvaneControlSurfaces\\";
 inline constexpr wchar_t kSoftSynths[] = L"QtzSoftSynths\\";
 inline constexpr wchar_t kFilterInstances[] = L"CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance\\";
 
+inline constexpr wchar_t kPresets[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\";
+
+/// In the registry, of one byte.
+inline void AddPreset(const std::wstring& clsid, const std::wstring& name, BYTE data = 1) {
+    SetRaw(HKEY_CURRENT_USER, kPresets + clsid, name.c_str(), REG_BINARY, {data});
+}
+
 /// A key under construction; a value that is set again is replaced.
 class Entry {
   public:

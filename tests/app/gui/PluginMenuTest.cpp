@@ -3,8 +3,8 @@
 #include <thread>
 
 #include "PluginMenu.h"
-#include "support/LeaveMenu.h"
 #include "support/MainDialog.h"
+#include "support/ShownMenu.h"
 #include "support/TestPlugins.h"
 
 namespace {
@@ -34,10 +34,11 @@ class PluginMenu : public support::MainDialog {
         return entries;
     }
     /// Opens the menu there and leaves it.
-    std::optional<POINT> Ask(POINT at) {
-        return LeaveMenu([this, at] {
+    POINT Ask(POINT at) {
+        const auto menu = WorkMenu([this, at] {
             Item(IDC_PLUGINS).Send(WM_CONTEXTMENU, Control(IDC_PLUGINS), MAKELPARAM(at.x, at.y));
         });
+        return menu ? menu->corner : POINT{};
     }
     POINT MiddleOf(int row) const {
         const RECT place = m_dialog->Control<CListBox>(IDC_PLUGINS).PlaceOf(row);
@@ -84,7 +85,7 @@ TEST_F(PluginMenu, OpensForTheSelectionAndAtTheCaret) {
     Ask(MiddleOf(1));
     EXPECT_EQ(Selected().size(), 3U) << "a row that was selected";
     m_dialog->Control<CListBox>(IDC_PLUGINS).SetCaretRow(1);
-    const POINT corner = Ask({-1, -1}).value_or(POINT{});
+    const POINT corner = Ask({-1, -1});
     EXPECT_TRUE(corner.y > MiddleOf(1).y && corner.y < MiddleOf(2).y) << corner.y;
 }
 

@@ -30,25 +30,6 @@ class CTestDialog : public CDialog {
     void OnIcon() { throw std::runtime_error("a handler that fails"); }
 };
 
-TEST(Dialog, RunsUntilItEndsAndKeepsItsOwnerDisabled) {
-    support::Popups popups;
-    CDialog owner(IDD_ABOUT);
-    ASSERT_TRUE(owner.CreateModeless(nullptr));
-    popups.Expect(kShown, [&](HWND box) {
-        EXPECT_FALSE(owner.IsEnabled());
-        ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-    });
-    CTestDialog dialog;
-    EXPECT_EQ(dialog.RunModal(owner.Handle()), IDCANCEL);
-    EXPECT_FALSE(dialog.IsLive());
-    EXPECT_TRUE(owner.IsEnabled());
-    popups.Expect(kShown, [](HWND box) { ::DestroyWindow(box); });
-    EXPECT_EQ(CTestDialog().RunModal(owner.Handle()), -1) << "the window was taken away";
-    EXPECT_EQ(CDialog(9999).RunModal(nullptr), -1) << "there is no such template";
-    owner.End(0);
-    EXPECT_FALSE(owner.IsLive()) << "a modeless dialog's window goes with End";
-}
-
 TEST(Dialog, TheKeyHookComesBeforeTheSystemsKeysAndWhatFailsEndsItselfOnly) {
     CTestDialog dialog;
     ASSERT_TRUE(dialog.CreateModeless(nullptr));

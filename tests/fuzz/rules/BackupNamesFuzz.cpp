@@ -3,16 +3,11 @@
 #include "fuzz/FuzzInput.h"
 
 using support::Require;
+using support::RequirePlain;
 
 namespace {
 
 constexpr wchar_t kTime[] = L"2026-11-21 22.05.13";
-
-void RequirePlain(std::wstring_view name) {
-    Require(!name.empty() && name != L"." && name != L".." && name.back() != L'.' && name.back() != L' ');
-    Require(name.find_first_of(L"\\/:*?\"<>|") == std::wstring_view::npos);
-    Require(std::ranges::none_of(name, [](wchar_t c) { return c < L' '; }));
-}
 
 void TryFolder(const std::wstring& step, int number) {
     const std::wstring name = BackupFolderName(kTime, step, number);

@@ -20,10 +20,8 @@ void TryFileName(const std::wstring& name) {
     const auto file = PresetFileName(name);
     if (!file) return;
     Require(name.starts_with(*file) && PresetFileName(*file) == file);
-    Require(!file->empty() && file->size() <= 255 && file->back() != L'.' && file->back() != L' ');
-    Require(file->find_first_of(L"\\/:*?\"<>|") == std::wstring_view::npos);
-    Require(std::ranges::none_of(*file, [](wchar_t c) { return c < L' '; }));
-    Require(!IsDevice(std::wstring(*file)));
+    support::RequirePlain(*file);
+    Require(file->size() <= 255 && !IsDevice(std::wstring(*file)));
 }
 
 void TryPluginName(const std::wstring& name) {

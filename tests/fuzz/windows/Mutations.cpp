@@ -68,28 +68,15 @@ class CMutations {
 
     void Change(std::string& input) {
         const char mark = "<<\"\" \n"[Below(6)];
-        const Piece piece = PieceOf(input, mark);
+        const auto [start, size] = PieceOf(input, mark);
+        if (Below(6) == 0 && !input.empty()) return Flip(input[Below(input.size())]);
         const std::string& other = Any();
         const Piece from = PieceOf(other, mark);
-        switch (Below(6)) {
-            case 0:
-                if (!input.empty()) Flip(input[Below(input.size())]);
-                return;
-            case 1:
-                input.erase(piece.start, piece.size);
-                return;
-            case 2:
-                input.insert(piece.start, input.substr(piece.start, piece.size));
-                return;
-            case 3:
-                input.insert(Below(input.size()), 1, static_cast<char>(Below(256)));
-                return;
-            case 4:
-                input.insert(piece.start, other, from.start, from.size);
-                return;
-            default:
-                input.replace(piece.start, piece.size, other, from.start, from.size);
-        }
+        const std::string pieces[] = {"",
+                                      {static_cast<char>(Below(256))},
+                                      input.substr(start, size),
+                                      other.substr(from.start, from.size)};
+        input.replace(start, Below(2) * size, pieces[Below(4)]);
     }
 
     std::vector<std::string> m_corpus;

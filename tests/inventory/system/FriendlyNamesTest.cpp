@@ -113,9 +113,6 @@ TEST_F(FriendlyNames, WhatRefusesANameKeepsIt) {
     }
     FillPlaces();
     const ReadOnlyKey filter(HKEY_CLASSES_ROOT, L"Filter\\" + IdText(1));
-    const ReadOnlyKey vst(HKEY_CURRENT_USER, kVstEntry);
-    RenameAs(Category::VstEffects);
-    EXPECT_EQ(VstName(), L"Old") << "as it is stored";
     EXPECT_EQ(RenameAs(Category::LegacyVstEffects), " bag instances adapter class plug-in");
 }
 

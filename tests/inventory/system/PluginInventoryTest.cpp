@@ -6,7 +6,7 @@ namespace {
 
 using namespace support;
 
-class PluginInventory : public EnumeratedPlugins {};
+using PluginInventory = EnumeratedPlugins;
 
 TEST_F(PluginInventory, TheFirstRegistrationThatTellsTheKindCounts) {
     Enumerate();
@@ -69,16 +69,13 @@ TEST_F(PluginInventory, WhatIsNoClassIdEndsItThere) {
 
 TEST_F(PluginInventory, PathsComeFromTheRegistrationOfTheCategory) {
     Wrap(1, L"a").Text(L"FullPath", L"C:\\wrapped.dll");
-    Wrap(1, L"b").Text(L"FullPath", L"C:\\wrapped once more.dll");
-    AddFilter(1, L"a", L"C:\\server.dll");
-    AddVst(2, L"unusable").Number(L"isVst", 0);
-    SetRaw(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + IdText(3) + L"\\InprocServer32", nullptr,
-           REG_SZ, Bytes(L"C:\\unterminated.dll"));
+    SetRaw(HKEY_CLASSES_ROOT, L"CLSID\\" + IdText(1) + L"\\InprocServer32", nullptr, REG_SZ,
+           Bytes(L"C:\\unterminated.dll"));
+    AddVst(2, L"b");
     Enumerate();
-    EXPECT_EQ(m_inventory.PathOf(Id(1), Category::DirectXEffects), L"C:\\server.dll");
+    EXPECT_EQ(m_inventory.PathOf(Id(1), Category::DirectXEffects), L"C:\\unterminated.dll");
     EXPECT_EQ(m_inventory.PathOf(Id(1), Category::LegacyVstEffects), L"C:\\wrapped.dll");
     EXPECT_EQ(m_inventory.PathOf(Id(102), Category::Vst3Effects), kSomeFile);
-    EXPECT_EQ(m_inventory.PathOf(Id(3), Category::DirectXEffects), L"C:\\unterminated.dll");
     EXPECT_FALSE(m_inventory.PathOf(Id(4), Category::DirectXEffects));
 }
 

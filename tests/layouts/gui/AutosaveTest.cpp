@@ -1,6 +1,5 @@
 // What is kept of a layout that is not saved, and what a start makes of it.
 #include <fstream>
-#include <iterator>
 
 #include "Autosave.h"
 #include "Backups.h"
@@ -15,10 +14,6 @@ constexpr wchar_t kLock[] = L"unsaved.lock";
 class Autosave : public support::LayoutTreeDialog {
   protected:
     bool Has(const wchar_t* file) const { return std::filesystem::exists(m_data / file); }
-    std::string Read(const wchar_t* file) const {
-        std::ifstream stream(m_data / file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
     CBackups Backups() const { return {BackupFolder(m_data.wstring()), L"1"}; }
     void PassMinute() const { m_dialog->Send(WM_TIMER, 2); }
     /// As a crash does: nothing is asked or told.
@@ -33,7 +28,7 @@ TEST_F(Autosave, ACopyIsThereWhileTheLayoutHasChanges) {
     Layout().SetModified(true);
     EXPECT_FALSE(Has(kCopy));
     PassMinute();
-    EXPECT_NE(Read(kCopy).find("\xEF\xBF\xBD"), std::string::npos) << "what XML can't hold";
+    EXPECT_NE(m_files.Read(m_data / kCopy).find("\xEF\xBF\xBD"), std::string::npos) << "what XML can't hold";
     EXPECT_TRUE(Has(kLock));
     std::filesystem::remove(m_data / kCopy);
     PassMinute();

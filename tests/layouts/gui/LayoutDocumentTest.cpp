@@ -56,9 +56,7 @@ TEST_F(LayoutDocument, AFileIsReadInMenuOrderOrLeavesTheTreeAlone) {
     for (const char* item : {"<Plugin CLSID='{1}' Name='P'/>", "<Plugin CLSID='{1}' Category='1'/>",
                              "<Plugin Category='1' Name='P'/>", "<Plugin CLSID='' Category='1' Name='P'/>",
                              "<Plugin CLSIDMD5='' CLSID='{1}' Category='1' Name='P'/>", "<plugin>x</plugin>",
-                             "<Comment>text</Comment>", "<Comment><!-- c --></Comment>",
-                             "<Folder><Comment><Separator/></Comment></Folder>",
-                             "<Comment><PluginMenuLayout DocSchema='1'/></Comment>"})
+                             "<Comment>text</Comment>", "<Folder><Comment><Separator/></Comment></Folder>"})
         refused.push_back(File("<Separator/>" + std::string(item) + "<Separator/>"));
     for (const int depth : {251, 254, 300, 20000}) refused.push_back(File(Nested(depth, "")));
     Build(L"*Old()");

@@ -12,15 +12,6 @@ constexpr wchar_t kOpen[] = L"Open Plug-In Menu Layout";
 constexpr wchar_t kNoLayout[] = L"Not a valid";
 
 HWND NameField(HWND dialog) { return InFileDialog(dialog, IDC_DISPLAY_NAME); }
-/// The added row of the save dialog begins and ends where the system's does.
-void ExpectInLine(HWND dialog) {
-    const auto rowOf = [dialog](HWND label, HWND field) {
-        const Rect place = CWindow(field).RectIn(dialog);
-        return std::tuple(CWindow(label).RectIn(dialog).left, place.left, place.right);
-    };
-    EXPECT_EQ(rowOf(InFileDialog(dialog, IDC_DISPLAY_NAME_LABEL), NameField(dialog)),
-              rowOf(InFileDialog(dialog, 0x442), FileNameField(dialog)));
-}
 Popups::Work Named(const std::wstring& name) {
     return [name](HWND dialog) { EnterText(NameField(dialog), name); };
 }
@@ -117,9 +108,8 @@ TEST_F(LayoutFiles, InTheListThatIsDownOnlyTheChosenRowIsPicked) {
         Key(field, VK_DOWN);
         EXPECT_TRUE(Send(List(), CB_GETDROPPEDSTATE));
         EXPECT_EQ(Tree().Count(), 1) << "an arrow key picks nothing yet";
-        if (chosen) Key(field, VK_RETURN);
-        Send(List(), CB_SHOWDROPDOWN, FALSE);
-        Pump();
+        Key(field, chosen ? VK_RETURN : VK_ESCAPE);
+        EXPECT_TRUE(IsOpen() && !Send(List(), CB_GETDROPPEDSTATE));
         Shows(chosen ? L"1:Two|two.pgl|2+" : L"0:One|one.pgl|1+");
     }
     ::SetFocus(field);
@@ -143,9 +133,6 @@ TEST_F(LayoutFiles, ASaveTakesADisplayNameAndTellsTheHost) {
     m_popups
         .ExpectFile(kSave, m_files.Path(L"new"),
                     [&](HWND dialog) {
-                        ExpectInLine(dialog);
-                        ::SetWindowPos(dialog, nullptr, 0, 0, 800, 600, SWP_NOMOVE | SWP_NOZORDER);
-                        ExpectInLine(dialog);
                         EXPECT_EQ(TextOf(FileNameField(dialog)), L"AB live");
                         EXPECT_EQ(TextOf(NameField(dialog)), L"A/B: live?");
                         EXPECT_EQ(support::Rows(NameField(dialog)), Rows(IDC_LAYOUTS));
@@ -187,9 +174,8 @@ TEST_F(LayoutFiles, WhatCouldNotBeSavedIsShownAndNewGoesOn) {
     EXPECT_EQ(Shape() + Buttons(), L"a,*bECSRU") << "the item that can't be written";
     Build(L"a");
     Modify();
-    Answer(IDYES)
-        .ExpectFile(kSave, m_files.Path(L"no such folder\\x.pgl"), Named(L"Doomed"))
-        .Expect(L"Could not save Plug-In Menu Layout!\n\n", IDOK);  // and why
+    Answer(IDYES);
+    ExpectFailedSave();
     Press(IDC_LAYOUT_NEW, L"||0");
     EXPECT_TRUE(TakeDirty());
 }
@@ -297,9 +283,6 @@ TEST_F(LayoutFiles, AfterASaveTheTreeLooksAsBefore) {
     Type('Z', VK_CONTROL);
     EXPECT_EQ(Shape(), built);
     EXPECT_TRUE(Layout().IsModified()) << "the file holds what came after";
-    Type('Y', VK_CONTROL);
-    EXPECT_EQ(Shape(), before);
-    EXPECT_FALSE(Layout().IsModified());
 }
 
 TEST_F(LayoutFiles, ControlSSavesInPlaceWhereTheLayoutHasANameAndAFile) {

@@ -87,20 +87,6 @@ TEST_F(LayoutToolbar, AButtonIsDrawnWithinTheClippingOnly) {
     EXPECT_EQ(Button(IDC_LAYOUT_OPEN, 0, 10), expected);
 }
 
-TEST_F(LayoutToolbar, AButtonRepaintsOnceWhenTheMouseComesAndOnceWhenItGoes) {
-    Show();
-    const CWindow button = Item(IDC_LAYOUT_OPEN);
-    ::UpdateWindow(button.Handle());
-    const auto repaints = [button](UINT message, int x) {
-        ::ValidateRect(button.Handle(), nullptr);
-        button.Send(message, 0, MAKELPARAM(x, 3));
-        return ::GetUpdateRect(button.Handle(), nullptr, FALSE) != FALSE;
-    };
-    EXPECT_TRUE(repaints(WM_MOUSEMOVE, 3));
-    EXPECT_FALSE(repaints(WM_MOUSEMOVE, 3) || repaints(WM_MOUSEHOVER, 3));
-    EXPECT_TRUE(repaints(WM_MOUSELEAVE, -5));
-}
-
 TEST_F(LayoutToolbar, TheKeyboardWorksAButton) {
     Show();
     for (const WORD key : {WORD{VK_RETURN}, WORD{VK_SPACE}}) {

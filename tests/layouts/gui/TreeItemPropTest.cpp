@@ -15,9 +15,7 @@ class TreeItemProp : public support::LayoutTreeDialog {
                                                                 {IdText(1), L"Room"},
                                                                 {IdText(2), L"<None>"},
                                                                 {ClsidText({}), L"Nobody's"}})
-            support::SetRaw(HKEY_CURRENT_USER,
-                            L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\" + id, name,
-                            REG_BINARY, {1});
+            support::AddPreset(id, name);
         Open();
     }
     /// The plug-in "a" of a layout as a file gives it, before a change.
@@ -61,22 +59,6 @@ TEST_F(TreeItemProp, OpenByADoubleClickOnAPluginOrASeparatorsNever) {
     Type(VK_RETURN);
     Tree().SelectOnly(Node(kSeparatorText));
     Type(VK_RETURN, VK_MENU);
-}
-
-TEST_F(TreeItemProp, APathThatIsTooLongStillShowsTheNameOfTheFile) {
-    BuildPlugin(IdText(1));
-    Work([](HWND dialog) {
-        const CWindow field(::GetDlgItem(dialog, IDC_PROP_FILE));
-        const auto drawn = [field](const wchar_t* name) {
-            field.SetText(L"C:\\" + std::wstring(100, L'f') + L"\\" + name);
-            ::UpdateWindow(field.Handle());
-            std::vector<COLORREF> pixels;
-            for (int x = 0; x < field.ClientRect().Width(); ++x)
-                pixels.push_back(::GetPixel(CClientDC(field).Get(), x, 8));
-            return pixels;
-        };
-        EXPECT_NE(drawn(L"Echo.dll"), drawn(L"Hall.dll"));
-    });
 }
 
 TEST_F(TreeItemProp, ShowWhatIsKnownOfThePlugin) {

@@ -1,29 +1,19 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#include "Handles.h"
 #include "LayoutFolder.h"
 #include "XmlDoc.h"
 #include "support/FileSandbox.h"
 
 namespace {
 
-/// Notes what the default handler walks through.
-class CWalker : public CXmlDoc {
-  public:
-    std::wstring seen;
-
-  private:
-    void OnNode(IXMLDOMNode* /*node*/) override { seen += Tag(); }
-};
-
 class XmlDoc : public testing::Test {
   protected:
-    bool Loads(const std::string& bytes, bool rootOnly = true) {
-        return m_document.Load(m_files.Write(L"a#b%20.xml", bytes), rootOnly);
+    bool Loads(const std::string& bytes) {
+        return m_document.Load(m_files.Write(L"a#b%20.xml", bytes), true);
     }
     support::FileSandbox m_files;
-    CWalker m_document;
+    CXmlDoc m_document;
 };
 
 TEST_F(XmlDoc, WhatIsNoDocumentIsRefused) {
@@ -40,46 +30,6 @@ TEST_F(XmlDoc, WhatIsNoDocumentIsRefused) {
     EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;"));
     EXPECT_EQ(m_document.LastError(), L"CXmlDoc: a document type is not allowed") << "before it is parsed";
     EXPECT_FALSE(m_document.HasNode());
-}
-
-TEST_F(XmlDoc, OnlyAFullLoadWalksThroughTheNodes) {
-    const std::string text = "<a n='1' m=''>x<![CDATA[y]]><!-- z --><b><c/></b><d/></a>";
-    ASSERT_TRUE(Loads(text));
-    EXPECT_EQ(m_document.seen, L"");
-    EXPECT_TRUE(m_document.TagIs(L"<a>") && !m_document.TagIs(L"<A>"));
-    EXPECT_FALSE(m_document.FoundAttribute() || m_document.FindAttribute(L"N"));
-    EXPECT_TRUE(m_document.FindAttribute(L"n"));
-    EXPECT_EQ(m_document.FoundAttribute(), L"1");
-    EXPECT_EQ(m_document.AttributeName(1), L"m");
-    EXPECT_EQ(m_document.AttributeValue(1), L"");
-    EXPECT_FALSE(m_document.AttributeValue(2) || m_document.AttributeName(-1));
-    ASSERT_TRUE(Loads(text, false));
-    EXPECT_EQ(m_document.seen, L"<a><#TEXT#><#CDATA#><b><c><d>");
-    EXPECT_TRUE(m_document.IsPathEmpty() && m_document.TagIs(L"<a>") && m_document.FindAttribute(L"n"))
-        << "the root is current again";
-}
-
-TEST_F(XmlDoc, ADocumentIsBuiltNodeByNode) {
-    const std::wstring odd = L"<\"&'>\t\n\xD83C\xDFB9";
-    EXPECT_TRUE(m_document.NewDocument() && m_document.SetHeader(L"xml", L"encoding", L"UTF-8"));
-    EXPECT_FALSE(m_document.SetHeader(L"xml", L"version", L"1.1"));
-    EXPECT_EQ(m_document.HeaderValue(L"encoding"), L"UTF-8");
-    EXPECT_TRUE(m_document.CreateRootElement(L"a"));
-    EXPECT_FALSE(m_document.AddBefore(CXmlDoc::Kind::Text, L"beside the root"));
-    for (const wchar_t* text : {L"\x01", L"\xD83C", L"\xDFB9\xD83C", L"\xFFFE"})
-        EXPECT_FALSE(m_document.SetAttribute(L"n", text)) << "XML can't hold it";
-    EXPECT_TRUE(m_document.SetAttribute(L"n", odd) && m_document.AppendChildElement(L"b"));
-    EXPECT_TRUE(m_document.AddBefore(CXmlDoc::Kind::CData, L"c<d"));
-    EXPECT_TRUE(m_document.AddAfter(CXmlDoc::Kind::Element, L"e") && m_document.SetTextValue(L"t"));
-    EXPECT_EQ(m_document.TextValue(), L"t");
-    ASSERT_TRUE(m_document.Save(m_files.Path(L"built.xml")));
-    const std::string saved = m_files.Read(L"built.xml");
-    EXPECT_TRUE(saved.starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")) << saved;
-    EXPECT_EQ(saved.find("<?", 1), std::string::npos) << saved;
-    EXPECT_NE(saved.find("><![CDATA[c<d]]><b/><e>t</e></a>"), std::string::npos) << saved;
-    EXPECT_TRUE(m_document.Load(m_files.Path(L"built.xml"), true));
-    EXPECT_EQ(m_document.AttributeValue(0), odd);
-    EXPECT_EQ(m_files.Names(), std::vector<std::wstring>{L"built.xml"}) << "and no scratch file";
 }
 
 TEST_F(XmlDoc, AFolderIsScannedForNamedLayouts) {
@@ -101,14 +51,6 @@ TEST_F(XmlDoc, AFolderIsScannedForNamedLayouts) {
         EXPECT_TRUE(std::filesystem::exists(found[0].path));
     }
     EXPECT_TRUE(ScanLayoutFolder(L"").empty() && ScanLayoutFolder(m_files.Path(L"no such folder")).empty());
-    const ULONGLONG start = ::GetTickCount64();
-    const auto hold = [this](const wchar_t* name) {
-        return UniqueFile(
-            ::CreateFileW(m_files.Path(name).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    };
-    const UniqueFile held[] = {hold(L"good.PGL"), hold(L"broken.pgl")};
-    EXPECT_TRUE(ScanLayoutFolder(m_files.Path(L"")).empty());
-    EXPECT_LT(::GetTickCount64() - start, 3000U) << "the wait is for all of them";
 }
 
 }  // namespace

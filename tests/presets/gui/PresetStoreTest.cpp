@@ -95,25 +95,14 @@ TEST_F(PresetStore, TheEndOfANameThatWindowsDropsIsDropped) {
 }
 
 TEST_F(PresetStore, WhatCannotBeStoredLeavesWhatWasThere) {
-    EXPECT_TRUE(Store(L"large", 1024) && Store(L"orphan", 1024));
-    EXPECT_TRUE(Store(L"orphan", 1)) << "in the registry again, and the file is left";
-    const UniqueFile held(::CreateFileW((m_folder / L"orphan").c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                        nullptr, OPEN_EXISTING, 0, nullptr));
-    EXPECT_FALSE(Store(L"orphan", 2000));
-    {
-        const support::ReadOnlyKey locked(HKEY_CURRENT_USER, kHallKey);
-        EXPECT_FALSE(Store(L"orphan", 2) || Store(L"large", 2000) || Store(L"new", 1024));
-        EXPECT_FALSE(Delete(L"large") || m_hall.DeleteAllPresets() ||
-                     m_hall.RenamePreset(L"large", L"other"));
-    }
-    EXPECT_EQ(Stored(), (Presets{L"large@large=1024d", L"orphan=1d"}));
+    EXPECT_TRUE(Store(L"large", 1024));
     // A key that goes in the middle of a command takes no more values.
     CPresetWriter writer(m_hall);
     EXPECT_TRUE(Store(writer, L"small", 1));
     support::DeleteTree(HKEY_CURRENT_USER, kHallKey);
     EXPECT_FALSE(Store(writer, L"large", 2000) || Store(writer, L"new", 2000));
     EXPECT_EQ(fs::file_size(m_folder / L"large"), 1024U);
-    EXPECT_EQ(FilesBelowTop(), 4U) << "two folders, two files";
+    EXPECT_EQ(FilesBelowTop(), 3U) << "two folders, one file";
 }
 
 TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
@@ -166,16 +155,6 @@ TEST_F(PresetStore, EachCategoryHasItsRoot) {
     }
 }
 
-TEST_F(PresetStore, WhatIsExportedComesBackTheSame) {
-    EXPECT_TRUE(Store(L"Gr\u00FCn", 1) && Store(L"large", 150'000, 'x') && Store(L"in a file", 1, 'd', 1));
-    const Presets before = Stored();
-    EXPECT_EQ(Export(), 3);
-    EXPECT_TRUE(m_hall.DeleteAllPresets());
-    auto file = CFileSource::Open(m_file);
-    EXPECT_EQ(ImportPresets(*file, m_hall, nullptr), 3);
-    EXPECT_EQ(Stored(), before);
-}
-
 TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     std::wstring invalid;
     const PresetTransferEvents events{.invalidPreset = [&](const std::wstring& name) { invalid = name; },
@@ -189,15 +168,9 @@ TEST_F(PresetStore, PresetsThatCannotBeWritten) {
     auto file = CFileSource::Open(m_file);
     CPresetFileReader reader(*file, AnsiText());
     EXPECT_EQ(reader.ReadPlugin(reader.ReadHeader()->version).presets, 4);
-
-    const std::wstring locked = m_files.Write(L"locked", "data");
-    const UniqueFile lock(::CreateFileW(locked.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    for (const std::wstring& unreadable :
-         {std::wstring(L"C:\\no such folder\\x"), std::wstring(L"C:\\windows"), locked}) {
-        support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", unreadable);
-        EXPECT_EQ(Export(events), kPresetIoFailure);
-        EXPECT_EQ(std::exchange(invalid, L""), L"unreadable");
-    }
+    support::SetText(HKEY_CURRENT_USER, kHallKey, L"unreadable", L"C:\\windows");
+    EXPECT_EQ(Export(events), kPresetIoFailure);
+    EXPECT_EQ(invalid, L"unreadable");
 }
 
 }  // namespace

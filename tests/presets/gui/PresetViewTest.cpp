@@ -16,8 +16,7 @@ using namespace support;
 using Names = std::vector<std::wstring>;
 using Presets = std::set<std::wstring>;
 
-const std::wstring kRoot = L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\";
-const std::wstring kHallKey = kRoot + IdText(1), kRoomKey = kRoot + IdText(2);
+const std::wstring kHallKey = kPresets + IdText(1), kRoomKey = kPresets + IdText(2);
 
 class PresetView : public MainDialog {
   protected:
@@ -35,8 +34,8 @@ class PresetView : public MainDialog {
     static void Fill(const Names& presets) {
         DeleteTree(HKEY_CURRENT_USER, kHallKey);
         for (const auto& name : presets) {
-            SetRaw(HKEY_CURRENT_USER, kHallKey, name.c_str(), REG_BINARY, {static_cast<BYTE>(name[0])});
-            SetRaw(HKEY_CURRENT_USER, kHallKey, std::wstring(520, L'a').c_str(), REG_BINARY, {1});
+            AddPreset(IdText(1), name, static_cast<BYTE>(name[0]));
+            AddPreset(IdText(1), std::wstring(520, L'a'));
         }
     }
     static HWND List(HWND dialog) { return InFileDialog(dialog, IDC_PRESET_LIST); }
@@ -65,7 +64,8 @@ class PresetView : public MainDialog {
             for (; !over.stop_requested(); ::Sleep(10)) {
                 wchar_t text[32] = L"";  // not asked for: the dialog's thread may be waiting for this one
                 ::InternalGetWindowText(window, text, 32);
-                if (std::wstring_view(text).starts_with(caption))
+                const std::wstring_view shown(text);
+                if (shown.starts_with(caption) && shown.ends_with(L" of 4,000"))
                     ::PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
             }
         });
@@ -113,20 +113,6 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
         ImportFrom(file, {}, {L"does not contain valid presets"});
 }
 
-TEST_F(PresetView, TheNextDialogBeginsInTheFolderOfTheLastFile) {
-    const std::wstring folder = m_files.Path(L"folder");
-    const auto beginsThere = [&](HWND dialog) {
-        wchar_t shown[MAX_PATH] = L"";
-        Send(dialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(shown));
-        EXPECT_EQ(shown, folder);
-    };
-    CreateDirectoryW(folder.c_str(), nullptr);
-    ExportTo(folder + L"\\a.spp");
-    ExportTo(m_file, beginsThere);
-    ImportFrom(folder + L"\\a.spp");
-    ImportFrom({}, beginsThere);
-}
-
 TEST_F(PresetView, ARenamedPresetStaysSelected) {
     const auto rename = [this](const std::wstring& from, const std::wstring& to, int button,
                                const std::wstring& selected) {
@@ -136,7 +122,6 @@ TEST_F(PresetView, ARenamedPresetStaysSelected) {
         }).Expect(L"Rename Preset", [=](HWND prompt) {
             const HWND value = GetDlgItem(prompt, IDC_PROMPT_VALUE);
             EXPECT_EQ(TextOf(value), from);
-            EXPECT_GT(CWindow(value).WindowRect().Width(), from.size() == 1 ? 20 : 500);
             EnterText(value, to);
             support::Press(GetDlgItem(prompt, button));
         });
@@ -187,6 +172,9 @@ TEST_F(PresetView, ThePreviewIsThatOfTheFileThatIsNamed) {
     EXPECT_EQ(StoredPresets(kHallKey), Presets{L"c=1c"});
     SelectPlugins({L"Room"});
     ImportFrom({}, [&](HWND dialog) {
+        wchar_t folder[MAX_PATH] = L"";
+        Send(dialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(folder));
+        EXPECT_EQ(m_files.Folder(), folder) << "that of the last file";
         type(dialog, m_file, 4);
         EXPECT_EQ(support::Rows(List(dialog)), (Names{L"<<Hall>>", L"a", L"b", L"c"}));
     });

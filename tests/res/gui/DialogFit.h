@@ -105,7 +105,6 @@ class CDialogFont {
         m_units = {(TextExtent(m_dc.Get(), letters).width / 26 + 1) / 2, static_cast<int>(metrics.tmHeight)};
     }
 
-    Size Units() const { return m_units; }
     /// Every kind of control has room to lose at its edges: frame, glyph, scroll bar.
     bool CutsOff(const DialogControl& control) const {
         const auto edges = EdgesOf(control);

@@ -20,9 +20,7 @@ class TidyUp : public LayoutTreeDialog {
         AddSurface(7, L"Desk");
     }
     void Tidy() { m_dialog->Send(WM_COMMAND, ID_TIDY_UP); }
-    Popups& Confirm() {
-        return m_popups.Expect(L"Tidy Up", [](HWND list) { support::Press(::GetDlgItem(list, IDOK)); });
-    }
+    Popups& Confirm() { return m_popups.Expect(L"Tidy Up", IDOK); }
     std::vector<std::wstring> Excluded() const {
         return Subkeys(HKEY_CURRENT_USER, L"Software\\Corvane Music Software\\ExcludedPlugIns");
     }
@@ -36,26 +34,21 @@ TEST_F(TidyUp, PutsAwayWhatIsTicked) {
     Choose(kVstEffects);
     SelectPlugins({L"Stays"});
     Build(L"F(a,b),G()");
-    m_popups.Expect(L"Tidy Up", [](HWND list) {
-        EXPECT_EQ(ReviewText(list, {0, 3}),
-                  L"[x]a,In the layout, but missing,\n"
-                  L"[x]b,In the layout, but missing,\n"
-                  L"[ ]Far,Its drive is not there,\n"
-                  L"[x]Hall,File is gone,\n[x]Plate,File is gone,\n"
-                  L"[x]Room,Also there as VST3,\n&Tidy up (5)");
-        support::Press(::GetDlgItem(list, IDOK));
-    });
-    m_popups.Expect(L"The next scan", IDOK);
+    ExpectReview(m_popups, L"Tidy Up", {0, 3},
+                 L"[x]a,In the layout, but missing,\n"
+                 L"[x]b,In the layout, but missing,\n"
+                 L"[ ]Far,Its drive is not there,\n"
+                 L"[x]Hall,File is gone,\n[x]Plate,File is gone,\n"
+                 L"[x]Room,Also there as VST3,\n&Tidy up (5)",
+                 IDOK)
+        .Expect(L"The next scan", IDOK);
     Tidy();
     EXPECT_FALSE(HasPlate());
     EXPECT_EQ(Excluded(), (std::vector{IdText(1), IdText(2)}));
     EXPECT_EQ(Listed(), std::vector<std::wstring>{L"Stays"});
     EXPECT_EQ(Selected(), std::vector<std::wstring>{L"Stays"});
     EXPECT_EQ(Unmarked(Shape()), L"F(),G()");
-    m_popups.Expect(L"Tidy Up", [](HWND list) {
-        EXPECT_EQ(ReviewText(list, {0}), L"[ ]Far,\n&Tidy up (0)");
-        support::Press(::GetDlgItem(list, IDCANCEL));
-    });
+    ExpectReview(m_popups, L"Tidy Up", {0}, L"[ ]Far,\n&Tidy up (0)", IDCANCEL);
     Tidy();
     m_dialog->Send(WM_COMMAND, ID_UNDO);
     EXPECT_EQ(Unmarked(Shape()), L"F(a,b),G()");
@@ -89,22 +82,16 @@ TEST_F(TidyUp, NamesWhatItCouldNotRemoveAndDoesTheRest) {
     EXPECT_EQ(Excluded().size(), 2U);
 }
 
-class TidyUpOfNothing : public LayoutTreeDialog {};
+using TidyUpOfNothing = LayoutTreeDialog;
 
-TEST_F(TidyUpOfNothing, SaysSo) {
+TEST_F(TidyUpOfNothing, SaysSoAndTicksNoEntryOfALayoutWhenTheEnumerationBrokeOff) {
     Open();
     m_popups.Expect(L"nothing to tidy up", IDOK);
     m_dialog->Send(WM_COMMAND, ID_TIDY_UP);
-}
-
-TEST_F(TidyUpOfNothing, TicksNoEntryOfALayoutWhenTheEnumerationBrokeOff) {
     CreateKey(HKEY_CLASSES_ROOT, std::wstring(kSurfaces) + L"no id");
     Open();
     Build(L"a");
-    m_popups.Expect(L"Tidy Up", [](HWND list) {
-        EXPECT_EQ(ReviewText(list, {0}), L"[ ]a,\n&Tidy up (0)");
-        support::Press(::GetDlgItem(list, IDCANCEL));
-    });
+    ExpectReview(m_popups, L"Tidy Up", {0}, L"[ ]a,\n&Tidy up (0)", IDCANCEL);
     m_dialog->Send(WM_COMMAND, ID_TIDY_UP);
     Layout().SetModified(false);
 }

@@ -2,9 +2,7 @@
 #include <array>
 #include <gtest/gtest.h>
 
-#include "ReviewDlg.h"
-#include "resource.h"
-#include "support/WindowActions.h"
+#include "support/ReviewRows.h"
 
 namespace {
 
@@ -17,23 +15,9 @@ class ReviewDlg : public testing::Test {
         m_dialog.Show();
         m_list = m_dialog.Item(IDC_REVIEW_LIST);
     }
-    /// The first column of each row, a plus before the ticked ones and a minus before those without a box,
-    /// and the button.
+    /// The first column of each row, and the button with a mark where it can be pressed.
     std::wstring Shown() const {
-        std::wstring shown;
-        for (int i = 0; i < m_list.SendInt(LVM_GETITEMCOUNT); ++i) {
-            std::array<wchar_t, 32> text{};
-            LVITEMW item{};
-            item.pszText = text.data();
-            item.cchTextMax = 32;
-            m_list.Send(LVM_GETITEMTEXTW, i, &item);
-            const auto state = m_list.Send(LVM_GETITEMSTATE, i, LVIS_STATEIMAGEMASK);
-            shown += (state == INDEXTOSTATEIMAGEMASK(2) ? L"+"
-                      : state == 0                      ? L"-"
-                                                        : L"") +
-                     std::wstring(text.data()) + L",";
-        }
-        return shown + m_dialog.Item(IDOK).Text() + (m_dialog.Item(IDOK).IsEnabled() ? L"!" : L"");
+        return support::ReviewText(m_dialog.Handle(), {0}) + (m_dialog.Item(IDOK).IsEnabled() ? L"!" : L"");
     }
     void SortBy(int column) const {
         NMLISTVIEW click{};
@@ -51,10 +35,7 @@ class ReviewDlg : public testing::Test {
         std::array<BYTE, 256> keys{};
         keys[VK_CONTROL] = 0x80;
         ::SetKeyboardState(keys.data());
-        MSG key{};
-        key.hwnd = m_list.Handle();
-        key.message = WM_KEYDOWN;
-        key.wParam = L'A';
+        MSG key{m_list.Handle(), WM_KEYDOWN, L'A', 0, 0, {}};
         m_list.Focus();
         m_dialog.Translate(key);
         ::SetKeyboardState(std::array<BYTE, 256>{}.data());
@@ -75,21 +56,22 @@ class ReviewDlg : public testing::Test {
 };
 
 TEST_F(ReviewDlg, TicksAndSortsAndCounts) {
-    EXPECT_EQ(Shown(), L"a,+b,c,-d,Restore 1!") << "by the first column";
+    EXPECT_EQ(Shown(), L"[ ]a,\n[x]b,\n[ ]c,\nd,\nRestore 1!") << "by the first column";
     SortBy(0);
-    EXPECT_EQ(Shown(), L"-d,c,+b,a,Restore 1!") << "the other way round";
+    EXPECT_EQ(Shown(), L"d,\n[ ]c,\n[x]b,\n[ ]a,\nRestore 1!") << "the other way round";
     SortBy(1);
-    EXPECT_EQ(Shown(), L"+b,c,-d,a,Restore 1!") << "by number, and what is alike as it was given";
+    EXPECT_EQ(Shown(), L"[x]b,\n[ ]c,\nd,\n[ ]a,\nRestore 1!")
+        << "by number, and what is alike as it was given";
     Tick(2, 2);  // as Space does, on a row without a box
     Tick(3, 2);
     EXPECT_EQ(m_dialog.Checked(), (Rows{0, 1}));
     Tick(0, 1);
     Tick(3, 1);
-    EXPECT_EQ(Shown(), L"b,c,-d,a,Restore 0");
+    EXPECT_EQ(Shown(), L"[ ]b,\n[ ]c,\nd,\n[ ]a,\nRestore 0");
     m_dialog.Send(WM_COMMAND, IDOK);
     ASSERT_TRUE(m_dialog.IsLive()) << "Enter, with nothing ticked";
     CtrlA();
-    EXPECT_EQ(Shown(), L"+b,+c,-d,+a,Restore 3!");
+    EXPECT_EQ(Shown(), L"[x]b,\n[x]c,\nd,\n[x]a,\nRestore 3!");
     CtrlA();
     EXPECT_EQ(m_dialog.Checked(), Rows{});
 }
@@ -99,7 +81,7 @@ TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     m_dialog.Item(IDC_REVIEW_ACTION).Send(BM_CLICK);
     EXPECT_EQ(m_runs, 1);
     m_dialog.Item(IDC_REVIEW_ACTION_2).Send(BM_CLICK);
-    EXPECT_EQ(Shown(), L"x,Restore 0");
+    EXPECT_EQ(Shown(), L"[ ]x,\nRestore 0");
     EXPECT_FALSE(m_dialog.Item(IDC_REVIEW_ACTION_2).IsEnabled());
     EXPECT_TRUE(m_dialog.Item(IDC_REVIEW_ACTION).IsEnabled());
 }

@@ -2,14 +2,12 @@
 
 #include "Backups.h"
 #include "CorvaneKeys.h"
-#include "RegFileText.h"
 #include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
 #include "support/SandboxImporter.h"
 
 namespace {
 
-using support::Bytes;
 using support::Exists;
 using support::SetRaw;
 
@@ -25,12 +23,6 @@ class Backups : public testing::Test {
     DWORD Restore(CBackups& backups, std::size_t which) {
         return backups.Restore(backups.List().at(which), L"back", CWindow(), [](DWORD) { return false; });
     }
-    std::wstring Snapshot() const {
-        std::wstring text;
-        EXPECT_EQ(CRegSnapshot().Take(kWhole, text, [](std::wstring&) { return DWORD{ERROR_SUCCESS}; }),
-                  DWORD{ERROR_SUCCESS});
-        return text;
-    }
 
     const std::wstring m_key = std::wstring(kAudioPresetsKey) + L"\\{11111111-2222-3333-4444-555555555555}";
     const BackupKey kWhole{BackupHive::User, m_key, {}};
@@ -41,32 +33,6 @@ class Backups : public testing::Test {
     int m_imports = 0;
     CBackups m_backups = NewRun();
 };
-
-TEST_F(Backups, WhatWasThereComesBackToTheByteAndTheRestoreCanBeTakenBack) {
-    for (DWORD type = REG_NONE; type <= REG_QWORD + 1; ++type) {
-        const std::wstring name = L"\x3042 " + std::to_wstring(type);
-        SetRaw(HKEY_CURRENT_USER, m_key + L"\\Below", name.c_str(), type, Bytes(L"\"a\\b"));
-        SetRaw(HKEY_CURRENT_USER, m_key, (name + L" odd").c_str(), type, {1, 2, 3});
-    }
-    SetRaw(HKEY_CURRENT_USER, m_key, nullptr, REG_BINARY, std::vector<BYTE>(5'000'000, 0xAB));
-    const std::wstring before = Snapshot(), added = m_files.Path(L"new");
-    {
-        const CBackup backup =
-            m_backups.Make({BackupKind::Presets, L"Delete: a/b", {kWhole}, {m_file, added}});
-        ASSERT_EQ(backup.Error(), DWORD{ERROR_SUCCESS});
-        CRegKey::DeleteTree(HKEY_CURRENT_USER, m_key);
-        ::DeleteFileW(m_file.c_str());
-        m_files.Write(L"new", "new");
-    }
-    ASSERT_EQ(m_backups.List().size(), 1U);
-    EXPECT_EQ(Restore(m_backups, 0), DWORD{ERROR_SUCCESS});
-    EXPECT_TRUE(Snapshot() == before) << "too long to be shown";
-    EXPECT_EQ(m_files.Read(L"Wide"), "old");
-    EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"Backups", L"Wide"}));
-    EXPECT_EQ(Restore(m_backups, 0), DWORD{ERROR_SUCCESS});
-    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, m_key));
-    EXPECT_EQ(m_files.Names(), (std::vector<std::wstring>{L"Backups", L"new"}));
-}
 
 TEST_F(Backups, OnlyTheNamedValuesGoBackAndWhatIsAsItWasIsLeftAlone) {
     for (const wchar_t* name : {L"a", L"b"}) SetRaw(HKEY_CURRENT_USER, m_key, name, REG_BINARY, {1});

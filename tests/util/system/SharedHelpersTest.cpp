@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "AppDataRoot.h"
-#include "ClsidText.h"
 #include "FoldedText.h"
-#include "Resources.h"
 #include "StringRing.h"
 #include "resource.h"
 #include "support/FileSandbox.h"
@@ -39,26 +37,6 @@ TEST(StringRing, A33rdLoadTakesTheFirstBufferAgain) {
     EXPECT_EQ(LoadRingText(IDS_FOUND), first);
     EXPECT_STREQ(first, L"found");
     EXPECT_STREQ(LoadRingText(9999), L"") << "a missing id is an empty text";
-}
-
-TEST(Resources, TextsComeInTheChosenLanguageAndElseInEnglish) {
-    for (const auto& [language, text] :
-         {std::pair(1031, L"Am Host andocken"), std::pair(1054, L"Disable floating")}) {
-        SetResourceLanguage(static_cast<LANGID>(language));  // German, and Thai, which there is none of
-        EXPECT_EQ(LoadText(IDS_DISABLE_FLOATING), text);
-    }
-    SetResourceLanguage(1033);
-}
-
-TEST(ClsidText, IsTheSystemsForm) {
-    constexpr Guid guid = "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid;
-    EXPECT_EQ(ClsidText(guid), L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}");
-    EXPECT_EQ(ParseClsid(L"{0a1b2c3d-4e5f-6071-8293-a4b5c6d7e8f9}"), guid);
-    for (const wchar_t* other :
-         {L"", L"{", L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9", L"No such program id",
-          L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8FG}", L"0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9"}) {
-        EXPECT_FALSE(ParseClsid(other)) << ::testing::PrintToString(other);
-    }
 }
 
 }  // namespace
