@@ -18,11 +18,6 @@
 
 namespace {
 
-/// Widths in dialog units.
-constexpr int kWhenWidth = 102;
-constexpr int kWhatWidth = 238;
-constexpr int kSizeWidth = 52;
-
 /// As the user's settings have it; nothing for a time that is none.
 std::wstring ShownTime(const SYSTEMTIME& utc) {
     SYSTEMTIME local{};
@@ -58,9 +53,9 @@ void CBackupsView::OnBackups() {
          .heading = LoadText(IDS_BACKUPS_HEADING),
          .button = LoadText(IDS_RESTORE_BACKUPS),
          .close = LoadText(IDS_CLOSE)},
-        {{LoadText(IDS_BACKUP_TIME), kWhenWidth, ReviewOrder::ByKey},
-         {LoadText(IDS_BACKUP_STEP), kWhatWidth},
-         {LoadText(IDS_BACKUP_SIZE), kSizeWidth, ReviewOrder::ByKeyRight}},
+        {{LoadText(IDS_BACKUP_TIME), ReviewOrder::ByKey},
+         {LoadText(IDS_BACKUP_STEP)},
+         {LoadText(IDS_BACKUP_SIZE), ReviewOrder::ByKeyRight}},
         ReadRows(),
         {{LoadText(IDS_OPEN_BACKUP_FOLDER), [this](CReviewDlg& open) { OpenFolder(open); }, false},
          {LoadText(IDS_DELETE_BACKUPS), [this](CReviewDlg& open) { Delete(open); }}});

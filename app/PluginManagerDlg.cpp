@@ -1,6 +1,8 @@
 #include "PluginManagerDlg.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
 
 #include "AboutDlg.h"
@@ -31,6 +33,13 @@ bool IsControlAlone() {
 VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
     const bool given = !cmdLine.vstInventoryKey.empty();
     return {.path = given ? cmdLine.vstInventoryKey : kDefaultVstKey, .given = given};
+}
+
+BOOL CALLBACK CancelDialog(HWND window, LPARAM) {
+    std::array<wchar_t, 8> name{};
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    if (name.data() == std::wstring_view(L"#32770")) ::PostMessageW(window, WM_CLOSE, 0, 0);
+    return TRUE;
 }
 
 }  // namespace
@@ -452,4 +461,7 @@ void CPluginManagerDlg::OnDestroy() {
     m_find.OnDestroy();
     m_list.OnDestroy();
     m_tree.OnDestroy();
+    // Lists and questions belong to the host's window, which is another program's: the system leaves them
+    // behind.
+    if (m_host.WasGiven()) ::EnumThreadWindows(::GetCurrentThreadId(), &CancelDialog, 0);
 }

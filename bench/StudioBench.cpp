@@ -10,6 +10,7 @@
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
 #include "Dialog.h"
+#include "Files.h"
 #include "FoldedText.h"
 #include "LayoutFill.h"
 #include "Measure.h"
@@ -31,7 +32,7 @@ void BenchTidyUp(int plugins, CPluginInventory& inventory, const CExclusionList&
             std::vector<FileState> states;
             states.reserve(all.size());
             for (const StudioPlugin& plugin : all) states.push_back(files.Of(plugin.file));
-            FindUntidy(all, states, {}, &FoldedText);
+            FindUntidy(all, states, {}, {&FoldedText, &InCapitals});
         },
         [] { BareEnumeration(BareFiles::Asked); });
 }

@@ -59,7 +59,7 @@ std::vector<PluginTableRow> RowsToList(const CmdArguments& arguments, std::span<
     CFileStates files;
     for (const StudioPlugin& plugin : plugins) all.push_back(RowOf(plugin, files.Of(plugin.file)));
     const auto isThere = [&all](std::size_t i) { return !all[i].missing; };
-    for (const Duplicate& duplicate : FindDuplicates(plugins, isThere, &FoldedText))
+    for (const Duplicate& duplicate : FindDuplicates(plugins, isThere, {&FoldedText, &InCapitals}))
         all[duplicate.plugin].duplicateOf = all[duplicate.original].clsid;
     const std::vector<std::wstring> words = WordsOf(FoldedText(arguments.match));
     std::vector<PluginTableRow> rows;

@@ -112,14 +112,19 @@ CmdExit Perform(const std::wstring& path, const Import& import, CBackups& backup
                     .keys = {},
                     .files = {}};
     step.stays = true;
-    if (auto file = CFileSource::Open(path)) NameImportIn(step, *file, import.plugins, nullptr);
+    auto file = CFileSource::Open(path);
+    if (!file) {
+        SayFileError(path, ::GetLastError());
+        return CmdExit::Failed;
+    }
+    NameImportIn(step, *file, import.plugins, nullptr);
     CBackup backup = backups.Make(step);
     if (backup.Error() != ERROR_SUCCESS) {
         Say(IDS_CMD_NO_BACKUP, SystemErrorText(backup.Error()));
         return CmdExit::Failed;
     }
-    auto file = CFileSource::Open(path);
-    const int result = file ? ImportPresetsOfPlugins(*file, import.plugins) : kPresetIoFailure;
+    file->Seek(0);
+    const int result = ImportPresetsOfPlugins(*file, import.plugins);
     Import left = import;
     // The registry does not tell what it has refused.
     if (result > 0 && Compare(path, left) && left.plugins.empty()) return CmdExit::Done;

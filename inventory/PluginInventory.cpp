@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shlwapi.h>
+
 #include <algorithm>
 #include <array>
 
@@ -14,6 +16,24 @@ namespace {
 
 /// The longest name of a class or a media object, and description of a control surface, in bytes.
 constexpr std::size_t kRegisteredNameBytes = 256;
+
+std::optional<std::wstring> ServerOf(HKEY root, const Guid& clsid) {
+    const auto server =
+        CRegKey::Open(root, L"Software\\Classes\\CLSID\\" + ClsidText(clsid) + L"\\InprocServer32");
+    return server ? server->ReadUnterminated(nullptr, kPathBytes) : std::nullopt;
+}
+
+/// A bare name that is not found is taken for that of a file in the system's folder.
+std::wstring FoundFile(const std::wstring& path) {
+    std::wstring file = UnquotedPath(path);
+    if (!IsBareName(file)) return file;
+    std::array<wchar_t, MAX_PATH> text{};
+    const std::wstring system(text.data(), ::GetSystemDirectoryW(text.data(), MAX_PATH));
+    const std::wstring usual = system + L'\\' + file;
+    if (::PathFileExistsW(usual.c_str())) return usual;
+    const DWORD length = ::SearchPathW(nullptr, file.c_str(), L".dll", MAX_PATH, text.data(), nullptr);
+    return length > 0 && length < MAX_PATH ? std::wstring(text.data(), length) : usual;
+}
 
 }  // namespace
 
@@ -101,15 +121,17 @@ std::optional<std::wstring> CPluginInventory::PathOf(const Guid& clsid, Category
         const auto entry = m_vst.OpenEntry(clsid);
         return entry ? entry->ReadPath(L"FullPath") : std::nullopt;
     }
-    const auto server =
-        CRegKey::Open(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" + clsidText + L"\\InprocServer32");
-    return server ? server->ReadUnterminated(nullptr, kPathBytes) : std::nullopt;
+    return ServerOf(HKEY_LOCAL_MACHINE, clsid);
 }
 
 std::wstring CPluginInventory::FileOf(const Guid& clsid, Category category) const {
-    std::array<wchar_t, MAX_PATH> folder{};
-    const std::wstring system(folder.data(), ::GetSystemDirectoryW(folder.data(), MAX_PATH));
-    return RegisteredFile(PathOf(clsid, category).value_or(L""), system);
+    return FoundFile(PathOf(clsid, category).value_or(L""));
+}
+
+std::wstring CPluginInventory::LoadedFileOf(const Guid& clsid, Category category) const {
+    const bool isServer = !IsVstCategory(category) && !IsLegacyWrapped(category);
+    const auto own = isServer ? ServerOf(HKEY_CURRENT_USER, clsid) : std::nullopt;
+    return own && !own->empty() ? FoundFile(*own) : FileOf(clsid, category);
 }
 
 std::optional<std::wstring> CPluginInventory::RegisteredNameOf(const Guid& clsid, Category category) const {

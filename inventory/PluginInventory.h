@@ -53,6 +53,10 @@ class CPluginInventory {
     /// The same as a path that the system understands; empty when there is none.
     std::wstring FileOf(const Guid& clsid, Category category) const;
 
+    /// The file that the system would load: what is registered for this user alone goes before what is
+    /// registered for all.
+    std::wstring LoadedFileOf(const Guid& clsid, Category category) const;
+
     /// Name of a plug-in where the host reads it; nothing when it is registered under none.
     std::optional<std::wstring> RegisteredNameOf(const Guid& clsid, Category category) const;
 

@@ -23,7 +23,8 @@ std::optional<CFileSource> CFileSource::Open(const std::wstring& path) {
 }
 
 void CFileSource::ReadFrom(std::uint64_t place, std::span<std::byte> bytes) {
-    if (!MoveTo(m_file.Get(), place) || !ReadAll(m_file.Get(), bytes)) throw StreamError();
+    m_failed = m_failed || !MoveTo(m_file.Get(), place) || !ReadAll(m_file.Get(), bytes);
+    if (m_failed) throw StreamError();
 }
 
 void CFileSource::Read(std::span<std::byte> bytes) {

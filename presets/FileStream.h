@@ -8,7 +8,8 @@
 #include "ByteStream.h"
 #include "Files.h"
 
-/// An existing file, opened for reading.
+/// An existing file, opened for reading. Once the system has failed to read from it, it reads no more: of
+/// what a walk has missed, the next one must not come to know.
 class CFileSource : public IByteSource {
   public:
     /// Nothing when it can't be opened; a folder can't.
@@ -27,6 +28,7 @@ class CFileSource : public IByteSource {
     std::uint64_t m_size;
     std::uint64_t m_position = 0;
     std::uint64_t m_bufferStart = 0;
+    bool m_failed = false;
     std::vector<std::byte> m_buffer;
 };
 

@@ -44,17 +44,22 @@ unsigned CPresetListMgr::CountPresets() const {
 void CPresetListMgr::NameIn(BackupStep& step, std::vector<std::wstring> names, bool withFiles) const {
     const std::wstring path = KeyPathOf(m_plugin);
     if (path.empty()) return;
-    const auto key = OpenPluginKey(false);
+    LSTATUS status = ERROR_SUCCESS;
+    const auto key = CRegKey::Open(HKEY_CURRENT_USER, path, KEY_READ, &status);
+    if (!key && status != ERROR_FILE_NOT_FOUND) step.error = static_cast<std::uint32_t>(status);
     const auto nameFile = [&](DWORD type, std::span<const std::byte> data) {
         const std::wstring file = type == REG_SZ ? TextOf(data) : std::wstring();
         if (!file.empty()) step.files.push_back(file);
     };
     if (key && withFiles && names.empty()) {
-        for (CRegValues values(*key, kMaxPresetName); values.Next();) nameFile(values.Type(), values.Data());
+        CRegValues values(*key, kMaxPresetName);
+        while (values.Next()) nameFile(values.Type(), values.Data());
+        if (values.HasFailed()) step.error = ERROR_READ_FAULT;
     }
     for (const std::wstring& name : names) {
         const auto value = key && withFiles ? key->ReadValue(name.c_str()) : std::nullopt;
         if (value) nameFile(value->type, value->data);
+        if (key && withFiles && !value && key->HasValue(name.c_str())) step.error = ERROR_READ_FAULT;
     }
     step.keys.push_back({BackupHive::User, path, std::move(names)});
 }

@@ -16,6 +16,14 @@ void GoOn(const PresetTransferEvents& events) {
     if (events.progress && !events.progress()) throw PresetWorkEnded();
 }
 
+/// Whether the preset counts as stored.
+bool Store(CPresetWriter& writer, const ImportedPreset& preset, const PresetTransferEvents& events) {
+    GoOn(events);
+    const bool stored = writer.StoreImportedPreset(preset);
+    if (writer.HasRefused() && events.invalidPreset) events.invalidPreset(preset.name);
+    return stored;
+}
+
 enum class Written { Yes, Nothing, Failed };
 
 /// Kept: a preset of another type, or whose file is empty or reads short, writes nothing and is still among
@@ -67,7 +75,8 @@ ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plu
     std::uint64_t countPlace = 0;
     std::string file;
     // The count stands before the presets; it is written afterwards, so that the store is read only once.
-    for (CRegValues values(*key, kMaxPresetName); values.Next();) {
+    CRegValues values(*key, kMaxPresetName);
+    while (values.Next()) {
         if (!IsChosen(selection, values.Index())) continue;
         if (record.announced++ == 0) {
             if (withHeader) writer.WriteHeader(1);
@@ -76,6 +85,7 @@ ExportedRecord ExportRecord(CPresetFileWriter& writer, const CPresetListMgr& plu
         }
         if (WriteOrReport(writer, values, file, events)) ++record.written;
     }
+    if (values.HasFailed()) throw StreamError();
     if (record.announced != 0) writer.PatchCount(countPlace, record.announced);
     return record;
 }
@@ -128,8 +138,7 @@ int ImportPresets(IByteSource& file, const CPresetListMgr& plugin, const PresetS
     CPresetFileReader reader(file, AnsiText());
     CPresetWriter writer(plugin);
     return ImportFor(reader, plugin.Plugin(), selection, [&](std::size_t, const ImportedPreset& preset) {
-        GoOn(events);
-        return writer.StoreImportedPreset(preset);
+        return Store(writer, preset, events);
     });
 }
 
@@ -145,8 +154,7 @@ int ImportPresetsOfPlugins(IByteSource& file, std::span<const CPresetListMgr> pl
         writers.emplace_back(plugin);
     }
     return ImportForSeveral(reader, wanted, [&](std::size_t index, const ImportedPreset& preset) {
-        GoOn(events);
-        return writers[index].StoreImportedPreset(preset);
+        return Store(writers[index], preset, events);
     });
 }
 

@@ -11,7 +11,8 @@
 
 /// What a caller learns of a long transfer.
 struct PresetTransferEvents {
-    std::function<void(const std::wstring& name)> invalidPreset;  // this one ends the export
+    /// This one ends the export. Of an import, the registry has refused this one or one before.
+    std::function<void(const std::wstring& name)> invalidPreset;
     std::function<bool()> progress;  // before each preset; false ends the transfer there
 };
 

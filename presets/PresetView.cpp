@@ -39,11 +39,6 @@ std::size_t CountChosen(const std::vector<CPresetListMgr>& plugins, const Preset
     return presets;
 }
 
-// Widths of the review's columns, in dialog units.
-constexpr int kPluginWidth = 160;
-constexpr int kCategoryWidth = 130;
-constexpr int kCountWidth = 55;
-
 std::wstring CategoryText(const Guid& category) {
     const auto* const row = std::ranges::find(kCategories, category, &PluginCategory::guid);
     return row == kCategories.end() ? std::wstring() : LoadText(row->captionId);
@@ -121,7 +116,7 @@ int CPresetView::ExportTo(CFileSink& file, const std::vector<CPresetListMgr>& pl
     return ExportPresetsOfPlugins(file, all, events);
 }
 
-std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
+std::optional<CBackup> CPresetView::BackUpImport(CFileSource& file,
                                                  const std::vector<CPresetListMgr>& plugins,
                                                  const PresetSelection* selection, std::size_t& presets) {
     const CWaitCursor wait;
@@ -131,9 +126,9 @@ std::optional<CBackup> CPresetView::BackUpImport(const std::wstring& path,
                     .name = FormatText(LoadText(IDS_STEP_IMPORT_PRESETS), whose),
                     .keys = {},
                     .files = {}};
-    if (auto file = CFileSource::Open(path)) {
+    {
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
-        const auto named = NameImportIn(step, *file, plugins, selection,
+        const auto named = NameImportIn(step, file, plugins, selection,
                                         {.invalidPreset = {}, .progress = [&work] { return work.Next(); }});
         if (!named || !m_dialog.IsLive()) return std::nullopt;
         presets = *named;
@@ -157,13 +152,15 @@ void CPresetView::Import(const std::vector<PresetPlugin>& chosen) {
 
 int CPresetView::ImportFrom(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
                             const PresetSelection* selection) {
+    // For both: what could not be read for the backup is not imported either.
+    auto file = CFileSource::Open(path);
     std::size_t presets = 0;
-    const auto backup = BackUpImport(path, plugins, selection, presets);
-    if (!backup) return kPresetEnded;
+    const auto backup = file ? BackUpImport(*file, plugins, selection, presets) : std::nullopt;
+    if (file && !backup) return kPresetEnded;
     const int result = [&] {
-        const CWaitCursor wait;
-        auto file = CFileSource::Open(path);
         if (!file) return kPresetIoFailure;
+        const CWaitCursor wait;
+        file->Seek(0);
         CLongWork work(m_dialog, IDC_PRESETS_GROUP, IDS_IMPORTING, presets);
         const PresetTransferEvents events{.invalidPreset = {}, .progress = [&work] { return work.Next(); }};
         return plugins.size() == 1 ? ImportPresets(*file, plugins.front(), selection, events)
@@ -191,10 +188,10 @@ CPresetView::Dropped CPresetView::ImportDropped(const std::wstring& path, const 
     CReviewDlg review({.caption = FormatText(LoadText(IDS_IMPORT_FILE), FileNameOf(path)),
                        .heading = LoadText(IDS_IMPORT_FILE_HEADING),
                        .button = LoadText(IDS_IMPORT_TICKED)},
-                      {{LoadText(IDS_FILE_PLUGIN), kPluginWidth},
-                       {LoadText(IDS_FILE_CATEGORY), kCategoryWidth},
-                       {LoadText(IDS_FILE_PRESETS), kCountWidth, ReviewOrder::ByKeyRight},
-                       {LoadText(IDS_FILE_REPLACED), kCountWidth, ReviewOrder::ByKeyRight}},
+                      {{LoadText(IDS_FILE_PLUGIN)},
+                       {LoadText(IDS_FILE_CATEGORY)},
+                       {LoadText(IDS_FILE_PRESETS), ReviewOrder::ByKeyRight},
+                       {LoadText(IDS_FILE_REPLACED), ReviewOrder::ByKeyRight}},
                       RowsOf(found));
     if (review.RunModal(m_dialog.Handle()) != IDOK || !m_dialog.IsLive()) return Dropped::Left;
     std::vector<CPresetListMgr> chosen;

@@ -33,7 +33,7 @@ class CPresetView {
     void Report(const std::wstring& text) const;
 
     /// Nothing when the import must not be done. `presets` is how many it will bring.
-    std::optional<CBackup> BackUpImport(const std::wstring& path, const std::vector<CPresetListMgr>& plugins,
+    std::optional<CBackup> BackUpImport(CFileSource& file, const std::vector<CPresetListMgr>& plugins,
                                         const PresetSelection* selection, std::size_t& presets);
 
     CDialog& m_dialog;

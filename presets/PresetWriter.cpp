@@ -46,8 +46,8 @@ bool CPresetWriter::StoreImportedPreset(const ImportedPreset& preset) {
     if (!m_key) m_key = m_plugin.OpenPluginKey(true);
     if (!m_key) return false;
     if (GoesToFile(preset.type, preset.data.size())) return StoreInFile(preset);
-    // Kept: the registry's answer is not checked.
-    m_key->WriteValue(preset.name.c_str(), REG_BINARY, preset.data);
+    // Kept: it counts as stored whatever the registry answers.
+    m_refused = !m_key->WriteValue(preset.name.c_str(), REG_BINARY, preset.data) || m_refused;
     return true;
 }
 

@@ -25,6 +25,8 @@ class CPresetWriter {
     /// or key, folder or file can't be written; then nothing was stored, and what was there before is there
     /// still.
     bool StoreImportedPreset(const ImportedPreset& preset);
+    /// The registry has refused a preset that counts as stored.
+    bool HasRefused() const { return m_refused; }
 
   private:
     bool StoreInFile(const ImportedPreset& preset);
@@ -35,6 +37,7 @@ class CPresetWriter {
 
     const CPresetListMgr& m_plugin;
     std::optional<CRegKey> m_key;
+    bool m_refused = false;
     std::wstring m_folder;  // empty until it is needed
     /// Which presets name which file, in capitals; nothing until it is needed.
     std::optional<std::multimap<std::wstring, std::wstring>> m_presetsOfFiles;

@@ -30,16 +30,16 @@ struct Keys {
     Key file;   // file, name and category; of a VST the unique id, too, since a shell may repeat names
 };
 
-Keys KeysOf(const StudioPlugin& plugin, const FoldText& fold) {
+Keys KeysOf(const StudioPlugin& plugin, const TextFolds& fold) {
     Keys keys;
     const Category category = plugin.item.category;
-    const std::wstring name = ComparedText(plugin.name, fold);
-    const std::wstring vendor = ComparedText(plugin.vendor, fold);
+    const std::wstring name = ComparedText(plugin.name, fold.text);
+    const std::wstring vendor = ComparedText(plugin.vendor, fold.text);
     if (name.empty()) return keys;
     if (!vendor.empty()) keys.maker = Joined(category, name, vendor);
     if (!vendor.empty() && IsVst2(category)) keys.vst3 = Joined(AsVst3(category), name, vendor);
     if (!plugin.file.empty())
-        keys.file = Joined(category, name, fold(plugin.file) + L'\0' + std::to_wstring(plugin.uniqueId));
+        keys.file = Joined(category, name, fold.path(plugin.file) + L'\0' + std::to_wstring(plugin.uniqueId));
     return keys;
 }
 
@@ -79,7 +79,8 @@ std::wstring ComparedText(const std::wstring& text, const FoldText& fold) {
 }
 
 std::vector<Duplicate> FindDuplicates(std::span<const StudioPlugin> plugins,
-                                      const std::function<bool(std::size_t)>& isThere, const FoldText& fold) {
+                                      const std::function<bool(std::size_t)>& isThere,
+                                      const TextFolds& fold) {
     std::vector<std::pair<std::size_t, Keys>> counted;
     CFirsts makers;
     CFirsts files;

@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "Files.h"
 #include "FoldedText.h"
 #include "MessageCaption.h"
 #include "NameOrder.h"
@@ -124,7 +125,7 @@ void CLayoutFill::Fill(FillOrder order) {
         const std::vector<StudioPlugin> plugins = ListAllPlugins(m_inventory, m_exclusions);
         const PlanTexts texts{
             .captionOf = [](Category category) { return LoadText(RowOf(category).captionId); },
-            .fold = &FoldedText};
+            .fold = {.text = &FoldedText, .path = &InCapitals}};
         const FolderPlan plan = PlanLayout(plugins, m_tree.Layout().Plugins(), order, texts);
         filled = !plan.folders.empty();
         if (!filled) return;

@@ -9,12 +9,13 @@ namespace {
 using Guids = std::unordered_set<Guid, GuidHash>;
 
 /// What makes a plug-in the same as another one to a menu; empty when no file is known.
-std::wstring EntryKey(const StudioPlugin& plugin, const FoldText& fold) {
-    return plugin.file.empty() ? std::wstring() : fold(plugin.file) + L'\0' + ComparedText(plugin.name, fold);
+std::wstring EntryKey(const StudioPlugin& plugin, const TextFolds& fold) {
+    return plugin.file.empty() ? std::wstring()
+                               : fold.path(plugin.file) + L'\0' + ComparedText(plugin.name, fold.text);
 }
 
 std::vector<std::size_t> FindLacking(std::span<const StudioPlugin> plugins, Guids present,
-                                     const FoldText& fold) {
+                                     const TextFolds& fold) {
     const auto isIn = [&](const StudioPlugin& plugin) {
         return present.contains(plugin.item.clsid) || present.contains(plugin.item.md5Clsid);
     };
@@ -91,15 +92,16 @@ struct Growing {
 FolderPlan PlanLayout(std::span<const StudioPlugin> plugins, const Guids& inLayout, FillOrder order,
                       const PlanTexts& texts) {
     const std::vector<std::size_t> lacking = FindLacking(plugins, inLayout, texts.fold);
-    const CVendors vendors(plugins, lacking, texts.fold);
+    const FoldText& fold = texts.fold.text;
+    const CVendors vendors(plugins, lacking, fold);
     Growing top;
     for (const std::size_t i : lacking) {
         const std::wstring caption = Trimmed(texts.captionOf(plugins[i].item.category));
-        const std::wstring vendor = vendors.NameOf(ComparedText(plugins[i].vendor, texts.fold));
+        const std::wstring vendor = vendors.NameOf(ComparedText(plugins[i].vendor, fold));
         const bool byVendor = order == FillOrder::ByVendor && !vendor.empty();
-        Growing& folder = top.Folder(byVendor ? vendor : caption, texts.fold);
+        Growing& folder = top.Folder(byVendor ? vendor : caption, fold);
         const bool inside = order == FillOrder::ByCategoryThenVendor && !vendor.empty();
-        (inside ? folder.Folder(vendor, texts.fold) : folder).plan.plugins.push_back(i);
+        (inside ? folder.Folder(vendor, fold) : folder).plan.plugins.push_back(i);
     }
     return std::move(top).Finished();
 }

@@ -23,7 +23,7 @@ struct FolderPlan {
 /// What a plan needs to know of texts.
 struct PlanTexts {
     std::function<std::wstring(Category)> captionOf;
-    FoldText fold;
+    TextFolds fold;
 };
 
 /// The folder that stands for the top level, in which there are folders only, all in the order of the

@@ -55,7 +55,7 @@ std::vector<StudioPlugin> ListAllPlugins(const CPluginInventory& inventory,
                                     .namesake = namesakes[entry.clsid]++},
                            .name = *entry.name,
                            .vendor = {},
-                           .file = inventory.FileOf(entry.clsid, *entry.category)});
+                           .file = inventory.LoadedFileOf(entry.clsid, *entry.category)});
     }
     for (const auto& [id, record] : records) {
         if (HasRow(id, record) && !StandsUnderPluginId(inventory.Vst(), id, record))

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <set>
 
@@ -138,10 +139,19 @@ DWORD ExportPresetsTo(const std::wstring& path, std::span<const SetToSave::Prese
     return ReplaceFileBy(path, [&](const std::wstring& beside) -> DWORD {
         if (IsThere(beside)) return ERROR_FILE_EXISTS;
         auto file = CFileSink::Create(beside);
-        if (!file) return ::GetLastError();
+        if (!file) {
+            const DWORD error = ::GetLastError();
+            CPatience patience;
+            DeleteHeldFile(beside, patience);  // one that was made, but could not be used
+            return error;
+        }
         const PresetTransferEvents events{.invalidPreset = {}, .progress = goOn};
         const int result = ExportPresetsOfPlugins(*file, plugins, events);
-        if (result >= 0) return ERROR_SUCCESS;
+        // Presets that the list has were readable then.
+        const auto expected = [](int sum, const SetToSave::Presets& of) {
+            return sum + static_cast<int>(of.count);
+        };
+        if (result == std::accumulate(presets.begin(), presets.end(), 0, expected)) return ERROR_SUCCESS;
         file.reset();
         CPatience patience;
         DeleteHeldFile(beside, patience);

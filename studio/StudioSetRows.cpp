@@ -11,11 +11,6 @@
 
 namespace {
 
-// Widths of the columns, in dialog units.
-constexpr int kWhatWidth = 76;
-constexpr int kNameWidth = 140;
-constexpr int kChangeWidth = 176;
-
 /// By part.
 constexpr std::array<UINT, 4> kParts = {IDS_SET_EXCLUSIONS, IDS_SET_NAMES, IDS_SET_LAYOUTS, IDS_FILE_PRESETS};
 struct TroubleRow {
@@ -69,9 +64,8 @@ std::wstring ChangeText(const SetEntry& entry) {
 }  // namespace
 
 std::vector<ReviewColumn> StudioSetColumns() {
-    return {{LoadText(IDS_SET_WHAT), kWhatWidth, ReviewOrder::ByKey},
-            {LoadText(IDS_SET_NAME), kNameWidth},
-            {LoadText(IDS_SET_CHANGE), kChangeWidth}};
+    return {
+        {LoadText(IDS_SET_WHAT), ReviewOrder::ByKey}, {LoadText(IDS_SET_NAME)}, {LoadText(IDS_SET_CHANGE)}};
 }
 
 std::vector<ReviewRow> RowsOf(const SetToSave& save, const std::wstring& noLayoutFolder) {

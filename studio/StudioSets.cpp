@@ -59,11 +59,12 @@ std::vector<CPresetListMgr> ChosenForPresets(const SetToLoad& load) {
 class CLoading {
   public:
     CLoading(const CPluginInventory& inventory, CFriendlyNames& names, const std::wstring& layoutFolder,
-             const SetToLoad& load, const SetEvents& events)
+             const SetToLoad& load, CFileSource* presets, const SetEvents& events)
         : m_inventory(inventory),
           m_names(names),
           m_layoutFolder(layoutFolder),
           m_load(load),
+          m_presets(presets),
           m_events(events) {}
 
     /// Gives the system's error, ERROR_CANCELLED when the user has ended it.
@@ -121,18 +122,21 @@ class CLoading {
     }
 
     DWORD ImportPresets() const {
-        const std::vector<CPresetListMgr> plugins = ChosenForPresets(m_load);
-        if (plugins.empty()) return ERROR_SUCCESS;
-        auto file = CFileSource::Open(m_load.presetFile);
-        if (!file) return ::GetLastError();
-        return ErrorOf(ImportPresetsOfPlugins(
-            *file, plugins, {.invalidPreset = {}, .progress = [this] { return GoesOn(m_events); }}));
+        if (!m_presets) return ERROR_SUCCESS;
+        m_presets->Seek(0);
+        bool refused = false;
+        const DWORD error =
+            ErrorOf(ImportPresetsOfPlugins(*m_presets, ChosenForPresets(m_load),
+                                           {.invalidPreset = [&](const std::wstring&) { refused = true; },
+                                            .progress = [this] { return GoesOn(m_events); }}));
+        return error == ERROR_SUCCESS && refused ? DWORD{ERROR_ACCESS_DENIED} : error;
     }
 
     const CPluginInventory& m_inventory;
     CFriendlyNames& m_names;
     const std::wstring& m_layoutFolder;
     const SetToLoad& m_load;
+    CFileSource* m_presets;  // null when none are chosen
     const SetEvents& m_events;
     std::vector<std::pair<PluginListItem, std::wstring>> m_renamed;  // with the names from before
 };
@@ -295,7 +299,7 @@ bool CStudioSets::PlanPresets(const std::wstring& path, SetToLoad& load, const S
 }
 
 /// What the load will change.
-BackupStep CStudioSets::StepFor(const SetToLoad& load, const std::wstring& name) const {
+BackupStep CStudioSets::StepFor(const SetToLoad& load, const std::wstring& name, CFileSource* presets) const {
     BackupStep step{.kind = BackupKind::Studio, .name = name, .keys = {}, .files = {}};
     step.stays = true;
     const auto isExclusion = [](const SetEntry& entry) {
@@ -311,18 +315,22 @@ BackupStep CStudioSets::StepFor(const SetToLoad& load, const std::wstring& name)
         std::wstring key = plugin ? m_inventory.Vst().EntryPath(plugin->item.clsid) : std::wstring();
         if (!key.empty()) step.keys.push_back({BackupHive::User, std::move(key), {L"FullName"}});
     }
-    const std::vector<CPresetListMgr> plugins = ChosenForPresets(load);
-    if (auto file = plugins.empty() ? std::nullopt : CFileSource::Open(load.presetFile))
-        NameImportIn(step, *file, plugins, nullptr);
+    if (presets) NameImportIn(step, *presets, ChosenForPresets(load), nullptr);
     return step;
 }
 
 SetOutcome CStudioSets::Load(const SetToLoad& load, const std::wstring& step, const CWindow& owner,
                              const SetEvents& events) {
     if (load.CountChosen() == 0) return {SetResult::NothingToDo};
-    CBackup backup = m_backups.Make(StepFor(load, step));
+    std::optional<CFileSource> presets;
+    if (!ChosenForPresets(load).empty()) {
+        presets = CFileSource::Open(load.presetFile);
+        if (!presets) return Refused(::GetLastError());
+    }
+    CFileSource* const file = presets ? &*presets : nullptr;
+    CBackup backup = m_backups.Make(StepFor(load, step, file));
     if (const auto refusal = RefusalOf(backup, events)) return *refusal;
-    CLoading loading(m_inventory, m_names, m_layoutFolder, load, events);
+    CLoading loading(m_inventory, m_names, m_layoutFolder, load, file, events);
     const DWORD error = loading.Run();
     if (error != ERROR_SUCCESS) {
         loading.TakeNamesBack();

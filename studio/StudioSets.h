@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Backups.h"
+#include "FileStream.h"
 #include "FriendlyNames.h"
 #include "PluginInventory.h"
 #include "PresetListMgr.h"
@@ -125,7 +126,7 @@ class CStudioSets {
 
   private:
     bool PlanPresets(const std::wstring& path, SetToLoad& load, const SetEvents& events) const;
-    BackupStep StepFor(const SetToLoad& load, const std::wstring& name) const;
+    BackupStep StepFor(const SetToLoad& load, const std::wstring& name, CFileSource* presets) const;
 
     CPluginInventory& m_inventory;
     CFriendlyNames& m_names;

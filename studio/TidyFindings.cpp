@@ -34,7 +34,7 @@ std::optional<TidyFinding> FindingOf(const StudioPlugin& plugin, FileState state
 }  // namespace
 
 std::vector<TidyFinding> FindUntidy(std::span<const StudioPlugin> plugins, std::span<const FileState> states,
-                                    std::span<const SharedLayoutItem> layout, const FoldText& fold) {
+                                    std::span<const SharedLayoutItem> layout, const TextFolds& fold) {
     std::vector<std::optional<TidyFinding>> found(plugins.size());
     const auto isThere = [&](std::size_t i) {
         return states[i] == FileState::There || plugins[i].file.empty();

@@ -27,7 +27,7 @@ struct TidyFinding {
 /// One finding a plug-in at most, in their order, and then those of the layout. `states` has one for each
 /// plug-in; a plug-in that no registration names a file of counts as there.
 std::vector<TidyFinding> FindUntidy(std::span<const StudioPlugin> plugins, std::span<const FileState> states,
-                                    std::span<const SharedLayoutItem> layout, const FoldText& fold);
+                                    std::span<const SharedLayoutItem> layout, const TextFolds& fold);
 
 struct IdToExclude {
     std::size_t plugin = 0;

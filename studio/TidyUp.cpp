@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "BackupQuestion.h"
+#include "Files.h"
 #include "FoldedText.h"
 #include "LongWork.h"
 #include "MessageCaption.h"
@@ -17,13 +18,6 @@
 #include "resource.h"
 
 namespace {
-
-// Widths of the columns, in dialog units.
-constexpr int kNameWidth = 76;
-constexpr int kVendorWidth = 50;
-constexpr int kCategoryWidth = 47;
-constexpr int kWhyWidth = 112;
-constexpr int kFileWidth = 113;
 
 /// By reason.
 constexpr std::array<UINT, 6> kReasons = {IDS_TIDY_GONE,  IDS_TIDY_OUT_OF_REACH, IDS_TIDY_ALSO_VST3,
@@ -80,7 +74,8 @@ bool CTidyUp::Look(State& state) {
         state.files.push_back(files.Of(plugin.file));
     }
     state.layout = ItemsOf(m_rooms.tree, m_rooms.tree.Layout());
-    state.findings = FindUntidy(state.plugins, state.files, state.layout, &FoldedText);
+    state.findings =
+        FindUntidy(state.plugins, state.files, state.layout, {.text = &FoldedText, .path = &InCapitals});
     // What an enumeration that broke off has not come to may well be there.
     for (TidyFinding& finding : state.findings)
         finding.ticked &= finding.action != TidyAction::TakeOut || m_rooms.inventory.IsComplete();
@@ -111,15 +106,12 @@ void CTidyUp::OnTidyUp() {
     State state;
     if (!Look(state) || !m_dialog.IsLive()) return;
     if (state.findings.empty()) return Say(LoadText(IDS_TIDY_NOTHING), MB_ICONINFORMATION);
-    CReviewDlg list({.caption = LoadText(IDS_STEP_TIDY_UP),
-                     .heading = LoadText(IDS_TIDY_HEADING),
-                     .button = LoadText(IDS_TIDY_TICKED)},
-                    {{PluginTitle(0), kNameWidth},
-                     {PluginTitle(1), kVendorWidth},
-                     {PluginTitle(2), kCategoryWidth},
-                     {LoadText(IDS_TIDY_WHY), kWhyWidth},
-                     {PluginTitle(4), kFileWidth}},
-                    RowsOf(state));
+    CReviewDlg list(
+        {.caption = LoadText(IDS_STEP_TIDY_UP),
+         .heading = LoadText(IDS_TIDY_HEADING),
+         .button = LoadText(IDS_TIDY_TICKED)},
+        {{PluginTitle(0)}, {PluginTitle(1)}, {PluginTitle(2)}, {LoadText(IDS_TIDY_WHY)}, {PluginTitle(4)}},
+        RowsOf(state));
     if (list.RunModal(m_dialog.Handle()) == IDOK && m_dialog.IsLive())
         Tidy(state, TickedOf(state, list.Checked()));
 }
@@ -160,18 +152,18 @@ bool CTidyUp::HasRoomFor(const std::vector<IdToExclude>& exclusions) const {
     return false;
 }
 
-void CTidyUp::Tidy(const State& state, const Ticked& ticked) {
+void CTidyUp::Tidy(const State& state, Ticked ticked) {
     const CWaitCursor wait;
-    const std::vector<IdToExclude> exclusions = ExclusionsOf(state.plugins, ticked.excluded);
+    std::vector<IdToExclude> exclusions = ExclusionsOf(state.plugins, ticked.excluded);
     if (!HasRoomFor(exclusions) || !ChangePlugins(state, ticked, exclusions) || !m_dialog.IsLive()) return;
     if (!ticked.items.empty())
         m_rooms.tree.Edit(IDS_STEP_TIDY_UP, [&] { m_rooms.tree.Layout().Delete(ticked.items); });
     Report(state, ticked, exclusions);
 }
 
-/// One backup for all. False when the user would not have it go on.
-bool CTidyUp::ChangePlugins(const State& state, const Ticked& ticked,
-                            const std::vector<IdToExclude>& exclusions) {
+/// One backup for all. False when the user would not have it begin; what it was ended before is taken off the
+/// lists.
+bool CTidyUp::ChangePlugins(const State& state, Ticked& ticked, std::vector<IdToExclude>& exclusions) {
     BackupStep step{
         .kind = BackupKind::Registry, .name = LoadText(IDS_STEP_TIDY_UP), .keys = {}, .files = {}};
     for (const std::size_t i : ticked.removed) {
@@ -180,22 +172,29 @@ bool CTidyUp::ChangePlugins(const State& state, const Ticked& ticked,
     }
     const auto backup = BackUpOrAsk(m_rooms.backups, step, m_dialog.Handle());
     if (!backup || !m_dialog.IsLive()) return false;
-    bool ended = false;
     {
         CLongWork work(m_dialog, IDC_EXCLUSION_GROUP, IDS_TIDYING, ticked.removed.size() + exclusions.size());
-        const auto goesOn = [&] { return work.Next() && m_dialog.IsLive(); };
-        for (const std::size_t i : ticked.removed) {
-            if (!goesOn()) break;
+        const auto cut = [&](auto& list, const auto& change) {
+            const auto left = std::ranges::find_if_not(list, [&](const auto& each) {
+                if (!work.Next() || !m_dialog.IsLive()) return false;
+                change(each);
+                return true;
+            });
+            list.erase(left, list.end());
+        };
+        cut(ticked.removed, [&](std::size_t i) {
             UnregisterPlugin(state.plugins[i].item.clsid, state.plugins[i].item.category);
-        }
-        for (const IdToExclude& each : exclusions) {
-            if (!goesOn()) break;
+        });
+        cut(exclusions, [&](const IdToExclude& each) {
             CExclusionList::Exclude(each.clsid, state.plugins[each.plugin].name);
+        });
+        if (work.WasEnded()) {
+            ticked.items.clear();
+            ticked.scanHelps = false;
         }
-        ended = work.WasEnded();
     }
     if (m_dialog.IsLive()) Refresh(ticked);
-    return !ended;
+    return true;
 }
 
 void CTidyUp::Refresh(const Ticked& ticked) const {

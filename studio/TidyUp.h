@@ -47,9 +47,9 @@ class CTidyUp {
     bool Look(State& state);
     std::vector<ReviewRow> RowsOf(const State& state) const;
     static Ticked TickedOf(const State& state, const std::vector<std::size_t>& rows);
-    void Tidy(const State& state, const Ticked& ticked);
+    void Tidy(const State& state, Ticked ticked);
     bool HasRoomFor(const std::vector<IdToExclude>& exclusions) const;
-    bool ChangePlugins(const State& state, const Ticked& ticked, const std::vector<IdToExclude>& exclusions);
+    bool ChangePlugins(const State& state, Ticked& ticked, std::vector<IdToExclude>& exclusions);
     void Refresh(const Ticked& ticked) const;
     void Report(const State& state, const Ticked& ticked, const std::vector<IdToExclude>& exclusions) const;
     void Say(const std::wstring& text, UINT look) const;

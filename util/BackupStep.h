@@ -1,6 +1,7 @@
 // What a step of the program will change or remove.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,4 +25,6 @@ struct BackupStep {
     bool oncePerRun = false;
     /// The backup is kept also when the step has only added something, so that it can be taken back.
     bool stays = false;
+    /// The system's error that has kept something from being named: there is no backup then.
+    std::uint32_t error = 0;
 };

@@ -98,9 +98,10 @@ CBackup CBackups::Make(const BackupStep& step, bool stays, const std::function<b
                         });
     const bool isEmpty =
         step.keys.empty() && (stays ? step.files.empty() : std::ranges::none_of(step.files, &IsThere));
-    if (isKept || isEmpty) return backup;
+    if (step.error == ERROR_SUCCESS && (isKept || isEmpty)) return backup;
     BackupEntry& entry = backup.m_entry;
-    DWORD error = Begin(entry, step.kind, step.name);
+    DWORD error = step.error;
+    if (error == ERROR_SUCCESS) error = Begin(entry, step.kind, step.name);
     if (error == ERROR_SUCCESS) error = CopyFiles(backup, step, goOn);
     if (error == ERROR_SUCCESS) error = WriteKeys(backup, step);
     if (error == ERROR_SUCCESS) error = WriteBackupRecord(entry.folder + kBackupRecordFile, entry.record);
@@ -122,11 +123,11 @@ DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step, const std::fu
             if (seen) return ERROR_BAD_PATHNAME;
             continue;
         }
-        const DWORD attributes = seen ? 0 : ::GetFileAttributesW(path.c_str());
-        if (!seen && attributes != INVALID_FILE_ATTRIBUTES) {
+        if (!seen && IsThere(path)) {
+            const DWORD attributes = ::GetFileAttributesW(path.c_str());
             // No step takes a folder for a file.
-            if (attributes & FILE_ATTRIBUTE_DIRECTORY) continue;
-            return error;
+            if (attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY) continue;
+            return error == ERROR_SUCCESS ? DWORD{ERROR_OPEN_FAILED} : error;
         }
         record.files.push_back({path, {}});
         if (!seen) continue;

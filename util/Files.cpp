@@ -9,6 +9,10 @@ constexpr DWORD kRetryEvery = 50;      // ms
 constexpr ULONGLONG kNamesToTry = 100;
 /// One call to the system moves at most this much.
 constexpr std::size_t kMostAtOnce = 0x40000000;
+/// Any other error may be one of a file that is there.
+constexpr DWORD kNotThere[] = {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_INVALID_DRIVE,
+                               ERROR_NOT_READY,      ERROR_BAD_NETPATH,    ERROR_BAD_NET_NAME,
+                               ERROR_INVALID_NAME,   ERROR_BAD_PATHNAME};
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 UniqueFile OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
@@ -189,12 +193,17 @@ DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from) {
 }
 
 bool IsThere(const std::wstring& path) {
-    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES ||
+           std::ranges::find(kNotThere, ::GetLastError()) == std::end(kNotThere);
 }
 
 std::wstring FullPathOf(const std::wstring& path) {
     std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    const auto size = static_cast<DWORD>(full.size());
+    const DWORD length = size == 0 ? 0 : ::GetFullPathNameW(path.c_str(), size, full.data(), nullptr);
+    // Where the system has no room for it, the path may well be full already.
+    if (length == 0 || length >= size) return path;
+    full.resize(length);
     return full;
 }
 

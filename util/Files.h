@@ -58,7 +58,7 @@ DWORD FlushToDisk(const std::wstring& path);
 /// As ReplaceFileContents, with the contents of another file.
 DWORD ReplaceFileByCopy(const std::wstring& path, const std::wstring& from);
 
-/// A file or a folder, of whatever kind.
+/// A file or a folder, of whatever kind. True also where the system can't tell.
 bool IsThere(const std::wstring& path);
 /// Where the system would look for it: a path may be relative, or have detours.
 std::wstring FullPathOf(const std::wstring& path);

@@ -39,7 +39,9 @@ bool CRegValues::Next() {
         m_index = m_next++;
         const LSTATUS status = ReadAt(m_index);
         if (status == ERROR_SUCCESS && m_nameLength <= m_maxName) return true;
+        if (status == ERROR_SUCCESS || status == ERROR_MORE_DATA) continue;
         // Any other error, such as that of a deleted key, would come back for every further index.
-        if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return false;
+        m_failed = status != ERROR_NO_MORE_ITEMS;
+        return false;
     }
 }

@@ -22,6 +22,8 @@ class CRegValues {
 
     /// False at the end.
     bool Next();
+    /// The end came by an error, and not behind the last value.
+    bool HasFailed() const { return m_failed; }
     DWORD Index() const { return m_index; }
     /// These last until the next call of Next.
     const wchar_t* Name() const { return m_name.data(); }
@@ -34,6 +36,7 @@ class CRegValues {
     const CRegKey& m_key;
     DWORD m_maxName;
     bool m_withData;
+    bool m_failed = false;
     DWORD m_next = 0;
     DWORD m_index = 0;
     DWORD m_nameLength = 0;

@@ -49,6 +49,21 @@ std::vector<int> PlacesOf(const std::vector<ReviewRow>& rows, std::size_t column
     return places;
 }
 
+/// The narrowest first: what one does not want of its share is left for wider ones.
+std::vector<int> SharedOut(const std::vector<int>& wanted, int room) {
+    std::vector<std::size_t> order(wanted.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, {}, [&](std::size_t column) { return wanted[column]; });
+    std::vector<int> widths(wanted.size());
+    auto takers = static_cast<int>(order.size());
+    for (const std::size_t column : order) {
+        const int share = room / takers;
+        widths[column] = --takers > 0 ? std::min(wanted[column], share) : share;
+        room -= widths[column];
+    }
+    return widths;
+}
+
 int CALLBACK ComparePlaces(LPARAM a, LPARAM b, LPARAM places) {
     const auto& all = *reinterpret_cast<const std::vector<int>*>(places);
     return all[static_cast<std::size_t>(a)] - all[static_cast<std::size_t>(b)];
@@ -111,7 +126,15 @@ bool CReviewDlg::OnInitDialog() {
     m_list.Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, kStyle);
     AddColumns();
     Fill();
+    WidenForColumns();
     return true;
+}
+
+Rect CReviewDlg::ScreenArea() const {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTONEAREST), &monitor);
+    return FromSystem(monitor.rcWork);
 }
 
 /// Where the screen is too low for the dialog, the list is lower.
@@ -120,10 +143,7 @@ void CReviewDlg::FitScreen() {
     RECT designed{0, 0, REVIEW_DIALOG_WIDTH, REVIEW_DIALOG_HEIGHT};
     ::MapDialogRect(m_hwnd, &designed);
     m_client = {static_cast<int>(designed.right), static_cast<int>(designed.bottom)};
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTONEAREST), &monitor);
-    const Rect area = FromSystem(monitor.rcWork);
+    const Rect area = ScreenArea();
     Rect window = WindowRect();
     if (area.Height() > 0 && window.Height() > area.Height()) {
         window.top = area.top;
@@ -132,25 +152,64 @@ void CReviewDlg::FitScreen() {
                        SWP_NOZORDER | SWP_NOACTIVATE);
     }
     m_smallest = {window.Width(), window.Height()};
+    const int scrollBar = ::GetSystemMetricsForDpi(SM_CXVSCROLL, m_dpi);
+    m_besideColumns = m_client.width - m_list.ClientRect().Width() + scrollBar;
     OnSize({ClientRect().Width(), ClientRect().Height()});
-}
-
-int CReviewDlg::Width(int dialogUnits) const {
-    RECT width{0, 0, dialogUnits, 0};
-    ::MapDialogRect(m_hwnd, &width);
-    return width.right;
 }
 
 void CReviewDlg::AddColumns() const {
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         std::wstring title = m_columns[i].title;
         LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+        column.mask = LVCF_TEXT | LVCF_FMT;
         column.fmt = m_columns[i].order == ReviewOrder::ByKeyRight ? LVCFMT_RIGHT : LVCFMT_LEFT;
-        column.cx = Width(m_columns[i].width);
         column.pszText = title.data();
         m_list.Send(LVM_INSERTCOLUMNW, i, &column);
     }
+}
+
+void CReviewDlg::MeasureColumns() {
+    // The last column is given what is left of the list, whatever it wants.
+    LVCOLUMNW behind{};
+    m_list.Send(LVM_INSERTCOLUMNW, m_columns.size(), &behind);
+    m_wanted.assign(m_columns.size(), 0);
+    for (const int kind : {LVSCW_AUTOSIZE, LVSCW_AUTOSIZE_USEHEADER}) {
+        for (std::size_t i = 0; i < m_columns.size(); ++i)
+            m_list.Send(LVM_SETCOLUMNWIDTH, i, MAKELPARAM(kind, 0));
+        std::ranges::transform(m_wanted, ColumnWidths(), m_wanted.begin(),
+                               [](int a, int b) { return std::max(a, b); });
+    }
+    m_list.Send(LVM_DELETECOLUMN, m_columns.size());
+    ShareOutColumns();
+}
+
+/// To both sides, and within the screen.
+void CReviewDlg::WidenForColumns() {
+    const int more = std::accumulate(m_wanted.begin(), m_wanted.end(), 0) - RoomForColumns();
+    if (more <= 0) return;
+    const Rect area = ScreenArea();
+    const Rect window = WindowRect();
+    const int width = std::max(std::min(window.Width() + more, area.Width()), window.Width());
+    const int left = std::max(std::min(window.left - more / 2, area.right - width), area.left);
+    ::SetWindowPos(m_hwnd, nullptr, left, window.top, width, window.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+int CReviewDlg::RoomForColumns() const {
+    const int beside = ::MulDiv(m_besideColumns, static_cast<int>(m_dpi), static_cast<int>(m_smallestDpi));
+    return std::max(m_client.width - beside, 0);
+}
+
+void CReviewDlg::ShareOutColumns() {
+    m_sharedOut = SharedOut(m_wanted, RoomForColumns());
+    for (std::size_t i = 0; i < m_sharedOut.size(); ++i)
+        m_list.Send(LVM_SETCOLUMNWIDTH, i, MAKELPARAM(m_sharedOut[i], 0));
+}
+
+std::vector<int> CReviewDlg::ColumnWidths() const {
+    std::vector<int> widths;
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        widths.push_back(m_list.SendInt(LVM_GETCOLUMNWIDTH, i));
+    return widths;
 }
 
 void CReviewDlg::SetRows(std::vector<ReviewRow> rows) {
@@ -179,6 +238,7 @@ void CReviewDlg::Fill() {
     }
     m_filling = false;
     m_checked = static_cast<int>(std::ranges::count(m_rows, true, &ReviewRow::checked));
+    MeasureColumns();
     Sort();
     SetState(m_list, 0, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
     UpdateButtons();
@@ -297,11 +357,13 @@ void CReviewDlg::OnSize(Size client) {
     const UINT dpi = ::GetDpiForWindow(m_hwnd);
     const Size growth{client.width - m_client.width, client.height - m_client.height};
     const bool shown = m_client.width > 0 && client.width > 0;
-    const bool grows = shown && dpi == m_dpi;  // else the system scales the dialog, and moves its controls
-    if (shown) {
-        m_client = client;
-        m_dpi = dpi;
-    }
+    if (!shown) return;
+    const bool grows = dpi == m_dpi;  // else the system scales the dialog, and moves its controls
+    for (int& width : m_wanted) width = ::MulDiv(width, static_cast<int>(dpi), static_cast<int>(m_dpi));
+    m_client = client;
+    m_dpi = dpi;
+    // Edges that the user has dragged stay there.
+    if (ColumnWidths() == m_sharedOut) ShareOutColumns();
     if (!grows) return;
     {
         CGeometryBatch batch(static_cast<int>(std::size(kGrowth)));
@@ -314,9 +376,6 @@ void CReviewDlg::OnSize(Size client) {
             batch.Move(Item(id).Handle(), place);
         }
     }
-    const auto widest = std::ranges::max_element(m_columns, {}, &ReviewColumn::width) - m_columns.begin();
-    const int width = m_list.SendInt(LVM_GETCOLUMNWIDTH, widest) + growth.width;
-    m_list.Send(LVM_SETCOLUMNWIDTH, widest, MAKELPARAM(std::max(width, 0), 0));
     // The heading breaks elsewhere, and not every system paints what was moved.
     ::RedrawWindow(m_hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

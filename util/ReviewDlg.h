@@ -20,7 +20,6 @@ enum class ReviewOrder { ByText, ByKey, ByKeyRight };
 
 struct ReviewColumn {
     std::wstring title;
-    int width = 0;  // in dialog units; the widest grows with the dialog
     ReviewOrder order = ReviewOrder::ByText;
 };
 
@@ -54,7 +53,8 @@ struct ReviewTexts {
 };
 
 /// RunModal gives IDOK when the button was pressed; Checked then says for what. A click on a column's title
-/// sorts by it, a second one the other way round. Ctrl+A ticks all rows, or none when all are.
+/// sorts by it, a second one the other way round. Ctrl+A ticks all rows, or none when all are. It opens as
+/// wide as its texts want, where the screen has room.
 class CReviewDlg : public CDialog {
   public:
     static constexpr std::size_t kMostActions = 2;
@@ -84,8 +84,14 @@ class CReviewDlg : public CDialog {
     void OnSize(Size client);
     void OnSmallest(MINMAXINFO& sizes) const;
 
+    Rect ScreenArea() const;
     void FitScreen();
     void AddColumns() const;
+    void MeasureColumns();
+    void WidenForColumns();
+    int RoomForColumns() const;
+    void ShareOutColumns();
+    std::vector<int> ColumnWidths() const;
     void Fill();
     void Sort();
     void ShowOrder() const;
@@ -93,7 +99,6 @@ class CReviewDlg : public CDialog {
     void ShowTick(int item) const;
     void Run(std::size_t action);
     void UpdateButtons() const;
-    int Width(int dialogUnits) const;
 
     const ReviewTexts m_texts;
     const std::vector<ReviewColumn> m_columns;
@@ -108,4 +113,7 @@ class CReviewDlg : public CDialog {
     UINT m_dpi = 0;   // of that client area
     Size m_smallest;  // of the window, at the scale that it opened with
     UINT m_smallestDpi = 0;
+    int m_besideColumns = 0;       // of the client area's width, at that scale
+    std::vector<int> m_wanted;     // by the columns' texts
+    std::vector<int> m_sharedOut;  // the widths that they were given
 };

@@ -28,4 +28,9 @@ inline std::wstring Fold(std::wstring text) {
     return text;
 }
 
+inline const TextFolds kFolds{&Fold, [](std::wstring path) {
+                                  for (wchar_t& c : path) c |= 0x20;
+                                  return path;
+                              }};
+
 }  // namespace support

@@ -18,8 +18,8 @@ void EndProcess(HANDLE process) {
     CloseHandle(process);
 }
 
-UniqueProcess StartProgram(const std::wstring& arguments) {
-    const auto program = BesideTest(L"PluginManager.exe");
+UniqueProcess StartProgram(const std::wstring& arguments, const wchar_t* file) {
+    const auto program = BesideTest(file);
     std::wstring commandLine = L"\"" + program.wstring() + L"\" " + arguments;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;

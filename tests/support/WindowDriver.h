@@ -27,7 +27,7 @@ class ProgramTest : public testing::Test {
 void EndProcess(HANDLE process);
 /// A run of the program; it is ended with its owner.
 using UniqueProcess = UniqueHandle<HANDLE, &EndProcess>;
-UniqueProcess StartProgram(const std::wstring& arguments = {});
+UniqueProcess StartProgram(const std::wstring& arguments = {}, const wchar_t* file = L"PluginManager.exe");
 /// The exit code; nothing when it still runs at the end of the limit.
 std::optional<DWORD> WaitForExit(const UniqueProcess& process, std::chrono::milliseconds limit = kLimit);
 

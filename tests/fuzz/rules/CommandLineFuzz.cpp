@@ -1,10 +1,14 @@
-// Command lines: the program's own, an argument a line, and those of the programs that it starts.
+// Command lines: those of both programs, an argument a line, and of the programs that they start; lists of
+// class ids that come from a file.
 #include <cerrno>
 #include <cwchar>
 #include <cwctype>
 #include <tuple>
 
+#include "CmdArguments.h"
 #include "CmdLine.h"
+#include "IdList.h"
+#include "PluginTable.h"
 #include "PointerText.h"
 #include "VstToolCommands.h"
 #include "fuzz/FuzzInput.h"
@@ -29,6 +33,39 @@ void TryArguments(std::vector<std::wstring> tokens) {
         Require(Facts(CPluginManagerCmdLine::Parse(tokens)) == Facts(line));
         tokens.erase(unknown);
     }
+}
+
+void TryConsole(std::vector<std::wstring> tokens) {
+    const auto parsed = ParseCmdArguments(tokens);
+    const auto* error = std::get_if<CmdUsageError>(&parsed);
+    if (error) {
+        Require(!error->text.empty());
+    } else {
+        const auto& arguments = std::get<CmdArguments>(parsed);
+        Require(arguments.help || arguments.verb);
+        for (const std::wstring& text : arguments.operands)
+            Require(std::ranges::find(tokens, text) != tokens.end());
+    }
+    // Whoever asks for help gets it, unless something is wrong before that is known.
+    tokens.insert(tokens.begin(), L"--help");
+    const auto asked = ParseCmdArguments(tokens);
+    Require(std::holds_alternative<CmdUsageError>(asked) ? error != nullptr
+                                                         : std::get<CmdArguments>(asked).help);
+    tokens[0] = L"--unknown";
+    Require(std::get<CmdUsageError>(ParseCmdArguments(tokens)).text == L"unknown option: --unknown");
+}
+
+/// Whatever the plug-ins are called, the list that is written is read again; `text` may be any file.
+void TryIdList(const std::vector<std::wstring>& names, std::wstring_view text) {
+    std::vector<PluginTableRow> rows;
+    for (const std::wstring& name : names)
+        rows.push_back({.name = name, .clsid = L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"});
+    const std::vector ids(names.size(), "{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}"_guid);
+    const auto read = ReadIdList(CsvOf(rows));
+    Require(std::holds_alternative<std::vector<Guid>>(read) && std::get<0>(read) == ids);
+    const auto any = ReadIdList(text);
+    const auto lines = static_cast<std::size_t>(std::ranges::count(text, L'\n')) + 1;
+    if (const auto* bad = std::get_if<BadIdLine>(&any)) Require(bad->number >= 1 && bad->number <= lines);
 }
 
 void TryPointer(const std::wstring& text) {
@@ -61,6 +98,8 @@ void TryProgram(const std::wstring& commandLine) {
 void TryInput(std::string_view bytes) {
     const auto lines = support::LinesOf(bytes);
     TryArguments(lines);
+    TryConsole(lines);
+    TryIdList(lines, support::TextOf(bytes));
     for (const std::wstring& line : lines) {
         TryPointer(line);
         TryProgram(line);

@@ -1,7 +1,8 @@
-// Files for the XML readers: layouts, and the records of backups.
+// Files for the XML readers: layouts, studio sets, and the records of backups.
 #include "BackupRecord.h"
 #include "Dialog.h"
 #include "DomDocument.h"
+#include "StudioSetFile.h"
 #include "XmlTreeCtrl.h"
 #include "fuzz/FuzzInput.h"
 #include "resource.h"
@@ -67,6 +68,16 @@ void TryRecord(const std::wstring& path) {
                                &BackupRecord::File::copy));
 }
 
+void TryStudioSet(const std::wstring& path) {
+    StudioSet set;
+    if (ReadStudioSet(path, set) != SetFileRead::Read) return;
+    for (const StudioSet::Layout& layout : set.layouts) Require(IsLayoutFileName(layout.file));
+    set.passedOver = 0;
+    StudioSet again;
+    Require(WriteStudioSet(path, set) == ERROR_SUCCESS);
+    Require(ReadStudioSet(path, again) == SetFileRead::Read && again == set);
+}
+
 void TryDocumentType(std::string_view bytes, const std::wstring& path) {
     const auto document = NewDomDocument();
     Microsoft::WRL::ComPtr<IXMLDOMDocumentType> type;
@@ -83,4 +94,7 @@ void TryInput(std::string_view bytes) {
     TryDocumentType(bytes, path);
     s_layouts.Try(path);
     TryRecord(path);
+    s_files.Write(L"in.xml", std::string(bytes));
+    // Not every system's parser keeps a prefix that was declared further out.
+    if (bytes.find("xmlns") == std::string_view::npos) TryStudioSet(path);
 }

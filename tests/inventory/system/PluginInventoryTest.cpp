@@ -79,6 +79,21 @@ TEST_F(PluginInventory, PathsComeFromTheRegistrationOfTheCategory) {
     EXPECT_FALSE(m_inventory.PathOf(Id(4), Category::DirectXEffects));
 }
 
+TEST_F(PluginInventory, TheFileThatTheSystemLoadsIsTheUsersOwnAndLookedForByItsName) {
+    const std::wstring server = L"Software\\Classes\\CLSID\\" + IdText(1) + L"\\InprocServer32";
+    AddFilter(1, L"a", L"C:\\of all.dll");
+    const auto loaded = [&] { return m_inventory.LoadedFileOf(Id(1), Category::DirectXEffects); };
+    EXPECT_EQ(loaded(), L"C:\\of all.dll");
+    for (const auto& [name, file] : {std::pair(L"\"C:\\my own.dll\"", L"C:\\my own.dll"),
+                                     {L"REGEDIT.EXE", L"C:\\windows\\regedit.exe"},
+                                     {L"ole32", L"C:\\windows\\system32\\ole32.dll"},
+                                     {L"none.dll", L"C:\\windows\\system32\\none.dll"}}) {
+        SetText(HKEY_CURRENT_USER, server, nullptr, name);
+        EXPECT_EQ(::lstrcmpiW(loaded().c_str(), file), 0) << name;
+    }
+    EXPECT_EQ(m_inventory.FileOf(Id(1), Category::DirectXEffects), L"C:\\of all.dll");
+}
+
 TEST_F(PluginInventory, NoMoreThan4096AreListedOrExcluded) {
     constexpr unsigned kLast = 4100;
     for (unsigned n = 1; n <= kLast; ++n) {

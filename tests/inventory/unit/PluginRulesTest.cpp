@@ -14,16 +14,19 @@ TEST(Classification, InventoryEntriesGoByTheirFlags) {
     EXPECT_EQ(ClassifyPluginCategory({.isVst = true, .isVst3 = true}), Category::VstEffects);
 }
 
-TEST(RegisteredFile, QuotesAndBareNamesAreResolvedAndNothingElse) {
+TEST(RegisteredFile, QuotesGoAndBareNamesAreToldApart) {
     for (const auto& [path, file] : {std::pair(LR"(C:\a b\fx.dll)", LR"(C:\a b\fx.dll)"),
                                      {LR"("C:\a b\fx.dll)", LR"(C:\a b\fx.dll)"},
                                      {LR"("C:\a b\fx.dll" /x)", LR"(C:\a b\fx.dll)"},
-                                     {LR"("fx.dll")", LR"(C:\system\fx.dll)"},
+                                     {LR"("fx.dll")", L"fx.dll"},
                                      {LR"(sub\fx.dll)", LR"(sub\fx.dll)"},
                                      {L"C:fx.dll", L"C:fx.dll"},
                                      {L"\"", L""},
                                      {L"", L""}})
-        EXPECT_EQ(RegisteredFile(path, LR"(C:\system)"), file);
+        EXPECT_EQ(UnquotedPath(path), file);
+    for (const wchar_t* path : {L"fx.dll", L"fx"}) EXPECT_TRUE(IsBareName(path));
+    for (const wchar_t* path : {L"C:fx.dll", LR"(sub\fx.dll)", L"sub/fx.dll", L""})
+        EXPECT_FALSE(IsBareName(path));
 }
 
 constexpr wchar_t kClsid[] = L"{01234567-89AB-CDEF-0123-000000000064}";

@@ -10,7 +10,7 @@ using support::StudioPlugins;
 std::string DuplicatesIn(const StudioPlugins& studio) {
     std::string found;
     const auto isThere = [&](std::size_t i) { return studio[i].file != L"gone"; };
-    for (const auto& [plugin, original, kind] : FindDuplicates(studio, isThere, &support::Fold)) {
+    for (const auto& [plugin, original, kind] : FindDuplicates(studio, isThere, support::kFolds)) {
         constexpr const char* kKinds[] = {"=vst3 ", "=file ", "~"};
         found += std::to_string(plugin) + kKinds[static_cast<int>(kind)] + std::to_string(original) + ' ';
     }
@@ -38,7 +38,9 @@ TEST(Duplicates, TheSameFileAndNameTwiceAndWhatOnlyLooksAlike) {
     studio.Add(VstEffects, L"Twice", L"", L"C:\\Vst\\a.dll").uniqueId = 8;
     studio.Add(VstEffects, L"", L"Maker", L"C:\\Vst\\a.dll");
     studio.Add(VstEffects, L"", L"Maker", L"C:\\Vst\\a.dll");
-    EXPECT_EQ(DuplicatesIn(studio), "1=file 0 ");
+    studio.Add(VstEffects, L"Élan", L"", L"Élan.dll");
+    studio.Add(VstEffects, L"Elan", L"", L"elan.dll");
+    EXPECT_EQ(DuplicatesIn(studio), "1=file 0 ") << "with the accent it is another file";
     const Guid clsid = studio.Add(DirectXEffects, L"Plate", L"", L"p.dll").item.clsid;
     studio.Add(DirectXEffects, L"Plate", L"", L"p.dll").item.clsid = clsid;
     EXPECT_EQ(DuplicatesIn(studio), "1=file 0 ") << "registrations of one class go together";
@@ -46,9 +48,9 @@ TEST(Duplicates, TheSameFileAndNameTwiceAndWhatOnlyLooksAlike) {
     const Guid shared = studio.Add(Vst3Effects, L"Colander", L"Pelimond", L"2\\c.vst3").item.clsid;
     studio.Add(Vst3Effects, L"Colander", L"Pelimond", L"2\\C.vst3");
     studio.Add(Vst3Effects, L"Colander", L"Pelimond", L"3\\c.vst3").permanent = true;
-    EXPECT_EQ(DuplicatesIn(studio), "1=file 0 8~7 9=file 8 ");
-    studio[9].item = {.clsid = shared, .md5Clsid = {99, 0, 0, {}}, .category = Vst3Effects};
-    EXPECT_EQ(DuplicatesIn(studio), "1=file 0 8~7 9~7 ") << "neither can be excluded alone";
+    EXPECT_EQ(DuplicatesIn(studio), "1=file 0 10~9 11=file 10 ");
+    studio[11].item = {.clsid = shared, .md5Clsid = {99, 0, 0, {}}, .category = Vst3Effects};
+    EXPECT_EQ(DuplicatesIn(studio), "1=file 0 10~9 11~9 ") << "neither can be excluded alone";
 }
 
 }  // namespace

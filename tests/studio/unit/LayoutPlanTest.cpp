@@ -20,7 +20,7 @@ std::wstring Planned(const StudioPlugins& studio, FillOrder order,
     const auto caption = [](Category category) {
         return category == DirectXEffects ? std::wstring(L"DX ") : L"C" + std::to_wstring(int(category));
     };
-    return Text(PlanLayout(studio, inLayout, order, {caption, &support::Fold}));
+    return Text(PlanLayout(studio, inLayout, order, {caption, support::kFolds}));
 }
 
 TEST(LayoutPlan, VendorsMergeUnderTheirCommonestSpelling) {

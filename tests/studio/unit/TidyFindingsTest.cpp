@@ -13,7 +13,7 @@ using support::StudioPlugins;
 std::string Untidy(const StudioPlugins& studio, const std::vector<FileState>& states,
                    const std::vector<SharedLayoutItem>& layout = {}) {
     std::string found;
-    for (const auto& [reason, action, ticked, index] : FindUntidy(studio, states, layout, &support::Fold)) {
+    for (const auto& [reason, action, ticked, index] : FindUntidy(studio, states, layout, support::kFolds)) {
         found += {"GO32~L"[static_cast<int>(reason)], "-rxt"[static_cast<int>(action)]};
         found += (ticked ? "" : "?") + std::to_string(index) + ' ';
     }

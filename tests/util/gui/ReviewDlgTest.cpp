@@ -44,7 +44,7 @@ class ReviewDlg : public testing::Test {
     int m_runs = 0;
     CReviewDlg m_dialog{
         {L"Backups", L"What to restore:", L"Restore %d"},
-        {{L"When", 100}, {L"Size", 50, ReviewOrder::ByKeyRight}},
+        {{L"When"}, {L"Size", ReviewOrder::ByKeyRight}},
         {{{{L"b"}, {L"9", 9}}, true},
          {{{L"a"}, {L"10", 10}}},
          {{{L"c"}, {L"9", 9}}},
@@ -84,6 +84,22 @@ TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     EXPECT_EQ(Shown(), L"[ ]x,\nRestore 0");
     EXPECT_FALSE(m_dialog.Item(IDC_REVIEW_ACTION_2).IsEnabled());
     EXPECT_TRUE(m_dialog.Item(IDC_REVIEW_ACTION).IsEnabled());
+}
+
+TEST_F(ReviewDlg, ColumnsGetWhatTheirTextsWantOfTheRoomThatThereIs) {
+    const std::wstring text(80, L'W');
+    CReviewDlg wide{{L"", L"", L""}, {{L"a"}, {L"b"}}, {{{{text}, {L"9"}}}}};
+    ASSERT_TRUE(wide.CreateModeless(nullptr));
+    const CWindow list = wide.Item(IDC_REVIEW_LIST);
+    const int wanted = list.SendInt(LVM_GETSTRINGWIDTH, 0, text.c_str());
+    const auto fits = [&] { return list.SendInt(LVM_GETCOLUMNWIDTH, 0) > wanted; };
+    EXPECT_TRUE(fits()) << "it opens wider";
+    for (const int width : {wanted, wanted + 300}) {
+        ::SetWindowPos(wide.Handle(), nullptr, 0, 0, width, 400, SWP_NOMOVE | SWP_NOZORDER);
+        EXPECT_EQ(fits(), width > wanted);
+        EXPECT_LE(list.SendInt(LVM_GETCOLUMNWIDTH, 0) + list.SendInt(LVM_GETCOLUMNWIDTH, 1),
+                  list.ClientRect().Width());
+    }
 }
 
 }  // namespace
