@@ -8,18 +8,17 @@
 #include <vector>
 
 #include "Backups.h"
+#include "Bare.h"
 #include "Benches.h"
 #include "CorvaneKeys.h"
 #include "Files.h"
 #include "Measure.h"
 #include "RegKey.h"
-#include "RegValues.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 7;
 constexpr wchar_t kClsid[] = L"\\{BAC00000-0000-0000-0000-000000000000}";
 
 struct Collection {
@@ -44,8 +43,7 @@ void BareBackup(const std::wstring& key, const BackupStep& step, std::uintmax_t 
                                         nullptr, write ? CREATE_ALWAYS : OPEN_EXISTING, 0, nullptr));
     };
     if (!step.keys.empty()) {
-        const auto from = CRegKey::Open(HKEY_CURRENT_USER, key);
-        for (CRegValues values(*from, 519); values.Next();) continue;
+        CBareKey(HKEY_CURRENT_USER, key).ForValues([](const BYTE*, DWORD) {}, bytes.size());
         const UniqueFile out = open((folder / L"values").wstring(), true);
         for (; text > 0; text -= std::min<std::uintmax_t>(text, bytes.size()))
             WriteAll(out.Get(), std::span(bytes).first(std::min<std::size_t>(text, bytes.size())));
@@ -111,10 +109,8 @@ void BenchBackups() {
             BareBackup(key, step, text, bareFolder);
             change();
         };
-        const auto result = Compare(kRuns, ours, bare, before);
-        PrintRow(collection.name, collection.values, result);
+        Row(collection.name, collection.values, ours, bare, before);
         CRegKey::DeleteTree(HKEY_CURRENT_USER, key);
     }
-    std::puts("  aim 1.20");
     fs::remove_all(folder);
 }

@@ -1,17 +1,22 @@
-// What is measured. Each prints its rows.
+// The groups of rows.
 #pragma once
 
-/// Finding all plug-ins, for growing collections.
-void BenchEnumeration();
-/// Filling the plug-in list of a category, and adding plug-ins from it to a layout.
-void BenchPanes();
-/// Reading and writing layout files, for growing layouts.
-void BenchLayouts();
-/// The backup before a step, of registry values and of files.
-void BenchBackups();
-/// Looking for what Tidy Up lists, and filling a layout with all plug-ins.
-void BenchStudio();
-/// Saving and loading studio sets.
-void BenchStudioSets();
-/// Counting the presets of many plug-ins, and presets to and from preset files.
 void BenchPresets();
+void BenchBackups();
+void BenchLayouts();
+/// What the process holds after a hundred rounds of everything.
+void BenchRounds();
+/// The names of plug-ins that the legacy adapter wraps, of which it registers many.
+void BenchWrapped();
+/// The program until its window shows, when it has not looked for anything yet.
+void BenchWindow();
+
+// With as many plug-ins as are registered then:
+
+/// Finding them, and what a user does with them in the dialog.
+void BenchPlugins(int plugins);
+/// What goes over all plug-ins, layouts and presets at once.
+void BenchStudio(int plugins);
+void BenchStudioSets(int plugins);
+/// The program as a process of its own, until the list is filled.
+void BenchStarts(int plugins);

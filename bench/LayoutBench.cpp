@@ -1,283 +1,200 @@
 #include <windows.h>
 
-#include <objbase.h>
-
 #include <array>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <msxml2.h>
 #include <string>
-#include <wrl/client.h>
 
+#include "BareLayout.h"
 #include "Benches.h"
-#include "ClsidText.h"
 #include "Dialog.h"
+#include "LayoutDrag.h"
+#include "LayoutFolder.h"
 #include "LayoutHistory.h"
 #include "Measure.h"
 #include "XmlTreeCtrl.h"
 #include "resource.h"
 
-using Microsoft::WRL::ComPtr;
-
 namespace {
 
-constexpr int kRuns = 7;
-constexpr std::array kSizes = {100, 1000, 10000};
-constexpr int kItemsInFolder = 20;
-constexpr int kSeparatorEvery = 7;
+namespace fs = std::filesystem;
 
-constexpr CLSID kParser = {0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
+constexpr std::array kSizes = {100, 1000, 3000, 10000};
 
-struct Bstr {
-    explicit Bstr(const std::wstring& value) : text(::SysAllocString(value.c_str())) {}
-    ~Bstr() { ::SysFreeString(text); }
-    Bstr(const Bstr&) = delete;
-    Bstr& operator=(const Bstr&) = delete;
-    VARIANT Argument() const {
-        VARIANT argument;
-        ::VariantInit(&argument);
-        argument.vt = VT_BSTR;
-        argument.bstrVal = text;
-        return argument;
-    }
-    BSTR text;
-};
-
-/// A folder of twenty items after the other, among them separators; or the same items without any folder.
-struct Shape {
-    std::string name;
-    bool flat;
-    bool IsFolder(int number) const { return !flat && number % kItemsInFolder == 0; }
-};
-const Shape kFolders = {"layout", false};
-const Shape kFlat = {"flat layout", true};
-
-bool IsSeparator(int number) { return number % kSeparatorEvery == 3; }
-std::wstring NameOf(int number) { return L"Bench item " + std::to_wstring(number); }
-Guid IdOf(int number) { return {static_cast<std::uint32_t>(number), 1, 2, {3}}; }
-
-void Fill(CTreeCtrlWrapper& layout, const Shape& shape, int size) {
-    layout.Clear();
-    const CRedrawLock noRedraw{CWindow(layout.Tree().Handle())};
-    HTREEITEM folder = nullptr;
-    for (int number = 0; number < size; ++number) {
-        if (shape.IsFolder(number)) {
-            folder = layout.Append(nullptr, NewFolder(NameOf(number)));
-        } else if (IsSeparator(number)) {
-            layout.Append(folder, NewSeparator());
-        } else {
-            LayoutItem plugin = NewPlugin();
-            plugin.name = plugin.originalName = NameOf(number);
-            plugin.clsid = IdOf(number);
-            layout.Append(folder, plugin);
-        }
-    }
-}
-
-ComPtr<IXMLDOMDocument> BareDocument() {
-    ComPtr<IXMLDOMDocument> document;
-    ::CoCreateInstance(kParser, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
-                       reinterpret_cast<void**>(document.GetAddressOf()));
-    document->put_async(VARIANT_FALSE);
-    return document;
-}
-
-/// Clears the tree and puts as many items into it.
-void BareFill(const CTreeView& tree, const Shape& shape, int size) {
-    const CRedrawLock noRedraw(tree);
-    tree.Delete(TVI_ROOT);
-    HTREEITEM folder = nullptr;
-    for (int number = 0; number < size; ++number) {
-        const bool isFolder = shape.IsFolder(number);
-        const std::wstring name = IsSeparator(number) ? kSeparatorText : NameOf(number);
-        const HTREEITEM place = shape.flat ? TVI_FIRST : TVI_LAST;
-        const HTREEITEM item = tree.Insert(isFolder ? nullptr : folder, place, name, 5, 5, number);
-        if (isFolder) folder = item;
-    }
-}
-
-/// The floor of a load: the parser reads the file, and as many items go into the tree.
-void BareLoad(const CTreeView& tree, const std::wstring& path, const Shape& shape, int size) {
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    BareDocument()->load(Bstr(path).Argument(), &loaded);
-    BareFill(tree, shape, size);
-}
-
-void BareSet(IXMLDOMElement& element, const wchar_t* name, const std::wstring& value) {
-    element.setAttribute(Bstr(name).text, Bstr(value).Argument());
-}
-
-/// The floor of a save: the same document, built and written.
-void BareSave(const std::wstring& path, const Shape& shape, int size) {
-    const ComPtr<IXMLDOMDocument> document = BareDocument();
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    document->loadXML(Bstr(L"<?xml version=\"1.0\" encoding=\"UTF-8\"?><PluginMenuLayout/>").text, &loaded);
-    ComPtr<IXMLDOMElement> root;
-    document->get_documentElement(&root);
-    BareSet(*root.Get(), L"DocSchema", L"1");
-    BareSet(*root.Get(), L"Name", L"Bench");
-    ComPtr<IXMLDOMElement> folder;
-    for (int number = 0; number < size; ++number) {
-        const bool isFolder = shape.IsFolder(number);
-        const wchar_t* tag = isFolder ? L"Folder" : IsSeparator(number) ? L"Separator" : L"Plugin";
-        ComPtr<IXMLDOMElement> element;
-        document->createElement(Bstr(tag).text, &element);
-        (isFolder || !folder ? root : folder)->appendChild(element.Get(), nullptr);
-        if (isFolder) {
-            BareSet(*element.Get(), L"Name", NameOf(number));
-            folder = element;
-        } else if (!IsSeparator(number)) {
-            BareSet(*element.Get(), L"CLSID", ClsidText(IdOf(number)));
-            BareSet(*element.Get(), L"Category", L"0");
-            BareSet(*element.Get(), L"Name", NameOf(number));
-            BareSet(*element.Get(), L"OriginalName", NameOf(number));
-        }
-    }
-    document->save(Bstr(path).Argument());
-}
-
-constexpr int kSorted = 10000;
-constexpr int kDeleted = 5000;
-
-LayoutItem PluginNamed(const std::wstring& name) {
+LayoutItem RecordOf(Shape shape, int number, int size) {
+    const BenchItem kind = KindOf(shape, number);
+    if (kind == BenchItem::Separator) return NewSeparator();
+    if (kind == BenchItem::Folder) return NewFolder(NameOf(shape, number, size));
     LayoutItem plugin = NewPlugin();
-    plugin.name = name;
+    plugin.name = plugin.originalName = NameOf(shape, number, size);
+    plugin.clsid = {static_cast<std::uint32_t>(number), 1, 2, {3}};
     return plugin;
 }
 
-/// A control of its own beside the layout's, without the program's extensions.
-class CBareTree : public CTreeView {
+/// A layout in a dialog that is not shown, and beside it a bare tree.
+class CLayoutBench {
   public:
-    explicit CBareTree(const CTreeView& other)
-        : CTreeView(::CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD, 0, 0, 300, 300,
-                                      ::GetParent(other.Handle()), nullptr, ::GetModuleHandleW(nullptr),
-                                      nullptr)) {}
-    ~CBareTree() { ::DestroyWindow(m_hwnd); }
-    CBareTree(const CBareTree&) = delete;
-    CBareTree& operator=(const CBareTree&) = delete;
+    explicit CLayoutBench(const fs::path& folder) : m_folder(folder) {
+        m_dialog.CreateModeless(nullptr);
+        m_tree.Attach(m_dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
+        m_bare.emplace(m_tree);
+    }
+
+    void Files(Shape shape, const std::string& name, int size);
+    void History(Shape shape, const std::string& name, int size);
+    void Sort(int size);
+    void Halves(int size);
+    void Folder();
+
+  private:
+    void Fill(Shape shape, int size) {
+        m_layout.Clear();
+        const CRedrawLock noRedraw(m_tree);
+        InsertAll(shape, size, [&](HTREEITEM parent, int number) {
+            return m_layout.Prepend(parent, RecordOf(shape, number, size));
+        });
+    }
+    void Save(const fs::path& path, bool asCopy) {
+        CXMLTreeCtrl document(m_layout, kPlugins);
+        document.SetLayoutName(L"Bench");
+        if (asCopy) document.NoteUnsavedFile(path.wstring());
+        if (!document.Save(path.wstring())) std::puts("the layout could not be saved");
+    }
+
+    const LayoutPlugins kPlugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
+    const fs::path m_folder;
+    CDialog m_dialog{IDD_PLUGIN_MANAGER};
+    CTreeCtrlEx m_tree;
+    CTreeCtrlWrapper m_layout{m_tree};
+    std::optional<CBareTree> m_bare;
 };
 
-/// Each edit beside the bare messages to the control that do the same.
-void BenchEdits(CTreeCtrlWrapper& layout) {
-    CTreeCtrlEx& tree = layout.Tree();
-    const CRedrawLock noRedraw{CWindow(tree.Handle())};
-    const CBareTree bare(tree);
-    BareFill(bare, kFlat, kSorted);
-    const auto fill = [&](int count) {
-        layout.Clear();
-        for (int number = 0; number < count; ++number) {
-            layout.Append(nullptr, PluginNamed(NameOf(number * 7919 % count)));
-        }
-    };
-    fill(kSorted);
-    PrintRow("sort, in order already", kSorted,
-             Compare(
-                 kRuns, [&] { layout.Sort(nullptr); },
-                 [&] { bare.Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); }));
-    const auto fillAndSelect = [&] {
-        fill(2 * kDeleted);
-        HTREEITEM item = tree.Root();
-        for (int number = 0; item; ++number, item = tree.NextSibling(item))
-            tree.SetSelected(item, number % 2 == 0);
-        tree.MoveCaret(tree.Root());
-    };
-    PrintRow("fill, select, delete half", 2 * kDeleted,
-             Compare(
-                 3,
-                 [&] {
-                     fillAndSelect();
-                     layout.DeleteSelection();
-                 },
-                 [&] {
-                     fillAndSelect();
-                     for (const HTREEITEM item : tree.SelectedItems()) tree.Delete(item);
-                 }));
+void CLayoutBench::Files(Shape shape, const std::string& name, int size) {
+    const fs::path path = m_folder / L"bench.pgl";
+    const std::vector<BareElement> elements = BareLayout(shape, size);
+    const auto bareSave = [&] { BareSave(path.wstring(), elements); };
+    Fill(shape, size);
+    Row(
+        name + " autosave", size, [&] { Save(path, true); }, bareSave);
+    Row(
+        name + " save", size, [&] { Save(path, false); }, bareSave);
+    Row(
+        name + " load", size,
+        [&] {
+            CXMLTreeCtrl document(m_layout, kPlugins);
+            if (!document.Load(path.wstring(), false)) std::puts("the layout could not be loaded");
+        },
+        [&] {
+            BareNodes(*BareRead(path.wstring()).Get());
+            m_bare->Fill(shape, size);
+        });
 }
 
-/// Undoing a step and doing it again, beside filling another tree barely.
-void BenchHistory(CTreeCtrlWrapper& layout, const Shape& shape) {
-    const int size = kSizes.back();
-    const CBareTree bare(layout.Tree());
-    Fill(layout, shape, size);
-    CLayoutHistory history(layout);
+/// A step is undone, and made again.
+void CLayoutBench::History(Shape shape, const std::string& name, int size) {
+    Fill(shape, size);
+    CLayoutHistory history(m_layout);
     {
         const CLayoutHistory::CStep step(history, IDS_STEP_SORT_ALL);
-        layout.Sort(nullptr);
+        m_layout.Sort(nullptr);
     }
-    const auto travel = [&] {
-        if (!history.Undo()) history.Redo();
+    Row(
+        name + " undo, or redo", size,
+        [&] {
+            if (!history.Undo()) history.Redo();
+        },
+        [&] { m_bare->Fill(shape, size); });
+}
+
+void CLayoutBench::Sort(int size) {
+    const CRedrawLock noRedraw(m_tree);
+    Row(
+        "sort", size, [&] { m_layout.Sort(nullptr); },
+        [&] { m_bare->Send(TVM_SORTCHILDREN, FALSE, reinterpret_cast<LPARAM>(TVI_ROOT)); },
+        [&] {
+            Fill(Shape::Mixed, size);
+            m_bare->Fill(Shape::Mixed, size);
+        });
+}
+
+/// Every second item is deleted, or dragged to the top.
+void CLayoutBench::Halves(int size) {
+    std::vector<HTREEITEM> half;
+    const auto selectHalf = [&] {
+        Fill(Shape::Flat, size);
+        int number = 0;
+        for (HTREEITEM item = m_tree.Root(); item; item = m_tree.NextSibling(item))
+            m_tree.SetSelected(item, number++ % 2 == 1);
+        m_tree.MoveCaret(m_tree.Root());
+        m_tree.ScrollToTop(m_tree.Root());
+        m_bare->Fill(Shape::Flat, size);
+        half = m_bare->EverySecond();
     };
-    PrintRow(shape.name + " undo, or redo", size,
-             Compare(kRuns, travel, [&] { BareFill(bare, shape, size); }));
+    Row(
+        "delete half", size, [&] { m_layout.DeleteSelection(); },
+        [&] {
+            const CRedrawLock noRedraw(*m_bare);
+            for (const HTREEITEM item : half) m_bare->Delete(item);
+        },
+        selectHalf);
+    Row(
+        "drag half", size,
+        [&] {
+            CLayoutDrag drag(m_dialog, m_layout);
+            drag.Begin(m_tree.SelectedItems().front(), {20, 2});
+            POINT top{20, 2};
+            ::MapWindowPoints(m_tree.Handle(), m_dialog.Handle(), &top, 1);
+            drag.OnMouseMove(top);
+            drag.Drop();
+        },
+        [&] {
+            const CRedrawLock noRedraw(*m_bare);
+            HTREEITEM last = TVI_FIRST;
+            for (const HTREEITEM item : half) {
+                last = m_bare->Insert(nullptr, last, m_bare->ItemText(item), 5, 5, m_bare->Data(item));
+                m_bare->Delete(item);
+            }
+        },
+        selectHalf);
 }
 
-/// How a time grows with the number of items: 1 is in proportion, 2 with its square.
-void PrintGrowth(const std::string& what, const Comparison& small, const Comparison& large, double times) {
-    std::printf("  growth of %s: exponent %.2f, floor %.2f\n", what.c_str(),
-                std::log(large.ours / small.ours) / std::log(times),
-                std::log(large.floor / small.floor) / std::log(times));
-}
-
-void BenchFiles(CTreeCtrlWrapper& layout, const Shape& shape, const std::wstring& path) {
-    const LayoutPlugins plugins{[](const Guid&) { return nullptr; }, [](LayoutItem&) {}};
-    const CTreeCtrlEx& tree = layout.Tree();
-    Comparison savedBefore;
-    Comparison loadedBefore;
-    for (const int size : kSizes) {
-        Fill(layout, shape, size);
-        const auto save = [&] {
-            CXMLTreeCtrl document(layout, plugins);
-            document.SetLayoutName(L"Bench");
-            if (!document.Save(path)) std::puts("the layout could not be saved");
-        };
-        const auto saved = Compare(kRuns, save, [&] { BareSave(path, shape, size); });
-        PrintRow(shape.name + " save", size, saved);
-        if (size == kSizes.back()) {
-            const auto autosaved = Compare(
-                kRuns,
-                [&] {
-                    CXMLTreeCtrl document(layout, plugins);
-                    document.SetLayoutName(L"Bench");
-                    document.NoteUnsavedFile(path);
-                    if (!document.Save(path)) std::puts("the copy could not be written");
-                },
-                [&] { BareSave(path, shape, size); });
-            PrintRow(shape.name + " autosave (aim 100 ms)", size, autosaved);
-        }
-        const auto loaded = Compare(
-            kRuns,
+/// Layouts of ten items each, of which the name alone is wanted.
+void CLayoutBench::Folder() {
+    Fill(Shape::Flat, 10);
+    int made = 0;
+    for (const int size : {63, 125, 250, 500}) {
+        for (; made < size; ++made) Save(m_folder / (std::to_wstring(made) + L".pgl"), false);
+        Row(
+            "folder of layouts", size, [&] { ScanLayoutFolder(m_folder); },
             [&] {
-                CXMLTreeCtrl document(layout, plugins);
-                if (!document.Load(path, false)) std::puts("the layout could not be loaded");
-            },
-            [&] { BareLoad(tree, path, shape, size); });
-        PrintRow(shape.name + " load", size, loaded);
-        if (size == kSizes.back()) {
-            std::printf("  ratios at %d: save %.2f, load %.2f (aim 1.50)\n", size, saved.Ratio(),
-                        loaded.Ratio());
-            constexpr double kTimes = static_cast<double>(kSizes.back()) / kSizes[kSizes.size() - 2];
-            PrintGrowth("save", savedBefore, saved, kTimes);
-            PrintGrowth("load", loadedBefore, loaded, kTimes);
-        }
-        savedBefore = saved;
-        loadedBefore = loaded;
+                WIN32_FIND_DATAW found{};
+                const HANDLE find = ::FindFirstFileW((m_folder / L"*.pgl").c_str(), &found);
+                do {
+                    BareRead(m_folder / found.cFileName);
+                } while (::FindNextFileW(find, &found));
+                ::FindClose(find);
+            });
     }
 }
 
 }  // namespace
 
 void BenchLayouts() {
-    CDialog dialog(IDD_PLUGIN_MANAGER);
-    if (!dialog.CreateModeless(nullptr)) return;
-    CTreeCtrlEx tree;
-    tree.Attach(dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
-    CTreeCtrlWrapper layout(tree);
-    const std::wstring path = (std::filesystem::temp_directory_path() / L"bench.pgl").wstring();
-    BenchFiles(layout, kFolders, path);
-    BenchFiles(layout, kFlat, path);
-    ::DeleteFileW(path.c_str());
-    BenchEdits(layout);
-    BenchHistory(layout, kFolders);
-    BenchHistory(layout, kFlat);
+    const fs::path folder = fs::temp_directory_path() / L"Layout bench";
+    fs::create_directories(folder);
+    {
+        CLayoutBench bench(folder);
+        for (const int size : kSizes) {
+            for (const auto& [shape, name] :
+                 {std::pair(Shape::Folders, "layout"), {Shape::Flat, "flat layout"}}) {
+                bench.Files(shape, name, size);
+                bench.History(shape, name, size);
+            }
+            bench.Sort(size);
+        }
+        fs::remove(folder / L"bench.pgl");
+        bench.Folder();
+        for (const int size : {500, 1000, 2000, 4000}) bench.Halves(size);
+    }
+    fs::remove_all(folder);
 }

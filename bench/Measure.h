@@ -1,22 +1,22 @@
-// Timing by medians, and the table of results.
+// The frame of the bench: measures rows beside their floors, prints them, and holds them to their bounds.
 #pragma once
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 using Work = std::function<void()>;
 
-struct Comparison {
-    double ours = 0;   // ms, median
-    double floor = 0;  // ms, median
-    double Ratio() const { return ours / floor; }
-};
+/// Measures a row of the table in Rows.h, `ours` and `floor` in turn after one of each that does not count,
+/// so that a machine that drifts drifts for both. `before` comes before each of them, and is not measured. A
+/// row that comes several times, with growing sizes, also tells how its time grows.
+void Row(
+    std::string_view name, int size, const Work& ours, const Work& floor, const Work& before = [] {});
 
-/// Runs the two in turn after one run of each that does not count, so that a machine that drifts drifts for
-/// both. What goes before each run is not measured.
-Comparison Compare(
-    int runs, const Work& ours, const Work& floor, const Work& before = [] {});
+/// A number that may not be larger than its bound: calls, bytes, handles.
+void Figure(const std::string& what, double value, double bound);
 
-/// One line of the table: what was measured, how much of it, both times, their ratio, and ours for each item.
 void PrintHeader();
-void PrintRow(const std::string& what, int items, const Comparison& result);
+/// Prints how the rows grow, and writes everything as JSON, one record a line. False when anything has missed
+/// its bound.
+bool Finish(const std::wstring& json);

@@ -1,16 +1,14 @@
 #include <windows.h>
 
-#include <psapi.h>
-
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "Bare.h"
 #include "Benches.h"
 #include "ClsidText.h"
 #include "FileStream.h"
+#include "Holdings.h"
 #include "Measure.h"
 #include "PresetTransfer.h"
 #include "PresetWriter.h"
@@ -19,7 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 7;
 constexpr Guid kEffects = "{B84F08B7-2DF0-438B-A5B4-E7700FE06A18}"_guid;
 constexpr wchar_t kRoot[] = L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\";
 
@@ -31,7 +28,7 @@ struct Collection {
 /// About what the file says of a preset besides its data.
 constexpr std::size_t kRecordHead = 36;
 
-constexpr Collection kSmall = {"small presets", 10000, 64};
+constexpr Collection Small(int presets) { return {"small presets", presets, 64}; }
 constexpr Collection kLarge = {"presets of 1 MB", 200, 1 << 20};
 
 Guid PluginNumber(int number) {
@@ -56,39 +53,6 @@ void AddPresets(int plugin, int presets, std::size_t size) {
 
 // The floors: the same calls to the system for the same data, and nothing done with them.
 
-HKEY BareOpen(const std::wstring& path) {
-    HKEY key = nullptr;
-    ::RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ | KEY_WRITE, &key);
-    return key;
-}
-
-template <typename TWork>
-void BareValues(HKEY key, TWork&& work) {
-    std::array<wchar_t, 520> name;
-    std::array<BYTE, 4096> data;
-    for (DWORD index = 0;; ++index) {
-        DWORD length = name.size();
-        DWORD size = data.size();
-        if (::RegEnumValueW(key, index, name.data(), &length, nullptr, nullptr, data.data(), &size) !=
-            ERROR_SUCCESS)
-            return;
-        work(data.data(), size);
-    }
-}
-
-void BareCount(const std::vector<std::wstring>& keys) {
-    std::array<wchar_t, 520> name;
-    for (const std::wstring& path : keys) {
-        const HKEY key = BareOpen(path);
-        DWORD length = name.size();
-        for (DWORD index = 0; ::RegEnumValueW(key, index, name.data(), &length, nullptr, nullptr, nullptr,
-                                              nullptr) == ERROR_SUCCESS;
-             ++index)
-            length = name.size();
-        ::RegCloseKey(key);
-    }
-}
-
 HANDLE BareFile(const wchar_t* path, bool write) {
     return ::CreateFileW(path, write ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ, 0, nullptr,
                          write ? CREATE_ALWAYS : OPEN_EXISTING, 0, nullptr);
@@ -108,8 +72,7 @@ void BareExport(int plugin, const std::wstring& path, std::size_t size) {
     std::vector<BYTE> buffer(0x10000);
     std::size_t used = 0;
     const HANDLE out = BareFile(path.c_str(), true);
-    const HKEY key = BareOpen(KeyOf(plugin));
-    BareValues(key, [&](const BYTE* data, DWORD length) {
+    CBareKey(HKEY_CURRENT_USER, KeyOf(plugin)).ForValues([&](const BYTE* data, DWORD length) {
         if (size >= 1024) {
             buffer.resize(size);
             const HANDLE preset = BareFile(reinterpret_cast<const wchar_t*>(data), false);
@@ -122,7 +85,6 @@ void BareExport(int plugin, const std::wstring& path, std::size_t size) {
             used = 0;
         }
     });
-    ::RegCloseKey(key);
     ::FlushFileBuffers(out);
     ::CloseHandle(out);
 }
@@ -131,12 +93,11 @@ void BareImport(int plugin, const std::wstring& path, const std::wstring& folder
                 const Collection& collection) {
     std::vector<BYTE> buffer(collection.size);
     const HANDLE in = BareFile(path.c_str(), false);
-    const HKEY key = BareOpen(KeyOf(plugin));
+    const CBareKey key(HKEY_CURRENT_USER, KeyOf(plugin), KEY_WRITE);
     for (int i = 0; i < collection.presets; ++i) {
         const std::wstring name = PresetName(i);
         if (collection.size < 1024) {
-            ::RegSetValueExW(key, name.c_str(), 0, REG_BINARY, buffer.data(),
-                             static_cast<DWORD>(buffer.size()));
+            key.Set(name.c_str(), REG_BINARY, buffer.data(), buffer.size());
             continue;
         }
         BareRead(in, buffer);
@@ -148,38 +109,30 @@ void BareImport(int plugin, const std::wstring& path, const std::wstring& folder
         ::FlushFileBuffers(preset);
         ::CloseHandle(preset);
         ::MoveFileExW(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-        ::RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(target.c_str()),
-                         static_cast<DWORD>((target.size() + 1) * sizeof(wchar_t)));
+        key.Set(name.c_str(), REG_SZ, target.c_str(), (target.size() + 1) * sizeof(wchar_t));
     }
-    ::RegCloseKey(key);
     ::CloseHandle(in);
 }
 
-double PeakMegabytes() {
-    PROCESS_MEMORY_COUNTERS counters{};
-    ::K32GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
-    return static_cast<double>(counters.PeakWorkingSetSize) / (1 << 20);
-}
-
 void BenchCounting() {
-    constexpr int kPlugins = 2000;
     constexpr int kPresetsOfEach = 3;
     constexpr int kFirst = 1000;
     std::vector<std::wstring> keys;
-    for (int i = 0; i < kPlugins; ++i) {
-        AddPresets(kFirst + i, kPresetsOfEach, kSmall.size);
-        keys.push_back(KeyOf(kFirst + i));
+    for (const int plugins : {250, 500, 1000, 2000}) {
+        for (int i = static_cast<int>(keys.size()); i < plugins; ++i) {
+            AddPresets(kFirst + i, kPresetsOfEach, Small(kPresetsOfEach).size);
+            keys.push_back(KeyOf(kFirst + i));
+        }
+        Row(
+            "count presets, plug-ins", plugins,
+            [&] {
+                for (int i = 0; i < plugins; ++i) Plugin(kFirst + i).CountPresets();
+            },
+            [&] {
+                for (const std::wstring& key : keys)
+                    CBareKey(HKEY_CURRENT_USER, key).ForValues([](const BYTE*, DWORD) {}, 0);
+            });
     }
-    unsigned counted = 0;
-    const auto result = Compare(
-        kRuns,
-        [&] {
-            counted = 0;
-            for (int i = 0; i < kPlugins; ++i) counted += Plugin(kFirst + i).CountPresets();
-        },
-        [&] { BareCount(keys); });
-    PrintRow("count presets, plug-ins", kPlugins, result);
-    std::printf("  %u presets; ratio %.2f (aim 1.30)\n", counted, result.Ratio());
 }
 
 void BenchTransfer(int plugin, const Collection& collection, const fs::path& folder) {
@@ -187,26 +140,36 @@ void BenchTransfer(int plugin, const Collection& collection, const fs::path& fol
     const std::wstring path = folder / L"ours.spp";
     const std::wstring bare = folder / L"bare.spp";
     const std::wstring presets = folder / L"Shared Presets" / ClsidText(PluginNumber(plugin));
-    int moved = 0;
-    const auto exported = Compare(
-        kRuns,
+    Row(
+        std::string("export ") + collection.name, collection.presets,
         [&] {
             auto file = CFileSink::Create(path);
-            moved = ExportPresets(*file, Plugin(plugin), nullptr);
+            ExportPresets(*file, Plugin(plugin), nullptr);
         },
         [&] { BareExport(plugin, bare, collection.size); });
-    PrintRow(std::string("export ") + collection.name, moved, exported);
-    const auto imported = Compare(
-        kRuns,
+    Row(
+        std::string("import ") + collection.name, collection.presets,
         [&] {
             auto file = CFileSource::Open(path);
-            moved = ImportPresets(*file, Plugin(plugin), nullptr);
+            ImportPresets(*file, Plugin(plugin), nullptr);
         },
         [&] { BareImport(plugin, bare, presets, collection); });
-    PrintRow(std::string("import ") + collection.name, moved, imported);
-    std::printf("  ratios %.2f and %.2f (aim 1.30); file of %.1f MB, the process took %.1f MB at most\n",
-                exported.Ratio(), imported.Ratio(), static_cast<double>(fs::file_size(path)) / (1 << 20),
-                PeakMegabytes());
+}
+
+/// Each value is looked at, since it may name a file that goes as well.
+void BenchDeletion(int plugin, const Collection& collection) {
+    const int twin = plugin + 100;
+    Row(
+        std::string("delete all ") + collection.name, collection.presets,
+        [&] { Plugin(plugin).DeleteAllPresets(); },
+        [&] {
+            CBareKey(HKEY_CURRENT_USER, KeyOf(twin)).ForValues([](const BYTE*, DWORD) {});
+            ::RegDeleteKeyW(HKEY_CURRENT_USER, KeyOf(twin).c_str());
+        },
+        [&] {
+            AddPresets(plugin, collection.presets, collection.size);
+            AddPresets(twin, collection.presets, collection.size);
+        });
 }
 
 }  // namespace
@@ -215,8 +178,14 @@ void BenchPresets() {
     const fs::path folder = fs::temp_directory_path() / L"Preset bench";
     fs::create_directories(folder);
     ::SetEnvironmentVariableW(L"CorvaneAppDataRoot", folder.c_str());
-    BenchTransfer(1, kSmall, folder);
-    BenchTransfer(2, kLarge, folder);
+    int plugin = 0;
+    for (const int presets : {100, 1000, 3000, 10000}) {
+        BenchTransfer(++plugin, Small(presets), folder);
+        BenchDeletion(plugin, Small(presets));
+    }
+    BenchTransfer(++plugin, kLarge, folder);
+    // No file of 200 MB passes through the memory as a whole.
+    Figure("MB at most, with preset files of 200 MB", PeakMegabytes(), 40);
     BenchCounting();
     fs::remove_all(folder);
 }

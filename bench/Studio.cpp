@@ -4,6 +4,8 @@
 
 #include <uuids.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <wrl/client.h>
 
@@ -16,6 +18,7 @@
 
 namespace {
 
+const std::wstring kVstFolder = L"C:\\Program Files\\Vst Plug-ins\\Bench\\";
 constexpr int kAdapterEntries = 200;
 constexpr int kTwinEvery = 20;
 
@@ -27,7 +30,8 @@ enum class Kind : std::uint16_t {
     Vst,
     VstTwin,
     Md5,
-    Adapter
+    Adapter,
+    Wrapper
 };
 
 Guid ClsidOf(Kind kind, int number) {
@@ -62,8 +66,10 @@ void AddVst(int number) {
     key->WriteDword(L"isBad", 0);
     key->WriteString(L"clsidPlugMD5", ClsidText(ClsidOf(Kind::Md5, number)));
     key->WriteString(L"clsidPlug", ClsidText(clsid));
-    key->WriteString(L"FullPath",
-                     L"C:\\Program Files\\Vst Plug-ins\\Bench\\plugin" + std::to_wstring(number) + L".dll");
+    // A plug-in without its file would be asked about when it is excluded.
+    std::filesystem::create_directories(kVstFolder);
+    std::ofstream(std::filesystem::path(BenchVstFile(number))).put('b');
+    key->WriteString(L"FullPath", BenchVstFile(number));
     key->WriteDword(L"registerAsSynth", 0);
     key->WriteString(L"FullName", NameOf(L"VST", number));
     key->WriteDword(L"uniqueId", static_cast<DWORD>(number));
@@ -71,19 +77,24 @@ void AddVst(int number) {
     key->WriteDword(L"isX64", twin ? 0 : 1);
 }
 
-void AddAdapterInventory() {
-    for (int number = 0; number < kAdapterEntries; ++number) {
-        const auto key = CRegKey::Create(
-            HKEY_LOCAL_MACHINE, std::wstring(kAdapterKey) + L"\\Inventory\\" + std::to_wstring(number));
-        key->WriteString(L"clsidPlug", ClsidText(ClsidOf(Kind::Adapter, number)));
-        key->WriteString(L"FullPath", L"C:\\Bench\\wrapped.dll");
-        key->WriteDword(L"isVst", 1);
-        key->WriteDword(L"registerAsSynth", 0);
-    }
+void AddAdapterEntry(Kind kind, int number) {
+    const std::wstring name = (kind == Kind::Wrapper ? L"w" : L"") + std::to_wstring(number);
+    const auto key = CRegKey::Create(HKEY_LOCAL_MACHINE, std::wstring(kAdapterKey) + L"\\Inventory\\" + name);
+    key->WriteString(L"clsidPlug", ClsidText(ClsidOf(kind, number)));
+    key->WriteString(L"FullPath", L"C:\\Bench\\wrapped.dll");
+    key->WriteDword(L"isVst", 1);
+    key->WriteDword(L"registerAsSynth", 0);
+}
+
+Microsoft::WRL::ComPtr<IFilterMapper2> NewMapper() {
+    Microsoft::WRL::ComPtr<IFilterMapper2> mapper;
+    ::CoCreateInstance(CLSID_FilterMapper2, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper));
+    return mapper;
 }
 
 int g_perSource = 0;
 int g_vstEntries = 0;
+int g_wrapped = 0;
 
 }  // namespace
 
@@ -92,14 +103,12 @@ bool IsBenchRegistry() {
     return key && key->IsSet(L"BenchPrefix");
 }
 
-void GrowVstInventory(int entries) {
-    for (; g_vstEntries < entries; ++g_vstEntries) AddVst(g_vstEntries);
-}
+std::wstring BenchVstFile(int number) { return kVstFolder + std::to_wstring(number) + L".dll"; }
 
 void GrowStudio(int total) {
-    if (g_perSource == 0) AddAdapterInventory();
-    Microsoft::WRL::ComPtr<IFilterMapper2> mapper;
-    ::CoCreateInstance(CLSID_FilterMapper2, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&mapper));
+    for (int number = 0; g_perSource == 0 && number < kAdapterEntries; ++number)
+        AddAdapterEntry(Kind::Adapter, number);
+    const auto mapper = NewMapper();
     for (; g_perSource < total / 8; ++g_perSource) {
         const int number = g_perSource;
         RegisterAudioFilter(*mapper.Get(), ToSystem(ClsidOf(Kind::Filter, number)),
@@ -112,5 +121,16 @@ void GrowStudio(int total) {
         CRegKey::Create(HKEY_CLASSES_ROOT, std::wstring(kControlSurfacesKey) + L"\\" + surface)
             ->WriteString(L"Description", NameOf(L"Surface", number));
     }
-    GrowVstInventory(total / 2);
+    for (; g_vstEntries < total / 2; ++g_vstEntries) AddVst(g_vstEntries);
+}
+
+void GrowWrapped(int filters) {
+    const auto mapper = NewMapper();
+    for (; g_wrapped < filters; ++g_wrapped) {
+        const Guid clsid = ClsidOf(Kind::Wrapper, g_wrapped);
+        const std::wstring name = NameOf(L"Wrapped", g_wrapped);
+        RegisterAudioFilter(*mapper.Get(), ToSystem(clsid), name.c_str());
+        AddServer(clsid, name);
+        AddAdapterEntry(Kind::Wrapper, g_wrapped);
+    }
 }

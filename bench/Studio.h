@@ -2,6 +2,8 @@
 // own.
 #pragma once
 
+#include <string>
+
 /// Whether this registry was marked as one that may be filled.
 bool IsBenchRegistry();
 
@@ -10,5 +12,8 @@ bool IsBenchRegistry();
 /// one before. With the first call, an adapter inventory of 200.
 void GrowStudio(int total);
 
-/// Adds VST effects until the inventory has this many entries.
-void GrowVstInventory(int entries);
+/// The file of such an entry.
+std::wstring BenchVstFile(int number);
+
+/// Adds filters that wrap VST effects, with an adapter's entry each, until there are so many.
+void GrowWrapped(int filters);

@@ -1,13 +1,14 @@
 #include <windows.h>
 
-#include <shlwapi.h>
-
-#include <cstdio>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "Bare.h"
+#include "BareLayout.h"
 #include "Benches.h"
+#include "ClsidText.h"
+#include "CorvaneKeys.h"
 #include "Dialog.h"
 #include "Files.h"
 #include "FoldedText.h"
@@ -15,25 +16,15 @@
 #include "Measure.h"
 #include "PluginListView.h"
 #include "PluginOverview.h"
-#include "Studio.h"
 #include "TidyFindings.h"
 #include "VstToolPaths.h"
 
 namespace {
 
-constexpr int kRuns = 7;
-constexpr int kPlugins = 4000;
-
-void Print(const char* what, std::size_t items, const Comparison& result) {
-    PrintRow(what, static_cast<int>(items), result);
-    std::printf("  ratio %.2f (aim 1.30)\n", result.Ratio());
-}
-
-/// The floor finds the plug-ins and asks for their files; one that is not there costs a second question.
-void BenchTidyUp(CPluginInventory& inventory, const CExclusionList& exclusions) {
-    std::size_t plugins = 0;
-    const auto result = Compare(
-        kRuns,
+/// Looks for what Tidy Up lists. One file that is not there costs a second question.
+void BenchTidyUp(int plugins, CPluginInventory& inventory, const CExclusionList& exclusions) {
+    Row(
+        "look for what to tidy up", plugins,
         [&] {
             inventory.Enumerate(true);
             const auto all = ListAllPlugins(inventory, exclusions);
@@ -42,56 +33,57 @@ void BenchTidyUp(CPluginInventory& inventory, const CExclusionList& exclusions) 
             states.reserve(all.size());
             for (const StudioPlugin& plugin : all) states.push_back(files.Of(plugin.file));
             FindUntidy(all, states, {}, {&FoldedText, &InCapitals});
-            plugins = all.size();
         },
-        [&] {
-            inventory.Enumerate(true);
-            for (const PluginEntry& entry : inventory.Entries())
-                ::PathFileExistsW(inventory.LoadedFileOf(entry.clsid, *entry.category).c_str());
-            for (const auto& [clsid, record] : inventory.Vst().Records()) {
-                if (clsid != record.md5Clsid) ::PathFileExistsW(record.path.c_str());
-            }
-        });
-    Print("look for what to tidy up", plugins, result);
+        [] { BareEnumeration(BareFiles::Asked); });
 }
 
-/// The floor reads files and names of what is registered with the system, and fills the bare control.
-void BenchFill(CLayoutFill& fill, CLayoutTreeView& layout, const CPluginInventory& inventory) {
-    const CTreeCtrlEx& tree = layout.Tree();
+/// The key below the root of the classes in which a plug-in's name stands.
+std::wstring NameKeyOf(const PluginEntry& entry) {
+    const std::wstring clsid = ClsidText(entry.clsid);
+    if (*entry.category == Category::ControlSurfaces)
+        return std::wstring(kControlSurfacesKey) + L"\\" + clsid;
+    if (*entry.category == Category::MediaObjects)
+        return std::wstring(kMediaObjectsKey) + L"\\" + clsid.substr(1, clsid.size() - 2);
+    return L"CLSID\\" + clsid;
+}
+
+/// Into an empty layout. Of what is registered with the system, file and name are read.
+void BenchFill(int plugins, CLayoutFill& fill, CLayoutTreeView& layout, const CPluginInventory& inventory) {
+    layout.Layout().Clear();
+    fill.OnByVendor();
     std::vector<LayoutItem> items;
-    const auto result = Compare(
-        kRuns,
+    for (HTREEITEM item = layout.Tree().Root(); item; item = layout.Tree().NextInOrder(item))
+        items.push_back(*layout.Layout().Find(item));
+    const CBareTree bare(layout.Tree());
+    Row(
+        "fill layout by vendor", plugins, [&] { fill.OnByVendor(); },
         [&] {
-            layout.Layout().Clear();
-            fill.OnByVendor();
-        },
-        [&] {
-            if (items.empty()) {
-                for (HTREEITEM item = tree.Root(); item; item = tree.NextInOrder(item))
-                    items.push_back(*layout.Layout().Find(item));
-            }
             for (const PluginEntry& entry : inventory.Entries()) {
-                inventory.LoadedFileOf(entry.clsid, *entry.category);
-                inventory.RegisteredNameOf(entry.clsid, *entry.category);
+                const CBareKey file(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID\\" +
+                                                            ClsidText(entry.clsid) + L"\\InprocServer32");
+                if (file.Handle()) file.Ask(nullptr);
+                const bool isSurface = *entry.category == Category::ControlSurfaces;
+                CBareKey(HKEY_CLASSES_ROOT, NameKeyOf(entry)).Ask(isSurface ? L"Description" : nullptr);
             }
-            const CRedrawLock noRedraw(tree);
-            tree.Delete(TVI_ROOT);
+            const CRedrawLock noRedraw(bare);
             HTREEITEM folder = nullptr;
             HTREEITEM last = TVI_FIRST;
             for (const LayoutItem& item : items) {
                 const bool isFolder = item.kind == LayoutKind::Folder;
                 last =
-                    tree.Insert(isFolder ? nullptr : folder, isFolder ? TVI_LAST : last, item.name, 8, 8, 0);
+                    bare.Insert(isFolder ? nullptr : folder, isFolder ? TVI_LAST : last, item.name, 8, 8, 0);
                 if (isFolder) folder = std::exchange(last, TVI_FIRST);
             }
+        },
+        [&] {
+            layout.Layout().Clear();
+            bare.Delete(TVI_ROOT);
         });
-    Print("fill layout by vendor", items.size(), result);
 }
 
 }  // namespace
 
-void BenchStudio() {
-    GrowStudio(kPlugins);
+void BenchStudio(int plugins) {
     const CPluginDatabase noDatabase;
     CPluginInventory inventory(kDefaultVstKey, noDatabase);
     const CExclusionList exclusions;
@@ -100,10 +92,10 @@ void BenchStudio() {
     CDialog dialog(IDD_PLUGIN_MANAGER);
     CPluginListView list(dialog, inventory, exclusions, visibility, tools);
     if (!dialog.CreateModeless(nullptr)) return;
-    BenchTidyUp(inventory, exclusions);
+    BenchTidyUp(plugins, inventory, exclusions);
     CLayoutTreeView layout(dialog, inventory, list);
     layout.OnInitDialog();
     CLayoutFill fill(dialog, inventory, exclusions, layout);
-    BenchFill(fill, layout, inventory);
+    BenchFill(plugins, fill, layout, inventory);
     layout.OnDestroy();
 }

@@ -8,16 +8,21 @@
 
 namespace {
 
-/// Every value once; an absent or malformed one leaves its field empty.
+/// Every value at most once; an absent or malformed one leaves its field empty. Each read costs as much as
+/// all that is done with it, so that what cannot matter any more is not asked for.
 VstEntry ReadEntry(const CRegKey& key) {
+    const bool isVst = key.IsSet(L"isVst");
+    const bool isX64 = key.IsSet(L"isX64");
+    const bool isShell = key.IsSet(L"isShell");
     return {
-        .kind = {.isVst = key.IsSet(L"isVst"),
-                 .isVst3 = key.IsSet(L"isVst3"),
+        // A 64-bit entry that claims both is listed as a VST, just as without the second claim.
+        .kind = {.isVst = isVst,
+                 .isVst3 = !(isVst && isX64) && key.IsSet(L"isVst3"),
                  .registerAsSynth = key.IsSet(L"registerAsSynth")},
-        .isShell = key.IsSet(L"isShell"),
-        .isShellRoot = key.IsSet(L"isShellRoot"),
+        .isShell = isShell,
+        .isShellRoot = isShell && key.IsSet(L"isShellRoot"),
         .isBad = key.IsSet(L"isBad"),
-        .isX64 = key.IsSet(L"isX64"),
+        .isX64 = isX64,
         .uniqueId = static_cast<int>(key.ReadDword(L"uniqueId").value_or(0)),
         .clsidPlug = key.ReadString(L"clsidPlug", kNameBytes),
         .clsidPlugMd5 = key.ReadString(L"clsidPlugMD5", kNameBytes),

@@ -1,8 +1,21 @@
 #!/usr/bin/env bash
-# Builds and runs the bench in a Wine prefix of its own, which the bench fills with large collections.
-#   scripts/bench.sh [presets|backups|layouts|enumeration|panes]
+# Builds and runs the bench in a Wine prefix of its own, which the bench fills with large collections, and puts what it
+# has found into docs/. Fails when a row passes its bound.
+#   scripts/bench.sh [--only presets|backups|layouts|rounds|plugins|studio|sets|starts|wrapped|window] [--json FILE]
+# --only: this part, and nothing into docs/; --json: where the results go, build/bench.json otherwise
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+json=$build/bench.json
+only=()
+while [ $# -gt 0 ]; do
+    case $1 in
+        --only) only=(--only "$2") ;;
+        --json) json=$(realpath -m "$2") ;;
+        *) die "unknown option: $1" ;;
+    esac
+    shift 2
+done
 
 "$root/scripts/setup.sh"
 build_preset release bench window_probe || die "the build failed"
@@ -12,4 +25,7 @@ fresh_prefix "$build/bench-prefix"
 wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 # The bench runs only where this mark allows it to write.
 wine reg add 'HKCU\Software\Corvane Music Software' /v BenchPrefix /t REG_DWORD /d 1 /f >/dev/null
-wine "$bin/bench.exe" "$@"
+status=0
+wine "$bin/bench.exe" "${only[@]}" --json "$(windows_path "$json")" || status=$?
+[ ${#only[@]} -gt 0 ] || "$root/scripts/bench-plot.sh" "$json"
+exit "$status"

@@ -17,6 +17,14 @@ class VstInventory : public testing::Test {
     CVstInventory m_inventory{kDefaultVstKey};
 };
 
+TEST_F(VstInventory, AnEntryThatClaimsToBeBothIsAVst) {
+    AddVst(1, L"a").Number(L"isVst3", 1);
+    AddVst(2, L"b").Number(L"isVst3", 1).Number(L"isX64", 0);
+    Read();
+    ASSERT_TRUE(Find(1) && !Find(2));
+    EXPECT_EQ(Find(1)->category, Category::VstEffects);
+}
+
 TEST_F(VstInventory, AnEntryNeedsItsKindItsIdAndItsFile) {
     const std::wstring path = std::wstring(kSomeFile) + L'\0';
     const std::vector<BYTE> zero(4), one = {1, 0, 0, 0};

@@ -1,10 +1,11 @@
 #include <windows.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "Bare.h"
+#include "BareLayout.h"
 #include "Benches.h"
 #include "ClsidText.h"
 #include "CorvaneKeys.h"
@@ -12,45 +13,45 @@
 #include "Files.h"
 #include "Measure.h"
 #include "PresetTransfer.h"
-#include "RegValues.h"
-#include "Studio.h"
 #include "StudioSetFile.h"
 #include "StudioSets.h"
-#include "XmlDoc.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 5;
-constexpr int kPlugins = 4000;  // half of them VST
-constexpr int kExclusions = 1000;
-constexpr int kLayouts = 500;
 constexpr int kPresetsOfEach = 10;
-constexpr int kPluginsWithPresets = 2000;
 constexpr int kItemsInLayout = 40;
 constexpr std::size_t kPresetSize = 64;
+
+/// Of so many plug-ins half are VST, and have presets.
+struct Amounts {
+    int exclusions;
+    int layouts;
+    int pluginsWithPresets;
+};
+constexpr Amounts AmountsFor(int plugins) { return {plugins / 4, plugins / 8, plugins / 2}; }
 
 std::wstring ExclusionKey(int number) {
     return std::wstring(kExclusionKey) + L"\\" + ClsidText({static_cast<std::uint32_t>(number), 7, 7, {}});
 }
 
-void Fill(const CPluginInventory& inventory, const fs::path& layouts) {
-    for (int i = 0; i < kExclusions; ++i)
+void Fill(const CPluginInventory& inventory, const Amounts& amounts, const fs::path& layouts) {
+    for (int i = 0; i < amounts.exclusions; ++i)
         CRegKey::Create(HKEY_CURRENT_USER, ExclusionKey(i))->WriteString(nullptr, L"Excluded");
     std::string items;
     for (int i = 0; i < kItemsInLayout; ++i)
         items += "<Plugin CLSID=\"{00000001-0002-0003-0400-000000000000}\" Category=\"1\" Name=\"Item " +
                  std::to_string(i) + "\" OriginalName=\"Item\"/>";
     fs::create_directories(layouts);
-    for (int i = 0; i < kLayouts; ++i)
+    for (int i = 0; i < amounts.layouts; ++i)
         std::ofstream(layouts / (std::to_wstring(i) + L".pgl"), std::ios::binary)
             << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<PluginMenuLayout DocSchema=\"1\" Name=\"" << i
             << "\">" << items << "</PluginMenuLayout>\r\n";
     const std::vector<std::byte> data(kPresetSize, std::byte{'b'});
     int plugins = 0;
     for (const auto& [id, record] : inventory.Vst().Records()) {
-        if (!HasRow(id, record) || plugins++ == kPluginsWithPresets) continue;
+        if (!HasRow(id, record) || plugins++ >= amounts.pluginsWithPresets) continue;
         const auto key = CPresetListMgr(id, RowOf(*record.category).guid, L"").OpenPluginKey(true);
         for (int i = 0; i < kPresetsOfEach; ++i)
             key->WriteValue((L"Preset number " + std::to_wstring(i)).c_str(), REG_BINARY, data);
@@ -65,33 +66,29 @@ void Empty(const fs::path& layouts) {
     fs::create_directories(layouts);
 }
 
-void ReadKeys(const wchar_t* path, std::size_t& bytes) {
-    const auto top = CRegKey::Open(HKEY_CURRENT_USER, path);
-    if (!top) return;
-    for (const std::wstring& name : top->SubkeyNames()) {
-        const auto key = top->OpenSubkey(name);
-        for (CRegValues values(*key, 519); values.Next();) bytes += values.Data().size();
-    }
+void ReadKeys(const wchar_t* path) {
+    const CBareKey top(HKEY_CURRENT_USER, path);
+    top.ForSubkeys(
+        [&](const wchar_t* name) { CBareKey(top.Handle(), name).ForValues([](const BYTE*, DWORD) {}); });
 }
 
 /// Everything is read once, layouts by the parser.
-void BareRead(const fs::path& layouts) {
-    std::size_t bytes = 0;
-    ReadKeys(kExclusionKey, bytes);
-    ReadKeys(kAudioPresetsKey, bytes);
-    for (const auto& file : fs::directory_iterator(layouts)) CXmlDoc().Load(file.path().wstring(), true);
+void ReadStudio(const fs::path& layouts) {
+    ReadKeys(kExclusionKey);
+    ReadKeys(kAudioPresetsKey);
+    for (const auto& file : fs::directory_iterator(layouts)) BareRead(file.path().wstring());
 }
 
-void BareReadSet(const std::wstring& set) {
-    CXmlDoc().Load(set, true);
+void ReadSet(const std::wstring& set) {
+    BareRead(set);
     std::string presets;
     CPatience patience;
-    ReadWholeFile(PresetFileOf(set), CXmlDoc::kLargestFile, presets, patience);
+    ReadWholeFile(PresetFileOf(set), fs::file_size(PresetFileOf(set)), presets, patience);
 }
 
 /// The floor of saving: what is there is read, and as many bytes are written.
 void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& out) {
-    BareRead(layouts);
+    ReadStudio(layouts);
     for (const wchar_t* extension : {L".pgset", L".spp"}) {
         const auto size = fs::file_size(fs::path(set).replace_extension(extension));
         ReplaceFileContents(out.wstring() + extension, std::string(static_cast<std::size_t>(size), 'b'));
@@ -99,10 +96,10 @@ void BareSave(const fs::path& layouts, const std::wstring& set, const fs::path& 
 }
 
 /// The floor of loading: set and presets are read, and each key, value and file is written.
-void BareLoad(const SetToLoad& load, const fs::path& layouts, const std::wstring& set) {
-    BareReadSet(set);
+void BareLoad(const SetToLoad& load, int exclusions, const fs::path& layouts, const std::wstring& set) {
+    ReadSet(set);
     const std::vector<std::byte> data(kPresetSize, std::byte{'b'});
-    for (int i = 0; i < kExclusions; ++i)
+    for (int i = 0; i < exclusions; ++i)
         CRegKey::Create(HKEY_CURRENT_USER, ExclusionKey(i))->WriteString(nullptr, L"Excluded");
     for (const auto& [file, xml] : load.set.layouts)
         ReplaceFileContents((layouts / file).wstring(), std::string(xml.begin(), xml.end()));
@@ -115,57 +112,46 @@ void BareLoad(const SetToLoad& load, const fs::path& layouts, const std::wstring
 
 }  // namespace
 
-void BenchStudioSets() {
+void BenchStudioSets(int plugins) {
+    const Amounts amounts = AmountsFor(plugins);
     const fs::path folder = fs::temp_directory_path() / L"Set bench";
     const fs::path layouts = folder / L"Layouts";
     const std::wstring file = folder / L"studio.pgset";
     fs::remove_all(folder);
-    GrowStudio(kPlugins);
     const CPluginDatabase database;
     CPluginInventory inventory(kDefaultVstKey, database);
     inventory.Enumerate(true);
     CFriendlyNames names(inventory, database);
     CBackups backups(folder / L"Backups", L"1");
     CStudioSets sets(inventory, names, backups, layouts.wstring());
-    Fill(inventory, layouts);
-    const auto saved = Compare(
-        kRuns,
+    Fill(inventory, amounts, layouts);
+    Row(
+        "save a studio set", plugins,
         [&] {
             SetToSave save;
             sets.Gather(save, true, {});
             sets.Save(save, file, L"Bench", {});
         },
         [&] { BareSave(layouts, file, folder / L"bare"); });
-    PrintRow("save a studio set", kPlugins, saved);
     SetToLoad planned;
-    const auto compared = Compare(
-        kRuns,
+    Row(
+        "find a set loaded already", plugins,
         [&] {
             planned = {};
             sets.Plan(file, SetMode::Add, true, planned, {});
         },
         [&] {
-            BareReadSet(file);
-            BareRead(layouts);
+            ReadSet(file);
+            ReadStudio(layouts);
         });
-    PrintRow("find a set loaded already", kPlugins, compared);
-    std::size_t done = 0;
-    const auto loaded = Compare(
-        kRuns,
+    Row(
+        "load a studio set", plugins,
         [&] {
-            Empty(layouts);
             SetToLoad load;
             sets.Plan(file, SetMode::Add, true, load, {});
-            done = load.CountChosen();
             sets.Load(load, L"Bench", CWindow(), {});
         },
-        [&] {
-            Empty(layouts);
-            BareLoad(planned, layouts, file);
-        });
-    PrintRow("load a studio set", kPlugins, loaded);
-    std::printf("  %zu things loaded; ratios %.2f, %.2f and %.2f (aim 1.50)\n", done, saved.Ratio(),
-                compared.Ratio(), loaded.Ratio());
+        [&] { BareLoad(planned, amounts.exclusions, layouts, file); }, [&] { Empty(layouts); });
     Empty(layouts);
     fs::remove_all(folder);
 }
