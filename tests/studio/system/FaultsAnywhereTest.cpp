@@ -140,6 +140,7 @@ void WatchAll() {
     Call<&::RegCreateKeyExW>::Watch(library, "RegCreateKeyExW", ERROR_ACCESS_DENIED, kWrites);
     Call<&::RegSetValueExW>::Watch(library, "RegSetValueExW", ERROR_ACCESS_DENIED, kWrites);
     Call<&::RegDeleteValueW>::Watch(library, "RegDeleteValueW", ERROR_ACCESS_DENIED, kWrites);
+    Call<&::RegDeleteKeyW>::Watch(library, "RegDeleteKeyW", ERROR_ACCESS_DENIED, kWrites);
     Call<&::RegOpenKeyExW>::Watch(library, "RegOpenKeyExW", ERROR_ACCESS_DENIED);
     Call<&::RegQueryValueExW>::Watch(library, "RegQueryValueExW", ERROR_ACCESS_DENIED);
     Call<&::RegQueryInfoKeyW>::Watch(library, "RegQueryInfoKeyW", ERROR_NO_SYSTEM_RESOURCES);
