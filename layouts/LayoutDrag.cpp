@@ -215,6 +215,8 @@ void CLayoutDrag::Drop() {
     End();
     if (!moves) return;
     const CTreeHold hold(m_layout.Scroll());
+    // Else the caret would go with each item, which takes longer than the move itself.
+    Tree().ClearSelection();
     HTREEITEM last = nullptr;
     for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a dragged folder moves with it.
@@ -222,5 +224,6 @@ void CLayoutDrag::Drop() {
         if (!item || IsWithinDragged(Tree().Parent(item))) continue;
         last = last ? m_layout.MoveAfter(item, last) : m_layout.Move(item, place.parent, place.after);
     }
+    if (last) Tree().MoveCaret(Tree().Shown(last));
     Tree().ClearSelection();
 }

@@ -173,7 +173,7 @@ HTREEITEM CTreeCtrlWrapper::Move(HTREEITEM item, HTREEITEM parent, HTREEITEM aft
     if (m_tree.IsSelected(item)) {
         m_tree.AddToSelection(!parent || m_tree.IsExpanded(parent) ? moved : parent);
     } else if (m_tree.IsWithin(caret, item)) {
-        m_tree.MoveCaret(HandleOf(static_cast<LayoutItemId>(m_tree.Data(caret))));
+        m_tree.MoveCaret(m_tree.Shown(HandleOf(static_cast<LayoutItemId>(m_tree.Data(caret)))));
     }
     Delete(item, moved);
     m_scroll.Show(moved);

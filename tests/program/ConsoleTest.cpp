@@ -27,7 +27,15 @@ class Console : public ProgramTest {
         std::filesystem::current_path(m_files.Folder());
         ::SetEnvironmentVariableW(L"PATH", BesideTest(L"").c_str());
     }
-    void TearDown() override { std::filesystem::current_path(m_files.Folder().parent_path()); }
+    void TearDown() override {
+        std::filesystem::current_path(m_files.Folder().parent_path());
+        // The console of a program that the companion has started may hold them a moment longer.
+        EXPECT_TRUE(WaitFor([&] {
+            std::error_code held;
+            std::filesystem::remove_all(m_files.Folder(), held);
+            return !held;
+        }));
+    }
 
     /// The exit code of the companion.
     static int Run(const std::wstring& arguments) {
@@ -144,9 +152,6 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
     ExpectAll({{L"set load t.pgset", 3, "", "t.pgset: "}});
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, excluded)) << "taken back";
     SetText(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath", folder);
-    // The console of the program that was started for it may hold them a moment longer.
-    std::error_code held;
-    EXPECT_TRUE(WaitFor([&] { return std::filesystem::remove(m_files.Path(L"err.txt"), held); }));
 }
 
 TEST_F(Console, TellsTheHostWhatHasChangedAndNothingElse) {

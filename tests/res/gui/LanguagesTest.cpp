@@ -32,7 +32,7 @@ constexpr const Language& kEnglish = kLanguages[0];
 constexpr std::wstring_view kAlike =
     L"||spp|pgl|OK|CLSID:|CLSID: |VST ID: "
     L"|&Options|&Wizard...|Backups|&Backups...|Plug-in|Presets|Name|Exclusions|"
-    L"Corvane Plug-in Manager|Corvane Plug-in &Manager|Name: %s -> %s|Layout: %s|";
+    L"Corvane Plug-in Manager|Corvane Plug-in &Manager|Name: %s -> %s|Layout: %s|Presets: %s|";
 
 /// Texts that the program gives to controls at run time.
 const std::map<int, std::vector<UINT>> kLaterTexts = {

@@ -87,9 +87,9 @@ TEST_F(ReviewDlg, ItsOtherButtonsKeepItOpen) {
     m_dialog.SetRows({{{{L"x"}, {L""}}}, {{{L"y"}, {L""}}, true, false}});
     Tick(1, 1);
     CtrlA();
-    EXPECT_EQ(Shown(), L"+x,+y,Restore 2!");
+    EXPECT_EQ(Shown(), L"[x]x,\n[x]y,\nRestore 2!");
     CtrlA();
-    EXPECT_EQ(Shown(), L"x,+y,Restore 1!") << "what can't be ticked or unticked stays so";
+    EXPECT_EQ(Shown(), L"[ ]x,\n[x]y,\nRestore 1!") << "what can't be ticked or unticked stays so";
 }
 
 TEST_F(ReviewDlg, ColumnsGetWhatTheirTextsWantOfTheRoomThatThereIs) {
