@@ -158,7 +158,6 @@ studio_pictures() {
     manager exclude "$quill_delay"
     start_program "$1" "$layouts\\Mixing.pgl"
     probe --size 1058x660 --category $vst_effects --command $command_tidy_up
-    probe --dialog --size 860x330
     picture "tidy-up-$file.png" --dialog
     probe --dialog --press $button_cancel
     probe --command $command_save_set

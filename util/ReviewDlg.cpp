@@ -180,6 +180,12 @@ void CReviewDlg::MeasureColumns() {
                                [](int a, int b) { return std::max(a, b); });
     }
     m_list.Send(LVM_DELETECOLUMN, m_columns.size());
+    // Of the titles not every system counts the margins, and none the arrow.
+    const int beside = 2 * ::GetSystemMetricsForDpi(SM_CXVSCROLL, m_dpi);
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        const int title = m_list.SendInt(LVM_GETSTRINGWIDTH, 0, m_columns[i].title.c_str());
+        m_wanted[i] = std::max(m_wanted[i], title + beside);
+    }
     ShareOutColumns();
 }
 
