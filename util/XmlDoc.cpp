@@ -158,11 +158,15 @@ std::optional<std::wstring> CXmlDoc::AttributeValue(int index) {
     return TextAt(m_attributeValues, index, L"XML_PARSER::Get_Attribute_Value(int) failed");
 }
 
-ComPtr<IXMLDOMElement> CXmlDoc::CurrentElement() const {
-    ComPtr<IXMLDOMElement> element;
-    if (m_current)
-        m_current->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(element.GetAddressOf()));
-    return element;
+IXMLDOMElement* CXmlDoc::CurrentElement() {
+    // Each attribute of an element asks for it.
+    if (m_elementNode != m_current) {
+        m_elementNode = m_current;
+        m_element.Reset();
+        if (m_current)
+            m_current->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(m_element.GetAddressOf()));
+    }
+    return m_element.Get();
 }
 
 void CXmlDoc::ToFirstChild() {
@@ -286,7 +290,7 @@ bool CXmlDoc::AppendChildElement(std::wstring_view name) {
 
 bool CXmlDoc::SetAttribute(std::wstring_view name, std::wstring_view value) {
     if (!IsXmlText(value)) return Fail(L"CXmlDoc: a text holds a character that XML does not have");
-    const ComPtr<IXMLDOMElement> element = CurrentElement();
+    IXMLDOMElement* const element = CurrentElement();
     return element && SUCCEEDED(element->setAttribute(BstrOf(name).Get(), CVariant(value).Get()));
 }
 

@@ -66,7 +66,8 @@ class CXmlDoc {
     void ParseNode(IXMLDOMNode* node);
     bool HasNode() const { return m_current != nullptr; }
     IXMLDOMNode* Current() const { return m_current.Get(); }
-    Microsoft::WRL::ComPtr<IXMLDOMElement> CurrentElement() const;
+    /// Null where the current node is none. Good until that changes.
+    IXMLDOMElement* CurrentElement();
     void ToFirstChild();
     void ToNextSibling();
     /// Read from the document with each call: an element's text is that of everything within it.
@@ -125,6 +126,9 @@ class CXmlDoc {
     Microsoft::WRL::ComPtr<IXMLDOMDocument2> m_document;
     Microsoft::WRL::ComPtr<IXMLDOMElement> m_root;
     Microsoft::WRL::ComPtr<IXMLDOMNode> m_current;
+    Microsoft::WRL::ComPtr<IXMLDOMNode>
+        m_elementNode;  // the one that was asked last whether it is an element
+    Microsoft::WRL::ComPtr<IXMLDOMElement> m_element;
     std::wstring m_lastError;
     DWORD m_saveError = ERROR_SUCCESS;
     std::vector<std::wstring> m_attributeNames;
