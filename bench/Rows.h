@@ -33,7 +33,7 @@ inline constexpr RowBound kRows[] = {
     {"folder of layouts", kUsual, ""},
     {"sort", kUsual, ""},
     {"delete half", kUsual, ""},
-    {"drag half", 8, "the caret goes along with each item, which the control tells the dialog of"},
+    {"drag half", 8, "the drag's picture, and a dozen questions to the control for each item that moves"},
     {"enumeration", kUsual, ""},
     {"enumeration, beside reg query /s", 1, "what one would do without the program"},
     {"list --format json", kUsual, ""},
