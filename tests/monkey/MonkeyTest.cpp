@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <set>
 
 #include "Files.h"
@@ -23,9 +22,9 @@
 #include "PluginTexts.h"
 #include "PresetListMgr.h"
 #include "ProgramPath.h"
-#include "RegValues.h"
 #include "WordMatch.h"
 #include "monkey/RandomUser.h"
+#include "support/Snapshot.h"
 
 namespace {
 
@@ -56,24 +55,6 @@ constexpr const wchar_t* kMayChange[] = {
     L"User\\Software\\Wine\\*",
     L"Machine\\Software\\Microsoft\\*",
 };
-
-using State = std::map<std::wstring, std::wstring>;
-
-void Gather(const CRegKey& key, const std::wstring& path, State& state) {
-    state[path];
-    const std::wstring within = path + L'\\';
-    for (CRegValues values(key, 16383); values.Next();) {
-        std::wstring& data = state[within + values.Name()] = std::to_wstring(values.Type());
-        for (const std::byte byte : values.Data()) data += static_cast<wchar_t>(byte);
-    }
-    for (const std::wstring& name : key.SubkeyNames())
-        if (const auto subkey = key.OpenSubkey(name)) Gather(*subkey, within + name, state);
-}
-
-void Gather(const std::filesystem::path& folder, const std::wstring& name, State& state) {
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        state[name + L'\\' + entry.path().filename().wstring()];
-}
 
 /// The name that the system's kernel has for a handle, or for its type.
 std::wstring KernelName(HANDLE handle, int which) {
@@ -189,6 +170,8 @@ class Monkey : public RandomUser {
 
     std::wstring WrongRecords() {
         const CTreeCtrlEx& tree = Tree();
+        const CTreeView control(Window());  // which keeps the items once more
+        if (tree.Root() != control.Root()) return L"the first item";
         std::unordered_set<LayoutItemId> ids;
         for (HTREEITEM item = tree.Root(); item; item = tree.NextInOrder(item)) {
             const std::wstring label = tree.ItemText(item);
@@ -199,9 +182,13 @@ class Monkey : public RandomUser {
             if (!kIsOfKind[static_cast<std::size_t>(record->kind)](id) ||
                 (record->kind != LayoutKind::Folder && tree.Child(item)))
                 return L"kind of " + label;
-            if (static_cast<LayoutItemId>(tree.Data(item)) != id || Layout().HandleOf(id) != item ||
+            if (static_cast<LayoutItemId>(control.Data(item)) != id || Layout().HandleOf(id) != item ||
                 !ids.insert(id).second)
                 return L"id of " + label;
+            if (tree.Parent(item) != control.Parent(item) || tree.Child(item) != control.Child(item) ||
+                tree.NextSibling(item) != control.NextSibling(item) ||
+                tree.PreviousSibling(item) != control.PreviousSibling(item))
+                return L"place of " + label;
             if (!record->name.starts_with(label) || label.empty() != record->name.empty())
                 return label + L" shows " + record->name;
             if (tree.IsSelected(item) && tree.Shown(item) != item) return L"selected and hidden: " + label;
@@ -305,20 +292,21 @@ class Monkey : public RandomUser {
         return read == Items() ? L"" : file + L" holds\n" + read + L"and the tree\n" + Items();
     }
 
-    State World() const {
-        State state;
-        Gather(*CRegKey::Open(HKEY_CURRENT_USER, L""), L"User", state);
-        Gather(*CRegKey::Open(HKEY_LOCAL_MACHINE, L""), L"Machine", state);
-        Gather(m_files.Folder(), L"Layouts", state);
-        for (const auto& folder : {m_files.Folder().parent_path(), std::filesystem::path(ProgramFolder())})
-            Gather(folder, L"Elsewhere", state);
-        return state;
+    Snapshot World() const {
+        Snapshot world;
+        AddKey(world, *CRegKey::Open(HKEY_CURRENT_USER, L""), L"User");
+        AddKey(world, *CRegKey::Open(HKEY_LOCAL_MACHINE, L""), L"Machine");
+        for (const auto& [name, folder] :
+             Table<Line, std::filesystem::path>{{L"Layouts\\", m_files.Folder()},
+                                                {L"Elsewhere\\", m_files.Folder().parent_path()},
+                                                {L"Elsewhere\\", ProgramFolder()}})
+            for (const auto& entry : std::filesystem::directory_iterator(folder))
+                world[name + entry.path().filename().wstring()];
+        return world;
     }
     std::wstring WrongWorld() {
-        std::vector<State::value_type> changed;
-        std::ranges::set_symmetric_difference(m_before, World(), std::back_inserter(changed));
-        for (const auto& [path, value] : changed) {
-            const auto matches = [&path = path](const wchar_t* may) {
+        for (const std::wstring& path : Differences(m_before, World())) {
+            const auto matches = [&path](const wchar_t* may) {
                 return ::PathMatchSpecW((path + L'\\').c_str(), may) || ::PathMatchSpecW(path.c_str(), may);
             };
             if (std::ranges::none_of(kMayChange, matches)) return path;
@@ -326,7 +314,7 @@ class Monkey : public RandomUser {
         return {};
     }
 
-    State m_before;                     // the first step
+    Snapshot m_before;                  // the first step
     std::map<std::string, int> m_held;  // after the first thousand steps
 };
 

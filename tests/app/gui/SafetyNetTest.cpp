@@ -4,6 +4,7 @@
 #include "CorvaneKeys.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "support/SandboxImporter.h"
+#include "support/Snapshot.h"
 
 namespace {
 
@@ -19,15 +20,11 @@ class SafetyNet : public LayoutTreeDialog {
         m_files.Write(L"old.spp", "old");
     }
     /// What can be taken away, but layouts that have no file.
-    std::wstring State() const {
-        std::wstring state;
-        const auto gather = [](std::wstring&) { return DWORD{ERROR_SUCCESS}; };
-        CRegSnapshot().Take({BackupHive::User, kAudioPresetsKey, {}}, state, gather);
-        CRegSnapshot().Take({BackupHive::Machine, L"Software\\Classes", {}}, state, gather);
-        for (const std::wstring& name : m_files.Names()) {
-            const std::string bytes = m_files.Read(name);
-            state += name + L"=" + std::wstring(bytes.begin(), bytes.end()) + L"\n";
-        }
+    Snapshot State() const {
+        Snapshot state;
+        AddKey(state, HKEY_CURRENT_USER, kAudioPresetsKey);
+        AddKey(state, HKEY_LOCAL_MACHINE, L"Software\\Classes");
+        AddFiles(state, m_files.Folder());
         return state;
     }
     CBackups Store() const { return {BackupFolder(m_data.wstring()), L"1", &ImportIntoSandbox}; }
@@ -117,7 +114,7 @@ TEST_F(SafetyNet, HoldsWhatAStepTookAndWithoutItNoStepIsTaken) {
                            }}};
     for (const auto& [left, work] : cases) {
         SCOPED_TRACE(Utf8(left));
-        const std::wstring before = State();
+        const Snapshot before = State();
         // First where a file has the folder's name.
         for (const bool refuses : {true, false}) {
             m_refuses = refuses;

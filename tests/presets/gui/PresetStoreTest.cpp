@@ -94,17 +94,6 @@ TEST_F(PresetStore, TheEndOfANameThatWindowsDropsIsDropped) {
     EXPECT_EQ(Stored(), (Presets{L"Init.@Init=1024d", L"Slim@Thin=1024d", L"Wide...@WIDE=1024x"}));
 }
 
-TEST_F(PresetStore, WhatCannotBeStoredLeavesWhatWasThere) {
-    EXPECT_TRUE(Store(L"large", 1024));
-    // A key that goes in the middle of a command takes no more values.
-    CPresetWriter writer(m_hall);
-    EXPECT_TRUE(Store(writer, L"small", 1));
-    support::DeleteTree(HKEY_CURRENT_USER, kHallKey);
-    EXPECT_FALSE(Store(writer, L"large", 2000) || Store(writer, L"new", 2000));
-    EXPECT_EQ(fs::file_size(m_folder / L"large"), 1024U);
-    EXPECT_EQ(FilesBelowTop(), 3U) << "two folders, one file";
-}
-
 TEST_F(PresetStore, DeletingTakesTheFilesAlong) {
     for (const wchar_t* name : {L"in a file", L"gone", L"kept"}) EXPECT_TRUE(Store(name, 1024));
     fs::remove(m_folder / L"gone");

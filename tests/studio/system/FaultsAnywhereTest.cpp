@@ -7,8 +7,6 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <map>
-#include <set>
 
 #include "Backups.h"
 #include "CorvaneKeys.h"
@@ -24,12 +22,14 @@
 #include "Process.h"
 #include "Scope.h"
 #include "StudioSets.h"
-#include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
 #include "support/SandboxImporter.h"
+#include "support/Snapshot.h"
 #include "support/TestPlugins.h"
 
 namespace {
+
+using support::Snapshot;
 
 enum class Fault {
     None,
@@ -213,7 +213,7 @@ class FaultsAnywhere : public testing::Test {
         if (step.withFilter) support::RegisterAudioFilter(support::IdText(5), L"Plate");
         if (!step.afterDeletion) return;
         CBackups backups = NewRun();
-        DeleteAll(backups, L"Earlier");
+        Delete(backups, L"Earlier");
         Store(L"small", 9, 'x');
         Store(L"added", 2000, 'x');
     }
@@ -234,11 +234,14 @@ class FaultsAnywhere : public testing::Test {
         file->Seek(0);
         return Said(backup.Error() == ERROR_SUCCESS && ImportPresets(*file, m_hall, nullptr) == 4);
     }
-    std::string DeleteAll(CBackups& backups, const wchar_t* name) const {
+    /// All without a name.
+    std::string Delete(CBackups& backups, const wchar_t* name, const wchar_t* preset = nullptr) const {
         BackupStep step{.kind = BackupKind::Presets, .name = name, .keys = {}, .files = {}};
-        m_hall.NameIn(step, {}, true);
+        m_hall.NameIn(step, preset ? std::vector<std::wstring>{preset} : std::vector<std::wstring>(), true);
         const CBackup backup = backups.Make(step);
-        return Said(backup.Error() == ERROR_SUCCESS && m_hall.DeleteAllPresets());
+        CPatience patience;
+        return Said(backup.Error() == ERROR_SUCCESS &&
+                    (preset ? m_hall.DeletePreset(preset, patience) : m_hall.DeleteAllPresets()));
     }
     std::string Export() const {
         auto file = CFileSink::Create(m_out);
@@ -248,13 +251,6 @@ class FaultsAnywhere : public testing::Test {
         CPatience patience;
         if (presets != 3) DeleteHeldFile(m_out, patience);
         return Said(presets == 3);
-    }
-    std::string DeleteOne(CBackups& backups) const {
-        BackupStep step{.kind = BackupKind::Presets, .name = L"Step", .keys = {}, .files = {}};
-        m_hall.NameIn(step, {L"large"}, true);
-        const CBackup backup = backups.Make(step);
-        CPatience patience;
-        return Said(backup.Error() == ERROR_SUCCESS && m_hall.DeletePreset(L"large", patience));
     }
     static std::string Enumerate() {
         const CPluginDatabase database;
@@ -332,46 +328,23 @@ class FaultsAnywhere : public testing::Test {
         return Said(process && process->WaitDispatching(CWindow()));
     }
 
-    /// Each value and each file, but the backups and, of a program that was ended, what is written beside a
-    /// file.
-    using State = std::map<std::wstring, std::string>;
-    State Now(Fault fault = Fault::None) const {
-        State state;
-        for (const BackupKey& key : {BackupKey{BackupHive::User, kCompanyKey, {}},
-                                     BackupKey{BackupHive::Machine, L"Software\\Classes\\CLSID", {}}}) {
-            std::wstring text(RegFileHeader());
-            CRegSnapshot().Take(key, text, [](std::wstring&) { return DWORD{ERROR_SUCCESS}; });
-            const auto parts = ParseRegFile(text);
-            for (const RegFileKey& part : parts.value()) {
-                if (part.path.ends_with(kManagerKey)) continue;  // the mark for the host, which stays
-                state[part.path] = "key";
-                for (const RegFileValue& value : part.values)
-                    state[part.path + L'\\' + value.name].assign(
-                        reinterpret_cast<const char*>(value.data.data()), value.data.size());
-            }
-        }
-        for (const auto& file : std::filesystem::recursive_directory_iterator(m_files.Folder())) {
-            const std::wstring path = file.path().wstring();
-            const bool isLeft = fault == Fault::Ended && path.ends_with(L".tmp");
-            if (file.is_regular_file() && path.find(L"Backups\\") == std::wstring::npos && !isLeft)
-                state[path] = "file " + m_files.Read(path);
-        }
-        return state;
+    /// Each value and each file, but the mark for the host, which stays, the backups and, of a program that
+    /// was ended, what is written beside a file.
+    Snapshot Now(Fault fault = Fault::None) const {
+        Snapshot now;
+        support::AddKey(now, HKEY_CURRENT_USER, kCompanyKey);
+        support::AddKey(now, HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID");
+        support::AddFiles(now, m_files.Folder());
+        std::erase_if(now, [fault](const auto& entry) {
+            const std::wstring& name = entry.first;
+            return name.starts_with(kManagerKey) || name.find(L"Backups\\") != std::wstring::npos ||
+                   (fault == Fault::Ended && name.ends_with(L".tmp"));
+        });
+        return now;
     }
-    /// The names of what is different.
-    static std::set<std::wstring> Differences(const State& one, const State& other) {
-        std::set<std::wstring> names;
-        for (const auto& [state, in] : {std::pair(&one, &other), {&other, &one}}) {
-            for (const auto& entry : *state) {
-                const auto found = in->find(entry.first);
-                if (found == in->end() || *found != entry) names.insert(entry.first);
-            }
-        }
-        return names;
-    }
-    static void ExpectOldOrNew(const State& now, const State& before, const State& after) {
-        const auto fromOld = Differences(now, before), fromNew = Differences(now, after);
-        for (const std::wstring& name : fromOld)
+    static void ExpectOldOrNew(const Snapshot& now, const Snapshot& before, const Snapshot& after) {
+        const auto fromNew = Differences(now, after);
+        for (const std::wstring& name : Differences(now, before))
             EXPECT_FALSE(fromNew.contains(name)) << testing::PrintToString(name);
     }
 
@@ -385,9 +358,9 @@ class FaultsAnywhere : public testing::Test {
     }
     void Walk(const Step& step, Fault fault) const {
         Prepare(step);
-        const State before = Now();
+        const Snapshot before = Now();
         const std::string said = Run(step, Fault::None, 0);
-        const State after = Now();
+        const Snapshot after = Now();
         std::size_t handles = 0;
         int calls = 0;
         for (; calls == 0 || g_struck; ++calls) {
@@ -395,7 +368,7 @@ class FaultsAnywhere : public testing::Test {
                          " after calls: " + std::to_string(calls));
             Prepare(step);
             const std::string now = Run(step, fault, calls);
-            const State left = Now(fault);
+            const Snapshot left = Now(fault);
             ExpectOldOrNew(left, before, after);
             const bool isTold = step.isSilent || fault == Fault::Ended || now != said;
             EXPECT_TRUE(isTold || left == after) << now;
@@ -437,8 +410,8 @@ TEST_F(FaultsAnywhere, LeaveTheOldOrTheNewAndTheBackupBringsBackTheOld) {
         {"exclude", [](auto&) { return Said(CExclusionList::Exclude(support::Id(3), L"New")); }},
         {"enable", [](auto&) { return Said(CExclusionList::Enable(support::Id(1))); }},
         {"import", [&](auto& backups) { return Import(backups); }, true, true},
-        {"delete a preset", [&](auto& backups) { return DeleteOne(backups); }, true, true},
-        {"delete presets", [&](auto& backups) { return DeleteAll(backups, L"Step"); }, true, true},
+        {"delete a preset", [&](auto& backups) { return Delete(backups, L"Step", L"large"); }, true, true},
+        {"delete presets", [&](auto& backups) { return Delete(backups, L"Step"); }, true, true},
         {"rename a preset", [&](auto&) { return Said(m_hall.RenamePreset(L"large", L"other")); }},
         {"read layouts", [&](auto&) { return ReadLayouts(); }, true},
         {"save", [&](auto& backups) { return Save(backups); }, false, true},

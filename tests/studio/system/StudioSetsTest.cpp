@@ -10,8 +10,8 @@
 #include "StudioSetFile.h"
 #include "StudioSets.h"
 #include "XmlDoc.h"
-#include "support/FileSandbox.h"
 #include "support/SandboxImporter.h"
+#include "support/Snapshot.h"
 #include "support/TestPlugins.h"
 
 namespace {
@@ -57,20 +57,11 @@ class StudioSets : public testing::Test {
         m_inventory.Enumerate(true);
     }
 
-    using State = std::map<std::wstring, std::string>;
-    State Now() const {
-        State state;
-        std::wstring keys;
-        const auto keep = [](std::wstring&) { return DWORD{ERROR_SUCCESS}; };
-        CRegSnapshot().Take({BackupHive::User, kCompanyKey, {}}, keys, keep);
-        state[L"keys"].assign(reinterpret_cast<const char*>(keys.data()), keys.size() * sizeof(wchar_t));
-        for (const wchar_t* folder : {L"Layouts", L"Shared Presets"}) {
-            if (!fs::exists(m_files.Path(folder))) continue;
-            for (const auto& file : fs::recursive_directory_iterator(m_files.Path(folder)))
-                if (file.is_regular_file())
-                    state[file.path().wstring()] = m_files.Read(file.path().wstring());
-        }
-        return state;
+    Snapshot Now() const {
+        Snapshot now;
+        AddKey(now, HKEY_CURRENT_USER, kCompanyKey);
+        for (const wchar_t* folder : {L"Layouts", L"Shared Presets"}) AddFiles(now, m_files.Path(folder));
+        return now;
     }
     void SaveAll() {
         SetToSave save;
@@ -101,14 +92,14 @@ TEST_F(StudioSets, BringBackWhatTheyWereSavedFromAndCanBeTakenBack) {
     EXPECT_TRUE(fs::exists(m_files.Path(L"my.studio.spp")));
     EXPECT_EQ(PresetFileOf(L"C:\\a.spp"), L"C:\\a.spp.spp");
     const StudioSet first = Planned(SetMode::Add).set;
-    State before = Now();
+    Snapshot before = Now();
     Wipe();
-    const State wiped = Now();
+    const Snapshot wiped = Now();
     EXPECT_EQ(Load(SetMode::Same), SetResult::Done);
     // The file has a heading of its own; what counts is the layout in it.
     EXPECT_EQ(Planned(SetMode::Same).CountChosen(), 0U);
     const std::wstring layout = m_files.Path(L"Layouts\\Mixing.pgl");
-    State after = Now();
+    Snapshot after = Now();
     std::string written = after[layout];
     std::erase(written, '\r');
     EXPECT_EQ(written,
@@ -131,7 +122,7 @@ TEST_F(StudioSets, ALoadThatFailsOrIsEndedChangesNothing) {
     SaveAll();
     Wipe();
     SetDword(HKEY_CURRENT_USER, kManagerKey, L"MenuLayoutsDirty", 0);
-    const State wiped = Now();
+    const Snapshot wiped = Now();
     SetResult result = SetResult::Ended;
     for (int items = 0; result == SetResult::Ended; ++items) {
         EXPECT_EQ(Now(), wiped) << items;
@@ -146,7 +137,7 @@ TEST_F(StudioSets, ALoadThatFailsOrIsEndedChangesNothing) {
 
     const SetToLoad load = Planned(SetMode::Same);
     m_files.Write(L"Layouts\\Mixing.pgl", "somebody was faster");
-    const State taken = Now();
+    const Snapshot taken = Now();
     EXPECT_EQ(m_sets.Load(load, L"Load", CWindow(), {}).result, SetResult::InputOutput);
     EXPECT_EQ(Now(), taken);
 }
@@ -274,7 +265,7 @@ TEST_F(StudioSets, OfStrangersAreReadWithCare) {
         {begin + "<Layout File='a.pgl'>text</Layout><Layout File='b.pgl'><Other/></Layout>" + end, 2},
         {begin + "<Layout File='a.pgl'>" + layout + layout + "</Layout>" + end, 1},
     };
-    const State before = Now();
+    const Snapshot before = Now();
     for (const auto& [bytes, expected] : kSets) {
         SCOPED_TRACE(bytes.substr(0, 120));
         StudioSet set;
