@@ -77,20 +77,16 @@ class MainDialog : public testing::Test {
     }
 
     /// As the dialog's loop passes it on; a box that it opens is answered meanwhile.
-    void Key(HWND control, WORD virtualKey) {
-        PostKey(control, virtualKey);
-        Pump();
-    }
-    void Key(int id, WORD virtualKey) { Key(Control(id), virtualKey); }
-    void Key(HWND control, WORD virtualKey, WORD held) {
+    void Key(HWND control, WORD virtualKey, WORD held = 0) {
         BYTE keys[256]{};
         keys[held] = held ? 0x80 : 0;
         SetKeyboardState(keys);
-        Key(control, virtualKey);
+        PostKey(control, virtualKey);
+        Pump();
         keys[held] = 0;
         SetKeyboardState(keys);
     }
-    void Key(int id, WORD virtualKey, WORD held) { Key(Control(id), virtualKey, held); }
+    void Key(int id, WORD virtualKey, WORD held = 0) { Key(Control(id), virtualKey, held); }
     void Click(HWND control, POINT place, WPARAM keys = 0) {
         const LPARAM at = MAKELPARAM(place.x, place.y);
         PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON | keys, at);

@@ -1,6 +1,5 @@
 #include "support/RegistrySandbox.h"
 
-#include <sddl.h>
 #include <uuids.h>
 
 #include <stdexcept>
@@ -112,21 +111,6 @@ void RegisterAudioFilter(const std::wstring& clsid, const std::wstring& name) {
 
 void RegisterAudioDmo(const std::wstring& clsid, const std::wstring& name) {
     Require(::RegisterAudioDmo(ToClsid(clsid), name.c_str()), "a media object can't be registered");
-}
-
-ReadOnlyKey::ReadOnlyKey(HKEY root, const std::wstring& path)
-    : m_key(CRegKey::Open(root, path, READ_CONTROL | WRITE_DAC)) {
-    Require(m_key && Allow(SDDL_KEY_READ), "a key can't be locked");
-}
-
-ReadOnlyKey::~ReadOnlyKey() { Allow(SDDL_KEY_ALL); }
-
-bool ReadOnlyKey::Allow(const wchar_t* access) const {
-    const auto everyone = std::wstring(L"D:(A;;") + access + L";;;WD)";
-    UniqueHandle<PSECURITY_DESCRIPTOR, &LocalFree> list;
-    return ConvertStringSecurityDescriptorToSecurityDescriptorW(everyone.c_str(), SDDL_REVISION_1, list.Put(),
-                                                                nullptr) &&
-           RegSetKeySecurity(m_key->Handle(), DACL_SECURITY_INFORMATION, list.Get()) == ERROR_SUCCESS;
 }
 
 }  // namespace support

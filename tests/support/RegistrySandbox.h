@@ -51,17 +51,4 @@ void RegisterAudioFilter(const std::wstring& clsid, const std::wstring& name);
 /// Registers an audio effect with the media object registry.
 void RegisterAudioDmo(const std::wstring& clsid, const std::wstring& name);
 
-/// While it lives, the key can only be read.
-class ReadOnlyKey {
-  public:
-    ReadOnlyKey(HKEY root, const std::wstring& path);
-    ~ReadOnlyKey();
-    ReadOnlyKey(const ReadOnlyKey&) = delete;
-    ReadOnlyKey& operator=(const ReadOnlyKey&) = delete;
-
-  private:
-    bool Allow(const wchar_t* access) const;
-    std::optional<CRegKey> m_key;
-};
-
 }  // namespace support

@@ -100,20 +100,12 @@ TEST_F(FriendlyNames, EachCategoryHasItsPlaces) {
     }
 }
 
-TEST_F(FriendlyNames, WhatRefusesANameKeepsIt) {
+TEST_F(FriendlyNames, WithoutTheFiltersOwnNameNoneIsWritten) {
     FillPlaces();
-    {
-        const ReadOnlyKey bag(HKEY_CLASSES_ROOT, kFilterBag);
-        EXPECT_EQ(RenameAs(Category::LegacyVstEffects), "")
-            << "without the filter's own name none is written";
-        SetText(HKEY_CLASSES_ROOT, kClass, nullptr, L"New");
-        Enumerate();
-        ASSERT_EQ(Find(1)->category, Category::LegacyVstEffects);
-        EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "what is refused is no correction";
-    }
-    FillPlaces();
-    const ReadOnlyKey filter(HKEY_CLASSES_ROOT, L"Filter\\" + IdText(1));
-    EXPECT_EQ(RenameAs(Category::LegacyVstEffects), " bag instances adapter class plug-in");
+    DeleteTree(HKEY_CLASSES_ROOT, kFilterBag);
+    EXPECT_EQ(RenameAs(Category::LegacyVstEffects), "");
+    SetText(HKEY_CLASSES_ROOT, kClass, nullptr, L"New");
+    EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "what is refused is no correction";
 }
 
 TEST_F(FriendlyNames, WrappedPluginsFollowTheNameOfTheirClass) {

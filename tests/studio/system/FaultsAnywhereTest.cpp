@@ -164,14 +164,12 @@ std::size_t CountHandles() {
 
 std::string Said(bool done) { return done ? "done" : "failed"; }
 
+constexpr unsigned kSilent = 1, kBackedUp = 2, kAfterDeletion = 4, kWithFilter = 8, kEnumerates = 16;
 struct Step {
     const char* name;
-    std::function<std::string(CBackups& backups)> run;  // gives what is said
-    bool isSilent = false;                              // nothing is said of what fails
-    bool isBackedUp = false;
-    bool afterDeletion = false;
-    bool withFilter = false;
-    bool enumerates = false;
+    std::function<std::string(CBackups& backups)> run;  // gives what is said, if anything is
+    unsigned is = 0;
+    bool Is(unsigned what) const { return (is & what) != 0; }
 };
 
 constexpr wchar_t kKey[] =
@@ -210,8 +208,8 @@ class FaultsAnywhere : public testing::Test {
         Store(L"small", 9, 'o');
         Store(L"large", 2000, 'o');
         Store(L"was large", 2000, 'o');
-        if (step.withFilter) support::RegisterAudioFilter(support::IdText(5), L"Plate");
-        if (!step.afterDeletion) return;
+        if (step.Is(kWithFilter)) support::RegisterAudioFilter(support::IdText(5), L"Plate");
+        if (!step.Is(kAfterDeletion)) return;
         CBackups backups = NewRun();
         Delete(backups, L"Earlier");
         Store(L"small", 9, 'x');
@@ -370,11 +368,11 @@ class FaultsAnywhere : public testing::Test {
             const std::string now = Run(step, fault, calls);
             const Snapshot left = Now(fault);
             ExpectOldOrNew(left, before, after);
-            const bool isTold = step.isSilent || fault == Fault::Ended || now != said;
+            const bool isTold = step.Is(kSilent) || fault == Fault::Ended || now != said;
             EXPECT_TRUE(isTold || left == after) << now;
             CBackups anew = NewRun();
-            bool backedUp = !step.isBackedUp;
-            for (const BackupEntry& backup : step.isBackedUp ? anew.List() : std::vector<BackupEntry>()) {
+            bool backedUp = !step.Is(kBackedUp);
+            for (const BackupEntry& backup : backedUp ? std::vector<BackupEntry>() : anew.List()) {
                 const bool ofStep = backup.record.step == L"Step";
                 backedUp = backedUp || ofStep;
                 EXPECT_EQ(anew.Restore(backup, L"Back", CWindow(), [](DWORD) { return false; }), 0U);
@@ -384,7 +382,7 @@ class FaultsAnywhere : public testing::Test {
             if (calls == 0) handles = CountHandles();
         }
         // The system's filter mapper may keep some with each enumeration.
-        EXPECT_TRUE(step.enumerates || CountHandles() == handles) << step.name;
+        EXPECT_TRUE(step.Is(kEnumerates) || CountHandles() == handles) << step.name;
     }
 
     support::RegistrySandbox m_registry;
@@ -409,25 +407,20 @@ TEST_F(FaultsAnywhere, LeaveTheOldOrTheNewAndTheBackupBringsBackTheOld) {
     const Step kSteps[] = {
         {"exclude", [](auto&) { return Said(CExclusionList::Exclude(support::Id(3), L"New")); }},
         {"enable", [](auto&) { return Said(CExclusionList::Enable(support::Id(1))); }},
-        {"import", [&](auto& backups) { return Import(backups); }, true, true},
-        {"delete a preset", [&](auto& backups) { return Delete(backups, L"Step", L"large"); }, true, true},
-        {"delete presets", [&](auto& backups) { return Delete(backups, L"Step"); }, true, true},
+        {"import", [&](auto& backups) { return Import(backups); }, kSilent | kBackedUp},
+        {"delete a preset", [&](auto& backups) { return Delete(backups, L"Step", L"large"); },
+         kSilent | kBackedUp},
+        {"delete presets", [&](auto& backups) { return Delete(backups, L"Step"); }, kSilent | kBackedUp},
         {"rename a preset", [&](auto&) { return Said(m_hall.RenamePreset(L"large", L"other")); }},
-        {"read layouts", [&](auto&) { return ReadLayouts(); }, true},
-        {"save", [&](auto& backups) { return Save(backups); }, false, true},
-        {"restore", [&](auto& backups) { return Restore(backups); }, false, true, true},
-        {"delete a backup", [&](auto& backups) { return DeleteBackup(backups); }, false, false, true},
+        {"read layouts", [&](auto&) { return ReadLayouts(); }, kSilent},
+        {"save", [&](auto& backups) { return Save(backups); }, kBackedUp},
+        {"restore", [&](auto& backups) { return Restore(backups); }, kBackedUp | kAfterDeletion},
+        {"delete a backup", [&](auto& backups) { return DeleteBackup(backups); }, kAfterDeletion},
         {"scanner", [](auto&) { return StartScanner(); }},
-        {.name = "enumerate",
-         .run = [&](auto&) { return Enumerate(); },
-         .isSilent = true,
-         .enumerates = true},
-        {.name = "rename", .run = [&](auto& backups) { return Rename(backups); }, .enumerates = true},
-        {.name = "save a set", .run = [&](auto& backups) { return SaveSet(backups); }, .enumerates = true},
-        {.name = "load a set",
-         .run = [&](auto& backups) { return LoadSet(backups); },
-         .isBackedUp = true,
-         .enumerates = true},
+        {"enumerate", [&](auto&) { return Enumerate(); }, kSilent | kEnumerates},
+        {"rename", [&](auto& backups) { return Rename(backups); }, kEnumerates},
+        {"save a set", [&](auto& backups) { return SaveSet(backups); }, kEnumerates},
+        {"load a set", [&](auto& backups) { return LoadSet(backups); }, kBackedUp | kEnumerates},
     };
     for (const Step& step : kSteps) {
         Walk(step, Fault::Once);
@@ -436,7 +429,8 @@ TEST_F(FaultsAnywhere, LeaveTheOldOrTheNewAndTheBackupBringsBackTheOld) {
 }
 
 TEST_F(FaultsAnywhere, OfARegistrationLeaveItOrTakeItAway) {
-    const Step step{"remove", [&](auto& backups) { return Remove(backups); }, true, true, false, true};
+    const Step step{"remove", [&](auto& backups) { return Remove(backups); },
+                    kSilent | kBackedUp | kWithFilter};
     Walk(step, Fault::Once);
     Walk({"export", [&](auto&) { return Export(); }}, Fault::Once);
 }
