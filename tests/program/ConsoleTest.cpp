@@ -81,7 +81,6 @@ TEST_F(Console, EndsWithACodeThatTellsHowItWent) {
         {L"--help", 0, "Usage:\r\n", ""},
         {L"", 2, "", "a command is missing"},
         {L"list --format xml", 2, "", "Try: PluginManagerCmd list --help"},
-        {L"exclude {x}", 2, "", "no class id: {x}"},
         {L"list --category qtz --format csv --match \"NOTE  echo\"", 0,
          "category,name,vendor,clsid,md5,vstId,file,excluded,permanent,missing,duplicateOf\r\nqtz,Note "
          "Echo,,",
@@ -101,7 +100,6 @@ TEST_F(Console, EndsWithACodeThatTellsHowItWent) {
         {L"verify gone.pgl bad.pgl", 3, "findings\tgone.pgl\r\nunreadable\tbad.pgl\r\n", "Lost One"},
         {L"verify gone.pgl", 1, "findings\tgone.pgl\r\n", ""},
         {L"verify bad.spp", 3, "unreadable\t", "damaged"},
-        {L"verify new.pgset", 3, "unreadable\t", "newer"},
         {L"presets export a.spp " + unknown, 1, "", "no presets"},
         {L"presets import none.spp", 3, "", "none.spp: "},
         {L"presets import bad.spp", 3, "", "bad.spp: damaged"},
@@ -142,16 +140,6 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
                {L"presets export b.spp", 0, "", ""},
                {L"set save s.pgset", 0, "", "Removed, because"}});
     EXPECT_EQ(m_files.Read(L"b.spp").size(), before.size());
-
-    DeleteTree(HKEY_CURRENT_USER, excluded);
-    m_files.Write(L"t.pgset",
-                  "<StudioSet Schema='1'><Exclusion CLSID='{506D4372-5653-5400-8A01-5A3C1E90B764}'/>"
-                  "<Layout File='t.pgl'><PluginMenuLayout DocSchema='1' Name='t'/></Layout></StudioSet>");
-    const std::wstring folder = Text(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath").value_or(L"");
-    SetText(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath", m_files.Path(L"a.spp"));
-    ExpectAll({{L"set load t.pgset", 3, "", "t.pgset: "}});
-    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, excluded)) << "taken back";
-    SetText(HKEY_CURRENT_USER, kManager, L"MenuLayoutsPath", folder);
 }
 
 TEST_F(Console, TellsTheHostWhatHasChangedAndNothingElse) {

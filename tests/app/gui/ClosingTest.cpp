@@ -66,6 +66,25 @@ TEST_F(Closing, AQuestionThatOutlivesTheWindowLeadsNowhere) {
     }));
 }
 
+TEST_F(Closing, NothingIsDoneWhenTheWindowGoesDuringItsQuestion) {
+    m_files.Write(L"one.pgl", "<PluginMenuLayout DocSchema='1' Name='One'/>");
+    support::AddFilter(1, L"Gone", L"C:\\no such.dll");
+    for (const auto& [control, question] : {std::pair(IDC_LAYOUT_OPEN, kQuestion),
+                                            {IDC_LAYOUTS, kQuestion},
+                                            {IDC_EXCLUDE, L"\"Gone\""},
+                                            {ID_TIDY_UP, L"Tidy Up"}}) {
+        OpenModified(Hosted());
+        Choose(L"DirectX Audio Effects (DX)");
+        SelectPlugins({L"Gone"});
+        m_popups.Expect(question, [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
+        control == IDC_LAYOUTS ? Select(control, {L"One"}) : void(m_dialog->Send(WM_COMMAND, control));
+        Pump();
+        EXPECT_FALSE(IsOpen());
+    }
+    EXPECT_TRUE(support::Exists(HKEY_CLASSES_ROOT, support::kFilterInstances + support::IdText(1)));
+    EXPECT_EQ(m_host.MessageCount(support::kPluginsChanged), 0U);
+}
+
 /// As for an owner that is being destroyed.
 LRESULT CALLBACK RefuseOwnedBoxes(int code, WPARAM, LPARAM created) {
     const auto& window = *reinterpret_cast<const CBT_CREATEWNDW*>(created);

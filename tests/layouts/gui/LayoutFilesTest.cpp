@@ -180,17 +180,6 @@ TEST_F(LayoutFiles, WhatCouldNotBeSavedIsShownAndNewGoesOn) {
     EXPECT_TRUE(TakeDirty());
 }
 
-TEST_F(LayoutFiles, NothingGoesOnWhenTheWindowIsTakenAwayDuringTheQuestion) {
-    for (const int control : {IDC_LAYOUT_OPEN, IDC_LAYOUTS}) {
-        Open();
-        Modify();
-        m_popups.Expect(L"Save changes", [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
-        control == IDC_LAYOUTS ? Select(control, {L"Two"}) : Press(control);
-        Pump();
-        EXPECT_FALSE(IsOpen());
-    }
-}
-
 TEST_F(LayoutFiles, AnOpenedFileIsFoundInTheListAndSavingBeforeAPickStillShowsWhatWasPicked) {
     Open({m_away});
     Shows(L"0:Away|away.xml|5");  // only layouts that were listed can be deleted

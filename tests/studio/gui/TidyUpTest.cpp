@@ -82,14 +82,6 @@ TEST_F(TidyUp, NamesWhatItCouldNotRemoveAndDoesTheRest) {
     EXPECT_EQ(Excluded().size(), 2U);
 }
 
-TEST_F(TidyUp, GoesWithTheHost) {
-    m_host.emplace();
-    Open({L"/ParentWnd", m_host->HandleText()});
-    m_popups.Expect(L"Tidy Up", [&](HWND) { ::PostMessageW(m_host->Window(), WM_CLOSE, 0, 0); });
-    Tidy();
-    EXPECT_TRUE(HasPlate());
-}
-
 using TidyUpOfNothing = LayoutTreeDialog;
 
 TEST_F(TidyUpOfNothing, SaysSoAndTicksNoEntryOfALayoutWhenTheEnumerationBrokeOff) {
