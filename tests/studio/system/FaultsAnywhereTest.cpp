@@ -29,6 +29,7 @@
 
 namespace {
 
+using support::Differences;
 using support::Snapshot;
 
 enum class Fault {
