@@ -68,7 +68,7 @@ class VstTools : public ProgramTest {
     std::filesystem::path m_log = std::filesystem::temp_directory_path() / L"stand-in-tool.log";
 };
 
-TEST_F(VstTools, EachHasItsCommandAndOnlyAScanThatChangedTheInventoryIsReadAgain) {
+TEST_F(VstTools, OnlyAScanThatChangedTheInventoryIsReadAgain) {
     const StandInHost host;
     const WindowDriver program(kGivenKey + (L" /Float /ParentWnd " + host.HandleText()));
     Choose(program, kVst, 0);
@@ -86,13 +86,20 @@ TEST_F(VstTools, EachHasItsCommandAndOnlyAScanThatChangedTheInventoryIsReadAgain
     Run(program, IDC_VST_SCAN, L"forget");
     EXPECT_EQ(program.Rows(IDC_PLUGINS).size(), before.size() + 2) << "there is nothing to read";
     EXPECT_EQ(SelectedRows(program.Control(IDC_PLUGINS)), std::vector<int>{0});
+    EXPECT_EQ(program.Close(), 0U);
+    EXPECT_EQ(std::ranges::count(host.Messages(), StandInHost::Message{kPluginsChanged, 0, 0}), 1);
+}
+
+TEST_F(VstTools, TheUsualKeyAndTheAdapterHaveTheirOwnCommands) {
+    const WindowDriver program;
+    Choose(program, kVst, 0);
+    EXPECT_EQ(Run(program, IDC_VST_SCAN, L"nothing"),
+              R"( VSTRegKey:"Software\Corvane Music Software\Corvane VST")");
     Choose(program, kLegacy, 1);
     const std::string clsid = Utf8(program.TextOf(IDC_CLSID));
     EXPECT_EQ(Run(program, IDC_ADAPTER_WIZARD, L"nothing"), " /NoWelcome");
     EXPECT_EQ(Run(program, IDC_ADAPTER_PROPERTIES, L"nothing"), " /NoWelcome /SilentScan /VstProps:" + clsid);
     EXPECT_EQ(Utf8(program.TextOf(IDC_CLSID)), clsid);
-    EXPECT_EQ(program.Close(), 0U);
-    EXPECT_EQ(std::ranges::count(host.Messages(), StandInHost::Message{kPluginsChanged, 0, 0}), 1);
 }
 
 TEST_F(VstTools, TheDialogWaitsAliveUntilTheToolEndsOrTheHostTakesItAway) {

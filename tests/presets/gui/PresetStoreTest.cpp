@@ -146,7 +146,7 @@ TEST_F(PresetStore, PresetsWithoutDataAreAnnouncedAndNotWritten) {
     support::SetText(HKEY_CURRENT_USER, kHallKey, L"no path", L"");
     support::SetText(HKEY_CURRENT_USER, kHallKey, L"without data", m_files.Write(L"empty file", ""));
     {
-        const auto written = CFileSink::Create(m_file);
+        auto written = CFileSink::Create(m_file);
         EXPECT_EQ(ExportPresets(*written, m_hall, nullptr), 1);
     }
     auto file = CFileSource::Open(m_file);
