@@ -1,14 +1,9 @@
 // Command lines: those of both programs, an argument a line, and of the programs that they start; lists of
 // class ids that come from a file.
-#include <cerrno>
-#include <cwchar>
-#include <cwctype>
-
 #include "CmdArguments.h"
 #include "CmdLine.h"
 #include "IdList.h"
 #include "PluginTable.h"
-#include "PointerText.h"
 #include "VstToolCommands.h"
 #include "fuzz/FuzzInput.h"
 
@@ -46,16 +41,6 @@ void TryIdList(const std::vector<std::wstring>& names, std::wstring_view text) {
     if (const auto* bad = std::get_if<BadIdLine>(&any)) Require(bad->number >= 1 && bad->number <= lines);
 }
 
-void TryPointer(const std::wstring& text) {
-    const auto pointer = ParsePointer(text);
-    const std::size_t start = text.find_first_not_of(kBlanks);
-    if (start == std::wstring::npos || !std::iswxdigit(static_cast<std::wint_t>(text[start])))
-        return Require(!pointer);
-    errno = 0;
-    const auto expected = std::wcstoull(text.c_str(), nullptr, 16);
-    Require(errno == ERANGE ? !pointer : pointer == expected);
-}
-
 void TryProgram(const std::wstring& commandLine) {
     const std::wstring arguments = WithoutProgram(commandLine);
     Require(commandLine.ends_with(arguments) && arguments.find_first_of(kBlanks) != 0);
@@ -72,8 +57,5 @@ void TryInput(std::string_view bytes) {
     TryArguments(lines);
     TryConsole(lines);
     TryIdList(lines, support::TextOf(bytes));
-    for (const std::wstring& line : lines) {
-        TryPointer(line);
-        TryProgram(line);
-    }
+    for (const std::wstring& line : lines) TryProgram(line);
 }
