@@ -4,24 +4,11 @@
 
 namespace {
 
-const PluginTableRow kRows[] = {{.category = Category::Vst3Effects,
-                                 .name = L"A \"b\",\n\\\x1F",
-                                 .vendor = L"\x97F3",
-                                 .clsid = L"{1}",
-                                 .md5 = L"{2}",
-                                 .vstId = -5,
-                                 .file = L"C:\\x",
-                                 .excluded = true,
-                                 .duplicateOf = L"{3}"},
-                                {.category = {},
-                                 .name = L"n",
-                                 .vendor = {},
-                                 .clsid = L"{4}",
-                                 .md5 = {},
-                                 .vstId = {},
-                                 .file = {},
-                                 .missing = true,
-                                 .duplicateOf = {}}};
+// In the order of the columns.
+const PluginTableRow kRows[] = {
+    {Category::Vst3Effects, L"A \"b\",\n\\\x1F", L"\x97F3", L"{1}", L"{2}", -5, L"C:\\x", true, false, false,
+     L"{3}"},
+    {Category::DirectXEffects, L"n", L"", L"{4}", L"", {}, L"", false, false, true, L""}};
 
 TEST(PluginTable, QuotesWhatCsvAndJsonWouldMisread) {
     EXPECT_EQ(CsvOf(kRows),

@@ -53,14 +53,15 @@ class Layouts {
 void TryRecord(const std::wstring& path) {
     const auto record = ReadBackupRecord(path);
     if (!record) return;
-    std::vector<std::wstring> copies;
+    const auto requireInFolder = [](const std::wstring& copy) {
+        const std::wstring path = L"C:\\Backups\\a\\" + copy;
+        Require(copy.empty() || FullPathOf(path) == path);
+    };
     for (const auto& file : record->files) {
         Require(FullPathOf(file.path) == file.path);
-        if (!file.copy.empty()) copies.push_back(file.copy);
+        requireInFolder(file.copy);
     }
-    if (!record->layout.empty()) copies.push_back(record->layout);
-    for (const std::wstring& copy : copies)
-        Require(FullPathOf(L"C:\\Backups\\a\\" + copy) == L"C:\\Backups\\a\\" + copy);
+    requireInFolder(record->layout);
     Require(WriteBackupRecord(path, *record) == ERROR_SUCCESS);
     const auto again = ReadBackupRecord(path);
     Require(again && again->keys == record->keys && again->step == record->step);
