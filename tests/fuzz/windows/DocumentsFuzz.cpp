@@ -54,8 +54,8 @@ void TryRecord(const std::wstring& path) {
     const auto record = ReadBackupRecord(path);
     if (!record) return;
     const auto requireInFolder = [](const std::wstring& copy) {
-        const std::wstring path = L"C:\\Backups\\a\\" + copy;
-        Require(copy.empty() || FullPathOf(path) == path);
+        const std::wstring inFolder = L"C:\\Backups\\a\\" + copy;
+        Require(copy.empty() || FullPathOf(inFolder) == inFolder);
     };
     for (const auto& file : record->files) {
         Require(FullPathOf(file.path) == file.path);
