@@ -53,15 +53,14 @@ class Layouts {
 void TryRecord(const std::wstring& path) {
     const auto record = ReadBackupRecord(path);
     if (!record) return;
-    const auto requireInFolder = [](const std::wstring& copy) {
-        const std::wstring inFolder = L"C:\\Backups\\a\\" + copy;
-        Require(copy.empty() || FullPathOf(inFolder) == inFolder);
-    };
+    std::vector<std::wstring> copies;
     for (const auto& file : record->files) {
         Require(FullPathOf(file.path) == file.path);
-        requireInFolder(file.copy);
+        if (!file.copy.empty()) copies.push_back(file.copy);
     }
-    requireInFolder(record->layout);
+    if (!record->layout.empty()) copies.push_back(record->layout);
+    for (const std::wstring& copy : copies)
+        Require(FullPathOf(L"C:\\Backups\\a\\" + copy) == L"C:\\Backups\\a\\" + copy);
     Require(WriteBackupRecord(path, *record) == ERROR_SUCCESS);
     const auto again = ReadBackupRecord(path);
     Require(again && again->keys == record->keys && again->step == record->step);
