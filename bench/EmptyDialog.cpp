@@ -42,10 +42,10 @@ struct EmptyTemplate {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* arguments, int) {
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t* lpCmdLine, int) {
     if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
     const EmptyTemplate empty;
-    if (std::wstring(arguments) == L"controls") {
+    if (std::wstring(lpCmdLine) == L"controls") {
         ::DialogBoxParamW(instance, MAKEINTRESOURCEW(IDD_PLUGIN_MANAGER), nullptr, &Procedure, 0);
     } else {
         ::DialogBoxIndirectParamW(instance, &empty.head, nullptr, &Procedure, 0);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "BareLayout.h"
 #include "Benches.h"
@@ -34,7 +35,7 @@ LayoutItem RecordOf(Shape shape, int number, int size) {
 /// A layout in a dialog that is not shown, and beside it a bare tree.
 class CLayoutBench {
   public:
-    explicit CLayoutBench(const fs::path& folder) : m_folder(folder) {
+    explicit CLayoutBench(fs::path folder) : m_folder(std::move(folder)) {
         m_dialog.CreateModeless(nullptr);
         m_tree.Attach(m_dialog.Item(IDC_LAYOUT_TREE).Handle(), {});
         m_bare.emplace(m_tree);

@@ -132,7 +132,7 @@ Series& SeriesOf(std::string_view name) {
         std::printf("not in the table of rows: %s\n", std::string(name).c_str());
         std::exit(1);
     }
-    return g_series.emplace_back(row);
+    return g_series.emplace_back(Series{row, {}});
 }
 
 const char* Mark(bool missed) { return missed ? "  MISSED" : ""; }

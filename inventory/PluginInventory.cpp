@@ -29,7 +29,7 @@ std::wstring FoundFile(const std::wstring& path) {
     if (!IsBareName(file)) return file;
     std::array<wchar_t, MAX_PATH> text{};
     const std::wstring system(text.data(), ::GetSystemDirectoryW(text.data(), MAX_PATH));
-    const std::wstring usual = system + L'\\' + file;
+    std::wstring usual = system + L'\\' + file;
     if (::PathFileExistsW(usual.c_str())) return usual;
     const DWORD length = ::SearchPathW(nullptr, file.c_str(), L".dll", MAX_PATH, text.data(), nullptr);
     return length > 0 && length < MAX_PATH ? std::wstring(text.data(), length) : usual;

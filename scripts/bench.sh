@@ -22,6 +22,13 @@ build_preset release bench window_probe || die "the build failed"
 trap clear_up EXIT
 start_display
 fresh_prefix "$build/bench-prefix"
+# Where there is room, its files lie in memory: the times of a disk that others use, too, vary threefold.
+memory=$(mktemp -d /dev/shm/bench-XXXXXX) && trap 'rm -rf "$memory"; clear_up' EXIT
+if [ "$(df --output=avail "$memory" | tail -n 1)" -gt 2000000 ]; then
+    temp=$(find "$WINEPREFIX/drive_c/users" -maxdepth 2 -name Temp)
+    rmdir "$temp"
+    ln -s "$memory" "$temp"
+fi
 wine "$bin/window_probe.exe" --sleep >/dev/null 2>&1 </dev/null &
 # The bench runs only where this mark allows it to write.
 wine reg add 'HKCU\Software\Corvane Music Software' /v BenchPrefix /t REG_DWORD /d 1 /f >/dev/null

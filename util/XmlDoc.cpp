@@ -160,7 +160,7 @@ std::optional<std::wstring> CXmlDoc::AttributeValue(int index) {
 
 IXMLDOMElement* CXmlDoc::CurrentElement() {
     // Each attribute of an element asks for it.
-    if (m_elementNode != m_current) {
+    if (m_elementNode.Get() != m_current.Get()) {
         m_elementNode = m_current;
         m_element.Reset();
         if (m_current)

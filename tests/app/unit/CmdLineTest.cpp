@@ -25,9 +25,9 @@ TEST(CmdLine, TakesWhatItUnderstands) {
               Understood("", 0x1A2B4, L"Soft\\VST", L"C:\\a.pgl"));
     EXPECT_EQ(Parse({L"-rEGISTER", L"/float", L"-USEDATABASE"}), Understood("RFD", 0, L"", L""));
     EXPECT_EQ(Parse({L"/Registers", L"/Floa", L"//Float", L"/", L"-", L"/Use Database"}), Understood());
-    EXPECT_EQ(Parse({L"/VSTInventoryRegKey", L"/w", L"1F", L"Key", L"File"}),
+    EXPECT_EQ(Parse({L"/VSTInventoryRegKey", L"/w", L"-x", L"1F", L"/", L"Key", L"File"}),
               Understood("", 0x1F, L"Key", L"File"))
-        << "the window is served before the key";
+        << "the window is served before the key, whatever unknown switch stands between";
     EXPECT_EQ(Parse({L"/VSTInventoryRegKey", L"/ParentWnd"}), Understood("wk", 0, L"", L""));
     EXPECT_EQ(Parse({L"/w", L"1F", L"/w", L"window", L"a", L"b"}), Understood("", 0x1F, L"", L"b"))
         << "a handle that does not parse is used up; the last plain parameter counts";
@@ -36,18 +36,13 @@ TEST(CmdLine, TakesWhatItUnderstands) {
 }
 
 TEST(CmdLine, PointersReadAsScanfReadsThem) {
-    const std::pair<const wchar_t*, std::optional<std::uintptr_t>> cases[] = {
-        {L"1a2B", 0x1A2B},
-        {L"0x1F", 0x1F},
-        {L"0XfF rest", 0xFF},
-        {L"  7", 7},
-        {L"0x", 0},
-        {L"FFFFFFFFFFFFFFFF", ~std::uintptr_t{0}},
-        {L"1FFFFFFFFFFFFFFFF", std::nullopt},
-        {L"", std::nullopt},
-        {L"-1", std::nullopt}};
-    for (const auto& [text, value] : cases)
-        EXPECT_EQ(ParsePointer(text), value) << testing::PrintToString(text);
+    for (const auto& [text, value] : {std::pair(L"0x1F", std::uintptr_t{0x1F}),
+                                      {L" \t0XfF rest", 0xFF},
+                                      {L"0x", 0},
+                                      {L"FFFFFFFFFFFFFFFF", ~std::uintptr_t{0}}})
+        EXPECT_EQ(ParsePointer(text), value) << testing::PrintToString(std::wstring(text));
+    for (const wchar_t* text : {L"1FFFFFFFFFFFFFFFF", L"", L"-1"})
+        EXPECT_FALSE(ParsePointer(text)) << testing::PrintToString(std::wstring(text));
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ TEST(CmdArguments, TakesEachCommandWithItsOptionsInAnyOrder) {
     const CmdArguments load = parse({L"set", L"--same", L"load", L"a.pgset", L"--no-presets"});
     EXPECT_EQ(load.verb, CmdVerb::SetLoad);
     EXPECT_TRUE(load.same && load.noPresets && !load.presets && !load.dryRun);
+    EXPECT_TRUE(parse({L"list", L"--dry-run", L"--help"}).help) << "whatever is wrong otherwise";
     EXPECT_FALSE(parse({L"--help"}).verb);
     for (const CmdVerb verb : {CmdVerb::List, CmdVerb::Exclude, CmdVerb::Enable, CmdVerb::PresetsExport,
                                CmdVerb::PresetsImport, CmdVerb::SetSave, CmdVerb::SetLoad, CmdVerb::Verify}) {

@@ -3,13 +3,12 @@
 
 #include "ExclusionPlan.h"
 #include "IdList.h"
+#include "studio/StudioPlugins.h"
 
 namespace {
 
 constexpr Guid kOne = "{11111111-2222-3333-4444-555555555555}"_guid;
 constexpr Guid kTwo = "{ABCDEF01-2222-3333-4444-555555555555}"_guid;
-constexpr Guid kThree = "{33333333-2222-3333-4444-555555555555}"_guid;
-constexpr Guid kFour = "{44444444-2222-3333-4444-555555555555}"_guid;
 
 TEST(IdList, TakesLinesOrTheColumnOfCsv) {
     const std::wstring one = L"{11111111-2222-3333-4444-555555555555}";
@@ -32,7 +31,6 @@ TEST(IdList, TakesLinesOrTheColumnOfCsv) {
         {L"name,clsid\nx\n", 2, L"x"},
         {L"{11111111-2222-3333-4444-55555555555G}", 1, L"{11111111-2222-3333-4444-55555555555G}"},
         {L"{11111111-2222-3333-4444-555555555555", 1, L"{11111111-2222-3333-4444-555555555555"},
-        {std::wstring(1, L'\0'), 1, std::wstring(1, L'\0')},
     };
     for (const auto& [text, number, line] : kBad) {
         const auto ids = ReadIdList(text);
@@ -42,18 +40,21 @@ TEST(IdList, TakesLinesOrTheColumnOfCsv) {
     }
 }
 
+std::string Fates(const std::vector<ExclusionLine>& lines) {
+    constexpr const char* kFates[] = {"changed ",   "already ",        "unknown ",
+                                      "permanent ", "not excludable ", "no room "};
+    std::string fates;
+    for (const ExclusionLine& line : lines) fates += kFates[static_cast<int>(line.fate)];
+    return fates;
+}
+
 TEST(ExclusionPlan, TakesAVst3ByEitherIdAndRefusesWhatCannotBe) {
-    const auto plugin = [](Category category, const Guid& clsid, const Guid& md5, bool permanent) {
-        StudioPlugin made;
-        made.item.category = category;
-        made.item.clsid = clsid;
-        made.item.md5Clsid = md5;
-        made.permanent = permanent;
-        return made;
-    };
-    const StudioPlugin plugins[] = {plugin(Category::Vst3Effects, kOne, kTwo, false),
-                                    plugin(Category::MidiEffects, kThree, {}, false),
-                                    plugin(Category::DirectXEffects, kFour, {}, true)};
+    support::StudioPlugins plugins;
+    const Guid vst3 = plugins.Add(Category::Vst3Effects, L"a").item.clsid;
+    const Guid midi = plugins.Add(Category::MidiEffects, L"b").item.clsid;
+    const Guid always = plugins.Add(Category::DirectXEffects, L"c").item.clsid;
+    plugins[0].item.md5Clsid = kOne;
+    plugins[2].permanent = true;
     std::vector<Guid> excluded;
     const auto plan = [&](std::vector<Guid> ids, bool exclude, std::size_t count) {
         return PlanExclusions(
@@ -61,24 +62,17 @@ TEST(ExclusionPlan, TakesAVst3ByEitherIdAndRefusesWhatCannotBe) {
             {plugins, [&](const Guid& id) { return std::ranges::find(excluded, id) != excluded.end(); },
              count});
     };
-    const auto fates = [](const std::vector<ExclusionLine>& lines) {
-        std::vector<ExclusionFate> all;
-        all.reserve(lines.size());
-        for (const ExclusionLine& line : lines) all.push_back(line.fate);
-        return all;
-    };
-    using enum ExclusionFate;
-    const auto lines = plan({kTwo, kOne, kThree, kFour, Guid{}, kTwo}, true, 4094);
-    EXPECT_EQ(fates(lines), (std::vector{Changed, NotExcludable, Permanent, Unknown}));
-    EXPECT_EQ(lines[0].clsid, kOne);
-    EXPECT_EQ(lines[0].changes, (std::vector{kOne, kTwo}));
-    EXPECT_EQ(fates(plan({kOne}, true, 4095)), std::vector{NoRoom}) << "not under one of its ids alone";
-    EXPECT_EQ(fates(plan({kOne}, false, 4096)), std::vector{Already});
-    excluded = {kTwo};
-    EXPECT_EQ(plan({kOne}, true, 4095)[0].changes, std::vector{kOne});
-    EXPECT_EQ(plan({kOne}, false, 5000)[0].changes, std::vector{kTwo});
-    excluded = {kOne, kTwo};
-    EXPECT_EQ(fates(plan({kTwo}, true, 2)), std::vector{Already});
+    const auto lines = plan({kOne, vst3, midi, always, Guid{}, kOne}, true, 4094);
+    EXPECT_EQ(Fates(lines), "changed not excludable permanent unknown ");
+    EXPECT_EQ(lines[0].clsid, vst3);
+    EXPECT_EQ(lines[0].changes, (std::vector{vst3, kOne}));
+    EXPECT_EQ(Fates(plan({vst3}, true, 4095)), "no room ") << "not under one of its ids alone";
+    EXPECT_EQ(Fates(plan({vst3}, false, 4096)), "already ");
+    excluded = {kOne};
+    EXPECT_EQ(plan({vst3}, true, 4095)[0].changes, std::vector{vst3});
+    EXPECT_EQ(plan({vst3}, false, 5000)[0].changes, std::vector{kOne});
+    excluded = {vst3, kOne};
+    EXPECT_EQ(Fates(plan({kOne}, true, 2)), "already ");
 }
 
 }  // namespace

@@ -7,21 +7,12 @@ using support::Require;
 
 namespace {
 
-/// The system takes a device's name for one with blanks, and with something behind a dot, too.
-bool IsDevice(const std::wstring& name) {
-    std::wstring stem = support::Lower(name.substr(0, name.find(L'.')));
-    stem.resize(stem.find_last_not_of(L' ') + 1);
-    if (stem == L"con" || stem == L"prn" || stem == L"aux" || stem == L"nul") return true;
-    return stem.size() == 4 && (stem.starts_with(L"com") || stem.starts_with(L"lpt")) && stem[3] >= L'0' &&
-           stem[3] <= L'9';
-}
-
 void TryFileName(const std::wstring& name) {
     const auto file = PresetFileName(name);
     if (!file) return;
     Require(name.starts_with(*file) && PresetFileName(*file) == file);
     support::RequirePlain(*file);
-    Require(file->size() <= 255 && !IsDevice(std::wstring(*file)));
+    Require(file->size() <= 255);
 }
 
 void TryPluginName(const std::wstring& name) {
@@ -32,10 +23,6 @@ void TryPluginName(const std::wstring& name) {
         const auto category = static_cast<Category>(i);
         const std::wstring readable = ReadableName(name, category);
         Require(name.starts_with(readable) && ReadableName(readable, category) == readable);
-        if (readable.size() == name.size()) continue;
-        const wchar_t first = readable.back(), second = name[readable.size()];
-        const bool halved = first >= 0xD800 && first <= 0xDBFF && second >= 0xDC00 && second <= 0xDFFF;
-        Require(readable.size() >= 78 && !halved);
     }
 }
 

@@ -8,13 +8,6 @@ using support::kHall;
 using support::Require;
 using support::WithReader;
 
-/// No result may be anything but a code or a count of what was really visited, which begins anew. By
-/// reference, because the call that counts stands in the first argument.
-void CheckResult(int result, int& visited) {
-    Require(result >= kPresetIoFailure && (result <= 0 || result == visited));
-    visited = 0;
-}
-
 using Bytes = std::span<const std::byte>;
 
 /// The plug-in's presets alone, as an export writes them; also the file that it is when it holds no others.
@@ -39,37 +32,22 @@ std::string Exported(Bytes file) {
 
 void TryInput(std::string_view bytes) {
     const Bytes input = std::as_bytes(std::span(bytes));
-    const std::size_t size = bytes.size();
-    int visited = 0;
+    int kept = 0;
     std::size_t stored = 0;
     const auto keep = [&](std::size_t, const ImportedPreset& preset) {
-        ++visited;
+        ++kept;
         stored += preset.data.size();
-        Require(preset.name.find(L'\0') == std::wstring::npos);
+        Require(preset.name.find(L'\0') == std::wstring::npos && stored <= input.size());
         return !preset.data.empty();
     };
-    PresetPreview preview{.add = {}, .notAPresetFile = L"no", .goesOn = L"more"};
-    preview.add = [&](const std::wstring& line, std::int32_t) { visited += line.starts_with(L"<<") ? 0 : 1; };
-
     WithReader(input, [&](CPresetFileReader& reader) {
-        CheckResult(ImportFor(reader, kHall, nullptr, keep), visited);
-        Require(stored <= size);
+        const int result = ImportFor(reader, kHall, nullptr, keep);
+        Require(result >= kPresetIoFailure && (result <= 0 || result == kept));
     });
-    WithReader(input, [&](CPresetFileReader& reader) {
-        const PresetPlugin plugins[] = {kHall, {}};
-        CheckResult(ImportForSeveral(reader, plugins, keep), visited);
-    });
-    WithReader(input, [&](CPresetFileReader& reader) {
-        CheckResult(ListForPlugin(reader, kHall, preview), visited);
-        Require(reader.Position() <= size);
-    });
-    WithReader(input, [&](CPresetFileReader& reader) {
-        Require(ListContents(reader, preview) >= kPresetIoFailure);
-    });
-    WithReader(input, [&](CPresetFileReader& reader) {
-        const PresetContents contents{
-            .plugin = [](const PresetPlugin&, bool) {},
-            .preset = [&](const std::wstring&) { Require(reader.Position() <= size); }};
+    support::ReadInAllWays(bytes);
+    WithReader(input, [](CPresetFileReader& reader) {
+        const PresetContents contents{.plugin = [](const PresetPlugin&, bool) {},
+                                      .preset = [](const std::wstring&) {}};
         Require(WalkContents(reader, contents) <= 0);
     });
     const std::string exported = Exported(input);

@@ -20,17 +20,21 @@ void RequireHarmless(const RegFileKey& key, const std::vector<std::wstring>& nam
     Require(std::ranges::any_of(named, [&](const std::wstring& name) {
         return path == Lower(name) || path.starts_with(Lower(name) + L'\\');
     }));
+    const auto holdsOnly = [&key](std::wstring_view name) {
+        return !key.removed && std::ranges::all_of(key.values, [name](const RegFileValue& value) {
+            return Lower(value.name) == name;
+        });
+    };
     const auto home = std::ranges::find_if(kHomes, [&](auto start) { return path.starts_with(start); });
-    Require(home != std::end(kHomes));
+    // A host has the inventory of its VSTs where it likes.
+    if (home == std::end(kHomes))
+        return Require(path.find(L"\\inventory\\") != std::wstring::npos && holdsOnly(L"fullname"));
     const std::wstring rest = path.substr(home->size());
     // A class's own key names the library that other programs load.
     if (!rest.starts_with(L"clsid\\")) return;
     const std::wstring inClass = rest.substr(6 + kClassId.size());
-    if (!inClass.empty())
-        return Require(inClass.starts_with(L"\\pins") || inClass.starts_with(L"\\instance\\{"));
-    Require(!key.removed && std::ranges::all_of(key.values, [](const RegFileValue& value) {
-        return Lower(value.name) == L"merit";
-    }));
+    Require(inClass.starts_with(L"\\pins") || inClass.starts_with(L"\\instance\\{") ||
+            (inClass.empty() && holdsOnly(L"merit")));
 }
 
 void TryText(std::wstring_view text, const std::vector<std::wstring>& named) {

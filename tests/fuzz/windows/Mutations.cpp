@@ -47,36 +47,29 @@ class CMutations {
     }
 
   private:
-    struct Piece {
-        std::size_t start;
-        std::size_t size;
-    };
-
     std::size_t Below(std::size_t limit) { return limit == 0 ? 0 : m_random() % limit; }
     const std::string& Any() { return m_corpus[Below(m_corpus.size())]; }
 
-    void Flip(char& c) { c = static_cast<char>(static_cast<unsigned char>(c) ^ (1U << Below(8))); }
-
     /// From one mark to another: what is cut and pasted by these is a document still, most of the time.
-    Piece PieceOf(const std::string& text, char mark) {
+    std::string_view PieceOf(std::string_view text, char mark) {
         const std::size_t start = std::min(text.find(mark, Below(text.size())), text.size());
         std::size_t end = start;
         for (std::size_t marks = Below(3) + 1; marks > 0; --marks)
             end = std::min(text.find(mark, end + 1), text.size());
-        return {start, end - start};
+        return text.substr(start, end - start);
     }
 
     void Change(std::string& input) {
+        if (Below(6) == 0 && !input.empty()) {
+            input[Below(input.size())] = static_cast<char>(Below(256));
+            return;
+        }
         const char mark = "<<\"\" \n"[Below(6)];
-        const auto [start, size] = PieceOf(input, mark);
-        if (Below(6) == 0 && !input.empty()) return Flip(input[Below(input.size())]);
-        const std::string& other = Any();
-        const Piece from = PieceOf(other, mark);
-        const std::string pieces[] = {"",
-                                      {static_cast<char>(Below(256))},
-                                      input.substr(start, size),
-                                      other.substr(from.start, from.size)};
-        input.replace(start, Below(2) * size, pieces[Below(4)]);
+        const std::string_view piece = PieceOf(input, mark);
+        const std::string pieces[] = {
+            "", {static_cast<char>(Below(256))}, std::string(piece), std::string(PieceOf(Any(), mark))};
+        const auto start = static_cast<std::size_t>(piece.data() - input.data());
+        input.replace(start, Below(2) * piece.size(), pieces[Below(4)]);
     }
 
     std::vector<std::string> m_corpus;

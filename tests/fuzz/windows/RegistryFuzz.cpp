@@ -12,23 +12,13 @@ namespace {
 
 const BackupKey kKey{BackupHive::User, L"Fuzz", {}};
 
-/// What a reader may give of a text, said once more: nothing, or what stands before the first zero.
-std::optional<std::wstring> TextIn(const RegValue& value, std::size_t most, bool terminated) {
-    std::wstring text(value.data.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text.data(), value.data.data(), text.size() * sizeof(wchar_t));
-    if (value.type != REG_SZ && value.type != REG_EXPAND_SZ) return std::nullopt;
-    if (value.data.size() % sizeof(wchar_t) != 0 || value.data.size() > most) return std::nullopt;
-    if (terminated && !text.empty() && text.back() != L'\0') return std::nullopt;
-    return text.c_str();
-}
-
 void TryReaders(const CRegKey& key, const wchar_t* name, const RegValue& value) {
     for (const std::size_t most : {std::size_t{0}, std::size_t{80}, kPathBytes, kNameBytes}) {
-        Require(key.ReadString(name, most) == TextIn(value, most, true));
-        if (value.type != REG_EXPAND_SZ) {
-            Require(key.ReadUnterminated(name, most) == TextIn(value, most, false));
-            Require(key.ReadPath(name, most) == TextIn(value, most, true));
-        }
+        const auto strict = key.ReadString(name, most), loose = key.ReadUnterminated(name, most);
+        Require(!strict || strict->size() * sizeof(wchar_t) <= std::min(most, value.data.size()));
+        Require(!strict || strict->find(L'\0') == std::wstring::npos);
+        if (value.type != REG_EXPAND_SZ)
+            Require((!strict || strict == loose) && key.ReadPath(name, most) == strict);
     }
     Require(key.ReadDword(name).has_value() ==
             (value.type == REG_DWORD && value.data.size() == sizeof(DWORD)));
