@@ -174,7 +174,7 @@ void WriteJson(const std::filesystem::path& path) {
 
 void Row(std::string_view name, int size, const Work& ours, const Work& floor, const Work& before) {
     Series& series = SeriesOf(name);
-    Measured& row = series.sizes.emplace_back(size, Compare(ours, floor, before));
+    Measured& row = series.sizes.emplace_back(Measured{size, Compare(ours, floor, before)});
     for (int tried = 1; tried < kTries && (series.Misses(row) || series.GrowsTooFast()); ++tried) {
         const Times again = Compare(ours, floor, before);
         if (again.ratio < row.times.ratio) row.times = again;
