@@ -186,7 +186,7 @@ void Row(std::string_view name, int size, const Work& ours, const Work& floor, c
 }
 
 void Figure(const std::string& what, double value, double bound) {
-    const Counted& figure = g_figures.emplace_back(what, value, bound);
+    const Counted& figure = g_figures.emplace_back(Counted{what, value, bound});
     std::printf("%-60s %11.1f, bound %.1f%s\n", what.c_str(), value, bound, Mark(figure.Misses()));
     std::fflush(stdout);
 }
