@@ -174,7 +174,7 @@ void WriteJson(const std::filesystem::path& path) {
 
 void Row(std::string_view name, int size, const Work& ours, const Work& floor, const Work& before) {
     Series& series = SeriesOf(name);
-    Measured& row = series.sizes.emplace_back(size, Compare(ours, floor, before));
+    Measured& row = series.sizes.emplace_back(Measured{size, Compare(ours, floor, before)});
     for (int tried = 1; tried < kTries && (series.Misses(row) || series.GrowsTooFast()); ++tried) {
         const Times again = Compare(ours, floor, before);
         if (again.ratio < row.times.ratio) row.times = again;
@@ -186,7 +186,7 @@ void Row(std::string_view name, int size, const Work& ours, const Work& floor, c
 }
 
 void Figure(const std::string& what, double value, double bound) {
-    const Counted& figure = g_figures.emplace_back(what, value, bound);
+    const Counted& figure = g_figures.emplace_back(Counted{what, value, bound});
     std::printf("%-60s %11.1f, bound %.1f%s\n", what.c_str(), value, bound, Mark(figure.Misses()));
     std::fflush(stdout);
 }

@@ -159,7 +159,7 @@ std::optional<std::wstring> CXmlDoc::AttributeValue(int index) {
 }
 
 IXMLDOMElement* CXmlDoc::CurrentElement() {
-    // Each attribute of an element asks for it.
+    // Each attribute of an element asks for it. With some headers two ComPtr compare by whether both are set.
     if (m_elementNode.Get() != m_current.Get()) {
         m_elementNode = m_current;
         m_element.Reset();

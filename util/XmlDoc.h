@@ -126,8 +126,8 @@ class CXmlDoc {
     Microsoft::WRL::ComPtr<IXMLDOMDocument2> m_document;
     Microsoft::WRL::ComPtr<IXMLDOMElement> m_root;
     Microsoft::WRL::ComPtr<IXMLDOMNode> m_current;
-    Microsoft::WRL::ComPtr<IXMLDOMNode>
-        m_elementNode;  // the one that was asked last whether it is an element
+    // The node that was asked last whether it is an element, and what it was then.
+    Microsoft::WRL::ComPtr<IXMLDOMNode> m_elementNode;
     Microsoft::WRL::ComPtr<IXMLDOMElement> m_element;
     std::wstring m_lastError;
     DWORD m_saveError = ERROR_SUCCESS;

@@ -62,7 +62,7 @@ TEST_F(Together, NoneOfThemLosesAnEntryOrShowsOneThatIsNotThere) {
     const auto doFirst = [&](const WindowDriver& program, int mode) {
         Send(program.Control(mode), BM_CLICK);
         choose(program, kOther);
-        const std::wstring name = program.Rows(IDC_PLUGINS).front();
+        std::wstring name = program.Rows(IDC_PLUGINS).front();
         program.Select(IDC_PLUGINS, {name});
         Send(program.Control(IDC_EXCLUDE), BM_CLICK);
         return name;
