@@ -7,7 +7,6 @@
 #include "support/LayoutText.h"
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
-#include "support/WaitFor.h"
 
 namespace support {
 
@@ -70,6 +69,20 @@ class LayoutTreeDialog : public MainDialog {
     }
     void PostMouse(UINT message, POINT at, WPARAM keys = 0) {
         ::PostMessageW(Window(), message, keys, MAKELPARAM(at.x, at.y));
+    }
+    /// Presses there and moves the pointer so far.
+    void Pull(POINT start, POINT by) {
+        PostMouse(WM_LBUTTONDOWN, start, MK_LBUTTON);
+        PostMouse(WM_MOUSEMOVE, {start.x + by.x, start.y + by.y}, MK_LBUTTON);
+        PostMouse(WM_LBUTTONUP, start);  // ends what is no drag
+        Pump();
+    }
+    /// What is being dragged; gives the place as messages tell it.
+    LPARAM DragTo(POINT place) {
+        ::MapWindowPoints(Window(), m_dialog->Handle(), &place, 1);
+        const LPARAM at = MAKELPARAM(place.x, place.y);
+        m_dialog->Send(WM_MOUSEMOVE, MK_LBUTTON, at);
+        return at;
     }
     void ClickOn(Line name, WPARAM keys = 0) { Click(Window(), PlaceOf(name), keys); }
     /// Brings that place of the tree under the pointer. The pointer stays where it is, because a display

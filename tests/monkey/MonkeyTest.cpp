@@ -37,8 +37,7 @@ constexpr const wchar_t* kMayChange[] = {
     L"User\\Software\\Corvane Music Software\\ActiveMovie\\Presets\\*",
     L"User\\Software\\Corvane Music Software\\MIDI Filters\\*",
     L"User\\Software\\Corvane Music Software\\ControlSurfaces\\*",
-    L"User\\Software\\Corvane Music Software\\Corvane VST\\Inventory\\*\\FullName",
-    L"Machine\\Software\\Corvane Music Software\\Corvane VST Adapter\\Inventory\\*\\FullName",
+    L"*\\Software\\Corvane Music Software\\Corvane VST*\\Inventory\\*\\FullName",
     L"Machine\\Software\\Corvane Music Software\\MIDI Filters\\{*}\\",
     L"Machine\\Software\\Classes\\CLSID\\{0*-0001-0002-0000-000000000000}\\*",
     L"Machine\\Software\\Classes\\CLSID\\{083863F1-70DE-11D0-BD40-00A0C911CE86}\\Instance\\*",
@@ -51,9 +50,8 @@ constexpr const wchar_t* kMayChange[] = {
     L"Layouts\\*.spp",
     L"Elsewhere\\Plug-in Manager files * data",
     // The system's own.
-    L"User\\Software\\Microsoft\\*",
+    L"*\\Software\\Microsoft\\*",
     L"User\\Software\\Wine\\*",
-    L"Machine\\Software\\Microsoft\\*",
 };
 
 /// The name that the system's kernel has for a handle, or for its type.
@@ -173,7 +171,9 @@ class Monkey : public RandomUser {
         const CTreeView control(Window());  // which keeps the items once more
         if (tree.Root() != control.Root()) return L"the first item";
         std::unordered_set<LayoutItemId> ids;
+        std::vector<HTREEITEM> selected;
         for (HTREEITEM item = tree.Root(); item; item = tree.NextInOrder(item)) {
+            if (tree.IsSelected(item)) selected.push_back(item);
             const std::wstring label = tree.ItemText(item);
             const LayoutItem* record = Layout().Find(item);
             if (!record) return L"no record of " + label;
@@ -193,6 +193,7 @@ class Monkey : public RandomUser {
                 return label + L" shows " + record->name;
             if (tree.IsSelected(item) && tree.Shown(item) != item) return L"selected and hidden: " + label;
         }
+        if (tree.SelectedItems() != selected) return L"what is selected, in its order";
         for (const LayoutItemId id : m_ids)
             if (!ids.contains(id) && Layout().HandleOf(id)) return L"a record has no item";
         m_ids = std::move(ids);

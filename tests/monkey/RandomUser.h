@@ -330,18 +330,9 @@ class RandomUser : public LayoutTreeDialog {
         if (!OneIn(4)) Key(Tree().LabelEdit().Handle(), OneIn(3) ? VK_ESCAPE : VK_RETURN);
     }
     void Drag() {
-        const POINT start = AnyPlace(Window());
-        PostMouse(WM_LBUTTONDOWN, start, MK_LBUTTON);
-        PostMouse(WM_MOUSEMOVE, {start.x + 30, start.y}, MK_LBUTTON);
-        PostMouse(WM_LBUTTONUP, start);  // ends what is no drag
-        Pump();
+        Pull(AnyPlace(Window()), {30, 0});
         LPARAM at = 0;
-        for (int moves = 1 + Below(3); moves > 0; --moves) {
-            POINT place = AnyPlace(Window());
-            ::MapWindowPoints(Window(), m_dialog->Handle(), &place, 1);
-            at = MAKELPARAM(place.x, place.y);
-            m_dialog->Send(WM_MOUSEMOVE, MK_LBUTTON, at);
-        }
+        for (int moves = 1 + Below(3); moves > 0; --moves) at = DragTo(AnyPlace(Window()));
         const int end = Below(8);
         if (end == 0) return;  // it goes on
         if (end == 1) return Key(Window(), VK_ESCAPE);

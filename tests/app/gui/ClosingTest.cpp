@@ -77,6 +77,7 @@ TEST_F(Closing, NothingIsDoneWhenTheWindowGoesDuringItsQuestion) {
         Choose(L"DirectX Audio Effects (DX)");
         SelectPlugins({L"Gone"});
         m_popups.Expect(question, [this](HWND) { ::DestroyWindow(m_dialog->Handle()); });
+        m_popups.Expect(kQuestion, IDNO);  // as there is no way back
         control == IDC_LAYOUTS ? Select(control, {L"One"}) : void(m_dialog->Send(WM_COMMAND, control));
         Pump();
         EXPECT_FALSE(IsOpen());

@@ -1,7 +1,6 @@
 // Files dropped on the main dialog.
 #include "FileStream.h"
 #include "HelpContext.h"
-#include "ReviewDlg.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "presets/PresetReading.h"
 #include "presets/StoredPresets.h"

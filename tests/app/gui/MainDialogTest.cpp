@@ -7,6 +7,8 @@
 #include "PluginDetails.h"
 #include "ReviewDlg.h"
 #include "SinglePropDlg.h"
+#include "Version.h"
+#include "res/gui/DialogFit.h"
 #include "support/MainDialog.h"
 #include "support/Surroundings.h"
 
@@ -68,15 +70,9 @@ bool IsStop(HWND control) {
     return (::GetWindowLongW(control, GWL_STYLE) & kStop) == kStop;
 }
 
-class MainDialogScale : public MainDialog {
-  protected:
-    void SetUp() override {
-        support::NeedUsualScreen();
-        Open();
-    }
-};
-
-TEST_F(MainDialogScale, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
+TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
+    support::NeedUsualScreen();
+    if (IsSkipped()) return;
     const auto before = State();
     const auto& [sizeBefore, minimumBefore, rowBefore, placesBefore] = before;
     const Size clientBefore = SizeOf(m_dialog->ClientRect());
@@ -111,23 +107,15 @@ TEST_F(MainDialogScale, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     EXPECT_EQ(State(), before);
 }
 
-TEST_F(MainDialogScale, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
+TEST_F(MainDialog, OnAScreenTooSmallForItsScaleNothingIsCutOffOrCovered) {
+    support::NeedUsualScreen();
+    if (IsSkipped()) return;
     ComeToScreenOf(2 * kUsual, SizeWantedAt(2 * kUsual, SizeOf(m_dialog->WindowRect())));
     const Rect window = m_dialog->WindowRect();
     EXPECT_LE(window.right, ::GetSystemMetrics(SM_CXSCREEN));
     ::SetWindowPos(m_dialog->Handle(), nullptr, 0, 0, window.Width(), window.Height() * 2 / 3 + 20,
                    SWP_NOZORDER);
-    const Rect client = m_dialog->ClientRect();
-    std::vector<RECT> taken;
-    for (const HWND control : ControlsOf(m_dialog->Handle())) {
-        const RECT place = ToSystem(CWindow(control).RectIn(m_dialog->Handle()));
-        EXPECT_TRUE(place.right <= client.right && place.bottom <= client.bottom) << ::GetDlgCtrlID(control);
-        if (!IsStop(control)) continue;
-        RECT shared;
-        for (const RECT& other : taken)
-            EXPECT_FALSE(::IntersectRect(&shared, &place, &other)) << ::GetDlgCtrlID(control);
-        taken.push_back(place);
-    }
+    EXPECT_EQ(res_test::PlacementFaults(*m_dialog, res_test::ControlsOf(*m_dialog)), "");
 }
 
 /// What a screen reader says of a control: its text or, where that is its content, the label before it.
@@ -195,6 +183,28 @@ TEST_F(MainDialog, TabGoesThroughThePanesInReadingOrder) {
                          IDC_LAYOUT_NEW, IDC_LAYOUTS, IDC_LAYOUT_TREE, IDC_CLOSE})
         places.push_back(std::ranges::find(order, id) - order.begin());
     EXPECT_TRUE(std::ranges::is_sorted(places));
+}
+
+TEST_F(MainDialog, TheAboutBoxTellsTheVersionAndTheKeyboardOpensTheLicence) {
+    if (!support::OnWine()) GTEST_SKIP() << "the editor that opens may be one that the user is working in";
+    m_popups.Expect(std::wstring(kProductVersion), [](HWND about) {
+        const auto line = support::TextOf(::GetDlgItem(about, IDC_ABOUT_VERSION));
+        EXPECT_NE(line.find(kBuildDate), std::wstring::npos) << support::Utf8(line);
+        support::PostKey(::GetDlgItem(about, IDOK), VK_TAB);
+        support::PostKey(::GetDlgItem(about, IDC_ABOUT_LICENCE), VK_RETURN);
+        const auto viewer = [about] {
+            MSG message;  // only the dialog's own loop knows what Tab means
+            while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                if (!::IsDialogMessageW(about, &message)) ::DispatchMessageW(&message);
+            return ::FindWindowW(L"Notepad", nullptr);
+        };
+        EXPECT_TRUE(support::WaitFor(
+            [&] { return viewer() && support::TextOf(viewer()).starts_with(L"PluginManager-LICENSE"); }));
+        ::PostMessageW(viewer(), WM_CLOSE, 0, 0);
+        EXPECT_TRUE(support::WaitFor([&] { return viewer() == nullptr; }));
+        support::Press(::GetDlgItem(about, IDOK));
+    });
+    m_dialog->Send(WM_SYSCOMMAND, 0x10);
 }
 
 }  // namespace

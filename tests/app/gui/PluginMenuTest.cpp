@@ -89,6 +89,19 @@ TEST_F(PluginMenu, OpensForTheSelectionAndAtTheCaret) {
     EXPECT_TRUE(corner.y > MiddleOf(1).y && corner.y < MiddleOf(2).y) << corner.y;
 }
 
+TEST_F(PluginMenu, WithoutTheirKeysPluginsAreNeitherRenamedNorBroughtBack) {
+    AddPreset(IdText(1), L"a");
+    SelectPlugins({L"Anvil"});
+    DeleteTree(HKEY_CURRENT_USER, L"Software\\Corvane Music Software");
+    DeleteTree(HKEY_LOCAL_MACHINE, L"Software\\Classes");
+    m_popups.Expect(L"Manage", IDCANCEL);
+    Press(IDC_MANAGE);
+    m_popups.ExpectPrompt(L"Friendly Name", L"New");
+    for (const int command : {ID_RENAME_PLUGIN, ID_COPY_PLUGINS, IDC_ADD_PLUGIN, IDC_EXCLUDE, ID_SELECT_ALL})
+        m_dialog->Send(WM_COMMAND, static_cast<WPARAM>(command));
+    EXPECT_FALSE(Exists(HKEY_CURRENT_USER, kVstInventory + std::wstring(L"Anvil")));
+}
+
 TEST_F(PluginMenu, CopiesATableThatNoNameBreaks) {
     SelectRows(Control(IDC_PLUGINS), {0, 1});
     std::atomic_bool holds = false;

@@ -35,96 +35,66 @@ class SafetyNet : public LayoutTreeDialog {
         return steps;
     }
     void OpenLayout() { Open({m_files.Path(L"one.pgl")}); }
-    /// Comes when no backup can be made.
-    Popups& Refuse() { return m_refuses ? m_popups.Expect(L"No backup could be made", IDNO) : m_popups; }
-    void Select(const wchar_t* category, const wchar_t* plugin) {
-        Choose(category);
-        SelectPlugins({plugin});
-    }
     Popups& InManage(int button) {
-        Select(kVstEffects, L"Hall");
         return m_popups.Expect(L"Manage Presets for Hall", [button](HWND dialog) {
             support::Select(GetDlgItem(dialog, IDC_PRESET_LIST), {L"b"});
             support::Press(GetDlgItem(dialog, button));
         });
     }
-    void Export(const wchar_t* file) {
-        Select(kVstEffects, L"Hall");
-        m_popups.ExpectFile(L"Export Presets", m_files.Path(file));
-        // The system asks in its own language whether to replace it.
-        if (!m_files.Read(file).empty()) {
-            m_popups.Expect(L"", IDYES);
-            Refuse();
-        }
-        Press(IDC_EXPORT);
+    void EndSession() {
+        m_dialog->Send(WM_QUERYENDSESSION);
+        m_dialog->Send(WM_ENDSESSION, TRUE);
     }
-    void Drop(int button) {
-        Press(IDC_ADD_SEPARATOR);
-        m_popups.Expect(L"Save changes", button);
+    Popups& InExport(const wchar_t* file) {
+        return m_popups.ExpectFile(L"Export Presets", m_files.Path(file));
     }
-
-    bool m_refuses = false;
 };
 
 TEST_F(SafetyNet, HoldsWhatAStepTookAndWithoutItNoStepIsTaken) {
     OpenLayout();
-    Export(L"new.spp");
+    Choose(kVstEffects);
+    SelectPlugins({L"Hall"});
+    InExport(L"new.spp");
+    Press(IDC_EXPORT);
     AddPreset(IdText(1), L"a", 2);
     struct Case {
         const wchar_t* left;
-        std::function<void()> work;
+        int command;
+        std::function<void()> prepare;
     };
-    const Case cases[] = {{L"Registry: Remove Gone\n",
-                           [&] {
-                               Select(L"DirectX Audio Effects (DX)", L"Gone");
-                               m_popups.Expect(L"\"Gone\"", IDYES);
-                               Refuse();
-                               Press(IDC_EXCLUDE);
-                           }},
-                          {L"Presets: Delete presets of Hall\n",
-                           [&] {
-                               InManage(IDC_PRESET_DELETE).Expect(L"the selected presets", IDOK);
-                               Refuse().Expect(L"Manage", IDCANCEL);
-                               Press(IDC_MANAGE);
-                           }},
-                          {L"Presets: Rename a preset of Hall\n",
-                           [&] {
-                               InManage(IDC_PRESET_RENAME).ExpectPrompt(L"Rename Preset", L"c");
-                               Refuse().Expect(L"Manage", IDCANCEL);
-                               Press(IDC_MANAGE);
-                           }},
-                          {L"Presets: Import presets for Hall\n",
-                           [&] {
-                               Select(kVstEffects, L"Hall");
-                               m_popups.ExpectFile(L"Import Presets", m_files.Path(L"new.spp"));
-                               Refuse();
-                               Press(IDC_IMPORT);
-                           }},
-                          {L"Presets: Replace old.spp\n", [&] { Export(L"old.spp"); }},
-                          {L"Layouts: Save layout one.pgl\n",
-                           [&] {
-                               Press(IDC_ADD_SEPARATOR);
-                               Refuse();
-                               m_dialog->Send(WM_COMMAND, ID_SAVE_LAYOUT);
-                           }},
-                          {L"Layouts: Delete layout one.pgl\n", [&] {
-                               m_popups.Expect(L"Are you sure", IDYES);
-                               Refuse();
-                               Press(IDC_LAYOUT_DELETE);
-                           }}};
-    for (const auto& [left, work] : cases) {
+    // The system asks in its own language whether to replace a file.
+    const Case cases[] = {
+        {L"Registry: Remove Gone\n", IDC_EXCLUDE, [&] { m_popups.Expect(L"\"Gone\"", IDYES); }},
+        {L"Presets: Delete presets of Hall\n", IDC_MANAGE,
+         [&] { InManage(IDC_PRESET_DELETE).Expect(L"the selected presets", IDOK); }},
+        {L"Presets: Rename a preset of Hall\n", IDC_MANAGE,
+         [&] { InManage(IDC_PRESET_RENAME).ExpectPrompt(L"Rename Preset", L"c"); }},
+        {L"Presets: Import presets for Hall\n", IDC_IMPORT,
+         [&] { m_popups.ExpectFile(L"Import Presets", m_files.Path(L"new.spp")); }},
+        {L"Presets: Replace old.spp\n", IDC_EXPORT, [&] { InExport(L"old.spp").Expect(L"", IDYES); }},
+        {L"Layouts: Save layout one.pgl\n", ID_SAVE_LAYOUT, [&] { Press(IDC_ADD_SEPARATOR); }},
+        {L"Layouts: Delete layout one.pgl\n", IDC_LAYOUT_DELETE,
+         [&] { m_popups.Expect(L"Are you sure", IDYES); }},
+    };
+    for (const auto& [left, command, prepare] : cases) {
         SCOPED_TRACE(Utf8(left));
         const Snapshot before = State();
         // First where a file has the folder's name.
         for (const bool refuses : {true, false}) {
-            m_refuses = refuses;
             std::filesystem::remove_all(m_data);
             if (refuses) {
                 std::filesystem::create_directory(m_data);
                 std::ofstream(m_data / L"Backups");
             }
             OpenLayout();
-            work();
+            const bool ofFilter = command == IDC_EXCLUDE;
+            Choose(ofFilter ? L"DirectX Audio Effects (DX)" : kVstEffects);
+            SelectPlugins({ofFilter ? L"Gone" : L"Hall"});
+            prepare();
+            if (refuses) m_popups.Expect(L"No backup could be made", IDNO);
+            if (command == IDC_MANAGE) m_popups.Expect(L"Manage", IDCANCEL);
+            m_dialog->Send(WM_COMMAND, static_cast<WPARAM>(command));
+            m_popups.ExpectNoMore();
             EXPECT_TRUE(!refuses || State() == before);
         }
         EXPECT_EQ(Steps(), left);
@@ -137,27 +107,18 @@ TEST_F(SafetyNet, HoldsWhatAStepTookAndWithoutItNoStepIsTaken) {
 }
 
 TEST_F(SafetyNet, HoldsALayoutThatWasNotSaved) {
-    for (const std::function<void()>& drop :
-         std::initializer_list<std::function<void()>>{[&] {
-                                                          Drop(IDNO);
-                                                          Press(IDC_LAYOUT_NEW);
-                                                      },
-                                                      [&] {
-                                                          Drop(IDYES);
-                                                          ExpectFailedSave();
-                                                          Press(IDC_LAYOUT_NEW);
-                                                      },
-                                                      [&] {
-                                                          Press(IDC_ADD_SEPARATOR);
-                                                          ::DestroyWindow(m_dialog->Handle());
-                                                      },
-                                                      [&] {
-                                                          Drop(IDNO);
-                                                          m_dialog->Send(WM_QUERYENDSESSION);
-                                                          m_dialog->Send(WM_ENDSESSION, TRUE);
-                                                      }}) {
+    const auto makeNew = [&] { Press(IDC_LAYOUT_NEW); };
+    for (const auto& [answer, drop] : Table<int, std::function<void()>>{
+             {IDNO, makeNew},
+             {IDYES, makeNew},
+             {0, [&] { ::DestroyWindow(m_dialog->Handle()); }},
+             {IDNO, [&] { EndSession(); }},
+         }) {
         std::filesystem::remove_all(m_data);
         OpenLayout();
+        Press(IDC_ADD_SEPARATOR);
+        if (answer != 0) m_popups.Expect(L"Save changes", answer);
+        if (answer == IDYES) ExpectFailedSave();
         drop();
         EXPECT_EQ(Steps(), L"Layouts: Unsaved layout One\n");
         OpenLayout();

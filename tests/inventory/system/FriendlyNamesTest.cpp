@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <sddl.h>
+
 #include "FriendlyNames.h"
 #include "inventory/system/EnumeratedPlugins.h"
 #include "support/FileSandbox.h"
@@ -38,6 +42,13 @@ class FriendlyNames : public EnumeratedPlugins {
             if (text == place.renamed) names += std::string(" ") + place.name;
         }
         return names;
+    }
+    /// Who may do what with the filter's own key, as the system writes such lists.
+    static void SetRights(const wchar_t* rights) {
+        UniqueHandle<PSECURITY_DESCRIPTOR, &LocalFree> list;
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, list.Put(), nullptr);
+        const auto bag = CRegKey::Open(HKEY_CLASSES_ROOT, kFilterBag, READ_CONTROL | WRITE_DAC);
+        EXPECT_EQ(RegSetKeySecurity(bag->Handle(), DACL_SECURITY_INFORMATION, list.Get()), ERROR_SUCCESS);
     }
     /// As it is listed.
     PluginListItem Item(unsigned number, Category category) const {
@@ -102,10 +113,13 @@ TEST_F(FriendlyNames, EachCategoryHasItsPlaces) {
 
 TEST_F(FriendlyNames, WithoutTheFiltersOwnNameNoneIsWritten) {
     FillPlaces();
-    DeleteTree(HKEY_CLASSES_ROOT, kFilterBag);
+    SetRights(L"D:(A;;KR;;;WD)");  // everyone may read
     EXPECT_EQ(RenameAs(Category::LegacyVstEffects), "");
     SetText(HKEY_CLASSES_ROOT, kClass, nullptr, L"New");
+    Enumerate();
+    ASSERT_EQ(Find(1)->category, Category::LegacyVstEffects);
     EXPECT_EQ(CFriendlyNames::CorrectWrapped(m_inventory), 0U) << "what is refused is no correction";
+    SetRights(L"D:(A;;KA;;;WD)");
 }
 
 TEST_F(FriendlyNames, WrappedPluginsFollowTheNameOfTheirClass) {

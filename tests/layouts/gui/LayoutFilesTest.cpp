@@ -98,6 +98,22 @@ TEST_F(LayoutFiles, AFileThatIsNoLayoutChangesNothing) {
     Press(IDC_LAYOUT_NEW, L"0:One|one.pgl|2+", IDCANCEL);  // still modified
 }
 
+TEST_F(LayoutFiles, WithoutItsFolderALayoutIsNeitherLostNorSaved) {
+    Open({m_files.Path(L"one.pgl")});
+    Modify();
+    const std::filesystem::path away = m_files.Folder().wstring() + L" away";
+    std::filesystem::rename(m_files.Folder(), away);
+    m_popups.Expect(L"Could not save", IDOK);
+    TypeControlS(IDC_LAYOUT_TREE);
+    Answer(IDNO).Expect(kNoLayout, IDOK);
+    Pick(L"Two", L"0:One|one.pgl|2+");
+    m_popups.Expect(L"Are you sure", IDYES);
+    Press(IDC_LAYOUT_DELETE, L"One||2", IDCANCEL);
+    EXPECT_TRUE(Layout().IsModified());
+    std::filesystem::rename(away, m_files.Folder());
+    EXPECT_EQ(m_files.Names().size(), 3U);
+}
+
 TEST_F(LayoutFiles, InTheListThatIsDownOnlyTheChosenRowIsPicked) {
     Open({m_files.Path(L"one.pgl")});
     Show();

@@ -12,11 +12,12 @@ class LayoutHistory : public support::LayoutTreeDialog {
 
 TEST_F(LayoutHistory, AHundredStepsAreKeptAndWhatTheFileHoldsIsKnownInEach) {
     constexpr std::size_t kSteps = 105, kKept = 100, kSaved = 50;
-    Build(L"a");
+    Build(L"F(a)");
     std::vector<std::wstring> states;
     for (std::size_t at = 0; at <= kSteps; ++at) {
         if (at > 0) Press(IDC_ADD_SEPARATOR);
         if (at == kSaved) m_dialog->Send(WM_COMMAND, ID_SAVE_LAYOUT);
+        Press(at % 2 == 0 ? IDC_COLLAPSE_ALL : IDC_EXPAND_ALL);  // no step: the looks a state is left with
         states.push_back(Unmarked(Shape()));
     }
     const auto expect = [&](std::size_t at) {
@@ -30,8 +31,9 @@ TEST_F(LayoutHistory, AHundredStepsAreKeptAndWhatTheFileHoldsIsKnownInEach) {
     EXPECT_EQ(at, kSteps);
     for (; at >= kSaved; --at) View().OnUndo();
     Press(IDC_ADD_SEPARATOR);
-    for (; View().CanUndo(); View().OnUndo())
+    for (++at; View().CanUndo(); --at, View().OnUndo())
         EXPECT_TRUE(Layout().IsModified()) << "no step leads to the file's state any more";
+    EXPECT_EQ(at, kSteps - kKept);
 }
 
 TEST_F(LayoutHistory, ManyItemsComeBackInTheirOrder) {

@@ -8,7 +8,6 @@
 #include "presets/StoredPresets.h"
 #include "support/MainDialog.h"
 #include "support/TestPlugins.h"
-#include "support/WaitFor.h"
 
 namespace {
 
