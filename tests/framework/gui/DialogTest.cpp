@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr wchar_t kShown[] = L"Corvane Plug-in Manager";  // on the about box
-
 class CTestDialog : public CDialog {
   public:
     CTestDialog() : CDialog(IDD_ABOUT) {}
@@ -74,7 +72,7 @@ TEST(Dialog, HelpIsAskedForByTheNearestNumberAndSeesEachMessageFirst) {
     pressF1(HELPINFO_MENUITEM, ::GetSystemMenu(owner.Handle(), FALSE));
     EXPECT_EQ(help.m_asked, (std::vector<DWORD>{HelpOfDialog(IDD_ABOUT), 77, HelpOfDialog(IDD_ABOUT)}));
     support::Popups popups;
-    popups.Expect(kShown, [](HWND box) {
+    popups.Expect(L"Corvane Plug-in Manager", [](HWND box) {
         support::PostKey(::GetDlgItem(box, IDOK), VK_RETURN);
         ::PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
     });
