@@ -14,20 +14,7 @@ using namespace support;
 constexpr wchar_t kExclusions[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
 constexpr wchar_t kVst[] = L"VST Audio Effects (VST)", kOther[] = L"VST3 Audio Effects (VST3)";
 
-class Together : public ProgramTest {
-  protected:
-    void SetUp() override {
-        ProgramTest::SetUp();
-        if (!IsSkipped()) ::RegCopyTreeW(HKEY_CURRENT_USER, kExclusions, Saved().Handle());
-    }
-    void TearDown() override {
-        if (IsSkipped()) return;
-        DeleteTree(HKEY_CURRENT_USER, kExclusions);
-        ::RegCopyTreeW(Saved().Handle(), nullptr, CRegKey::Create(HKEY_CURRENT_USER, kExclusions)->Handle());
-        DeleteTree(HKEY_CURRENT_USER, L"Software\\Saved");
-    }
-    static CRegKey Saved() { return CRegKey::Create(HKEY_CURRENT_USER, L"Software\\Saved").value(); }
-};
+using Together = ProgramTest;
 
 TEST_F(Together, NoneOfThemLosesAnEntryOrShowsOneThatIsNotThere) {
     const StandInHost host;
@@ -78,6 +65,7 @@ TEST_F(Together, NoneOfThemLosesAnEntryOrShowsOneThatIsNotThere) {
     }
     EXPECT_GT(host.MessageCount(kPluginsChanged), 0U);
     for (const WindowDriver* program : {&docked, &floating}) EXPECT_EQ(program->Close(), 0U);
+    DeleteTree(HKEY_CURRENT_USER, kExclusions);
 }
 
 }  // namespace

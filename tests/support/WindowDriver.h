@@ -21,7 +21,10 @@ class ProgramTest : public testing::Test {
   protected:
     void SetUp() override {
         if (!std::getenv("STUDIO")) GTEST_SKIP() << "needs a prefix of its own with the sample studio";
+        Begin();
     }
+    /// Once it is certain that the test runs.
+    virtual void Begin() {}
 };
 
 void EndProcess(HANDLE process);
