@@ -1,5 +1,4 @@
 // The real program with the sample studio, worked through its window by another process.
-#include <algorithm>
 
 #include "resource.h"
 #include "support/FileSandbox.h"

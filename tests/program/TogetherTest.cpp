@@ -1,7 +1,5 @@
 // Two managers, one of them docked, the console companion and a host at work on the same keys at once.
-#include <algorithm>
 
-#include "RegKey.h"
 #include "resource.h"
 #include "support/RegistrySandbox.h"
 #include "support/StandInHost.h"
@@ -11,7 +9,6 @@ namespace {
 
 using namespace support;
 
-constexpr wchar_t kExclusions[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
 constexpr wchar_t kVst[] = L"VST Audio Effects (VST)", kOther[] = L"VST3 Audio Effects (VST3)";
 
 using Together = ProgramTest;

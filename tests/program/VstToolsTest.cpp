@@ -1,8 +1,5 @@
 // The scanner and the adapter's program, played by the sample studio's, started by the real program.
-#include <algorithm>
-#include <fstream>
 
-#include "RegKey.h"
 #include "resource.h"
 #include "support/FileSandbox.h"
 #include "support/RegistrySandbox.h"
@@ -14,7 +11,6 @@ namespace {
 using namespace support;
 
 constexpr wchar_t kStudioKey[] = L"Software\\Corvane Music Software\\Corvane VST";
-constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
 constexpr wchar_t kKey[] = L"Software\\Tools test";
 constexpr wchar_t kGivenKey[] = L"/VSTInventoryRegKey \"Software\\Tools test\"";
 constexpr wchar_t kVst[] = L"VST Audio Effects (VST)";
@@ -100,7 +96,7 @@ TEST_F(VstTools, TheDialogWaitsAliveUntilTheToolEndsOrTheHostTakesItAway) {
     PressScan(program);
     EXPECT_EQ(program.TextOf(IDC_VST_GROUP), L"VST Configuration (program running)");
     Press(program.Control(IDC_VST_OPTIONS));
-    PostNotification(program.Control(IDC_PLUGINS), LBN_DBLCLK);
+    ::PostMessageW(program.Window(), WM_COMMAND, MAKEWPARAM(IDC_PLUGINS, LBN_DBLCLK), 0);
     ::PostMessageW(program.Window(), WM_CLOSE, 0, 0);
     EXPECT_FALSE(program.WaitForExit(500ms));
     EXPECT_TRUE(IsLocked(program));

@@ -17,8 +17,5 @@ int main(int argc, char** argv) {
                                        ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES | ICC_LINK_CLASS};
     InitCommonControlsEx(&classes);
     testing::InitGoogleTest(&argc, argv);
-    std::printf("Screen: %d x %d pixels, %u dpi; language %04x, code page %u\n",
-                GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN), GetDpiForSystem(),
-                GetUserDefaultUILanguage(), GetACP());
     return RUN_ALL_TESTS();
 }

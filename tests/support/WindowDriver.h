@@ -12,6 +12,9 @@
 
 namespace support {
 
+inline constexpr wchar_t kExclusions[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
+inline constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
+
 /// A file in the folder of the test program.
 std::filesystem::path BesideTest(const std::wstring& name);
 

@@ -1,28 +1,19 @@
 // What the program does, with each call of the system going wrong in turn, and ended at each of its writes:
 // what that leaves, what is said of it, and what comes back of it.
-#include <windows.h>
-
 #include <objbase.h>
 #include <shlwapi.h>
 
-#include <filesystem>
 #include <gtest/gtest.h>
 
-#include "Backups.h"
-#include "CorvaneKeys.h"
 #include "ExclusionList.h"
-#include "FileStream.h"
 #include "LayoutFolder.h"
 #include "LayoutReader.h"
-#include "PluginCategory.h"
 #include "PluginRemoval.h"
 #include "PresentStudio.h"
-#include "PresetTransfer.h"
 #include "PresetWriter.h"
 #include "Process.h"
 #include "Scope.h"
 #include "StudioSets.h"
-#include "support/RegistrySandbox.h"
 #include "support/SandboxImporter.h"
 #include "support/Snapshot.h"
 #include "support/SystemCalls.h"

@@ -1,11 +1,7 @@
 // Studio sets against a registry and folders of the test's own.
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <map>
 
 #include "AnsiText.h"
-#include "CorvaneKeys.h"
-#include "FileStream.h"
 #include "PresetWriter.h"
 #include "StudioSetFile.h"
 #include "StudioSets.h"
