@@ -146,9 +146,6 @@ struct Step {
     bool Is(unsigned what) const { return (is & what) != 0; }
 };
 
-constexpr wchar_t kKey[] =
-    L"SOFTWARE\\Corvane Music Software\\ActiveMovie\\Presets\\{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}";
-
 class FaultsAnywhere : public testing::Test {
   protected:
     static void SetUpTestSuite() { WatchAll(); }
@@ -176,7 +173,7 @@ class FaultsAnywhere : public testing::Test {
             std::filesystem::remove_all(m_files.Path(folder));
         std::filesystem::create_directory(m_files.Path(L"Layouts"));
         std::filesystem::create_directory(m_files.Path(L"Out"));
-        support::AddVst(1, L"Hall").Text(L"clsidPlug", kKey + std::wcslen(kKey) - 38);
+        support::AddVst(1, L"Hall").Text(L"clsidPlug", L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}");
         support::SetText(HKEY_CURRENT_USER, support::kExcludedPlugins + support::IdText(1), nullptr, L"Old");
         m_files.Write(L"Layouts\\one.pgl", "<PluginMenuLayout DocSchema='1' Name='old'/>");
         Store(L"small", 9, 'o');
