@@ -4,10 +4,10 @@
 
 #include <psapi.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <span>
+
+#include "support/SystemCalls.h"
 
 namespace {
 
@@ -61,22 +61,7 @@ struct Counted<kFunction> {
         ++g_calls;
         return s_system(arguments...);
     }
-    static void Redirect(const char* name) {
-        auto* const base = reinterpret_cast<BYTE*>(::GetModuleHandleW(nullptr));
-        const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-        const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-        const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
-        const auto slots =
-            std::span(reinterpret_cast<void**>(base + imports.VirtualAddress), imports.Size / sizeof(void*));
-        void* const from = reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"advapi32"), name));
-        const auto slot = std::ranges::find(slots, from);
-        if (slot == slots.end()) return;
-        DWORD access = PAGE_READWRITE;
-        ::VirtualProtect(&*slot, sizeof(void*), access, &access);
-        s_system = reinterpret_cast<TResult (*)(TArguments...)>(from);
-        *slot = reinterpret_cast<void*>(&Call);
-        ::VirtualProtect(&*slot, sizeof(void*), access, &access);
-    }
+    static void Redirect(const char* name) { s_system = support::LeadCalls(L"advapi32", name, &Call); }
 };
 
 }  // namespace

@@ -1,10 +1,8 @@
 // The bytes that a fuzzer makes up, as what the program reads.
 #pragma once
 
-#include <algorithm>
 #include <cstdlib>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "AsciiCase.h"

@@ -11,17 +11,13 @@ namespace {
 
 using namespace support;
 
-constexpr wchar_t kExclusions[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
-constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
 constexpr wchar_t kPresets[] = L"Software\\Corvane Music Software\\ActiveMovie\\Presets\\";
 constexpr wchar_t kReverb[] = L"{486D4B72-5653-5400-8A01-5A3C1E90B764}";
 constexpr wchar_t kPermanent[] = L"{6A08CF80-0E18-11CF-A24D-0020AFD79767}";
 
 class Console : public ProgramTest {
   protected:
-    void SetUp() override {
-        ProgramTest::SetUp();
-        if (IsSkipped()) return;
+    void Begin() override {
         DeleteTree(HKEY_CURRENT_USER, kExclusions + (L"\\" + std::wstring(kReverb)));
         m_files.Write(L"in.txt", "");
         std::filesystem::current_path(m_files.Folder());
@@ -115,6 +111,7 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
     DeleteTree(HKEY_CURRENT_USER, presets);
     SetRaw(HKEY_CURRENT_USER, presets, L"Small Room", REG_BINARY, {1, 2, 3});
     const std::wstring excluded = kExclusions + std::wstring(L"\\{506D4372-5653-5400-8A01-5A3C1E90B764}");
+    SetText(HKEY_CURRENT_USER, excluded, nullptr, L"Crumbler");
     ExpectAll({
         {L"presets export a.spp", 0, "", "Presets exported: "},
         {L"presets import a.spp", 0, "", "nothing to do"},
@@ -122,7 +119,6 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
         {L"set load s.pgset --same", 0, "", "nothing to do"},
         {L"verify a.spp s.pgset s.spp", 0, "ok\ta.spp\r\nok\ts.pgset\r\nok\ts.spp\r\n", ""},
     });
-    const std::string before = m_files.Read(L"a.spp");
     DeleteTree(HKEY_CURRENT_USER, presets);
     ExpectAll({{L"presets import a.spp --dry-run", 0, "", "Presets of Kammer Reverb: "}});
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, presets));
@@ -137,9 +133,8 @@ TEST_F(Console, TakesStudioAndPresetsAwayAndBringsThemBackOnce) {
     EXPECT_FALSE(Exists(HKEY_CURRENT_USER, presets));
     ExpectAll({{L"set load s.pgset --same", 0, "", "Presets of Kammer Reverb: "},
                {L"set load s.pgset --same", 0, "", "nothing to do"},
-               {L"presets export b.spp", 0, "", ""},
+               {L"presets import a.spp", 0, "", "nothing to do"},
                {L"set save s.pgset", 0, "", "Removed, because"}});
-    EXPECT_EQ(m_files.Read(L"b.spp").size(), before.size());
 }
 
 TEST_F(Console, TellsTheHostWhatHasChangedAndNothingElse) {

@@ -1,5 +1,4 @@
 // The real program with the sample studio, worked through its window by another process.
-#include <algorithm>
 
 #include "resource.h"
 #include "support/FileSandbox.h"
@@ -14,7 +13,6 @@ using namespace support;
 constexpr wchar_t kCompany[] = L"Software\\Corvane Music Software";
 
 using Program = ProgramTest;
-using namespace std::chrono_literals;
 
 /// The program's message box; null, and the test has failed, when none comes.
 HWND Box(std::chrono::seconds limit = 10s) {

@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ManagerSettings.h"
 #include "PluginManagerDlg.h"
-#include "resource.h"
 #include "support/FileSandbox.h"
 #include "support/Popups.h"
 #include "support/RegistrySandbox.h"

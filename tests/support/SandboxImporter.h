@@ -1,10 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <span>
-#include <vector>
-
-#include "RegFileText.h"
 #include "RegImport.h"
 #include "RegSnapshot.h"
 

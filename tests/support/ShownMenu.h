@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <optional>
-#include <vector>
 
 #include "support/WindowActions.h"
 

@@ -109,10 +109,6 @@ void Select(HWND list, const std::vector<std::wstring>& texts) {
     SelectRows(list, rows);
 }
 
-void PostNotification(HWND control, WORD code) {
-    PostMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control), code), ToLParam(control));
-}
-
 void EnterText(HWND control, const std::wstring& text) {
     Send(control, WM_SETTEXT, 0, ToLParam(text.c_str()));
     // An edit tells its dialog itself; a combo box does so for typed text only.

@@ -27,8 +27,6 @@ std::vector<int> SelectedRows(HWND list);
 void SelectRows(HWND list, const std::vector<int>& rows);
 void Select(HWND list, const std::vector<std::wstring>& texts);
 
-/// Tells the dialog of something that happened to its control, without waiting for what it does.
-void PostNotification(HWND control, WORD code);
 /// Replaces the text of an edit or combo box; the control's dialog hears of it.
 void EnterText(HWND control, const std::wstring& text);
 /// Fails the test when there is no such button or it is disabled. Posted: a question that follows holds up

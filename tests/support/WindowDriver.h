@@ -12,6 +12,9 @@
 
 namespace support {
 
+inline constexpr wchar_t kExclusions[] = L"Software\\Corvane Music Software\\ExcludedPlugIns";
+inline constexpr wchar_t kManager[] = L"Software\\Corvane Music Software\\Corvane Plugin Manager";
+
 /// A file in the folder of the test program.
 std::filesystem::path BesideTest(const std::wstring& name);
 
@@ -21,7 +24,10 @@ class ProgramTest : public testing::Test {
   protected:
     void SetUp() override {
         if (!std::getenv("STUDIO")) GTEST_SKIP() << "needs a prefix of its own with the sample studio";
+        Begin();
     }
+    /// Once it is certain that the test runs.
+    virtual void Begin() {}
 };
 
 void EndProcess(HANDLE process);

@@ -1,7 +1,6 @@
 // Registry files: lines with the keys that a backup names, and behind them the file's text. Without such a
 // text the lines tell of keys and values that are written first: "[path", "[-path", "name=data", "name=-".
 #include "BackupRules.h"
-#include "RegFileText.h"
 #include "fuzz/FuzzInput.h"
 
 using support::Lower;

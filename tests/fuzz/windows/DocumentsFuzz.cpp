@@ -5,7 +5,6 @@
 #include "StudioSetFile.h"
 #include "XmlTreeCtrl.h"
 #include "fuzz/FuzzInput.h"
-#include "resource.h"
 #include "support/FileSandbox.h"
 #include "support/LayoutText.h"
 

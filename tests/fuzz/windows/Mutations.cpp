@@ -1,17 +1,13 @@
 // Stands in for the fuzzer where there is none: each file of the corpus once, then inputs made of them.
 //   TARGETFuzz.exe CORPUS SECONDS FAULT     FAULT: the file that gets the input at which the process ended
-#include <windows.h>
-
 #include <objbase.h>
 
 #include <csignal>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 
 #include "fuzz/FuzzInput.h"
+#include "support/FileSandbox.h"
 
 namespace {
 
@@ -87,11 +83,8 @@ int wmain(int argc, wchar_t** argv) {
     ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
 
     std::vector<std::string> corpus;
-    for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
-        std::ostringstream bytes;
-        bytes << std::ifstream(entry.path(), std::ios::binary).rdbuf();
-        Try(corpus.emplace_back(bytes.str()));
-    }
+    for (const auto& entry : std::filesystem::directory_iterator(argv[1]))
+        Try(corpus.emplace_back(support::BytesOf(entry.path())));
     const ULONGLONG end = ::GetTickCount64() + 1000 * std::stoull(argv[2]);
     std::size_t tried = corpus.size();
     CMutations mutations(std::move(corpus), std::random_device()());

@@ -1,7 +1,5 @@
 // Registry values: a line with the value's name, then one of its type, then its bytes.
 #include "ClsidText.h"
-#include "RegFileText.h"
-#include "RegKey.h"
 #include "fuzz/FuzzInput.h"
 #include "support/RegistrySandbox.h"
 #include "support/SandboxImporter.h"

@@ -1,5 +1,4 @@
 // The plug-in panes of the main dialog, worked by keys and mouse, over a registry of the test's own.
-#include "PresetPlugin.h"
 #include "support/MainDialog.h"
 #include "support/StandInHost.h"
 #include "support/TestPlugins.h"
@@ -220,8 +219,7 @@ TEST_F(PluginPanes, ARenamedPluginStaysSelected) {
     OpenWith({L"Anvil", L"Bellows", L"Reed"});
     SelectPlugins({L"Anvil"});
     ExpectName(L"Zoom");
-    PostNotification(Control(IDC_PLUGINS), LBN_DBLCLK);
-    Pump();
+    m_dialog->Send(WM_COMMAND, MAKEWPARAM(IDC_PLUGINS, LBN_DBLCLK));
     EXPECT_EQ(Listed(), (Texts{L"Bellows", L"Reed", L"Zoom"}));
     EXPECT_EQ(Selected(), Texts{L"Zoom"});
     EXPECT_EQ(Panes(), L"i--xa---|C:\\windows\\regedit.exe|Vendor:|Tarnwick|VST ID: |-5")

@@ -218,9 +218,8 @@ TEST_F(FriendlyNames, ADatabaseNamesThePluginsAndIsToldOfNewNamesAlone) {
 TEST(PluginDatabase, ALibraryThatIsNoneLeavesRegistryMode) {
     const FileSandbox files;
     std::filesystem::copy_file(BesideTest(L"Database\\VrnDatabase.dll"), files.Path(L"null.dll"));
-    for (const std::wstring& library :
-         {files.Path(L"missing.dll"), files.Path(L"null.dll"), files.Write(L"text.dll", "not a library"),
-          std::wstring(L"C:\\windows\\system32\\version.dll")}) {
+    for (const std::wstring& library : {files.Path(L"missing.dll"), files.Path(L"null.dll"),
+                                        std::wstring(L"C:\\windows\\system32\\version.dll")}) {
         CPluginDatabase database;
         database.Open(library);
         EXPECT_FALSE(database.IsOpen()) << Utf8(library);

@@ -107,16 +107,10 @@ TEST_F(PluginInventory, NoMoreThan4096AreListedOrExcluded) {
     CExclusionList list;
     list.Load();
     EXPECT_TRUE(list.Contains(Id(4096)) && !list.Contains(Id(4097)));
-}
-
-TEST(ExclusionList, ANameThatIsNoClassIdEndsIt) {
-    const RegistrySandbox sandbox;
-    for (const std::wstring& name : {IdText(1), std::wstring(L"{00000002}"), IdText(3)})
-        CreateKey(HKEY_CURRENT_USER, kExcludedPlugins + name);
-    CExclusionList list;
+    CreateKey(HKEY_CURRENT_USER, std::wstring(kExcludedPlugins) + L"{00000002}");
     list.Load();
     EXPECT_TRUE(list.Contains(Id(1)));
-    EXPECT_FALSE(list.Contains(Id(3))) << "the registry keeps its keys in order";
+    EXPECT_FALSE(list.Contains(Id(3))) << "no class id ends it; the registry keeps its keys in order";
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 // The command Tidy Up of the main dialog.
-#include "Backups.h"
 #include "layouts/LayoutTreeDialog.h"
 #include "support/ReviewRows.h"
 #include "support/StandInHost.h"

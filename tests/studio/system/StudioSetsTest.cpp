@@ -1,11 +1,7 @@
 // Studio sets against a registry and folders of the test's own.
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <map>
 
 #include "AnsiText.h"
-#include "CorvaneKeys.h"
-#include "FileStream.h"
 #include "PresetWriter.h"
 #include "StudioSetFile.h"
 #include "StudioSets.h"
@@ -238,7 +234,11 @@ TEST_F(StudioSets, OfStrangersAreReadWithCare) {
         return begin + "<Layout File='" + file + "'>" + layout + "</Layout>" + end;
     };
     constexpr int kMalformed = -1, kNewer = -2;
-    const std::pair<std::string, int> kSets[] = {
+    const struct {
+        std::string bytes;
+        int passedOver;
+        std::size_t taken = 0;
+    } kSets[] = {
         {"", kMalformed},
         {"<StudioSet Schema='1'>", kMalformed},
         {"<!DOCTYPE StudioSet SYSTEM 'file:///c:/windows/win.ini'>" + begin + end, kMalformed},
@@ -264,9 +264,14 @@ TEST_F(StudioSets, OfStrangersAreReadWithCare) {
         {begin + "<Layout File='a.pgl'/>" + end, 1},
         {begin + "<Layout File='a.pgl'>text</Layout><Layout File='b.pgl'><Other/></Layout>" + end, 2},
         {begin + "<Layout File='a.pgl'>" + layout + layout + "</Layout>" + end, 1},
+        {begin + "<Exclusion " + id + "/><Exclusion " + id + "/>" + end, 1, 1},
+        {begin + "<PluginName " + id + " Name='n'/><PluginName " + id + " Name='m'/>" + end, 1, 1},
+        {begin + "<Layout File='a.pgl'>" + layout + "</Layout><Layout File='A.PGL'>" + layout + "</Layout>" +
+             end,
+         1, 1},
     };
     const Snapshot before = Now();
-    for (const auto& [bytes, expected] : kSets) {
+    for (const auto& [bytes, expected, taken] : kSets) {
         SCOPED_TRACE(bytes.substr(0, 120));
         StudioSet set;
         m_files.Write(L"hostile.pgset", bytes);
@@ -276,15 +281,8 @@ TEST_F(StudioSets, OfStrangersAreReadWithCare) {
                                                : SetFileRead::Read);
         if (expected < 0) continue;
         EXPECT_EQ(set.passedOver, static_cast<std::size_t>(expected));
-        EXPECT_TRUE(set.exclusions.empty() && set.names.empty() && set.layouts.empty());
+        EXPECT_EQ(set.exclusions.size() + set.names.size() + set.layouts.size(), taken);
     }
-    StudioSet twice;
-    m_files.Write(L"hostile.pgset", begin + "<Exclusion " + id + "/><Exclusion " + id + "/><PluginName " +
-                                        id + " Name='n'/><PluginName " + id +
-                                        " Name='m'/><Layout File='a.pgl'>" + layout +
-                                        "</Layout><Layout File='A.PGL'>" + layout + "</Layout>" + end);
-    ReadStudioSet(m_files.Path(L"hostile.pgset"), twice);
-    EXPECT_EQ(twice.passedOver, 3U);
     // Presets that break off are left out, and the set is not.
     m_files.Write(L"hostile.spp", "PS\1");
     SetToLoad load;

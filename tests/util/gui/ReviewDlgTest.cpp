@@ -1,5 +1,4 @@
 // The list to tick, on a dialog of its own.
-#include <array>
 #include <gtest/gtest.h>
 
 #include "support/ReviewRows.h"

@@ -82,7 +82,7 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
 }
 
 TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
-    const auto refuses = [this](const char* from, const char* to, const wchar_t* file) {
+    const auto refuses = [this](const std::string& from, const std::string& to, const wchar_t* file) {
         SetRaw(HKEY_CURRENT_USER, m_key, L"a", REG_BINARY, {1});
         m_files.Write(L"Wide", "old");
         {
@@ -93,15 +93,9 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
         const BackupEntry entry = m_backups.List().at(0);
         const std::wstring changed = entry.folder.substr(m_files.Folder().wstring().size() + 1) + file;
         std::string bytes = m_files.Read(changed);
-        const bool wide = bytes.starts_with("\xFF\xFE");
-        const auto text = [wide](const char* narrow) {
-            std::string bytesOf;
-            for (const char* c = narrow; *c; ++c) bytesOf += wide ? std::string{*c, '\0'} : std::string{*c};
-            return bytesOf;
-        };
-        const std::size_t at = bytes.find(text(from));
+        const std::size_t at = bytes.find(from);
         ASSERT_NE(at, std::string::npos) << from;
-        m_files.Write(changed, bytes.replace(at, text(from).size(), text(to)));
+        m_files.Write(changed, bytes.replace(at, from.size(), to));
         EXPECT_NE(m_backups.Restore(entry, L"back", CWindow(), [](DWORD) { return true; }),
                   DWORD{ERROR_SUCCESS});
         EXPECT_FALSE(Exists(HKEY_CURRENT_USER, m_key)) << to;
@@ -109,8 +103,12 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
         EXPECT_TRUE(m_backups.Delete(entry));
         EXPECT_EQ(m_backups.Restore(entry, L"back", CWindow(), {}), DWORD{ERROR_PATH_NOT_FOUND});
     };
-    refuses("[HKEY_CURRENT_USER", "[HKEY_LOCAL_MACHINE", L"\\before.reg");
-    refuses("\"a\"=hex:01", "; a", L"\\before.reg");
+    const auto wide = [](std::wstring_view text) {
+        const auto bytes = support::Bytes(text);
+        return std::string(bytes.begin(), bytes.end());
+    };
+    refuses(wide(L"[HKEY_CURRENT_USER"), wide(L"[HKEY_LOCAL_MACHINE"), L"\\before.reg");
+    refuses(wide(L"\"a\"=hex:01"), wide(L"; a"), L"\\before.reg");
     refuses("Presets\\{1", "Presets\\{2", L"\\backup.xml");
     refuses("Copy=\"1 Wide", "Copy=\"..\\1 Wide", L"\\backup.xml");
     refuses("\\Wide\"", "\\..\\Wide\"", L"\\backup.xml");
