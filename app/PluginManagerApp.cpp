@@ -44,7 +44,6 @@ void CPluginManagerApp::InitInstance() {
     PrepareForCrash();
     m_comReady = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     m_log.Open(L"PluginManager");
-    m_help.Prepare(ProgramPath(), kHelpFileName);
     m_mainWindow = ::GetActiveWindow();
     SetDialogHelp(this);
 
@@ -54,6 +53,8 @@ void CPluginManagerApp::InitInstance() {
 
 void CPluginManagerApp::ShowHelp(DWORD context) {
     m_mainWindow = ::GetActiveWindow();
+    // Now and not at the start: the window would wait for the help engine.
+    if (m_help.Path().empty()) m_help.Prepare(ProgramPath(), kHelpFileName);
     if (m_help.IsMarked()) {
         ShowMessage(m_mainWindow, FormatText(LoadText(IDS_HELP_MARKED), m_help.Path()), kMessageCaption,
                     MB_OK | MB_ICONINFORMATION);

@@ -73,6 +73,9 @@ class MainDialogScale : public MainDialog {
     void SetUp() override {
         support::NeedUsualScreen();
         Open();
+        auto& layout = m_dialog->View<CLayoutTreeView>().Layout();
+        layout.Append(nullptr, NewSeparator());  // the tree's images come with its first item
+        layout.Clear();
     }
 };
 
