@@ -39,7 +39,8 @@ bool EndsLoop(const MSG& message) {
 }
 
 void CGeometryBatch::Move(HWND window, const Rect& place) {
-    if (!m_batch) return;
+    // Even one that stands there already would take the system long.
+    if (!m_batch || CWindow(window).RectIn(::GetParent(window)) == place) return;
     m_batch = ::DeferWindowPos(m_batch, window, nullptr, place.left, place.top, place.Width(), place.Height(),
                                SWP_NOZORDER | SWP_NOACTIVATE);
 }

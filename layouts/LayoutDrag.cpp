@@ -215,14 +215,12 @@ void CLayoutDrag::Drop() {
     End();
     if (!moves) return;
     const CTreeHold hold(m_layout.Scroll());
-    // Else the caret would go with each item, which takes longer than the move itself.
-    Tree().ClearSelection();
     HTREEITEM last = nullptr;
     for (const LayoutItemId id : m_items) {
         // Handles change with every move, and what lies in a dragged folder moves with it.
         const HTREEITEM item = m_layout.HandleOf(id);
         if (!item || IsWithinDragged(Tree().Parent(item))) continue;
-        last = last ? m_layout.MoveAfter(item, last) : m_layout.Move(item, place.parent, place.after);
+        last = m_layout.Move(item, place.parent, last ? last : place.after, MovedSelection::Lost);
     }
     if (last) Tree().MoveCaret(Tree().Shown(last));
     Tree().ClearSelection();

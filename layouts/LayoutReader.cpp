@@ -30,23 +30,17 @@ bool CLayoutReader::HandleNode(IXMLDOMNode* node) {
 }
 
 bool CLayoutReader::ReadChildren(std::vector<LayoutNode>& nodes, int depth) {
-    const CKeepNode keep(*this);
-    bool read = true;
-    for (ToFirstChild(); read && HasNode(); ToNextSibling()) {
-        const CKeepNode keepChild(*this);
-        read = ReadNode(nodes, depth);
-    }
-    return read;
+    return VisitChildren([&](IXMLDOMNode* node) { return ReadNode(node, nodes, depth); });
 }
 
-bool CLayoutReader::ReadNode(std::vector<LayoutNode>& nodes, int depth) {
-    ParseNode(Current());
+bool CLayoutReader::ReadNode(IXMLDOMNode* node, std::vector<LayoutNode>& nodes, int depth) {
+    ParseNode(node);
     // Whatever stands within a plug-in or a separator is ignored.
     if (TagIs(L"<Plugin>")) return ReadPlugin(nodes);
     if (TagIs(L"<Separator>")) return Add(nodes, NewSeparator());
     if (TagIs(L"<Folder>")) return ReadFolder(nodes, depth);
     // An unknown element passes only without content: its nodes come to HandleNode, which refuses them.
-    return CXmlDoc::HandleNode(Current());
+    return CXmlDoc::HandleNode(node);
 }
 
 bool CLayoutReader::ReadFolder(std::vector<LayoutNode>& nodes, int depth) {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LayoutItem.h"
@@ -43,6 +44,8 @@ class CLayoutReader : public CXmlDoc {
   protected:
     /// The root element handler. Refuses everything below the root.
     bool HandleNode(IXMLDOMNode* node) override;
+    /// Once, after which there are none.
+    std::vector<LayoutNode> TakeItems() { return std::exchange(m_items, {}); }
 
     static constexpr wchar_t kUnsavedFile[] = L"UnsavedFile";
     const LayoutPlugins& m_plugins;
@@ -51,7 +54,7 @@ class CLayoutReader : public CXmlDoc {
 
   private:
     bool ReadChildren(std::vector<LayoutNode>& nodes, int depth);
-    bool ReadNode(std::vector<LayoutNode>& nodes, int depth);
+    bool ReadNode(IXMLDOMNode* node, std::vector<LayoutNode>& nodes, int depth);
     bool ReadPlugin(std::vector<LayoutNode>& nodes);
     bool ReadFolder(std::vector<LayoutNode>& nodes, int depth);
     static bool Add(std::vector<LayoutNode>& nodes, LayoutItem record);

@@ -71,9 +71,9 @@ void CRememberedTree::Restore(const CTreeCtrlEx& tree) const {
 bool CRememberedTree::Fill(CTreeCtrlWrapper& layout) const {
     const CTreeCtrlEx& tree = layout.Tree();
     Items items(m_rows.size());
-    layout.Clear();
     {
         const CRedrawLock noRedraw(tree);
+        layout.Clear(noRedraw);
         if (!Insert(layout, nullptr, 0, m_rows.size(), items)) return false;
         Select(tree, items);
     }

@@ -7,12 +7,17 @@
 #include "LayoutImageList.h"
 #include "NameOrder.h"
 
-SharedLayoutItem CTreeCtrlWrapper::Share(HTREEITEM item) const {
-    const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
-    return found == m_records.end() ? nullptr : found->second.record;
+const LayoutItem* CTreeCtrlWrapper::Find(HTREEITEM item) const {
+    const Entry* entry = EntryOf(item);
+    return entry ? entry->record.get() : nullptr;
 }
 
-CTreeCtrlWrapper::Entry* CTreeCtrlWrapper::EntryOf(HTREEITEM item) {
+SharedLayoutItem CTreeCtrlWrapper::Share(HTREEITEM item) const {
+    const Entry* entry = EntryOf(item);
+    return entry ? entry->record : nullptr;
+}
+
+const CTreeCtrlWrapper::Entry* CTreeCtrlWrapper::EntryOf(HTREEITEM item) const {
     const auto found = m_records.find(static_cast<LayoutItemId>(m_tree.Data(item)));
     return found == m_records.end() ? nullptr : &found->second;
 }
@@ -83,6 +88,8 @@ void CTreeCtrlWrapper::Mark(const std::function<void(LayoutItem&)>& mark) {
 
 HTREEITEM CTreeCtrlWrapper::InsertItem(HTREEITEM parent, HTREEITEM after, const SharedLayoutItem& record) {
     if (record->id == kInvalidItemId) return nullptr;
+    // Not before there is an item: the window would wait for 25 icons to show an empty tree.
+    if (!m_images) LoadImages(::GetDpiForWindow(m_tree.Handle()));
     const LayoutImages images = ImagesOf(*record);
     const HTREEITEM item = m_tree.Insert(parent, after, record->name, images.normal, images.selected,
                                          static_cast<LPARAM>(record->id));
@@ -107,15 +114,12 @@ bool CTreeCtrlWrapper::GoesInside(HTREEITEM target, IntoFolder into) const {
     return into == IntoFolder::Yes && record && record->kind == LayoutKind::Folder;
 }
 
-void CTreeCtrlWrapper::Clear() {
-    const CRedrawLock noRedraw(m_tree);
+void CTreeCtrlWrapper::Clear(const CRedrawLock& /*noRedraw*/) {
     m_tree.Select(nullptr);
     if (!m_records.empty()) NoteChange();
     // Before the items, of which the tree tells one by one.
     m_records.clear();
     m_tree.Delete(TVI_ROOT);
-    // Once: reading 25 icons takes longer than most layouts.
-    if (!m_images) LoadImages(::GetDpiForWindow(m_tree.Handle()));
     m_modified = false;
 }
 
@@ -136,20 +140,21 @@ std::vector<HTREEITEM> CTreeCtrlWrapper::Children(HTREEITEM parent) const {
     return children;
 }
 
-HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
+HTREEITEM CTreeCtrlWrapper::CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after,
+                                        MovedSelection selection) {
     const SharedLayoutItem record = Share(item);
     const HTREEITEM copy = record ? InsertItem(parent, after, record) : nullptr;
     if (!copy) return nullptr;
     // From the last to the first: to add behind others, the control would walk all of them each time.
     const std::vector<HTREEITEM> children = Children(item);
     for (std::size_t left = children.size(); left > 0; --left) {
-        if (CopySubtree(children[left - 1], copy, TVI_FIRST)) continue;
+        if (CopySubtree(children[left - 1], copy, TVI_FIRST, selection)) continue;
         Reclaim(item);
         m_tree.Delete(copy);
         return nullptr;
     }
     if (m_tree.IsExpanded(item)) m_tree.Expand(copy, true);
-    if (m_tree.IsSelected(item)) m_tree.SetSelected(copy, true);
+    if (selection == MovedSelection::Kept && m_tree.IsSelected(item)) m_tree.SetSelected(copy, true);
     return copy;
 }
 
@@ -163,14 +168,15 @@ void CTreeCtrlWrapper::Delete(HTREEITEM item, HTREEITEM replacement) {
     m_tree.Delete(item);
 }
 
-HTREEITEM CTreeCtrlWrapper::Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after) {
+HTREEITEM CTreeCtrlWrapper::Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after,
+                                 MovedSelection selection) {
     if (item == after || m_tree.IsWithin(parent, item)) return item;
     const CTreeHold hold(m_scroll);
     const HTREEITEM caret = m_tree.Caret();
-    const HTREEITEM moved = CopySubtree(item, parent, after);
+    const HTREEITEM moved = CopySubtree(item, parent, after, selection);
     if (!moved) return item;
     // Before the deletion, at which the control would select another item in the place of its caret item.
-    if (m_tree.IsSelected(item)) {
+    if (selection == MovedSelection::Kept && m_tree.IsSelected(item)) {
         m_tree.AddToSelection(!parent || m_tree.IsExpanded(parent) ? moved : parent);
     } else if (m_tree.IsWithin(caret, item)) {
         m_tree.MoveCaret(m_tree.Shown(HandleOf(static_cast<LayoutItemId>(m_tree.Data(caret)))));

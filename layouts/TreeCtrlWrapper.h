@@ -12,6 +12,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "Handles.h"
@@ -22,6 +23,10 @@
 
 /// Whether an item that is put at a folder goes inside it.
 enum class IntoFolder { No, Yes };
+
+/// Whether an item that is moved stays selected, with the caret on it. Where many are moved, that takes
+/// longer than the move itself.
+enum class MovedSelection { Kept, Lost };
 
 /// Each item's data is its record's id. As an argument for a parent or a target null means the top level, as
 /// a result that there is no item.
@@ -44,7 +49,7 @@ class CTreeCtrlWrapper {
     unsigned Changes() const { return m_changes; }
 
     /// Null when the item has none. Good until the item is changed or deleted.
-    const LayoutItem* Find(HTREEITEM item) const { return Share(item).get(); }
+    const LayoutItem* Find(HTREEITEM item) const;
     SharedLayoutItem Share(HTREEITEM item) const;
     /// The item with this id. Ids outlive moves, handles don't.
     HTREEITEM HandleOf(LayoutItemId id) const;
@@ -67,8 +72,8 @@ class CTreeCtrlWrapper {
         return InsertItem(parent, TVI_LAST, record);
     }
     /// Adds as the first child, at a cost that does not grow with the number of children.
-    HTREEITEM Prepend(HTREEITEM parent, const LayoutItem& record) {
-        return Prepend(parent, std::make_shared<const LayoutItem>(record));
+    HTREEITEM Prepend(HTREEITEM parent, LayoutItem record) {
+        return Prepend(parent, std::make_shared<const LayoutItem>(std::move(record)));
     }
     HTREEITEM Prepend(HTREEITEM parent, const SharedLayoutItem& record) {
         return InsertItem(parent, TVI_FIRST, record);
@@ -76,7 +81,9 @@ class CTreeCtrlWrapper {
     /// Adds by the rule for the user's commands; the caller selects it. Null when it fails.
     HTREEITEM Insert(HTREEITEM target, IntoFolder into, const LayoutItem& record);
     /// Removes all items; the layout then is not modified, which nobody is told: what comes next counts.
-    void Clear();
+    void Clear() { Clear(CRedrawLock(m_tree)); }
+    /// The same for who fills the tree again before it draws.
+    void Clear(const CRedrawLock& noRedraw);
     /// Images for the screen's scale.
     void LoadImages(UINT dpi);
 
@@ -86,7 +93,8 @@ class CTreeCtrlWrapper {
     // Moves keep an item's children, its id and whether it is expanded. A move into the item itself or below
     // it is refused. Each gives the item's new handle, or the old one when nothing was moved.
     /// `after` is one of the parent's children, TVI_FIRST or TVI_LAST.
-    HTREEITEM Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    HTREEITEM Move(HTREEITEM item, HTREEITEM parent, HTREEITEM after,
+                   MovedSelection selection = MovedSelection::Kept);
     HTREEITEM MoveAfter(HTREEITEM item, HTREEITEM sibling) {
         return Move(item, m_tree.Parent(sibling), sibling);
     }
@@ -116,11 +124,12 @@ class CTreeCtrlWrapper {
         HTREEITEM item;
     };
     /// Null when the item has none.
-    Entry* EntryOf(HTREEITEM item);
+    const Entry* EntryOf(HTREEITEM item) const;
+    Entry* EntryOf(HTREEITEM item) { return const_cast<Entry*>(std::as_const(*this).EntryOf(item)); }
     HTREEITEM InsertItem(HTREEITEM parent, HTREEITEM after, const SharedLayoutItem& record);
     void NoteChange();
     /// The records go over to the copy. Null, and no copy, when not all of it could be copied.
-    HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after);
+    HTREEITEM CopySubtree(HTREEITEM item, HTREEITEM parent, HTREEITEM after, MovedSelection selection);
     /// Takes the records of the item, and of all that is in it, back from a copy.
     void Reclaim(HTREEITEM item);
     bool GoesInside(HTREEITEM target, IntoFolder into) const;

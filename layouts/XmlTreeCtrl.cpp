@@ -29,14 +29,14 @@ bool CXMLTreeCtrl::BuildDocument() {
         // Kept: the host's users know layouts that are named after their first item.
         m_layoutName = record->name;
     }
-    m_layoutName = Writable(m_layoutName);
+    if (m_unsavedFile) m_layoutName = XmlTextOf(m_layoutName);
     if (!IsXmlText(m_layoutName)) {
         m_failure = Failure::Text;
         m_failedName = m_layoutName;
     }
     return CreateRootElement(L"PluginMenuLayout") && SetAttribute(L"DocSchema", L"1") &&
-           SetAttribute(L"Name", m_layoutName) &&
-           (!m_unsavedFile || SetAttribute(kUnsavedFile, Writable(*m_unsavedFile))) && WriteItems(first, 1);
+           SetAttribute(L"Name", m_layoutName) && (!m_unsavedFile || SetText(kUnsavedFile, *m_unsavedFile)) &&
+           WriteItems(first, 1);
 }
 
 void CXMLTreeCtrl::NoteFailure(HTREEITEM item, const LayoutItem& record, int depth) {
@@ -75,12 +75,11 @@ bool CXMLTreeCtrl::WriteItem(HTREEITEM item, const LayoutItem& record, int depth
 bool CXMLTreeCtrl::WriteFolder(HTREEITEM item, const LayoutItem& record, int depth) {
     const HTREEITEM first = m_tree.Tree().Child(item);
     if (depth > kDeepestNesting) return m_unsavedFile && WriteItems(first, depth);
-    return AppendChildElement(L"Folder") && SetAttribute(L"Name", Writable(record.name)) &&
-           WriteItems(first, depth + 1);
+    return AppendChildElement(L"Folder") && SetText(L"Name", record.name) && WriteItems(first, depth + 1);
 }
 
-std::wstring CXMLTreeCtrl::Writable(const std::wstring& text) const {
-    return m_unsavedFile ? XmlTextOf(text) : text;
+bool CXMLTreeCtrl::SetText(std::wstring_view name, const std::wstring& text) {
+    return m_unsavedFile ? SetAttribute(name, XmlTextOf(text)) : SetAttribute(name, text);
 }
 
 bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
@@ -95,19 +94,17 @@ bool CXMLTreeCtrl::WritePlugin(const LayoutItem& record) {
         record.category == kVstInstruments)
         written = SetAttribute(L"CLSIDMD5", ClsidText(md5Clsid));
     written = written && SetAttribute(L"Category", std::to_wstring(record.category)) &&
-              SetAttribute(L"Name", Writable(record.name)) &&
-              SetAttribute(L"OriginalName", Writable(record.originalName));
-    if (written && !record.defaultPreset.empty())
-        written = SetAttribute(L"DefaultPreset", Writable(record.defaultPreset));
+              SetText(L"Name", record.name) && SetText(L"OriginalName", record.originalName);
+    if (written && !record.defaultPreset.empty()) written = SetText(L"DefaultPreset", record.defaultPreset);
     return written;
 }
 
 bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     if (!m_tree.Tree().IsLive() || !CLayoutReader::HandleNode(node)) return false;
-    m_tree.Clear();
+    const CRedrawLock noRedraw(m_tree.Tree());
+    m_tree.Clear(noRedraw);
     m_lastFolder = nullptr;
-    const CRedrawLock noRedraw{CWindow(m_tree.Tree().Handle())};
-    const bool inserted = InsertItems(nullptr, Items());
+    const bool inserted = InsertItems(nullptr, TakeItems());
     m_tree.Tree().ScrollToTop(m_tree.Tree().Root());
     // Each folder read becomes the selection; only the last one's lasts, and each costs a walk of the tree.
     if (m_lastFolder) m_tree.Tree().Select(m_lastFolder);
@@ -115,14 +112,15 @@ bool CXMLTreeCtrl::HandleNode(IXMLDOMNode* node) {
     return inserted;
 }
 
-bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, const std::vector<LayoutNode>& nodes) {
+bool CXMLTreeCtrl::InsertItems(HTREEITEM parent, std::vector<LayoutNode> nodes) {
     bool hasFolder = false;
     // From the last to the first: to add behind others, the control would walk all of them each time.
     for (std::size_t left = nodes.size(); left > 0; --left) {
-        const LayoutNode& node = nodes[left - 1];
-        const HTREEITEM item = m_tree.Prepend(parent, node.record);
-        if (!item || !InsertItems(item, node.children)) return false;
-        if (node.record.kind != LayoutKind::Folder) continue;
+        auto& [record, children] = nodes[left - 1];
+        const bool isFolder = record.kind == LayoutKind::Folder;
+        const HTREEITEM item = m_tree.Prepend(parent, std::move(record));
+        if (!item || !InsertItems(item, std::move(children))) return false;
+        if (!isFolder) continue;
         hasFolder = true;
         if (!m_lastFolder) m_lastFolder = item;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "LayoutReader.h"
@@ -42,10 +43,11 @@ class CXMLTreeCtrl : public CLayoutReader {
     bool WriteItem(HTREEITEM item, const LayoutItem& record, int depth);
     bool WriteFolder(HTREEITEM item, const LayoutItem& record, int depth);
     bool WritePlugin(const LayoutItem& record);
-    std::wstring Writable(const std::wstring& text) const;
+    /// Writes an item's text; into a copy what XML can't hold goes as unknown characters.
+    bool SetText(std::wstring_view name, const std::wstring& text);
     void NoteFailure(HTREEITEM item, const LayoutItem& record, int depth);
 
-    bool InsertItems(HTREEITEM parent, const std::vector<LayoutNode>& nodes);
+    bool InsertItems(HTREEITEM parent, std::vector<LayoutNode> nodes);
 
     CTreeCtrlWrapper& m_tree;
     HTREEITEM m_lastFolder = nullptr;

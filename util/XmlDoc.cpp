@@ -97,14 +97,7 @@ bool CXmlDoc::HandleNode(IXMLDOMNode* node) {
     if (TypeOf(*node) != NODE_ELEMENT) return true;
     const std::size_t depth = m_path.size();
     m_path += m_tag;
-    bool accepted = true;
-    const CKeepNode keep(*this);
-    for (ToFirstChild(); accepted && HasNode();) {
-        const ComPtr<IXMLDOMNode> child = m_current;
-        accepted = HandleNode(child.Get());
-        m_current = child;
-        ToNextSibling();
-    }
+    const bool accepted = VisitChildren([this](IXMLDOMNode* child) { return HandleNode(child); });
     m_path.resize(depth);
     return accepted;
 }
@@ -117,7 +110,8 @@ void CXmlDoc::ParseNode(IXMLDOMNode* node) {
     m_found = -1;
     const DOMNodeType type = TypeOf(*node);
     m_name = type == NODE_TEXT ? L"#TEXT#" : type == NODE_CDATA_SECTION ? L"#CDATA#" : NameOf(*node);
-    if (type == NODE_ELEMENT || type == NODE_TEXT || type == NODE_CDATA_SECTION) m_tag = L'<' + m_name + L'>';
+    if (type == NODE_ELEMENT || type == NODE_TEXT || type == NODE_CDATA_SECTION)
+        m_tag.append(1, L'<').append(m_name).append(1, L'>');
     if (type == NODE_ELEMENT) ReadAttributes();
 }
 
@@ -156,6 +150,10 @@ std::optional<std::wstring> CXmlDoc::AttributeName(int index) {
 
 std::optional<std::wstring> CXmlDoc::AttributeValue(int index) {
     return TextAt(m_attributeValues, index, L"XML_PARSER::Get_Attribute_Value(int) failed");
+}
+
+void CXmlDoc::ToElement(const ComPtr<IXMLDOMElement>& element) {
+    m_current = m_elementNode = m_element = element;
 }
 
 IXMLDOMElement* CXmlDoc::CurrentElement() {
@@ -248,8 +246,13 @@ std::optional<std::wstring> CXmlDoc::HeaderValue(const std::wstring& attribute) 
     return std::nullopt;
 }
 
-ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, std::wstring_view text) const {
+ComPtr<IXMLDOMElement> CXmlDoc::CreateElement(std::wstring_view name) const {
     ComPtr<IXMLDOMElement> element;
+    if (!m_document || FAILED(m_document->createElement(BstrOf(name).Get(), &element))) return {};
+    return element;
+}
+
+ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, std::wstring_view text) const {
     ComPtr<IXMLDOMText> plain;
     ComPtr<IXMLDOMCDATASection> cdata;
     ComPtr<IXMLDOMNode> node;
@@ -257,7 +260,7 @@ ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, std::wstring_view text) const {
     const UniqueBstr content = BstrOf(text);
     switch (kind) {
         case Kind::Element:
-            if (SUCCEEDED(m_document->createElement(content.Get(), &element))) node = element;
+            node = CreateElement(text);
             break;
         case Kind::Text:
             if (IsXmlText(text) && SUCCEEDED(m_document->createTextNode(content.Get(), &plain))) node = plain;
@@ -271,20 +274,17 @@ ComPtr<IXMLDOMNode> CXmlDoc::Create(Kind kind, std::wstring_view text) const {
 }
 
 bool CXmlDoc::CreateRootElement(std::wstring_view name) {
-    if (!m_document) return false;
-    ComPtr<IXMLDOMElement> root;
-    if (FAILED(m_document->createElement(BstrOf(name).Get(), &root)) ||
-        FAILED(m_document->putref_documentElement(root.Get())))
-        return false;
+    const auto root = CreateElement(name);
+    if (!root || FAILED(m_document->putref_documentElement(root.Get()))) return false;
     m_root = root;
-    m_current = root;
+    ToElement(root);
     return true;
 }
 
 bool CXmlDoc::AppendChildElement(std::wstring_view name) {
-    const ComPtr<IXMLDOMNode> child = Create(Kind::Element, name);
+    const auto child = CreateElement(name);
     if (!child || !m_current || FAILED(m_current->appendChild(child.Get(), nullptr))) return false;
-    m_current = child;
+    ToElement(child);
     return true;
 }
 

@@ -108,6 +108,21 @@ class CXmlDoc {
         std::wstring m_tag;
     };
 
+  protected:
+    /// Makes the current node's children current in turn, until one gives false, and then goes back.
+    template <typename TVisit>
+    bool VisitChildren(TVisit&& visit) {
+        const CKeepNode keep(*this);
+        bool accepted = true;
+        for (ToFirstChild(); accepted && HasNode();) {
+            const Microsoft::WRL::ComPtr<IXMLDOMNode> child = m_current;
+            accepted = visit(child.Get());
+            m_current = child;
+            ToNextSibling();
+        }
+        return accepted;
+    }
+
   private:
     bool Fail(std::wstring_view error);
     bool CreateDocument();
@@ -119,6 +134,8 @@ class CXmlDoc {
                                        std::wstring_view error);
     bool AddBeside(Kind kind, const std::wstring& text, bool after);
     Microsoft::WRL::ComPtr<IXMLDOMNode> Create(Kind kind, std::wstring_view text) const;
+    Microsoft::WRL::ComPtr<IXMLDOMElement> CreateElement(std::wstring_view name) const;
+    void ToElement(const Microsoft::WRL::ComPtr<IXMLDOMElement>& element);
 
     std::wstring m_tag;
     std::wstring m_name;

@@ -11,6 +11,7 @@ constexpr bool IsLowSurrogate(wchar_t c) { return c >= 0xDC00 && c < 0xE000; }
 /// How many characters the one at the start of the text consists of; 0 when XML can't hold it.
 std::size_t XmlLength(std::wstring_view text) {
     const wchar_t c = text.front();
+    if (c >= L' ' && c < 0xD800) return 1;  // nearly all are
     if (IsHighSurrogate(c)) return text.size() > 1 && IsLowSurrogate(text[1]) ? 2 : 0;
     const bool isControl = c < L' ' && c != L'\t' && c != L'\n' && c != L'\r';
     return IsLowSurrogate(c) || c >= 0xFFFE || isControl ? 0 : 1;
@@ -37,11 +38,11 @@ bool IsXmlText(std::wstring_view text) {
 
 std::wstring XmlTextOf(std::wstring_view text) {
     constexpr wchar_t kUnknown = 0xFFFD;
-    std::wstring writable;
-    while (!text.empty()) {
-        const std::size_t length = XmlLength(text);
-        writable += length == 0 ? std::wstring_view(&kUnknown, 1) : text.substr(0, length);
-        text.remove_prefix(std::max<std::size_t>(length, 1));
+    std::wstring writable(text);
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = XmlLength(text.substr(at));
+        if (length == 0) writable[at] = kUnknown;
+        at += std::max<std::size_t>(length, 1);
     }
     return writable;
 }

@@ -73,6 +73,9 @@ bool IsStop(HWND control) {
 TEST_F(MainDialog, OnAScreenOfAnotherScaleEverythingIsAsIfMadeThere) {
     support::NeedUsualScreen();
     if (IsSkipped()) return;
+    auto& layout = m_dialog->View<CLayoutTreeView>().Layout();
+    layout.Append(nullptr, NewSeparator());  // the tree's images come with its first item
+    layout.Clear();
     const auto before = State();
     const auto& [sizeBefore, minimumBefore, rowBefore, placesBefore] = before;
     const Size clientBefore = SizeOf(m_dialog->ClientRect());

@@ -1,6 +1,9 @@
+#include <objbase.h>
+
 #include <gtest/gtest.h>
 
 #include "AppDataRoot.h"
+#include "ClsidText.h"
 #include "FoldedText.h"
 #include "StringRing.h"
 #include "resource.h"
@@ -20,6 +23,13 @@ TEST(AppDataRoot, AnUnsetVariableIsAskedForAgainAndASetOneIsKept) {
     const std::wstring root = files.Folder().wstring();
     EXPECT_EQ(rootAfter(root.c_str()), root);
     EXPECT_EQ(rootAfter(L"D:\\other"), root);
+}
+
+TEST(ClsidText, IsWhatTheSystemWrites) {
+    constexpr Guid kId = "{01234567-89AB-CDEF-1032-547698BADCFE}"_guid;
+    std::array<wchar_t, 39> text{};
+    ASSERT_EQ(::StringFromGUID2(ToSystem(kId), text.data(), 39), 39);
+    EXPECT_EQ(ClsidText(kId), text.data());
 }
 
 TEST(FoldedText, CaseAccentsAndWidthMakeNoDifferenceAndNothingElseIsLost) {
