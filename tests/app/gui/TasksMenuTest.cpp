@@ -1,7 +1,6 @@
 // The menu of the button Tasks.
 #include <array>
 
-#include "TasksMenu.h"
 #include "support/MainDialog.h"
 #include "support/ShownMenu.h"
 
@@ -11,21 +10,18 @@ using Tasks = support::MainDialog;
 
 TEST_F(Tasks, NameWhatTheyCouldDo) {
     Open();
-    const CTasksMenu tasks(*m_dialog,
-                           {{.id = ID_UNDO, .text = [] { return std::wstring(L"&Undo Sort All"); }},
-                            {.id = ID_FILL_BY_CATEGORY},
-                            {.id = ID_BACKUPS}});
+    Press(IDC_ADD_SEPARATOR);
     /// With a minus when it can't be used.
-    const auto shown = [&tasks](UINT command) {
-        const UniqueMenu menu = tasks.Menu();
+    const auto shown = [this](UINT command) {
+        const UniqueMenu menu = m_dialog->View<CTasksMenu>().Menu();
         std::array<wchar_t, 64> text{};
         ::GetMenuStringW(menu.Get(), command, text.data(), 64, MF_BYCOMMAND);
         const bool grey = (::GetMenuState(menu.Get(), command, MF_BYCOMMAND) & MF_GRAYED) != 0;
         return (grey ? L"-" : L"") + std::wstring(text.data());
     };
-    EXPECT_EQ(shown(ID_UNDO), L"&Undo Sort All\tCtrl+Z");
-    EXPECT_EQ(shown(ID_REDO), L"-&Redo\tCtrl+Y") << "nobody serves it here";
-    EXPECT_EQ(shown(ID_FILL_BY_BOTH), L"-By Category, &Then Vendor") << "in a menu of its own";
+    EXPECT_EQ(shown(ID_UNDO), L"&Undo Add Separator\tCtrl+Z");
+    EXPECT_EQ(shown(ID_REDO), L"-&Redo\tCtrl+Y");
+    EXPECT_EQ(shown(ID_FILL_BY_BOTH), L"By Category, &Then Vendor") << "in a menu of its own";
     EXPECT_EQ(shown(ID_BACKUPS), L"&Backups...");
 }
 
