@@ -374,6 +374,10 @@ class RandomUser : public LayoutTreeDialog {
     /// What is read again, or was not saved, is the same layout.
     void Save() {
         View().EndInput();
+        // What can't be saved would end all saving for the rest of the walk.
+        while (View().CanUndo() && Items().find(L'\x1c') != std::wstring::npos)
+            m_dialog->Send(WM_COMMAND, ID_UNDO);
+        if (Text(IDC_LAYOUTS).empty()) EnterText(Control(IDC_LAYOUTS), L"Mine");
         Travel(ID_SAVE_LAYOUT, Items());
     }
     void ExpectOneStep(const std::wstring& before) {
