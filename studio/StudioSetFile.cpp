@@ -55,7 +55,7 @@ class CSetText {
     /// On a line of its own: a set may be kept where versions are compared.
     void Begin(const wchar_t* element) { m_text += std::wstring(L"\r\n<") + element; }
     void Add(const wchar_t* attribute, const std::wstring& value) {
-        m_text += std::wstring(L" ") + attribute + L"=\"" + XmlAttributeOf(value) + L'"';
+        AppendXmlAttribute(m_text, attribute, value);
     }
 
     std::wstring m_text;

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <utility>
 
 #include "XmlDoc.h"
+#include "XmlText.h"
 
 namespace {
 
@@ -13,32 +16,33 @@ constexpr wchar_t kFormat[] = L"1";
 constexpr std::array<BackupKind, 4> kKinds = {BackupKind::Registry, BackupKind::Presets, BackupKind::Layouts,
                                               BackupKind::Studio};
 
-class CRecordWriter : public CXmlDoc {
-  public:
-    bool Write(const BackupRecord& record) {
-        bool written = NewDocument() && SetHeader(L"xml", L"encoding", L"UTF-8") &&
-                       CreateRootElement(kRoot) && SetAttribute(L"Format", kFormat) &&
-                       SetAttribute(L"Kind", BackupKindWord(record.kind)) &&
-                       SetAttribute(L"Step", record.step) && SetAttribute(L"Time", record.time) &&
-                       SetAttribute(L"Version", record.version);
-        for (const std::wstring& key : record.keys) written = written && Add(L"Key", {{L"Path", key}});
-        for (const auto& file : record.files)
-            written = written && Add(L"File", {{L"Path", file.path}, {L"Copy", file.copy}});
-        return written && (record.layout.empty() || Add(L"Layout", {{L"Copy", record.layout}}));
-    }
+void Add(std::wstring& text, const wchar_t* element,
+         std::initializer_list<std::pair<const wchar_t*, std::wstring_view>> attributes) {
+    text += std::wstring(L"\r\n<") + element;
+    for (const auto& [name, value] : attributes) AppendXmlAttribute(text, name, value);
+    text += L"/>";
+}
 
-  private:
-    struct Attribute {
-        std::wstring_view name;
-        std::wstring_view value;
-    };
-    bool Add(std::wstring_view element, std::initializer_list<Attribute> attributes) {
-        const CKeepNode keep(*this);
-        return AppendChildElement(element) && std::ranges::all_of(attributes, [this](const Attribute& one) {
-                   return SetAttribute(one.name, one.value);
-               });
-    }
-};
+/// A document object of many files would take as long to build as they take to copy.
+std::wstring TextOf(const BackupRecord& record) {
+    std::wstring text = std::wstring(L"<") + kRoot;
+    AppendXmlAttribute(text, L"Format", kFormat);
+    AppendXmlAttribute(text, L"Kind", BackupKindWord(record.kind));
+    AppendXmlAttribute(text, L"Step", record.step);
+    AppendXmlAttribute(text, L"Time", record.time);
+    AppendXmlAttribute(text, L"Version", record.version);
+    text += L'>';
+    for (const std::wstring& key : record.keys) Add(text, L"Key", {{L"Path", key}});
+    for (const auto& [path, copy] : record.files) Add(text, L"File", {{L"Path", path}, {L"Copy", copy}});
+    if (!record.layout.empty()) Add(text, L"Layout", {{L"Copy", record.layout}});
+    return text + L"\r\n</" + kRoot + L'>';
+}
+
+/// One that is written with something replaced would lead to another key or file.
+bool CanBeWritten(const BackupRecord& record) {
+    return IsXmlText(record.step) && std::ranges::all_of(record.keys, &IsXmlText) &&
+           std::ranges::all_of(record.files, &IsXmlText, &BackupRecord::File::path);
+}
 
 class CRecordReader : public CXmlDoc {
   public:
@@ -104,10 +108,7 @@ std::optional<SYSTEMTIME> TimeOfBackup(const BackupRecord& record) {
 }
 
 DWORD WriteBackupRecord(const std::wstring& path, const BackupRecord& record) {
-    CRecordWriter writer;
-    if (!writer.Write(record)) return ERROR_INVALID_NAME;
-    if (writer.Save(path)) return ERROR_SUCCESS;
-    return writer.SaveError() != ERROR_SUCCESS ? writer.SaveError() : DWORD{ERROR_WRITE_FAULT};
+    return CanBeWritten(record) ? CXmlDoc::SaveText(path, TextOf(record)) : DWORD{ERROR_INVALID_NAME};
 }
 
 std::optional<BackupRecord> ReadBackupRecord(const std::wstring& path) { return CRecordReader().Read(path); }

@@ -112,23 +112,19 @@ CBackup CBackups::Make(const BackupStep& step, bool stays, const std::function<b
 
 DWORD CBackups::CopyFiles(CBackup& backup, const BackupStep& step, const std::function<bool()>& goOn) {
     BackupRecord& record = backup.m_entry.record;
-    CPatience patience;
     for (const std::wstring& file : step.files) {
         if (goOn && !goOn()) return ERROR_CANCELLED;
         const std::wstring path = FullPathOf(file);
-        const auto seen = CBackup::See(path, patience);
+        const auto seen = CBackup::See(path);
         const DWORD error = seen ? ERROR_SUCCESS : ::GetLastError();
+        // No step takes a folder for a file.
+        if (seen && seen->attributes & FILE_ATTRIBUTE_DIRECTORY) continue;
         // What can't be put back is no backup; a file that is not there under such a name needs none.
         if (!IsPlainPath(path)) {
             if (seen) return ERROR_BAD_PATHNAME;
             continue;
         }
-        if (!seen && IsThere(path)) {
-            const DWORD attributes = ::GetFileAttributesW(path.c_str());
-            // No step takes a folder for a file.
-            if (attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY) continue;
-            return error == ERROR_SUCCESS ? DWORD{ERROR_OPEN_FAILED} : error;
-        }
+        if (!seen && IsThere(path)) return error;
         record.files.push_back({path, {}});
         if (!seen) continue;
         const std::wstring copy = BackupCopyName(record.files.size(), path);
@@ -292,15 +288,20 @@ CBackup::~CBackup() {
     });
 }
 
-std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path, CPatience& patience) {
-    const UniqueFile file = OpenForReading(path, patience);
-    FILE_BASIC_INFO times{};
-    LARGE_INTEGER size{};
-    // Not its index: under Wine that is asked of another process, and took as long as the file's copy.
-    if (!file || !::GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof times) ||
-        !::GetFileSizeEx(file.Get(), &size))
-        return std::nullopt;
-    return SeenFile{path, {size.QuadPart, times.LastWriteTime.QuadPart, times.ChangeTime.QuadPart}};
+std::optional<CBackup::SeenFile> CBackup::See(const std::wstring& path) {
+    // By its path: to open many files would take about as long as to copy them under Wine.
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return std::nullopt;
+    const auto timeOf = [](const FILETIME& time) { return Joined(time.dwHighDateTime, time.dwLowDateTime); };
+    return SeenFile{path,
+                    data.dwFileAttributes,
+                    {Joined(data.nFileSizeHigh, data.nFileSizeLow), timeOf(data.ftLastWriteTime),
+                     timeOf(data.ftCreationTime)}};
+}
+
+bool CBackup::IsChanged(const SeenFile& file) {
+    // What a link leads to can change without it.
+    return file.attributes & FILE_ATTRIBUTE_REPARSE_POINT || See(file.path) != file;
 }
 
 DWORD CBackup::PutFilesBack() {
@@ -329,8 +330,5 @@ DWORD CBackup::TakeBack(const CWindow& owner) {
 }
 
 bool CBackup::TookSomething() const {
-    CPatience patience;
-    return !m_keys.IsIntact() || std::ranges::any_of(m_files, [&](const SeenFile& file) {
-        return See(file.path, patience) != file;
-    });
+    return !m_keys.IsIntact() || std::ranges::any_of(m_files, &CBackup::IsChanged);
 }

@@ -95,12 +95,14 @@ class CBackup {
     /// A file that was there, and by what its change is seen.
     struct SeenFile {
         std::wstring path;
-        std::array<std::int64_t, 3> facts{};
+        DWORD attributes = 0;
+        std::array<std::uint64_t, 3> sizeAndTimes{};
         bool operator==(const SeenFile&) const = default;
     };
     explicit CBackup(CBackups* store) : m_store(store) {}
-    /// Nothing, with the system's last error, for one that can't be opened.
-    static std::optional<SeenFile> See(const std::wstring& path, CPatience& patience);
+    /// Nothing, with the system's last error, for one that can't be asked.
+    static std::optional<SeenFile> See(const std::wstring& path);
+    static bool IsChanged(const SeenFile& file);
     bool TookSomething() const;
 
     CBackups* m_store;

@@ -76,27 +76,33 @@ constexpr auto kByteTexts = [] {
     return texts;
 }();
 
-/// Many lines at a time: character by character it would take longer than the writing to the disk.
+/// Straight into the text, many lines at a time: character by character it would take longer than the writing
+/// to the disk.
 std::uint32_t AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data,
                           const RegTextSink& sink) {
     constexpr std::size_t kLongestLine = kLastColumn + kByteLength + kGoesOn.size();
-    std::array<wchar_t, 16 * kLongestLine> lines{};
-    wchar_t* end = lines.data();
     std::size_t column = text.size() - lineStart;
     while (!data.empty()) {
-        const std::size_t fits = column > kLastColumn ? 1 : (kLastColumn - column) / kByteLength + 1;
-        const auto part = data.first(std::min(fits, data.size()));
-        data = data.subspan(part.size());
-        for (const std::byte byte : part) {
-            const auto& digits = kByteTexts[std::to_integer<std::size_t>(byte)];
-            std::memcpy(end, digits.data(), sizeof digits);
-            end += kByteLength;
+        const std::size_t start = text.size();
+        const std::size_t room = std::min(kRegTextAtOnce, data.size() * (kByteLength + 1));
+        text.resize(start + room + kLongestLine);
+        wchar_t* end = text.data() + start;
+        const wchar_t* const full = end + room;
+        while (!data.empty() && end < full) {
+            const std::size_t fits = column > kLastColumn ? 1 : (kLastColumn - column) / kByteLength + 1;
+            const auto part = data.first(std::min(fits, data.size()));
+            data = data.subspan(part.size());
+            for (const std::byte byte : part) {
+                const auto& digits = kByteTexts[std::to_integer<std::size_t>(byte)];
+                std::memcpy(end, digits.data(), sizeof digits);
+                end += kByteLength;
+            }
+            std::memcpy(end, kGoesOn.data(), kGoesOn.size() * sizeof(wchar_t));
+            // The last byte has no comma.
+            end = data.empty() ? end - 1 : end + kGoesOn.size();
+            column = kIndent;
         }
-        end = data.empty() ? end - 1 : std::ranges::copy(kGoesOn, end).out;  // the last byte has no comma
-        column = kIndent;
-        if (!data.empty() && end + kLongestLine <= lines.data() + lines.size()) continue;
-        text.append(lines.data(), end);
-        end = lines.data();
+        text.resize(static_cast<std::size_t>(end - text.data()));
         if (!sink || text.size() < kRegTextAtOnce) continue;
         if (const std::uint32_t error = sink(text)) return error;
     }

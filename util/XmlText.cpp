@@ -46,11 +46,13 @@ std::wstring XmlTextOf(std::wstring_view text) {
     return writable;
 }
 
-std::wstring XmlAttributeOf(std::wstring_view text) {
-    std::wstring written;
-    for (const wchar_t c : XmlTextOf(text)) {
+void AppendXmlAttribute(std::wstring& text, std::wstring_view name, std::wstring_view value) {
+    text += L' ';
+    text += name;
+    text += L"=\"";
+    for (const wchar_t c : XmlTextOf(value)) {
         const auto marked = std::ranges::find(kMarked, c, &Marked::character);
-        written += marked == std::end(kMarked) ? std::wstring_view(&c, 1) : marked->written;
+        text += marked == std::end(kMarked) ? std::wstring_view(&c, 1) : marked->written;
     }
-    return written;
+    text += L'"';
 }

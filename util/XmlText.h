@@ -8,5 +8,5 @@
 bool IsXmlText(std::wstring_view text);
 /// The text, with what XML can't hold replaced by the character for what is unknown.
 std::wstring XmlTextOf(std::wstring_view text);
-/// The same as it stands between the quotes of an attribute.
-std::wstring XmlAttributeOf(std::wstring_view text);
+/// An attribute, with the blank before it, and with what XML can't hold replaced in its value.
+void AppendXmlAttribute(std::wstring& text, std::wstring_view name, std::wstring_view value);
