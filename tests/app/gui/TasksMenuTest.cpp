@@ -1,6 +1,5 @@
 // The menu of the button Tasks.
-#include <array>
-
+#include "TasksMenu.h"
 #include "support/MainDialog.h"
 #include "support/ShownMenu.h"
 
@@ -11,18 +10,18 @@ using Tasks = support::MainDialog;
 TEST_F(Tasks, NameWhatTheyCouldDo) {
     Open();
     Press(IDC_ADD_SEPARATOR);
-    /// With a minus when it can't be used.
-    const auto shown = [this](UINT command) {
-        const UniqueMenu menu = m_dialog->View<CTasksMenu>().Menu();
-        std::array<wchar_t, 64> text{};
-        ::GetMenuStringW(menu.Get(), command, text.data(), 64, MF_BYCOMMAND);
-        const bool grey = (::GetMenuState(menu.Get(), command, MF_BYCOMMAND) & MF_GRAYED) != 0;
-        return (grey ? L"-" : L"") + std::wstring(text.data());
-    };
-    EXPECT_EQ(shown(ID_UNDO), L"&Undo Add Separator\tCtrl+Z");
-    EXPECT_EQ(shown(ID_REDO), L"-&Redo\tCtrl+Y");
-    EXPECT_EQ(shown(ID_FILL_BY_BOTH), L"By Category, &Then Vendor") << "in a menu of its own";
-    EXPECT_EQ(shown(ID_BACKUPS), L"&Backups...");
+    const UniqueMenu menu = m_dialog->View<CTasksMenu>().Menu();
+    for (const auto& [command, text] :
+         {std::pair(UINT{ID_UNDO}, L"&Undo Add Separator\tCtrl+Z"),
+          {ID_REDO, L"&Redo\tCtrl+Y"},
+          {ID_FILL_BY_BOTH, L"By Category, &Then Vendor"},  // in a menu of its own
+          {ID_BACKUPS, L"&Backups..."}}) {
+        wchar_t shown[64] = L"";
+        ::GetMenuStringW(menu.Get(), command, shown, 64, MF_BYCOMMAND);
+        EXPECT_STREQ(shown, text);
+        const UINT state = ::GetMenuState(menu.Get(), command, MF_BYCOMMAND);
+        EXPECT_EQ((state & MF_GRAYED) != 0, command == ID_REDO) << command;
+    }
 }
 
 TEST_F(Tasks, DropByMouseSpaceEnterAndDown) {
