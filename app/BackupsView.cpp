@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "BackupQuestion.h"
 #include "MessageCaption.h"
@@ -107,8 +108,8 @@ void CBackupsView::Restore(const std::vector<std::size_t>& rows) {
             layout = backup.folder + L'\\' + copy;
         }
     }
-    if (!restored.empty() && m_dialog.IsLive()) m_events.restored(restored);
-    if (!layout.empty() && m_dialog.IsLive()) m_events.openLayout(layout);
+    if (!restored.empty() && m_dialog.IsLive()) ReadAgain(restored);
+    if (!layout.empty() && m_dialog.IsLive()) m_rooms.layouts.OpenBackup(layout);
 }
 
 /// False when the user would not have it go on.
@@ -123,4 +124,36 @@ bool CBackupsView::RestoreOne(const BackupEntry& backup) {
         ShowMessage(m_dialog.Handle(), text, kMessageCaption, MB_ICONEXCLAMATION);
     }
     return error != ERROR_CANCELLED && m_dialog.IsLive();
+}
+
+void CBackupsView::ReadAllAgain() const {
+    BackupRecord everything;
+    everything.kind = BackupKind::Studio;
+    ReadAgain({&everything, 1});
+}
+
+/// What these name may be other than before.
+void CBackupsView::ReadAgain(std::span<const BackupRecord> restored) const {
+    const CWaitCursor wait;
+    const auto has = [restored](BackupKind kind) {
+        return std::ranges::any_of(restored, [kind](const BackupRecord& backup) {
+            return backup.kind == kind || backup.kind == BackupKind::Studio;
+        });
+    };
+    if (has(BackupKind::Registry)) {
+        const auto rows = CRememberedRows::Of(m_rooms.list.Plugins());
+        m_rooms.exclusions.Load();
+        m_rooms.list.EnumeratePlugins();
+        m_rooms.list.Refill(rows);
+        m_rooms.host.Tell(kPluginsChanged);
+    }
+    if (has(BackupKind::Presets)) m_rooms.list.OnSelectionChanged();
+    if (has(BackupKind::Layouts)) {
+        std::vector<std::wstring> files;
+        for (const BackupRecord& backup : restored) {
+            for (const auto& file : backup.files) files.push_back(file.path);
+        }
+        m_rooms.layouts.OnRestored(files);
+        m_rooms.host.Tell(kLayoutsChanged);
+    }
 }

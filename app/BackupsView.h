@@ -1,27 +1,32 @@
 // The list of the backups, and what is done with those that are ticked.
 #pragma once
 
-#include <functional>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "Backups.h"
 #include "Dialog.h"
+#include "ExclusionList.h"
+#include "HostWindow.h"
+#include "LayoutFilesView.h"
+#include "PluginListView.h"
 #include "ReviewDlg.h"
 
 class CBackupsView {
   public:
-    struct Events {
-        /// What these name may be other than before.
-        std::function<void(std::span<const BackupRecord> backups)> restored;
-        /// To be called with the copy of a layout that was left unsaved.
-        std::function<void(const std::wstring& copy)> openLayout;
+    /// What shows the things that a backup may hold.
+    struct Rooms {
+        CExclusionList& exclusions;
+        CPluginListView& list;
+        CLayoutFilesView& layouts;
+        const CHostWindow& host;
     };
-    CBackupsView(const CDialog& dialog, CBackups& backups, Events events)
-        : m_dialog(dialog), m_backups(backups), m_events(std::move(events)) {}
+    CBackupsView(const CDialog& dialog, CBackups& backups, Rooms rooms)
+        : m_dialog(dialog), m_backups(backups), m_rooms(rooms) {}
 
     void OnBackups();
+    /// A studio set was loaded: what a backup can hold may be other than before, whatever it is.
+    void ReadAllAgain() const;
 
   private:
     std::vector<ReviewRow> ReadRows();
@@ -29,9 +34,10 @@ class CBackupsView {
     void Delete(CReviewDlg& list);
     void Restore(const std::vector<std::size_t>& rows);
     bool RestoreOne(const BackupEntry& backup);
+    void ReadAgain(std::span<const BackupRecord> restored) const;
 
     const CDialog& m_dialog;
     CBackups& m_backups;
-    const Events m_events;
+    const Rooms m_rooms;
     std::vector<BackupEntry> m_entries;  // one a row
 };

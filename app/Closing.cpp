@@ -1,6 +1,19 @@
 #include "Closing.h"
 
+#include <array>
+#include <string_view>
 #include <utility>
+
+namespace {
+
+BOOL CALLBACK CancelDialog(HWND window, LPARAM) {
+    std::array<wchar_t, 8> name{};
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    if (name.data() == std::wstring_view(L"#32770")) ::PostMessageW(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+}  // namespace
 
 bool CClosing::OnQueryEndSession() {
     // A disabled dialog has a question open already.
@@ -33,4 +46,14 @@ bool CClosing::MayClose() {
         default:
             return false;
     }
+}
+
+void CClosing::OnDestroy() const {
+    m_size.StorePlace();
+    // Still modified here: the host takes the window away, and there is no way back.
+    if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
+    m_files.DropUnasked();
+    // Lists and questions belong to the host's window, which is another program's: the system leaves them
+    // behind.
+    if (m_host.WasGiven()) ::EnumThreadWindows(::GetCurrentThreadId(), &CancelDialog, 0);
 }

@@ -3,7 +3,6 @@
 #include <shellapi.h>
 
 #include <string>
-#include <utility>
 
 #include "CmdLine.h"
 #include "Process.h"
@@ -45,9 +44,6 @@ UniqueBitmap ShieldBitmap(UINT dpi) {
 
 }  // namespace
 
-CElevation::CElevation(CDialog& dialog, ElevationQuestions questions)
-    : m_dialog(dialog), m_questions(std::move(questions)) {}
-
 void CElevation::OnInitDialog() {
     if (HasAdministratorRights()) return;
     m_shield = ShieldBitmap(::GetDpiForWindow(m_dialog.Handle()));
@@ -66,7 +62,7 @@ void CElevation::OnInitDialog() {
 bool CElevation::OnSysCommand(UINT command) {
     if (command != kCommandElevate) return false;
     // Disabled, it waits for a tool or an answer.
-    if (!m_dialog.IsEnabled() || !m_questions.mayClose() || !m_dialog.IsLive()) return true;
+    if (!m_dialog.IsEnabled() || !m_closing.MayClose() || !m_dialog.IsLive()) return true;
     // The new one starts while this one is still there, for the user may refuse. It does not take this one
     // for a running copy: that search is for the title without its suffix. First, so that no quotation mark
     // of the old switches swallows it.
@@ -76,7 +72,7 @@ bool CElevation::OnSysCommand(UINT command) {
     if (started) {
         m_dialog.End(IDCANCEL);
     } else {
-        m_questions.stays();
+        m_closing.OnStays();
     }
     return true;
 }

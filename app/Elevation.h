@@ -1,20 +1,13 @@
 // The command that starts the program anew with an administrator's rights.
 #pragma once
 
-#include <functional>
-
+#include "Closing.h"
 #include "Dialog.h"
 #include "Handles.h"
 
-/// What became of the dialog's layout is the dialog's to know.
-struct ElevationQuestions {
-    std::function<bool()> mayClose;  // asks the user, and takes it that the dialog closes
-    std::function<void()> stays;     // takes that back
-};
-
 class CElevation {
   public:
-    CElevation(CDialog& dialog, ElevationQuestions questions);
+    CElevation(CDialog& dialog, CClosing& closing) : m_dialog(dialog), m_closing(closing) {}
 
     /// Adds the command to the system menu, unless the program has these rights.
     void OnInitDialog();
@@ -24,6 +17,6 @@ class CElevation {
 
   private:
     CDialog& m_dialog;
-    const ElevationQuestions m_questions;
+    CClosing& m_closing;
     UniqueBitmap m_shield;
 };

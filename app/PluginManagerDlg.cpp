@@ -1,8 +1,5 @@
 #include "PluginManagerDlg.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
 #include <utility>
 
 #include "AboutDlg.h"
@@ -21,25 +18,9 @@ constexpr UINT kCommandAbout = 0x10;
 constexpr UINT_PTR kFirstFillTimer = 1;
 constexpr UINT kFirstFillDelay = 500;  // ms
 
-/// In the data of a key that is still held.
-constexpr LPARAM kRepeated = 1L << 30;
-
-/// With Alt, too, it is AltGr, which types a letter.
-bool IsControlAlone() {
-    const auto down = [](int virtualKey) { return (::GetKeyState(virtualKey) & 0x8000) != 0; };
-    return down(VK_CONTROL) && !down(VK_MENU) && !down(VK_SHIFT);
-}
-
 VstKey VstKeyOf(const CPluginManagerCmdLine& cmdLine) {
     const bool given = !cmdLine.vstInventoryKey.empty();
     return {.path = given ? cmdLine.vstInventoryKey : kDefaultVstKey, .given = given};
-}
-
-BOOL CALLBACK CancelDialog(HWND window, LPARAM) {
-    std::array<wchar_t, 8> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    if (name.data() == std::wstring_view(L"#32770")) ::PostMessageW(window, WM_CLOSE, 0, 0);
-    return TRUE;
 }
 
 }  // namespace
@@ -49,8 +30,6 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_cmdLine(std::move(cmdLine)),
       m_host(reinterpret_cast<HWND>(m_cmdLine.parentWnd)),
       m_docking(*this, m_host, m_cmdLine.floating),
-      m_elevation(*this, {.mayClose = [this] { return m_closing.MayClose(); },
-                          .stays = [this] { m_closing.OnStays(); }}),
       m_size(*this, [this](UINT dpi) { LoadImages(dpi); }),
       m_vstKey(VstKeyOf(m_cmdLine)),
       m_settings(LoadManagerSettings(m_cmdLine.registerOnly, m_host.Handle())),
@@ -65,12 +44,8 @@ CPluginManagerDlg::CPluginManagerDlg(CPluginManagerCmdLine cmdLine, const std::w
       m_files(*this, m_tree, m_inventory, m_host, m_backups, dataFolder, m_settings.layoutFolder,
               kManagerKey),
       m_toolbar(*this),
-      m_tasks(*this, TaskCommands()),
-      m_backupList(*this, m_backups,
-                   {.restored = [this](std::span<const BackupRecord> backups) { OnRestored(backups); },
-                    .openLayout = [this](const std::wstring& copy) { m_files.OpenBackup(copy); }}),
       m_studioSets(*this, CStudioSets(m_inventory, m_friendlyNames, m_backups, m_settings.layoutFolder),
-                   {.maySave = [this] { return MaySaveSet(); }, .loaded = [this] { OnSetLoaded(); }}) {
+                   m_tree, m_files, [this] { m_backupList.ReadAllAgain(); }) {
     if (m_cmdLine.useDatabase && !m_cmdLine.registerOnly) {
         m_database.Open(ProgramFolder() + L"\\Database\\VrnDatabase.dll");
     }
@@ -98,7 +73,7 @@ std::span<const CRoute> CPluginManagerDlg::Routes() const {
         R::OnMessage<WM_PAINT, &Frame::OnPaint>(),
         R::OnMessage<WM_QUERYDRAGICON, &Frame::OnQueryDragIcon>(),
         R::OnMessage<WM_DESTROY, &Frame::OnDestroy>(),
-        R::OnMessage<WM_VKEYTOITEM, &Frame::OnVKeyToItem>(),
+        R::OnMessage<WM_VKEYTOITEM, &CDialogKeys::OnVKeyToItem>(),
         R::OnMessage<WM_QUERYENDSESSION, &CClosing::OnQueryEndSession>(),
         R::OnMessage<WM_ENDSESSION, &CClosing::OnEndSession>(),
         R::OnMessage<WM_SYSCOLORCHANGE, &Frame::OnColoursChanged>(),
@@ -234,27 +209,6 @@ bool CPluginManagerDlg::OnInitDialog() {
     return true;
 }
 
-/// What the menu of the button Tasks can do; the route table says who does it.
-std::vector<MenuCommand> CPluginManagerDlg::TaskCommands() {
-    return {{.id = ID_UNDO,
-             .enabled = [this] { return m_tree.CanUndo(); },
-             .text = [this] { return m_tree.UndoName(); }},
-            {.id = ID_REDO,
-             .enabled = [this] { return m_tree.CanRedo(); },
-             .text = [this] { return m_tree.RedoName(); }},
-            {.id = ID_CUT, .enabled = [this] { return m_tree.CanCopy(); }},
-            {.id = ID_COPY, .enabled = [this] { return m_tree.CanCopy(); }},
-            {.id = ID_PASTE, .enabled = [this] { return m_tree.CanPaste(); }},
-            {.id = ID_SAVE_LAYOUT},
-            {.id = ID_FILL_BY_VENDOR},
-            {.id = ID_FILL_BY_CATEGORY},
-            {.id = ID_FILL_BY_BOTH},
-            {.id = ID_TIDY_UP},
-            {.id = ID_SAVE_STUDIO_SET},
-            {.id = ID_LOAD_STUDIO_SET},
-            {.id = ID_BACKUPS}};
-}
-
 void CPluginManagerDlg::AddAboutCommand() const {
     const std::wstring text = LoadText(IDS_ABOUT_COMMAND);
     if (text.empty()) return;
@@ -334,48 +288,7 @@ void CPluginManagerDlg::OnColoursChanged() {
 
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {
     m_size.FollowHost();
-    if (m_files.IsWheelOverList(message)) return true;
-    if (m_tasks.IsDropKey(message)) {
-        m_tasks.Drop();
-        return true;
-    }
-    if (message.message != WM_KEYDOWN) return false;
-    if (m_find.OnKey(message.wParam, IsControlAlone())) return true;
-    const bool editing = m_tree.IsEditingLabel();
-    switch (message.wParam) {
-        case 'A':
-        case 'C':
-            if (!IsControlAlone() || !Item(IDC_PLUGINS).HasFocus()) return false;
-            Send(WM_COMMAND, message.wParam == 'A' ? ID_SELECT_ALL : ID_COPY_PLUGINS);
-            return true;
-        case VK_ESCAPE:
-            m_tree.CancelDrag();
-            if (editing) m_tree.EndLabelEdit(true);
-            Control<CComboBox>(IDC_LAYOUTS).CloseList();
-            return true;  // Escape never closes the dialog
-        case VK_RETURN:
-            if (editing) {
-                m_tree.EndLabelEdit(false);
-                return true;
-            }
-            // The system would take Enter on the Close button for a click, which only closes; it means OK
-            // here.
-            if (!Item(IDC_CLOSE).HasFocus()) return false;
-            Send(WM_COMMAND, IDOK);
-            return true;
-        case 'S':
-            if (!IsControlAlone() || (message.lParam & kRepeated)) return false;
-            Send(WM_COMMAND, ID_SAVE_LAYOUT);
-            return true;
-        default:
-            return false;
-    }
-}
-
-int CPluginManagerDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != Item(IDC_PLUGINS).Handle()) return crackers::kKeyDefault;
-    m_names.OnRename();
-    return crackers::kKeyHandled;
+    return m_files.IsWheelOverList(message) || m_tasks.OnKey(message) || m_keys.OnKey(message);
 }
 
 void CPluginManagerDlg::OnHelp() const { ShowHelpOn(m_hwnd); }
@@ -399,45 +312,6 @@ void CPluginManagerDlg::OnManagePresets() {
     m_list.OnSelectionChanged();
 }
 
-/// A set holds the layouts as their files are.
-bool CPluginManagerDlg::MaySaveSet() {
-    m_tree.EndInput();
-    const int answer = m_files.AskToSave(MB_YESNOCANCEL);
-    // Still modified after a yes: the save failed, and the set would hold what was there before.
-    return answer == IDNO || (answer == IDYES && !m_tree.Layout().IsModified());
-}
-
-void CPluginManagerDlg::OnSetLoaded() {
-    BackupRecord everything;
-    everything.kind = BackupKind::Studio;
-    OnRestored({&everything, 1});
-}
-
-void CPluginManagerDlg::OnRestored(std::span<const BackupRecord> backups) {
-    const CWaitCursor wait;
-    const auto has = [backups](BackupKind kind) {
-        return std::ranges::any_of(backups, [kind](const BackupRecord& backup) {
-            return backup.kind == kind || backup.kind == BackupKind::Studio;
-        });
-    };
-    if (has(BackupKind::Registry)) {
-        const auto rows = CRememberedRows::Of(m_list.Plugins());
-        m_exclusions.Load();
-        m_list.EnumeratePlugins();
-        m_list.Refill(rows);
-        m_host.Tell(kPluginsChanged);
-    }
-    if (has(BackupKind::Presets)) m_list.OnSelectionChanged();
-    if (has(BackupKind::Layouts)) {
-        std::vector<std::wstring> files;
-        for (const BackupRecord& backup : backups) {
-            for (const auto& file : backup.files) files.push_back(file.path);
-        }
-        m_files.OnRestored(files);
-        m_host.Tell(kLayoutsChanged);
-    }
-}
-
 void CPluginManagerDlg::OnOK() {
     // Enter anywhere else than on the Close button must not close the dialog.
     if (!Item(IDC_CLOSE).HasFocus()) return;
@@ -454,14 +328,8 @@ void CPluginManagerDlg::OnCancel() {
 
 void CPluginManagerDlg::OnDestroy() {
     if (m_cmdLine.registerOnly) return;
-    m_size.StorePlace();
-    // Still modified here: the host takes the window away, and there is no way back.
-    if (m_host.WasGiven()) m_files.AskToSave(MB_YESNO);
-    m_files.DropUnasked();
+    m_closing.OnDestroy();
     m_find.OnDestroy();
     m_list.OnDestroy();
     m_tree.OnDestroy();
-    // Lists and questions belong to the host's window, which is another program's: the system leaves them
-    // behind.
-    if (m_host.WasGiven()) ::EnumThreadWindows(::GetCurrentThreadId(), &CancelDialog, 0);
 }

@@ -5,12 +5,12 @@
 
 #include <string>
 #include <tuple>
-#include <vector>
 
 #include "BackupsView.h"
 #include "Closing.h"
 #include "CmdLine.h"
 #include "Dialog.h"
+#include "DialogKeys.h"
 #include "DialogSize.h"
 #include "Docking.h"
 #include "Elevation.h"
@@ -63,7 +63,6 @@ class CPluginManagerDlg : public CDialog {
     bool OnPaint();
     HICON OnQueryDragIcon() { return m_icon.Get(); }
     void OnDestroy();
-    int OnVKeyToItem(UINT key, HWND list);
     void OnColoursChanged();
     void OnTimer(UINT_PTR timer);
     void OnHelp() const;
@@ -71,10 +70,6 @@ class CPluginManagerDlg : public CDialog {
     void OnImportPresets();
     void OnExportPresets();
     void OnManagePresets();
-    std::vector<MenuCommand> TaskCommands();
-    void OnRestored(std::span<const BackupRecord> backups);
-    bool MaySaveSet();
-    void OnSetLoaded();
     void OnAnyClick() { m_tree.UpdateButtons(); }
 
     void AddAboutCommand() const;
@@ -86,7 +81,6 @@ class CPluginManagerDlg : public CDialog {
     const CPluginManagerCmdLine m_cmdLine;
     const CHostWindow m_host;
     CDocking m_docking;
-    CElevation m_elevation;
     CDialogSize m_size;
     const VstKey m_vstKey;
     const ManagerSettings m_settings;
@@ -109,10 +103,12 @@ class CPluginManagerDlg : public CDialog {
     CLayoutTreeView m_tree;
     CFindField m_find;
     CLayoutFilesView m_files;
-    CClosing m_closing{*this, m_size, m_tree, m_files};
+    CClosing m_closing{*this, m_host, m_size, m_tree, m_files};
+    CElevation m_elevation{*this, m_closing};
+    CDialogKeys m_keys{*this, m_tree, m_find, m_names};
     CLayoutToolbar m_toolbar;
-    CTasksMenu m_tasks;
-    CBackupsView m_backupList;
+    CTasksMenu m_tasks{*this, m_tree};
+    CBackupsView m_backupList{*this, m_backups, {m_exclusions, m_list, m_files, m_host}};
     CLayoutFill m_fill{*this, m_inventory, m_exclusions, m_tree};
     CTidyUp m_tidyUp{*this, {m_inventory, m_exclusions, m_list, m_tree, m_host, m_backups}};
     CStudioSetView m_studioSets;
@@ -121,8 +117,8 @@ class CPluginManagerDlg : public CDialog {
     std::tuple<CDocking&, CElevation&, CDialogSize&, CPluginListView&, CExclusionView&, CFriendlyNameView&,
                CVstToolsView&, CLayoutTreeView&, CLayoutFilesView&, CLayoutToolbar&, CTasksMenu&,
                CBackupsView&, CPluginMenu&, CFindField&, CFileDrop&, CClosing&, CLayoutFill&, CTidyUp&,
-               CStudioSetView&>
+               CStudioSetView&, CDialogKeys&>
         m_views{m_docking,  m_elevation, m_size,    m_list,   m_exclusion,  m_names,      m_vstTools,
                 m_tree,     m_files,     m_toolbar, m_tasks,  m_backupList, m_pluginMenu, m_find,
-                m_fileDrop, m_closing,   m_fill,    m_tidyUp, m_studioSets};
+                m_fileDrop, m_closing,   m_fill,    m_tidyUp, m_studioSets, m_keys};
 };

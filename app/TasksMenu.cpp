@@ -1,7 +1,30 @@
 #include "TasksMenu.h"
 
-CTasksMenu::CTasksMenu(const CDialog& dialog, std::vector<MenuCommand> commands)
-    : m_dialog(dialog), m_commands(std::move(commands)) {}
+#include "resource.h"
+
+/// What can be done; the route table says who does it.
+UniqueMenu CTasksMenu::Menu() const {
+    const MenuCommand commands[] = {
+        {.id = ID_UNDO,
+         .enabled = [this] { return m_tree.CanUndo(); },
+         .text = [this] { return m_tree.UndoName(); }},
+        {.id = ID_REDO,
+         .enabled = [this] { return m_tree.CanRedo(); },
+         .text = [this] { return m_tree.RedoName(); }},
+        {.id = ID_CUT, .enabled = [this] { return m_tree.CanCopy(); }},
+        {.id = ID_COPY, .enabled = [this] { return m_tree.CanCopy(); }},
+        {.id = ID_PASTE, .enabled = [this] { return m_tree.CanPaste(); }},
+        {.id = ID_SAVE_LAYOUT},
+        {.id = ID_FILL_BY_VENDOR},
+        {.id = ID_FILL_BY_CATEGORY},
+        {.id = ID_FILL_BY_BOTH},
+        {.id = ID_TIDY_UP},
+        {.id = ID_SAVE_STUDIO_SET},
+        {.id = ID_LOAD_STUDIO_SET},
+        {.id = ID_BACKUPS},
+    };
+    return BuildCommandMenu(m_dialog, IDM_TASKS, commands);
+}
 
 void CTasksMenu::Drop() const {
     const UniqueMenu menu = Menu();
@@ -12,10 +35,12 @@ void CTasksMenu::Drop() const {
                        button.bottom, m_dialog.Handle(), &beside);
 }
 
-bool CTasksMenu::IsDropKey(const MSG& message) const {
+bool CTasksMenu::OnKey(const MSG& message) const {
     const bool isKeyDown = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    const bool isDropKey = message.wParam == VK_DOWN || message.wParam == VK_RETURN;
     // Not every system makes a button that got the focus by its letter or the mouse the one that Enter
     // presses.
-    return isKeyDown && (message.wParam == VK_DOWN || message.wParam == VK_RETURN) &&
-           m_dialog.Item(IDC_TASKS).HasFocus();
+    if (!isKeyDown || !isDropKey || !m_dialog.Item(IDC_TASKS).HasFocus()) return false;
+    Drop();
+    return true;
 }

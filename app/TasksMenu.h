@@ -3,23 +3,22 @@
 
 #include <windows.h>
 
-#include <vector>
-
 #include "CommandMenu.h"
-#include "resource.h"
+#include "LayoutTreeView.h"
 
 class CTasksMenu {
   public:
-    CTasksMenu(const CDialog& dialog, std::vector<MenuCommand> commands);
+    CTasksMenu(const CDialog& dialog, const CLayoutTreeView& tree) : m_dialog(dialog), m_tree(tree) {}
 
     /// Drops the menu at the button, until a command was chosen, which the dialog gets afterwards, or none.
     void Drop() const;
-    /// Down on the button drops the menu as it drops a list, Enter as Space does.
-    bool IsDropKey(const MSG& message) const;
+    /// Down on the button drops the menu as it drops a list, Enter as Space does. True when it was one of
+    /// these.
+    bool OnKey(const MSG& message) const;
     /// The menu as it is now.
-    UniqueMenu Menu() const { return BuildCommandMenu(m_dialog, IDM_TASKS, m_commands); }
+    UniqueMenu Menu() const;
 
   private:
     const CDialog& m_dialog;
-    const std::vector<MenuCommand> m_commands;
+    const CLayoutTreeView& m_tree;
 };

@@ -142,39 +142,6 @@ LRESULT CALLBACK CTreeCtrlEx::Procedure(HWND hwnd, UINT message, WPARAM wParam, 
 
 LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_LBUTTONDBLCLK:
-            // With Shift or Ctrl a double click is one more click.
-            if ((wParam & (MK_SHIFT | MK_CONTROL)) == 0) break;
-            [[fallthrough]];
-        case WM_LBUTTONDOWN:
-            return Press(message, wParam, lParam);
-        case WM_RBUTTONDOWN: {
-            ConfirmEditedLabel();
-            const bool taken = OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
-            m_hooks.onInput();
-            if (taken) return 0;
-            break;
-        }
-        case WM_KEYDOWN:
-            if (!OnKeyDown(static_cast<UINT>(wParam))) break;
-            m_hooks.onInput();
-            return 0;
-        case WM_CHAR:
-            // The control would look for an item of that name, and beep.
-            if (kCommandCharacters.find(static_cast<wchar_t>(wParam)) != std::wstring_view::npos) return 0;
-            break;
-        case WM_SYSKEYDOWN:
-            // Shift+F10 stands for the menu key.
-            if (wParam == VK_F10 && IsDown(VK_SHIFT)) {
-                NotifyKey(VK_APPS);
-                return 0;
-            }
-            if (wParam != VK_RETURN) break;
-            NotifyKey(VK_RETURN);
-            return 0;
-        case WM_SYSCHAR:
-            if (wParam == VK_RETURN) return 0;  // the system would look for a menu of that letter, and beep
-            break;
         case WM_TIMER:
             if (wParam != kTimer) break;
             StopTimer();
@@ -203,9 +170,45 @@ LRESULT CTreeCtrlEx::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
             m_order.OnSet(*reinterpret_cast<const TVITEMW*>(lParam));
             break;
         default:
+            if (const Answer answer = OnInput(message, wParam, lParam)) return *answer;
             break;
     }
     return Default(message, wParam, lParam);
+}
+
+Answer CTreeCtrlEx::OnInput(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto takenIf = [](bool taken) { return taken ? Answer(0) : std::nullopt; };
+    switch (message) {
+        case WM_LBUTTONDBLCLK:
+            // With Shift or Ctrl a double click is one more click.
+            if ((wParam & (MK_SHIFT | MK_CONTROL)) == 0) return std::nullopt;
+            [[fallthrough]];
+        case WM_LBUTTONDOWN:
+            return Press(message, wParam, lParam);
+        case WM_RBUTTONDOWN: {
+            ConfirmEditedLabel();
+            const bool taken = OnRightDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            m_hooks.onInput();
+            return takenIf(taken);
+        }
+        case WM_KEYDOWN: {
+            const bool taken = OnKeyDown(static_cast<UINT>(wParam));
+            if (taken) m_hooks.onInput();
+            return takenIf(taken);
+        }
+        case WM_CHAR:
+            // The control would look for an item of that name, and beep.
+            return takenIf(kCommandCharacters.find(static_cast<wchar_t>(wParam)) != std::wstring_view::npos);
+        case WM_SYSKEYDOWN: {
+            const bool menu = wParam == VK_F10 && IsDown(VK_SHIFT);  // stands for the menu key
+            if (menu || wParam == VK_RETURN) NotifyKey(menu ? VK_APPS : VK_RETURN);
+            return takenIf(menu || wParam == VK_RETURN);
+        }
+        case WM_SYSCHAR:
+            return takenIf(wParam == VK_RETURN);  // the system would look for a menu of that letter, and beep
+        default:
+            return std::nullopt;
+    }
 }
 
 LRESULT CTreeCtrlEx::Press(UINT message, WPARAM wParam, LPARAM lParam) {

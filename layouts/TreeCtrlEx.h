@@ -7,6 +7,7 @@
 
 #include <functional>
 
+#include "MessageCrackers.h"
 #include "TreeSelection.h"
 
 class CTreeCtrlEx : public CTreeSelection {
@@ -47,6 +48,8 @@ class CTreeCtrlEx : public CTreeSelection {
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) const {
         return ::CallWindowProcW(m_original, m_hwnd, message, wParam, lParam);
     }
+    /// Of mouse and keys; nothing when the control's own handling is to follow.
+    Answer OnInput(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Press(UINT message, WPARAM wParam, LPARAM lParam);
     /// True when the control's own handling is not to follow.
     bool OnLeftDown(POINT client, bool shift, bool control);

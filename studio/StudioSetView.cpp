@@ -63,6 +63,14 @@ void CStudioSetView::Report(const std::wstring& path, const SetOutcome& outcome)
                 MB_OK | MB_ICONEXCLAMATION);
 }
 
+/// A set holds the layouts as their files are.
+bool CStudioSetView::MaySave() {
+    m_tree.EndInput();
+    const int answer = m_files.AskToSave(MB_YESNOCANCEL);
+    // Still modified after a yes: the save failed, and the set would hold what was there before.
+    return answer == IDNO || (answer == IDYES && !m_tree.Layout().IsModified());
+}
+
 bool CStudioSetView::Gather(SetToSave& save) {
     const CWaitCursor wait;
     CLongWork work(m_dialog, IDC_PRESETS_GROUP, 0, 0);
@@ -90,7 +98,7 @@ bool CStudioSetView::Review(SetToSave& save) const {
 
 void CStudioSetView::OnSave() {
     SetToSave save;
-    if (!m_events.maySave() || !m_dialog.IsLive() || !Gather(save) || !Review(save)) return;
+    if (!MaySave() || !m_dialog.IsLive() || !Gather(save) || !Review(save)) return;
     const auto path =
         CFileDialog(DialogSettings(IDS_SAVE_SET_TITLE, OFN_OVERWRITEPROMPT)).RunSave(m_dialog.Handle());
     if (!path || !m_dialog.IsLive()) return;
@@ -162,6 +170,6 @@ void CStudioSetView::Load(const std::wstring& path) {
                            EventsOf(work));
     }();
     // Also when it was put back: the inventory has had other names in between.
-    if (m_dialog.IsLive()) m_events.loaded();
+    if (m_dialog.IsLive()) m_loaded();
     Report(path, outcome);
 }

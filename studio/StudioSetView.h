@@ -5,17 +5,21 @@
 #include <string>
 
 #include "Dialog.h"
+#include "LayoutFilesView.h"
+#include "LayoutTreeView.h"
 #include "LongWork.h"
 #include "StudioSets.h"
 
 class CStudioSetView {
   public:
-    struct Events {
-        std::function<bool()> maySave;  // an open layout may have changes that no file has yet
-        std::function<void()> loaded;   // plug-ins, layouts and presets may be other than before
-    };
-    CStudioSetView(CDialog& dialog, CStudioSets sets, Events events)
-        : m_dialog(dialog), m_sets(std::move(sets)), m_events(std::move(events)) {}
+    /// After `loaded`, plug-ins, layouts and presets may be other than before.
+    CStudioSetView(CDialog& dialog, CStudioSets sets, CLayoutTreeView& tree, CLayoutFilesView& files,
+                   std::function<void()> loaded)
+        : m_dialog(dialog),
+          m_sets(std::move(sets)),
+          m_tree(tree),
+          m_files(files),
+          m_loaded(std::move(loaded)) {}
 
     void OnSave();
     void OnLoad();
@@ -23,6 +27,7 @@ class CStudioSetView {
     void Load(const std::wstring& path);
 
   private:
+    bool MaySave();
     bool Gather(SetToSave& save);
     bool Review(SetToSave& save) const;
     bool Plan(const std::wstring& path, SetToLoad& load);
@@ -33,5 +38,7 @@ class CStudioSetView {
 
     CDialog& m_dialog;
     CStudioSets m_sets;
-    const Events m_events;
+    CLayoutTreeView& m_tree;
+    CLayoutFilesView& m_files;
+    const std::function<void()> m_loaded;
 };

@@ -12,8 +12,8 @@
 #include "PresetReview.h"
 #include "PresetTransfer.h"
 #include "PresetsToSave.h"
+#include "SetLoading.h"
 #include "StudioSetFile.h"
-#include "XmlDoc.h"
 #include "XmlText.h"
 
 namespace {
@@ -26,8 +26,6 @@ SetOutcome Refused(DWORD error) {
     return {rights ? SetResult::NoRights : SetResult::InputOutput, error};
 }
 
-bool GoesOn(const SetEvents& events) { return !events.goOn || events.goOn(); }
-
 /// Where no backup could be made, nothing is done unless somebody wants it so.
 std::optional<SetOutcome> RefusalOf(const CBackup& backup, const SetEvents& events) {
     if (backup.Error() == ERROR_SUCCESS) return std::nullopt;
@@ -35,114 +33,22 @@ std::optional<SetOutcome> RefusalOf(const CBackup& backup, const SetEvents& even
     return events.withoutBackup(backup.Error()) ? std::nullopt : std::optional(SetOutcome{SetResult::Ended});
 }
 
-/// The system's error; ERROR_CANCELLED when the user has ended it.
-DWORD ErrorOf(int presetResult) {
-    if (presetResult >= 0) return ERROR_SUCCESS;
-    return presetResult == kPresetEnded ? ERROR_CANCELLED : ERROR_WRITE_FAULT;
+SetEntry PresetEntryOf(const PluginInFile& plugin, const PresetDifference& difference, std::size_t index) {
+    const bool isSame = difference.added + difference.changed == 0;
+    SetEntry entry;
+    entry.part = SetPart::Presets;
+    entry.change = !plugin.installed         ? SetChange::NotInstalled
+                   : isSame                  ? SetChange::Same
+                   : difference.changed != 0 ? SetChange::Differs
+                                             : SetChange::New;
+    entry.index = index;
+    entry.name = plugin.plugin.name;
+    entry.installed = plugin.installed;
+    entry.presets = plugin.presets;
+    entry.replaced = difference.changed;
+    entry.chosen = entry.CanBeChosen();
+    return entry;
 }
-
-DWORD WriteLayout(const std::wstring& path, const std::wstring& xml) {
-    if (IsThere(path)) return ERROR_FILE_EXISTS;  // it was free before
-    return CXmlDoc::SaveText(path, xml);
-}
-
-std::vector<CPresetListMgr> ChosenForPresets(const SetToLoad& load) {
-    std::vector<CPresetListMgr> plugins;
-    for (const SetEntry& entry : load.entries) {
-        if (entry.part == SetPart::Presets && entry.chosen)
-            plugins.emplace_back(load.presetPlugins[entry.index]);
-    }
-    return plugins;
-}
-
-/// Does what is chosen, up to the first failure.
-class CLoading {
-  public:
-    CLoading(const CPluginInventory& inventory, CFriendlyNames& names, const std::wstring& layoutFolder,
-             const SetToLoad& load, CFileSource* presets, const SetEvents& events)
-        : m_inventory(inventory),
-          m_names(names),
-          m_layoutFolder(layoutFolder),
-          m_load(load),
-          m_presets(presets),
-          m_events(events) {}
-
-    /// Gives the system's error, ERROR_CANCELLED when the user has ended it.
-    DWORD Run() {
-        for (const SetEntry& entry : m_load.entries) {
-            if (!entry.chosen || entry.part == SetPart::Presets) continue;
-            if (!GoesOn(m_events)) return ERROR_CANCELLED;
-            if (const DWORD error = Write(entry)) return error;
-        }
-        return ImportPresets();
-    }
-
-    /// For the host, when the layouts stay: no backup has its mark.
-    void MarkLayouts() const {
-        const bool any = std::ranges::any_of(m_load.entries, [](const SetEntry& entry) {
-            return entry.chosen && entry.part == SetPart::Layout;
-        });
-        const auto key = any ? CRegKey::Create(HKEY_CURRENT_USER, kManagerKey) : std::optional<CRegKey>();
-        if (key) key->WriteDword(L"MenuLayoutsDirty", 1);
-    }
-
-    /// Also in a database, which no backup holds.
-    void TakeNamesBack() {
-        for (const auto& [item, name] : m_renamed) m_names.Rename(item, name);
-    }
-
-  private:
-    DWORD Write(const SetEntry& entry) {
-        switch (entry.part) {
-            case SetPart::Exclusion:
-                return WriteExclusion(entry) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
-            case SetPart::PluginName:
-                return WriteName(m_load.set.names[entry.index]);
-            case SetPart::Layout: {
-                const std::wstring path = FolderPrefix(m_layoutFolder) + entry.target;
-                // On a new computer the folder may not be there yet.
-                if (const DWORD error = MakeFolders(path.substr(0, path.find_last_of(L'\\')))) return error;
-                return WriteLayout(path, m_load.set.layouts[entry.index].xml);
-            }
-            case SetPart::Presets:
-                break;
-        }
-        return ERROR_SUCCESS;
-    }
-
-    bool WriteExclusion(const SetEntry& entry) {
-        if (entry.change == SetChange::Surplus)
-            return CExclusionList::Enable(m_load.excluded[entry.index].clsid);
-        const auto& [clsid, name] = m_load.set.exclusions[entry.index];
-        return CExclusionList::Exclude(clsid, name);
-    }
-
-    DWORD WriteName(const StudioSet::PluginName& name) {
-        const auto plugin = FindNamed(m_inventory, name);
-        if (!plugin) return ERROR_FILE_NOT_FOUND;
-        m_renamed.emplace_back(plugin->item, plugin->name);
-        return m_names.Rename(plugin->item, name.name) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
-    }
-
-    DWORD ImportPresets() const {
-        if (!m_presets) return ERROR_SUCCESS;
-        m_presets->Seek(0);
-        bool refused = false;
-        const DWORD error =
-            ErrorOf(ImportPresetsOfPlugins(*m_presets, ChosenForPresets(m_load),
-                                           {.invalidPreset = [&](const std::wstring&) { refused = true; },
-                                            .progress = [this] { return GoesOn(m_events); }}));
-        return error == ERROR_SUCCESS && refused ? DWORD{ERROR_ACCESS_DENIED} : error;
-    }
-
-    const CPluginInventory& m_inventory;
-    CFriendlyNames& m_names;
-    const std::wstring& m_layoutFolder;
-    const SetToLoad& m_load;
-    CFileSource* m_presets;  // null when none are chosen
-    const SetEvents& m_events;
-    std::vector<std::pair<PluginListItem, std::wstring>> m_renamed;  // with the names from before
-};
 
 }  // namespace
 
@@ -174,6 +80,14 @@ const Guid& SetToLoad::ClsidOf(const SetEntry& exclusion) const {
     return (surplus ? excluded : set.exclusions)[exclusion.index].clsid;
 }
 
+std::vector<CPresetListMgr> SetToLoad::ChosenForPresets() const {
+    std::vector<CPresetListMgr> plugins;
+    for (const SetEntry& entry : entries) {
+        if (entry.part == SetPart::Presets && entry.chosen) plugins.emplace_back(presetPlugins[entry.index]);
+    }
+    return plugins;
+}
+
 SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvents& events) const {
     save.set.exclusions = ReadExclusions();
     for (StudioSet::PluginName& name : ReadPluginNames(m_inventory)) {
@@ -185,7 +99,7 @@ SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvent
     }
     CPatience patience;
     for (const std::wstring& path : LayoutPaths(m_layoutFolder, /*all*/ false)) {
-        if (!GoesOn(events)) return {SetResult::Ended};
+        if (!events.GoesOn()) return {SetResult::Ended};
         const std::wstring file = FileNameOf(path);
         const bool fits = IsLayoutFileName(file) && IsXmlText(file);
         auto xml = fits ? ReadLayoutXml(path, patience) : std::nullopt;
@@ -197,7 +111,7 @@ SetOutcome CStudioSets::Gather(SetToSave& save, bool withPresets, const SetEvent
         }
     }
     const bool ended = withPresets && !ListPresets(
-                                          m_inventory, [&] { return GoesOn(events); }, save);
+                                          m_inventory, [&] { return events.GoesOn(); }, save);
     return {ended ? SetResult::Ended : SetResult::Done};
 }
 
@@ -219,7 +133,7 @@ SetOutcome CStudioSets::Save(const SetToSave& save, const std::wstring& path, co
     if (const auto refusal = RefusalOf(backup, events)) return *refusal;
     // A set that is there always has its presets beside it.
     if (!presets.empty()) {
-        const DWORD error = ExportPresetsTo(presets, save.presets, [&] { return GoesOn(events); });
+        const DWORD error = ExportPresetsTo(presets, save.presets, [&] { return events.GoesOn(); });
         // Nothing was replaced yet.
         if (error != ERROR_SUCCESS)
             return error == ERROR_CANCELLED ? SetOutcome{SetResult::Ended} : Refused(error);
@@ -264,7 +178,7 @@ SetOutcome CStudioSets::Plan(const std::wstring& path, SetMode mode, bool withPr
 /// False when the user has ended it.
 bool CStudioSets::PlanPresets(const std::wstring& path, SetToLoad& load, const SetEvents& events) const {
     if (!IsThere(path)) return true;
-    const auto goOn = [&] { return GoesOn(events); };
+    const auto goOn = [&] { return events.GoesOn(); };
     const auto find = [this](const Guid& clsid, const Guid& category) {
         return m_inventory.FindForPresets(clsid, category);
     };
@@ -288,19 +202,7 @@ bool CStudioSets::PlanPresets(const std::wstring& path, SetToLoad& load, const S
     std::size_t next = 0;
     for (const PluginInFile& plugin : found.plugins) {
         const PresetDifference difference = plugin.installed ? differences[next++] : PresetDifference{};
-        const bool isSame = difference.added + difference.changed == 0;
-        SetEntry& entry = load.entries.emplace_back();
-        entry.part = SetPart::Presets;
-        entry.change = !plugin.installed         ? SetChange::NotInstalled
-                       : isSame                  ? SetChange::Same
-                       : difference.changed != 0 ? SetChange::Differs
-                                                 : SetChange::New;
-        entry.index = load.presetPlugins.size();
-        entry.name = plugin.plugin.name;
-        entry.installed = plugin.installed;
-        entry.presets = plugin.presets;
-        entry.replaced = difference.changed;
-        entry.chosen = entry.CanBeChosen();
+        load.entries.push_back(PresetEntryOf(plugin, difference, load.presetPlugins.size()));
         load.presetPlugins.push_back(plugin.plugin);
     }
     return true;
@@ -323,7 +225,7 @@ BackupStep CStudioSets::StepFor(const SetToLoad& load, const std::wstring& name,
         std::wstring key = plugin ? m_inventory.Vst().EntryPath(plugin->item.clsid) : std::wstring();
         if (!key.empty()) step.keys.push_back({BackupHive::User, std::move(key), {L"FullName"}});
     }
-    if (presets) NameImportIn(step, *presets, ChosenForPresets(load), nullptr);
+    if (presets) NameImportIn(step, *presets, load.ChosenForPresets(), nullptr);
     return step;
 }
 
@@ -331,14 +233,14 @@ SetOutcome CStudioSets::Load(const SetToLoad& load, const std::wstring& step, co
                              const SetEvents& events) {
     if (load.CountChosen() == 0) return {SetResult::NothingToDo};
     std::optional<CFileSource> presets;
-    if (!ChosenForPresets(load).empty()) {
+    if (!load.ChosenForPresets().empty()) {
         presets = CFileSource::Open(load.presetFile);
         if (!presets) return Refused(::GetLastError());
     }
     CFileSource* const file = presets ? &*presets : nullptr;
     CBackup backup = m_backups.Make(StepFor(load, step, file));
     if (const auto refusal = RefusalOf(backup, events)) return *refusal;
-    CLoading loading(m_inventory, m_names, m_layoutFolder, load, file, events);
+    CSetLoading loading(m_inventory, m_names, m_layoutFolder, load, file, events);
     const DWORD error = loading.Run();
     if (error != ERROR_SUCCESS) {
         loading.TakeNamesBack();

@@ -21,6 +21,8 @@
 struct SetEvents {
     std::function<bool()> goOn;                      // before each item; false ends the work
     std::function<bool(DWORD error)> withoutBackup;  // false when there is nobody to ask
+
+    bool GoesOn() const { return !goOn || goOn(); }
 };
 
 enum class SetResult {
@@ -91,6 +93,8 @@ struct SetToLoad {
     void Choose(SetMode mode);
     /// Of an entry that is an exclusion.
     const Guid& ClsidOf(const SetEntry& exclusion) const;
+    /// The plug-ins whose presets are chosen.
+    std::vector<CPresetListMgr> ChosenForPresets() const;
 };
 
 /// Failure contract: nothing is thrown; what was going to be changed is copied to the backups first, and a

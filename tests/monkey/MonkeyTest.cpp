@@ -117,7 +117,7 @@ class Monkey : public RandomUser {
             {"the keyboard reaches the dialog", 1, &Monkey::WrongKeyboard},
             {"captions tell what is there", 1, &Monkey::WrongCaptions},
             {"the panes' buttons go by the selection", 10, &Monkey::WrongPaneButtons},
-            {"an unmodified layout is its file's", 20, &Monkey::WrongLayoutFile},
+            {"an unmodified layout is its file's", 1, &Monkey::WrongLayoutFile},
             {"the list shows what is registered and found", 50, &Monkey::WrongRows},
             {"nothing else changes in the registry or on the disk", 50, &Monkey::WrongWorld},
         };

@@ -56,6 +56,7 @@ class RandomUser : public LayoutTreeDialog {
             {30, true, "drag", [](User& user) { user.Drag(); }},
             {40, true, "command", [](User& user) { user.ChooseCommand(); }},
             {8, false, "undo and redo", [](User& user) { user.TravelSteps(); }},
+            {8, false, "save", [](User& user) { user.Save(); }},
             {8, false, "choose a category", [](User& user) { user.Work(user.Control(IDC_CATEGORIES)); }},
             {14, false, "select plug-ins", [](User& user) { user.Work(user.Control(IDC_PLUGINS)); }},
             {6, false, "click in the list", [](User& user) { user.ClickIn(user.Control(IDC_PLUGINS)); }},
@@ -359,7 +360,16 @@ class RandomUser : public LayoutTreeDialog {
     }
     void Travel(UINT command, const std::wstring& items) {
         m_dialog->Send(WM_COMMAND, command);
-        EXPECT_EQ(Items(), items) << (command == ID_UNDO ? "undone" : "done again");
+        EXPECT_EQ(Items(), items) << "after command " << command;
+    }
+    /// What is read again, or was not saved, is the same layout.
+    void Save() {
+        View().EndInput();
+        // What can't be saved would end all saving for the rest of the walk.
+        while (View().CanUndo() && Items().find(L'\x1c') != std::wstring::npos)
+            m_dialog->Send(WM_COMMAND, ID_UNDO);
+        if (Text(IDC_LAYOUTS).empty()) EnterText(Control(IDC_LAYOUTS), L"Mine");
+        Travel(ID_SAVE_LAYOUT, Items());
     }
     void ExpectOneStep(const std::wstring& before) {
         if (View().IsEditingLabel()) View().EndLabelEdit(true);
