@@ -29,7 +29,7 @@ function(add_room name)
     target_link_libraries(${name} PUBLIC windows_settings ${ROOM_NEXT} ${ROOM_LIBRARIES})
 endfunction()
 
-add_room(framework LIBRARIES comctl32 shlwapi advapi32 user32 gdi32)
+add_room(framework LIBRARIES comctl32 comdlg32 shlwapi advapi32 user32 gdi32)
 add_room(util      NEXT framework LIBRARIES ole32 oleaut32 uuid)
 add_room(presets   NEXT util)
 add_room(inventory NEXT presets LIBRARIES strmiids dmoguids)

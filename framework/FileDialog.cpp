@@ -26,21 +26,9 @@ UniqueGlobal CopyOfTemplate(UINT id) {
     return copy;
 }
 
-/// Loaded with the first dialog and not with the program, since it brings the library for printing along.
-HMODULE CommonDialogs() {
-    static const UniqueLibrary library(
-        ::LoadLibraryExW(L"comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    return library.Get();
-}
-
 }  // namespace
 
-std::optional<std::wstring> CFileDialog::Run(HWND owner, const char* function) {
-    decltype(&::GetOpenFileNameW) show = nullptr;
-    decltype(&::CommDlgExtendedError) lastError = nullptr;
-    if (!FindFunction(CommonDialogs(), function, show) ||
-        !FindFunction(CommonDialogs(), "CommDlgExtendedError", lastError))
-        return std::nullopt;
+std::optional<std::wstring> CFileDialog::Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*)) {
     const CFocusKeeper focus;
     std::vector<wchar_t> path(kMaxPathCharacters, L'\0');
     m_settings.proposedName.copy(path.data(), path.size() - 1);
@@ -69,7 +57,7 @@ std::optional<std::wstring> CFileDialog::Run(HWND owner, const char* function) {
         dialog.lpfnHook = &CFileDialog::Hook;
     }
     BOOL confirmed = show(&dialog);
-    if (!confirmed && lastError() == FNERR_INVALIDFILENAME) {
+    if (!confirmed && ::CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
         // The system does not open the dialog with a proposed name that is no valid file name.
         path.front() = L'\0';
         confirmed = show(&dialog);

@@ -29,8 +29,8 @@ class CFileDialog {
     virtual ~CFileDialog() = default;
 
     /// Each gives the full path that the user confirmed.
-    std::optional<std::wstring> RunOpen(HWND owner) { return Run(owner, "GetOpenFileNameW"); }
-    std::optional<std::wstring> RunSave(HWND owner) { return Run(owner, "GetSaveFileNameW"); }
+    std::optional<std::wstring> RunOpen(HWND owner) { return Run(owner, &::GetOpenFileNameW); }
+    std::optional<std::wstring> RunSave(HWND owner) { return Run(owner, &::GetSaveFileNameW); }
 
   protected:
     /// All controls are there; Window() is the added template's window.
@@ -61,7 +61,7 @@ class CFileDialog {
         HWND m_hookWindow = nullptr;
     };
 
-    std::optional<std::wstring> Run(HWND owner, const char* function);
+    std::optional<std::wstring> Run(HWND owner, BOOL(WINAPI* show)(OPENFILENAMEW*));
     std::wstring Query(UINT message) const;
     std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnConfirmed(const wchar_t* path);

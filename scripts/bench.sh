@@ -28,7 +28,7 @@ trap clear_up EXIT
 start_display
 fresh_prefix "$build/bench-prefix"
 # Where there is room, its files lie in memory: the times of a disk that others use, too, vary threefold.
-memory=$(mktemp -d /dev/shm/bench-XXXXXX) && trap 'kill "${awake[@]}" 2>/dev/null; rm -rf "$memory"; clear_up' EXIT
+memory=$(mktemp -d /dev/shm/bench-XXXXXX) && trap 'kill "${awake[@]}" 2>/dev/null || true; rm -rf "$memory"; clear_up' EXIT
 if [ "$(df --output=avail "$memory" | tail -n 1)" -gt 2000000 ]; then
     temp=$(find "$WINEPREFIX/drive_c/users" -maxdepth 2 -name Temp)
     rmdir "$temp"
