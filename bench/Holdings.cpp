@@ -61,7 +61,10 @@ struct Counted<kFunction> {
         ++g_calls;
         return s_system(arguments...);
     }
-    static void Redirect(const char* name) { s_system = support::LeadCalls(L"advapi32", name, &Call); }
+    /// Asked for again, it finds the calls led here already.
+    static void Redirect(const char* name) {
+        if (!s_system) s_system = support::LeadCalls(L"advapi32", name, &Call);
+    }
 };
 
 }  // namespace
