@@ -23,7 +23,7 @@ void Add(std::wstring& text, const wchar_t* element,
     text += L"/>";
 }
 
-/// A document object of many files would take as long to build as they take to copy.
+/// A document object would take many calls for each file, and some parsers keep a part of it for good.
 std::wstring TextOf(const BackupRecord& record) {
     std::wstring text = std::wstring(L"<") + kRoot;
     AppendXmlAttribute(text, L"Format", kFormat);
