@@ -41,8 +41,7 @@ BackupKey NamedKey(std::span<const RegFileKey> parts) {
 /// What the registry has of the key now; nothing when it can't be read.
 std::optional<std::vector<RegFileKey>> Present(const BackupKey& key) {
     std::wstring text(RegFileHeader());
-    const auto gather = [](std::wstring&) { return DWORD{ERROR_SUCCESS}; };
-    return CRegSnapshot().Take(key, text, gather) == ERROR_SUCCESS ? ParseRegFile(text) : std::nullopt;
+    return CRegSnapshot().Take(key, text) == ERROR_SUCCESS ? ParseRegFile(text) : std::nullopt;
 }
 
 template <typename TPart>

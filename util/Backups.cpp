@@ -50,10 +50,8 @@ std::uint64_t SizeOfFolder(const std::wstring& folder) {
     return size;
 }
 
-DWORD Written(const UniqueFile& file, std::wstring& text) {
-    const bool written = WriteAll(file.Get(), std::as_bytes(std::span(text)));
-    text.clear();
-    return written ? ERROR_SUCCESS : ::GetLastError();
+DWORD Written(const UniqueFile& file, std::wstring_view text) {
+    return WriteAll(file.Get(), std::as_bytes(std::span(text))) ? ERROR_SUCCESS : ::GetLastError();
 }
 
 }  // namespace
@@ -144,10 +142,9 @@ DWORD CBackups::WriteKeys(CBackup& backup, const BackupStep& step) {
     if (step.keys.empty()) return ERROR_SUCCESS;
     const UniqueFile file = OpenForWriting(backup.m_entry.folder + kBackupKeysFile);
     if (!file) return ::GetLastError();
-    const RegTextSink sink = [&file, size = std::uint64_t{0}](std::wstring& text) mutable -> DWORD {
-        if (text.size() < kRegTextAtOnce) return ERROR_SUCCESS;
-        size += text.size() * sizeof(wchar_t);
-        return size > kLargestKeysFile ? ERROR_FILE_TOO_LARGE : Written(file, text);
+    const RegTextSink sink = [&file, size = std::uint64_t{0}](std::wstring_view piece) mutable -> DWORD {
+        size += piece.size() * sizeof(wchar_t);
+        return size > kLargestKeysFile ? ERROR_FILE_TOO_LARGE : Written(file, piece);
     };
     std::wstring text(RegFileHeader());
     for (const BackupKey& key : step.keys) {

@@ -76,17 +76,25 @@ constexpr auto kByteTexts = [] {
     return texts;
 }();
 
+std::uint32_t Drain(std::wstring& text, const RegTextSink& sink) {
+    if (!sink || text.size() < kRegTextAtOnce) return 0;
+    const std::uint32_t error = sink(text);
+    text.clear();
+    return error;
+}
+
 /// Straight into the text, many lines at a time: character by character it would take longer than the writing
 /// to the disk.
 std::uint32_t AppendBytes(std::wstring& text, std::size_t lineStart, std::span<const std::byte> data,
                           const RegTextSink& sink) {
     constexpr std::size_t kLongestLine = kLastColumn + kByteLength + kGoesOn.size();
     std::size_t column = text.size() - lineStart;
+    std::size_t used = text.size();
     while (!data.empty()) {
-        const std::size_t start = text.size();
         const std::size_t room = std::min(kRegTextAtOnce, data.size() * (kByteLength + 1));
-        text.resize(start + room + kLongestLine);
-        wchar_t* end = text.data() + start;
+        // Smaller from the second time on, because what grows is filled with zeros first.
+        text.resize(used + room + kLongestLine);
+        wchar_t* end = text.data() + used;
         const wchar_t* const full = end + room;
         while (!data.empty() && end < full) {
             const std::size_t fits = column > kLastColumn ? 1 : (kLastColumn - column) / kByteLength + 1;
@@ -102,10 +110,12 @@ std::uint32_t AppendBytes(std::wstring& text, std::size_t lineStart, std::span<c
             end = data.empty() ? end - 1 : end + kGoesOn.size();
             column = kIndent;
         }
-        text.resize(static_cast<std::size_t>(end - text.data()));
-        if (!sink || text.size() < kRegTextAtOnce) continue;
-        if (const std::uint32_t error = sink(text)) return error;
+        used = static_cast<std::size_t>(end - text.data());
+        if (!sink || used < kRegTextAtOnce) continue;
+        if (const std::uint32_t error = sink(std::wstring_view(text).substr(0, used))) return error;
+        used = 0;
     }
+    text.resize(used);
     return 0;
 }
 
@@ -277,7 +287,7 @@ std::uint32_t AppendRegValue(std::wstring& text, std::wstring_view name, std::ui
         if (const std::uint32_t error = AppendBytes(text, lineStart, data, sink)) return error;
     }
     text += kLineEnd;
-    return sink ? sink(text) : 0;
+    return Drain(text, sink);
 }
 
 void AppendRemovedRegValue(std::wstring& text, std::wstring_view name) {

@@ -35,9 +35,10 @@ std::wstring_view RegFileHeader();
 bool IsRegFileName(std::wstring_view name);
 /// The line that begins a key, or removes it with all that it holds.
 void AppendRegKey(std::wstring& text, std::wstring_view path, bool removed);
-/// Gets the text as it grows, may take it away, and gives a system error to stop.
-using RegTextSink = std::function<std::uint32_t(std::wstring& text)>;
-/// So many characters are worth a write, and still lie in the processor's cache then.
+/// Gets a piece of the text, which is taken away then, and gives a system error to stop.
+using RegTextSink = std::function<std::uint32_t(std::wstring_view piece)>;
+/// So many characters are worth a write, and still lie in the processor's cache then. Fewer are not given to
+/// the sink.
 inline constexpr std::size_t kRegTextAtOnce = 1U << 16;
 /// Whatever the type, reading the file gives the same bytes again. The sink is called within a large value,
 /// too; its error is given back.

@@ -17,12 +17,17 @@ std::size_t DigestOf(DWORD type, std::span<const std::byte> data) {
     return std::hash<std::string_view>()(bytes) ^ type;
 }
 
-/// How many values or subkeys the key has: an enumeration ends quietly where it fails.
-DWORD CountOf(const CRegKey& key, bool subkeys) {
-    DWORD count = 0;
-    ::RegQueryInfoKeyW(key.Handle(), nullptr, nullptr, nullptr, subkeys ? &count : nullptr, nullptr, nullptr,
-                       subkeys ? nullptr : &count, nullptr, nullptr, nullptr, nullptr);
-    return count;
+struct KeyExtent {
+    DWORD subkeys = 0;
+    DWORD values = 0;
+    DWORD largestData = 0;  // bytes
+};
+
+KeyExtent ExtentOf(const CRegKey& key) {
+    KeyExtent extent;
+    ::RegQueryInfoKeyW(key.Handle(), nullptr, nullptr, nullptr, &extent.subkeys, nullptr, nullptr,
+                       &extent.values, nullptr, &extent.largestData, nullptr, nullptr);
+    return extent;
 }
 
 }  // namespace
@@ -65,16 +70,19 @@ DWORD CRegSnapshot::TakeTree(const BackupKey& key, std::wstring& text, const Reg
     const std::wstring path = FullKeyPath(key);
     if (!IsRegFileName(path)) return ERROR_INVALID_NAME;
     AppendRegKey(text, path, false);
+    const KeyExtent extent = ExtentOf(*opened);
     Seen seen{key, {}};
-    for (CRegValues values(*opened, kLongestName); values.Next();) {
+    CRegValues values(*opened, kLongestName);
+    values.Expect(extent.largestData);
+    while (values.Next()) {
         if (!IsRegFileName(values.Name())) return ERROR_INVALID_NAME;
         if (const DWORD error = AppendRegValue(text, values.Name(), values.Type(), values.Data(), sink))
             return error;
         seen.values.emplace_back(values.Name(), DigestOf(values.Type(), values.Data()));
     }
     const std::vector<std::wstring> subkeys = opened->SubkeyNames();
-    if (seen.values.size() != CountOf(*opened, false) || subkeys.size() != CountOf(*opened, true))
-        return ERROR_READ_FAULT;
+    // An enumeration ends quietly where it fails.
+    if (seen.values.size() != extent.values || subkeys.size() != extent.subkeys) return ERROR_READ_FAULT;
     m_seen.push_back(std::move(seen));
     for (const std::wstring& name : subkeys) {
         const BackupKey below{key.hive, key.path + L'\\' + name, {}};

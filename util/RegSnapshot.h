@@ -20,7 +20,7 @@ class CRegSnapshot {
     /// Appends what makes the key again what it is now: a key that is not there is removed, one with values
     /// of its own named gets these, any other is removed and made anew. Gives a system error when something
     /// can't be read, or can't be written in such a file; the text is of no use then.
-    DWORD Take(const BackupKey& key, std::wstring& text, const RegTextSink& sink);
+    DWORD Take(const BackupKey& key, std::wstring& text, const RegTextSink& sink = {});
 
     /// Every key and value that was there is there still, and unchanged. What has come in addition doesn't
     /// count.

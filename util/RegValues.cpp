@@ -22,6 +22,10 @@ CRegValues::CRegValues(const CRegKey& key, DWORD maxNameLength, Read read)
     if (m_withData) m_data.resize(kUsualData);
 }
 
+void CRegValues::Expect(std::size_t largestData) {
+    if (m_data.size() < largestData) m_data.resize(largestData);
+}
+
 LSTATUS CRegValues::ReadAt(DWORD index) {
     for (;;) {
         m_nameLength = static_cast<DWORD>(m_name.size());

@@ -20,6 +20,8 @@ class CRegValues {
     enum class Read { Names, Data };
     CRegValues(const CRegKey& key, DWORD maxNameLength, Read read = Read::Data);
 
+    /// Makes room for data of so many bytes: a value that finds too little comes twice from the system.
+    void Expect(std::size_t largestData);
     /// False at the end.
     bool Next();
     /// The end came by an error, and not behind the last value.

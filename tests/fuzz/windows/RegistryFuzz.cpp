@@ -35,7 +35,7 @@ void TryClassId(const std::wstring& text) {
 /// As a backup takes it and a restore brings it back.
 void TrySnapshot(const std::wstring& name, const RegValue& value) {
     std::wstring text(RegFileHeader());
-    const DWORD error = CRegSnapshot().Take(kKey, text, [](std::wstring&) { return DWORD{ERROR_SUCCESS}; });
+    const DWORD error = CRegSnapshot().Take(kKey, text);
     if (!IsRegFileName(name)) return Require(error != ERROR_SUCCESS);
     Require(error == ERROR_SUCCESS);
     CRegKey::DeleteTree(HKEY_CURRENT_USER, kKey.path);
