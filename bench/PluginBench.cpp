@@ -50,8 +50,10 @@ class CBareDialog : public CDialog {
         for (const int id : {IDC_VST_ID_LABEL, IDC_VST_ID, IDC_VENDOR, IDC_VST_GROUP, IDC_VST_OPTIONS,
                              IDC_VST_PROPERTIES, IDC_VST_SCAN})
             Item(id).Show(forVst);
-        for (const int id : {IDC_ADAPTER_GROUP, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES})
+        for (const int id : {IDC_CLSID, IDC_ADAPTER_GROUP, IDC_ADAPTER_WIZARD, IDC_ADAPTER_PROPERTIES})
             Item(id).Show(!forVst);
+        for (const int id : {IDC_VST_ID_LABEL, IDC_VST_ID, IDC_VENDOR}) Item(id).Enable(forVst);
+        Item(IDC_CLSID).Enable(!forVst);
     }
     void ShowMode(bool excluded) const {
         Item(IDC_PLUGINS_LABEL).SetText(excluded ? L"VST (none found)" : L"VST (2 found)");

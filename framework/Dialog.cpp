@@ -80,10 +80,11 @@ bool CDialog::Translate(MSG& message) {
 }
 
 void CDialog::EnableItem(int id, bool enabled, int focusTaker) const {
-    if (!enabled && Item(id).HasFocus()) {
-        Send(WM_NEXTDLGCTL, Item(focusTaker).Handle(), TRUE);
-    }
-    Item(id).Enable(enabled);
+    const CWindow item = Item(id);
+    // Mostly nothing changes, and the system takes longer to find that out.
+    if (item.IsEnabled() == enabled) return;
+    if (!enabled && item.HasFocus()) Send(WM_NEXTDLGCTL, Item(focusTaker).Handle(), TRUE);
+    item.Enable(enabled);
 }
 
 void CDialog::End(INT_PTR result) {

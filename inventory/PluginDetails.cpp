@@ -17,8 +17,9 @@ void CPluginDetails::ShowFieldsOf(Category category) const {
     ShowLabelOf(category);
     const bool vst = IsVstCategory(category);
     const auto showAndEnable = [this](int id, bool shown) {
-        m_dialog.Item(id).Show(shown);
-        m_dialog.Item(id).Enable(shown);
+        const CWindow field = m_dialog.Item(id);
+        field.Show(shown);
+        field.Enable(shown);
     };
     showAndEnable(IDC_CLSID, !vst);
     for (const int id : {IDC_VST_ID_LABEL, IDC_VST_ID, IDC_VENDOR}) showAndEnable(id, vst);
