@@ -350,6 +350,7 @@ test_kit() {
     check "in a file that can be read" xmllint --noout "$(on_disk "$kit\tests.wsb")"
     check "the kit outside" kit_result "$kit\result.txt" 3 "$kit\run-tests.cmd" '--gtest_filter=CmdLine.*:Settings.*:Tips.*'
     check "leaves out the real program" grep -q '^Left out' "$(on_disk "$kit\result.txt")"
+    check "and tells the screen" grep -q '^Screen: ' "$(on_disk "$kit\result.txt")"
     mkdir "$(on_disk 'C:\TestKitResult')"
     cp -r "$(on_disk "$kit")" "$(on_disk 'C:\TestKit')"
     check "the kit within" kit_result 'C:\TestKitResult\result.txt' 4 "$within"
