@@ -44,6 +44,8 @@ void CDocking::Start() const {
 
 bool CDocking::OnSysCommand(UINT command) {
     if (command != kCommandFloat && command != kCommandDock) return false;
+    // A dialog that becomes the host's child is no longer active itself: the host is, and takes the focus.
+    const CFocusKeeper focus;
     OfferFloating(command == kCommandDock);
     if (command == kCommandFloat) {
         Float();
@@ -58,6 +60,14 @@ bool CDocking::OnSysChar(wchar_t character) const {
     POINT corner{};
     ::ClientToScreen(m_dialog.Handle(), &corner);
     ShowSystemMenu(corner);
+    return true;
+}
+
+bool CDocking::OnKey(const MSG& message) const {
+    const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
+    const bool opensMenu = message.wParam == VK_MENU || message.wParam == VK_F10;
+    if (!released || !opensMenu || !IsDocked()) return false;
+    ::TranslateMessage(&message);  // Alt ends a letter that is typed by its number
     return true;
 }
 

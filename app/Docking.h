@@ -16,7 +16,9 @@ class CDocking {
     /// Docks a dialog that starts so.
     void Start() const;
     bool OnSysCommand(UINT command);
-    // What a child window leaves to its parent: the host hears of neither.
+    // What a child window leaves to its parent: the host hears of none.
+    /// Alt and F10 alone: the host's menu would wait for keys that come to this program, which waits for it.
+    bool OnKey(const MSG& message) const;
     bool OnSysChar(wchar_t character) const;
     bool OnContextMenu(HWND window, POINT screen) const;
 

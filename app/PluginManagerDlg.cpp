@@ -288,7 +288,8 @@ void CPluginManagerDlg::OnColoursChanged() {
 
 bool CPluginManagerDlg::PreTranslate(const MSG& message) {
     m_size.FollowHost();
-    return m_files.IsWheelOverList(message) || m_tasks.OnKey(message) || m_keys.OnKey(message);
+    return m_docking.OnKey(message) || m_files.IsWheelOverList(message) || m_tasks.OnKey(message) ||
+           m_keys.OnKey(message);
 }
 
 void CPluginManagerDlg::OnHelp() const { ShowHelpOn(m_hwnd); }

@@ -61,9 +61,13 @@ void CLayoutFileDlg::OnInitDone() {
     combo.SetText(m_displayName);
     m_fileName.Attach(FileNameField(Window()).Handle());
     AlignRow();
-    // Posted: the dialog gives the focus to its own field when this is over.
-    ::PostMessageW(::GetParent(Window().Handle()), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(combo.Handle()),
-                   TRUE);
+    FocusName();
+}
+
+/// Posted: the dialog gives the focus to its own field when this is over.
+void CLayoutFileDlg::FocusName() const {
+    const HWND name = Window().Item(IDC_DISPLAY_NAME).Handle();
+    ::PostMessageW(::GetParent(Window().Handle()), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(name), TRUE);
 }
 
 Answer CLayoutFileDlg::CFileNameField::OnMessage(UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
@@ -115,5 +119,6 @@ bool CLayoutFileDlg::OnFileOk() {
     if (!m_displayName.empty()) return true;
     ShowMessage(::GetParent(Window().Handle()), LoadText(IDS_DISPLAY_NAME_MISSING), kMessageCaption,
                 MB_OK | MB_ICONEXCLAMATION);
+    FocusName();
     return false;
 }

@@ -38,6 +38,7 @@ class CLayoutFileDlg : public CFileDialog {
         Answer OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
         const CLayoutFileDlg& m_dialog;
     };
+    void FocusName() const;
     /// Puts the added row in line with that of the file name.
     void AlignRow() const;
 

@@ -115,7 +115,7 @@ void CManagePresetsDlg::OnRename() {
 }
 
 int CManagePresetsDlg::OnVKeyToItem(UINT key, HWND list) {
-    if (key != VK_F2 || list != m_list.Handle()) return crackers::kKeyDefault;
-    OnRename();
+    if (list != m_list.Handle() || (key != VK_F2 && key != VK_DELETE)) return crackers::kKeyDefault;
+    key == VK_F2 ? OnRename() : OnDelete();
     return crackers::kKeyHandled;
 }

@@ -28,7 +28,8 @@ LRESULT CALLBACK StandInHost::Procedure(HWND window, UINT message, WPARAM wParam
                                         DWORD_PTR self) {
     auto& host = *reinterpret_cast<StandInHost*>(self);
     const bool isOurs = message >= WM_APP && message <= 0xBFFF;
-    const bool asksForMenu = message == WM_CONTEXTMENU || message == WM_SYSCHAR;
+    const bool asksForMenu = message == WM_CONTEXTMENU || message == WM_SYSCHAR ||
+                             (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_KEYMENU);
     const bool activates = message == WM_ACTIVATE && LOWORD(wParam) != WA_INACTIVE;
     if (isOurs || asksForMenu || activates) {
         const std::scoped_lock lock(host.m_mutex);

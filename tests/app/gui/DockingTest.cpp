@@ -66,11 +66,21 @@ TEST_F(Docking, TheKeyboardComesBackFromDialogsAndTheHostOpensNoMenu) {
     EXPECT_GE(m_host->MessageCount(WM_ACTIVATE), 4U) << "it had the keyboard after each";
 
     Item(IDC_CATEGORIES).Send(WM_CONTEXTMENU, 0, -1);
+    Item(IDC_CATEGORIES).Focus();
+    constexpr LPARAM kAlt = 1 << 29, kReleased = 0xC0000000;
+    for (const WORD key : {WORD{VK_MENU}, WORD{VK_F10}}) {
+        ::PostMessageW(Control(IDC_CATEGORIES), WM_SYSKEYDOWN, key, kAlt);
+        ::PostMessageW(Control(IDC_CATEGORIES), WM_SYSKEYUP, key, kReleased);
+        Pump();
+    }
     for (const WORD choice : {WORD{VK_UP}, WORD{VK_RETURN}}) support::PostKey(m_dialog->Handle(), choice);
     Item(IDC_PLUGINS).Send(WM_SYSCHAR, L' ', 1 << 29);
     Pump();
     EXPECT_EQ(Parent(), ::GetDesktopWindow()) << "by the last command of the dialog's own menu";
-    EXPECT_EQ(m_host->MessageCount(WM_CONTEXTMENU) + m_host->MessageCount(WM_SYSCHAR), 0U);
+    for (const UINT asked : {UINT{WM_CONTEXTMENU}, UINT{WM_SYSCHAR}, UINT{WM_SYSCOMMAND}})
+        EXPECT_EQ(m_host->MessageCount(asked), 0U) << asked;
+    Dock();
+    EXPECT_EQ(::GetFocus(), Control(IDC_CATEGORIES)) << "not the host";
 }
 
 }  // namespace

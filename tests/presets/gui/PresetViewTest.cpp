@@ -85,7 +85,7 @@ TEST_F(PresetView, PresetsGoOutAreDeletedAndComeBackTheSame) {
     });
     InManage([](HWND dialog) {
         support::Select(List(dialog), {L"b"});
-        support::Press(GetDlgItem(dialog, IDC_PRESET_DELETE));
+        PostKey(List(dialog), VK_DELETE);
     }).Expect(L"the selected presets for 'Hall' ?", IDOK);
     InManage([](HWND dialog) {
         EXPECT_EQ(support::Rows(List(dialog)), (Names{L"a", L"c"}));
