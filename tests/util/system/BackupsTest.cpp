@@ -63,13 +63,19 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
         m_files.Write(L"Wide", bytes);
     }
     ASSERT_EQ(m_backups.List().size(), 1U) << "one copy a run";
+    m_files.Write(L"Wide", "another program's");
+    {
+        const CBackup backup = m_backups.Make(save);
+        m_files.Write(L"Wide", "3");
+    }
+    ASSERT_EQ(m_backups.List().size(), 2U) << "and what others have written";
     CBackups next = NewRun();
     {
         const CBackup backup = next.Make(save);
         const CBackup other = next.Make({BackupKind::Layouts, L"Delete", {}, {m_file}});
         ::DeleteFileW(m_file.c_str());
     }
-    EXPECT_EQ(next.List().size(), 3U);
+    EXPECT_EQ(next.List().size(), 4U);
     SetRaw(HKEY_CURRENT_USER, m_key, L"two\nlines", REG_BINARY, {1});
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
     const auto full = [](const auto&) { return DWORD{ERROR_DISK_FULL}; };
@@ -78,7 +84,7 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     const auto ended = [] { return false; };
     EXPECT_EQ(next.Make({BackupKind::Layouts, L"Delete", {}, {m_file}}, ended).Error(),
               DWORD{ERROR_CANCELLED});
-    EXPECT_EQ(next.List().size(), 3U);
+    EXPECT_EQ(next.List().size(), 4U);
 }
 
 TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
