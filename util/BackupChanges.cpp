@@ -113,6 +113,8 @@ std::optional<BackupChanges> FindBackupChanges(const BackupEntry& entry) {
         const auto isOurs = [&](const RegFileKey& key) { return IsRestorable(key, std::span(&path, 1)); };
         if (!isNamed(begin) || !std::ranges::all_of(parts, isOurs)) return std::nullopt;
         const BackupKey key = NamedKey(parts);
+        // Taken for the whole of a key, of which the record may name one value only.
+        if (key.values.empty() && !parts.front().removed) return std::nullopt;
         const auto now = Present(key);
         std::wstring difference;
         if (now) {

@@ -21,7 +21,8 @@ struct BackupStep {
     std::wstring name;  // as the user knows it: "Delete presets of Kammer Reverb"
     std::vector<BackupKey> keys;
     std::vector<std::wstring> files;  // full paths; one that is not there is noted as such
-    /// Files that this run has already copied before such a step are not copied again.
+    /// Files that this run has already copied before such a step are not copied again, unless another program
+    /// has changed them since.
     bool oncePerRun = false;
     /// The backup is kept also when the step has only added something, so that it can be taken back.
     bool stays = false;

@@ -91,12 +91,16 @@ CBackup CBackups::Make(const BackupStep& step, bool stays, const std::function<b
     CBackup backup(this);
     backup.m_stays = stays;
     const bool isKept = step.oncePerRun && step.keys.empty() &&
-                        std::ranges::all_of(step.files, [this](const std::wstring& file) {
-                            return m_keptFiles.contains(InCapitals(FullPathOf(file)));
-                        });
+                        std::ranges::all_of(step.files, [this](auto& file) { return IsKept(file); });
     const bool isEmpty =
         step.keys.empty() && (stays ? step.files.empty() : std::ranges::none_of(step.files, &IsThere));
-    if (step.error == ERROR_SUCCESS && (isKept || isEmpty)) return backup;
+    if (step.error == ERROR_SUCCESS && (isKept || isEmpty)) {
+        for (const std::wstring& file : step.files) {
+            if (auto seen = isKept ? CBackup::See(FullPathOf(file)) : std::nullopt)
+                backup.m_files.push_back(std::move(*seen));
+        }
+        return backup;
+    }
     BackupEntry& entry = backup.m_entry;
     DWORD error = step.error;
     if (error == ERROR_SUCCESS) error = Begin(entry, step.kind, step.name);
@@ -227,14 +231,29 @@ bool CBackups::RemoveFolder(const std::wstring& folder) {
     return ::RemoveDirectoryW(folder.c_str()) || !IsThere(folder);
 }
 
+/// What another program has made of it since would be lost without a copy of its own.
+bool CBackups::IsKept(const std::wstring& file) const {
+    const std::wstring path = FullPathOf(file);
+    const auto kept = m_keptFiles.find(InCapitals(path));
+    if (kept == m_keptFiles.end()) return false;
+    const auto seen = CBackup::See(path);
+    return !seen || seen->sizeAndTimes == kept->second;
+}
+
+void CBackups::NoteKept(const CBackup& backup) {
+    for (const auto& file : backup.m_files) {
+        if (const auto now = CBackup::See(file.path)) m_keptFiles[InCapitals(file.path)] = now->sizeAndTimes;
+    }
+}
+
 void CBackups::Finish(CBackup& backup) {
     BackupEntry& entry = backup.m_entry;
-    if (entry.folder.empty()) return;
+    if (entry.folder.empty()) return backup.m_error == ERROR_SUCCESS ? NoteKept(backup) : void();
     if (!backup.m_stays && !backup.TookSomething()) {
         RemoveFolder(entry.folder);
         return;
     }
-    for (const auto& file : backup.m_files) m_keptFiles.insert(InCapitals(file.path));
+    NoteKept(backup);
     m_fromThisRun.insert(entry.folder);
     if (m_known) {
         entry.size = SizeOfFolder(entry.folder);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -58,7 +59,9 @@ class CBackups {
     DWORD Begin(BackupEntry& entry, BackupKind kind, const std::wstring& step) const;
     static DWORD CopyFiles(CBackup& backup, const BackupStep& step, const std::function<bool()>& goOn);
     static DWORD WriteKeys(CBackup& backup, const BackupStep& step);
+    bool IsKept(const std::wstring& file) const;
     void Finish(CBackup& backup);
+    void NoteKept(const CBackup& backup);
     void Prune();
     static bool RemoveFolder(const std::wstring& folder);
 
@@ -67,7 +70,8 @@ class CBackups {
     const RegImporter m_import;
     std::optional<std::vector<BackupEntry>> m_known;  // read with the first pruning
     std::set<std::wstring> m_fromThisRun;             // folders
-    std::set<std::wstring> m_keptFiles;               // paths in capitals, copied in this run
+    /// Copied in this run: by the path in capitals, size and times after the last step.
+    std::map<std::wstring, std::array<std::uint64_t, 3>> m_keptFiles;
 };
 
 /// Lives while a step runs. At its end the backup goes again when nothing of what the step named has been
@@ -109,6 +113,6 @@ class CBackup {
     BackupEntry m_entry;   // its folder is empty without a backup
     bool m_stays = false;  // whatever was changed
     CRegSnapshot m_keys;
-    std::vector<SeenFile> m_files;
+    std::vector<SeenFile> m_files;  // also of a step that needs no further copy of them
     DWORD m_error = ERROR_SUCCESS;
 };

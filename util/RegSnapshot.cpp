@@ -42,24 +42,26 @@ DWORD CRegSnapshot::Take(const BackupKey& key, std::wstring& text, const RegText
     LSTATUS status = ERROR_SUCCESS;
     const auto opened = CRegKey::Open(RootOf(key.hive), key.path, KEY_READ, &status);
     if (!opened && !IsMissing(status)) return static_cast<DWORD>(status);
-    if (!opened || key.values.empty()) AppendRegKey(text, FullKeyPath(key), true);
-    if (!opened) return ERROR_SUCCESS;
-    if (key.values.empty()) return TakeTree(key, text, sink);
+    if (key.values.empty()) {
+        AppendRegKey(text, FullKeyPath(key), true);
+        return opened ? TakeTree(key, text, sink) : DWORD{ERROR_SUCCESS};
+    }
+    // Also of a key that is not there: what others put into it meanwhile is not the step's to remove.
     AppendRegKey(text, FullKeyPath(key), false);
     Seen seen{key, {}};
     for (const std::wstring& name : key.values) {
         if (!IsRegFileName(name)) return ERROR_INVALID_NAME;
-        const auto value = opened->ReadValue(name.c_str());
+        const auto value = opened ? opened->ReadValue(name.c_str()) : std::nullopt;
         if (value) {
             if (const DWORD error = AppendRegValue(text, name, value->type, value->data, sink)) return error;
             seen.values.emplace_back(name, DigestOf(value->type, value->data));
-        } else if (opened->HasValue(name.c_str())) {
+        } else if (opened && opened->HasValue(name.c_str())) {
             return ERROR_READ_FAULT;
         } else {
             AppendRemovedRegValue(text, name);
         }
     }
-    m_seen.push_back(std::move(seen));
+    if (opened) m_seen.push_back(std::move(seen));
     return ERROR_SUCCESS;
 }
 

@@ -63,13 +63,19 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
         m_files.Write(L"Wide", bytes);
     }
     ASSERT_EQ(m_backups.List().size(), 1U) << "one copy a run";
+    m_files.Write(L"Wide", "another program's");
+    {
+        const CBackup backup = m_backups.Make(save);
+        m_files.Write(L"Wide", "3");
+    }
+    ASSERT_EQ(m_backups.List().size(), 2U) << "and what others have written";
     CBackups next = NewRun();
     {
         const CBackup backup = next.Make(save);
         const CBackup other = next.Make({BackupKind::Layouts, L"Delete", {}, {m_file}});
         ::DeleteFileW(m_file.c_str());
     }
-    EXPECT_EQ(next.List().size(), 3U);
+    EXPECT_EQ(next.List().size(), 4U);
     SetRaw(HKEY_CURRENT_USER, m_key, L"two\nlines", REG_BINARY, {1});
     EXPECT_EQ(next.Make({BackupKind::Presets, L"Delete", {kWhole}, {}}).Error(), DWORD{ERROR_INVALID_NAME});
     const auto full = [](const auto&) { return DWORD{ERROR_DISK_FULL}; };
@@ -78,7 +84,7 @@ TEST_F(Backups, AStepThatTookNothingOrCannotBeBackedUpLeavesNoBackup) {
     const auto ended = [] { return false; };
     EXPECT_EQ(next.Make({BackupKind::Layouts, L"Delete", {}, {m_file}}, ended).Error(),
               DWORD{ERROR_CANCELLED});
-    EXPECT_EQ(next.List().size(), 3U);
+    EXPECT_EQ(next.List().size(), 4U);
 }
 
 TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
@@ -114,6 +120,30 @@ TEST_F(Backups, OneThatWasChangedByHandIsRefusedAsAWhole) {
     refuses("\\Wide\"", "\\..\\Wide\"", L"\\backup.xml");
     refuses("<Backup", "<Other", L"\\backup.xml");
     EXPECT_EQ(m_imports, 0);
+}
+
+TEST_F(Backups, OfAPluginsOwnKeyNothingGoesButTheNamedValue) {
+    const std::wstring server = L"Software\\Classes\\CLSID\\{11111111-2222-3333-4444-555555555555}";
+    const BackupStep step{BackupKind::Registry, L"Remove", {{BackupHive::User, server, {L"Merit"}}}, {}};
+    const auto restore = [this](const BackupEntry& entry) {
+        return m_backups.Restore(entry, L"back", CWindow(), [](DWORD) { return false; });
+    };
+    SetRaw(HKEY_CURRENT_USER, server, L"Merit", REG_BINARY, {1});
+    {
+        const CBackup backup = m_backups.Make(step);
+        CRegKey::DeleteTree(HKEY_CURRENT_USER, server);
+    }
+    const BackupEntry removed = m_backups.List().at(0);
+    EXPECT_EQ(restore(removed), DWORD{ERROR_SUCCESS});
+    SetRaw(HKEY_CURRENT_USER, server, L"Library", REG_BINARY, {1});
+    EXPECT_EQ(restore(m_backups.List().at(0)), DWORD{ERROR_SUCCESS}) << "of a time without the key";
+    const CRegKey key = CRegKey::Open(HKEY_CURRENT_USER, server).value();
+    EXPECT_TRUE(key.HasValue(L"Library") && !key.HasValue(L"Merit"));
+    const std::wstring file = removed.folder.substr(m_files.Folder().wstring().size() + 1) + L"\\before.reg";
+    const std::string bytes = m_files.Read(file);
+    m_files.Write(file, bytes.substr(0, bytes.find(std::string("]\0\r\0\n", 5)) + 6));
+    EXPECT_EQ(restore(removed), DWORD{ERROR_INVALID_DATA});
+    EXPECT_TRUE(key.HasValue(L"Library"));
 }
 
 }  // namespace
