@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <unordered_set>
 
 #include "AsciiCase.h"
 #include "BackupRules.h"
 #include "Files.h"
 #include "RegFileText.h"
+#include "RegKey.h"
 #include "RegSnapshot.h"
 
 namespace {
@@ -28,6 +30,12 @@ BackupHive HiveOf(std::wstring_view path) {
                                                                          : BackupHive::User;
 }
 
+/// A key that was not there, of which a step names values: its removal comes first, then these.
+bool IsOfMissingKey(std::span<const RegFileKey> parts) {
+    return parts.size() == 2 && parts[0].removed && parts[1].path == parts[0].path &&
+           !parts[1].values.empty() && std::ranges::all_of(parts[1].values, &RegFileValue::removed);
+}
+
 /// What the backup holds of one named key: the key itself comes first.
 BackupKey NamedKey(std::span<const RegFileKey> parts) {
     const std::wstring& path = parts.front().path;
@@ -36,6 +44,21 @@ BackupKey NamedKey(std::span<const RegFileKey> parts) {
         for (const RegFileValue& value : parts.front().values) key.values.push_back(value.name);
     }
     return key;
+}
+
+/// Without its named values nothing would be left of it.
+bool HoldsNothingElse(const BackupKey& key) {
+    const auto opened = CRegKey::Open(RootOf(key.hive), key.path);
+    DWORD subkeys = 0;
+    DWORD values = 0;
+    if (!opened || ::RegQueryInfoKeyW(opened->Handle(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr,
+                                      &values, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+        return false;
+    std::set<std::wstring> named;
+    for (const std::wstring& name : key.values) {
+        if (opened->HasValue(name.c_str())) named.insert(InCapitals(name));
+    }
+    return subkeys == 0 && values == named.size();
 }
 
 /// What the registry has of the key now; nothing when it can't be read.
@@ -109,7 +132,9 @@ std::optional<BackupChanges> FindBackupChanges(const BackupEntry& entry) {
         const auto isNamed = [&](std::size_t i) { return names.contains((*keys)[i].path); };
         const std::wstring& path = (*keys)[begin].path;
         for (end = begin + 1; end < keys->size() && ((*keys)[end].path == path || !isNamed(end));) ++end;
-        const auto parts = std::span(*keys).subspan(begin, end - begin);
+        auto parts = std::span<const RegFileKey>(*keys).subspan(begin, end - begin);
+        const bool wasMissing = IsOfMissingKey(parts);
+        if (wasMissing) parts = parts.last(1);
         const auto isOurs = [&](const RegFileKey& key) { return IsRestorable(key, std::span(&path, 1)); };
         if (!isNamed(begin) || !std::ranges::all_of(parts, isOurs)) return std::nullopt;
         const BackupKey key = NamedKey(parts);
@@ -120,6 +145,10 @@ std::optional<BackupChanges> FindBackupChanges(const BackupEntry& entry) {
         if (now) {
             difference = Difference(parts, *now);
             if (difference.empty()) continue;
+            if (wasMissing && HoldsNothingElse(key)) {
+                difference.clear();
+                AppendRegKey(difference, path, /*removed*/ true);
+            }
         } else {
             for (const RegFileKey& part : parts) AppendRegKey(difference, part);
         }

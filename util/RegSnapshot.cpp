@@ -42,10 +42,8 @@ DWORD CRegSnapshot::Take(const BackupKey& key, std::wstring& text, const RegText
     LSTATUS status = ERROR_SUCCESS;
     const auto opened = CRegKey::Open(RootOf(key.hive), key.path, KEY_READ, &status);
     if (!opened && !IsMissing(status)) return static_cast<DWORD>(status);
-    if (key.values.empty()) {
-        AppendRegKey(text, FullKeyPath(key), true);
-        return opened ? TakeTree(key, text, sink) : DWORD{ERROR_SUCCESS};
-    }
+    if (!opened || key.values.empty()) AppendRegKey(text, FullKeyPath(key), true);
+    if (key.values.empty()) return opened ? TakeTree(key, text, sink) : DWORD{ERROR_SUCCESS};
     // Also of a key that is not there: what others put into it meanwhile is not the step's to remove.
     AppendRegKey(text, FullKeyPath(key), false);
     Seen seen{key, {}};

@@ -135,8 +135,11 @@ TEST_F(Backups, OfAPluginsOwnKeyNothingGoesButTheNamedValue) {
     }
     const BackupEntry removed = m_backups.List().at(0);
     EXPECT_EQ(restore(removed), DWORD{ERROR_SUCCESS});
-    SetRaw(HKEY_CURRENT_USER, server, L"Library", REG_BINARY, {1});
     EXPECT_EQ(restore(m_backups.List().at(0)), DWORD{ERROR_SUCCESS}) << "of a time without the key";
+    EXPECT_FALSE(CRegKey::Open(HKEY_CURRENT_USER, server)) << "nor an empty one is left";
+    EXPECT_EQ(restore(removed), DWORD{ERROR_SUCCESS});
+    SetRaw(HKEY_CURRENT_USER, server, L"Library", REG_BINARY, {1});
+    EXPECT_EQ(restore(m_backups.List().at(0)), DWORD{ERROR_SUCCESS});
     const CRegKey key = CRegKey::Open(HKEY_CURRENT_USER, server).value();
     EXPECT_TRUE(key.HasValue(L"Library") && !key.HasValue(L"Merit"));
     const std::wstring file = removed.folder.substr(m_files.Folder().wstring().size() + 1) + L"\\before.reg";
