@@ -96,8 +96,7 @@ CBackup CBackups::Make(const BackupStep& step, bool stays, const std::function<b
         step.keys.empty() && (stays ? step.files.empty() : std::ranges::none_of(step.files, &IsThere));
     if (step.error == ERROR_SUCCESS && (isKept || isEmpty)) {
         for (const std::wstring& file : step.files) {
-            if (auto seen = isKept ? CBackup::See(FullPathOf(file)) : std::nullopt)
-                backup.m_files.push_back(std::move(*seen));
+            if (isKept) backup.m_files.push_back({FullPathOf(file), 0, {}});
         }
         return backup;
     }
@@ -248,7 +247,10 @@ void CBackups::NoteKept(const CBackup& backup) {
 
 void CBackups::Finish(CBackup& backup) {
     BackupEntry& entry = backup.m_entry;
-    if (entry.folder.empty()) return backup.m_error == ERROR_SUCCESS ? NoteKept(backup) : void();
+    if (entry.folder.empty()) {
+        if (backup.m_error == ERROR_SUCCESS) NoteKept(backup);
+        return;
+    }
     if (!backup.m_stays && !backup.TookSomething()) {
         RemoveFolder(entry.folder);
         return;
